@@ -1,0 +1,85 @@
+// What the table build expects of a spreadsheet application, whichever one it is.
+// Cells are (row, column), counted from 1, as the tables are described to the operators.
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+#include <memory>
+#include <variant>
+#include <vector>
+
+#include "platform/result.h"
+
+namespace vesk {
+
+/// One cell's value. std::monostate leaves a cell empty; sys_days becomes a real date value of the sheet.
+using CellValue = std::variant<std::monostate, double, QString, std::chrono::sys_days>;
+
+/// A block of cells, rows first. All rows have the same length.
+using CellBlock = std::vector<std::vector<CellValue>>;
+
+/// Rectangle of cells, both corners included, counted from 1.
+struct CellRange {
+  int firstRow = 1;
+  int firstColumn = 1;
+  int lastRow = 1;
+  int lastColumn = 1;
+};
+
+/// Border numbers of the automation interface; the table build uses the lower edge (4).
+enum class Border : int { Left = 1, Right = 2, Top = 3, Bottom = 4 };
+
+/// Border weights of the automation interface; 3 is a medium line.
+enum class BorderWeight : int { Hairline = 1, Thin = 2, Medium = 3, Thick = 4 };
+
+/// A worksheet of an open workbook. Valid as long as its workbook.
+class Worksheet {
+ public:
+  virtual ~Worksheet() = default;
+  /// Makes this the sheet that the operator sees.
+  virtual Status Select() = 0;
+  virtual Status SelectCell(int row, int column) = 0;
+  virtual Status PutValue(int row, int column, const CellValue& value) = 0;
+  /// Writes a whole block in one call; (row, column) is its upper left cell.
+  virtual Status PutBlock(int row, int column, const CellBlock& block) = 0;
+  /// Colour index of the classic 56-colour palette: 3 is red, 41 a light blue.
+  virtual Status SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) = 0;
+  virtual Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) = 0;
+  /// Sets a formula in R1C1 notation; an empty text empties the cell.
+  virtual Status SetFormulaR1C1(int row, int column, const QString& formula) = 0;
+  /// Rows of a sheet of this workbook's file format (65,536 for .xls).
+  [[nodiscard]] virtual int RowLimit() const = 0;
+};
+
+/// An open workbook.
+class Workbook {
+ public:
+  virtual ~Workbook() = default;
+  /// Fails when the workbook has no sheet of that name.
+  virtual Result<std::unique_ptr<Worksheet>> Sheet(const QString& name) = 0;
+  /// Makes the workbook's first window visible.
+  virtual Status ShowWindow() = 0;
+  virtual Status RunMacro(const QString& name) = 0;
+  virtual Status Save() = 0;
+  /// Closes without saving and without a question.
+  virtual Status Close() = 0;
+};
+
+/// A spreadsheet application: the operator's own, or a private one without a window.
+class Spreadsheet {
+ public:
+  virtual ~Spreadsheet() = default;
+  /// True when the operator has a spreadsheet window open. Always false for the private one.
+  virtual bool HasOpenWindow() = 0;
+  /// Opens a workbook, binding to the running application or starting one.
+  virtual Result<std::unique_ptr<Workbook>> Open(const QString& path) = 0;
+  /// Makes the application visible; nothing to do for the private one.
+  virtual Status Show() = 0;
+  /// Recalculates all open workbooks.
+  virtual Status Recalculate() = 0;
+  /// Ends the application. The private one is ended for sure, also after a hang.
+  virtual Status Quit() = 0;
+};
+
+}  // namespace vesk

@@ -1,0 +1,43 @@
+// The change log: the operator's corrections of one station and water year, kept apart from the raw files.
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+#include <vector>
+
+#include "platform/result.h"
+#include "review/review_grid.h"
+
+namespace vesk {
+
+/// One line: the texts of columns date, time, level and discharge.
+struct ChangeLogLine {
+  Day day{};
+  int minuteOfDay = 0;
+  double levelCm = 0;
+  QString discharge;
+};
+
+/// What laying a change log over a grid did.
+struct ChangeLogOverlay {
+  int applied = 0;                    ///< rows changed
+  std::vector<QByteArray> orphans;    ///< lines whose row is not in the grid; the next save writes them back
+  std::vector<QString> messages;      ///< file, line number and what was expected, for unreadable lines
+};
+
+/// dataDirectory + station + "-Degisiklikler" + trimmed water-year entry + ".txt".
+QString ChangeLogPath(const QString& dataDirectory, const QString& station, const QString& waterYearEntry);
+
+/// Lays the lines over the grid: each is looked for from the previous hit on, then from row 1.
+ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName, ReviewGrid& grid);
+
+/// Reads and applies the file; a missing file is no error and changes nothing.
+Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid);
+
+/// Writes every changed row, then the orphans of the load, whole or not at all; on success the changed rows'
+/// baselines and codes are those of a saved row.
+Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<QByteArray>& orphans);
+
+}  // namespace vesk

@@ -1,0 +1,52 @@
+// Loading one raw file, or a station's water years, into the review grid.
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+#include "datafiles/raw_header.h"
+#include "review/change_log.h"
+#include "review/raw_files.h"
+#include "review/review_grid.h"
+
+namespace vesk {
+
+inline constexpr int kMostFilesInLoad = 20;
+
+/// What is to be loaded. Files are the station's list, in list order, superseded read-outs left out.
+struct LoadRequest {
+  QString dataDirectory;             ///< with its trailing separator
+  QString station;                   ///< nine-character station entry
+  QString stationName;               ///< as the register has it; shown among the setup parameters
+  std::vector<RawFile> files;        ///< water-year mode: all files of the station; single-file mode: the one
+  std::vector<QString> waterYears;   ///< chosen water-year entries ("2011 " or "2011 Dönüşmüş"); empty: single file
+  Regional regional;
+};
+
+/// Lines of one raw file: kept + beforeWindow + blank + refused (+ header) = lines read.
+struct FileTally {
+  QString file;
+  qint64 kept = 0;
+  qint64 outsideWindow = 0;
+  qint64 blank = 0;
+  qint64 refused = 0;                ///< unreadable date, time or level
+};
+
+struct LoadedReadings {
+  ReviewGrid grid;
+  SetupCells setup;                  ///< "--" where the files of a water year differ
+  std::vector<QString> files;        ///< names of the files used, in file-number order
+  std::vector<QString> messages;     ///< for the message list
+  std::vector<FileTally> tallies;
+  RawHeader header;                  ///< of the last file read
+  QString refusedFile;               ///< file whose header ended the load; empty when none did
+  ChangeLogOverlay overlay;          ///< what the change log did
+  LevelExtent levels;
+  int waterYear = 0;                 ///< the last chosen one; 0 in single-file mode
+};
+
+/// Reads the readings, lays the change log over them, takes the baseline and the level range.
+Result<LoadedReadings> LoadReadings(const LoadRequest& request);
+
+}  // namespace vesk
