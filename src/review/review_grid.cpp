@@ -1,0 +1,138 @@
+#include "review/review_grid.h"
+
+#include <algorithm>
+
+#include "platform/code_page.h"
+
+namespace vesk {
+namespace {
+
+QString FlagText(char flag) {
+  return flag == ' ' || flag == '\0' ? QString() : DecodeWindows1254(QByteArrayView(&flag, 1));
+}
+
+QString Title(GridColumn column) {
+  switch (column) {
+    case GridColumn::Date: return QStringLiteral("Tarih");
+    case GridColumn::Time: return QStringLiteral("Zaman");
+    case GridColumn::Level: return QStringLiteral("Seviye");
+    case GridColumn::Discharge: return QStringLiteral("Debi");
+    case GridColumn::Label: return QStringLiteral("Ozel");
+    case GridColumn::Code: return QStringLiteral("Kod");
+    case GridColumn::Baseline: return QStringLiteral("Byte No.");
+  }
+  return {};
+}
+
+}  // namespace
+
+void ReviewGrid::Clear() {
+  readings_.clear();
+  marks_.clear();
+  discharges_.clear();
+}
+
+void ReviewGrid::Append(const Reading& reading) {
+  readings_.push_back(reading);
+  if (!marks_.empty()) marks_.push_back({.baselineCm = reading.levelCm});
+}
+
+void ReviewGrid::Assign(std::vector<Reading> readings) {
+  Clear();
+  readings_ = std::move(readings);
+}
+
+void ReviewGrid::EnsureMarks() {
+  if (!marks_.empty()) return;
+  marks_.resize(readings_.size());
+  for (std::size_t i = 0; i < readings_.size(); ++i) marks_[i].baselineCm = readings_[i].levelCm;
+}
+
+void ReviewGrid::SetLevel(int row, double levelCm) {
+  EnsureMarks();  // the baseline is the level before the first change
+  readings_[static_cast<std::size_t>(row - 1)].levelCm = levelCm;
+}
+
+void ReviewGrid::SetDischarge(int row, const QString& text) {
+  if (text.isEmpty()) {
+    discharges_.erase(row);
+  } else {
+    discharges_[row] = text;
+  }
+}
+
+QString ReviewGrid::Discharge(int row) const {
+  if (discharges_.empty()) return {};
+  const auto found = discharges_.find(row);
+  return found == discharges_.end() ? QString() : found->second;
+}
+
+RowMark ReviewGrid::Mark(int row) const {
+  if (marks_.empty()) return {.baselineCm = At(row).levelCm};
+  return marks_[static_cast<std::size_t>(row - 1)];
+}
+
+void ReviewGrid::SetMark(int row, const RowMark& mark) {
+  EnsureMarks();
+  marks_[static_cast<std::size_t>(row - 1)] = mark;
+}
+
+int ReviewGrid::CodeValue(int row) const {
+  const int code = marks_.empty() ? RowMark::kFlagCode : marks_[static_cast<std::size_t>(row - 1)].editCode;
+  if (code != RowMark::kFlagCode) return code;
+  const char flag = At(row).flag;
+  return flag >= '0' && flag <= '9' ? flag - '0' : 0;
+}
+
+void ReviewGrid::TakeBaseline() {
+  for (std::size_t i = 0; i < marks_.size(); ++i) marks_[i].baselineCm = readings_[i].levelCm;
+}
+
+QString ReviewGrid::Text(int row, GridColumn column) const {
+  if (row == 0) return Title(column);
+  if (!IsReading(row)) return {};
+  const Reading& reading = At(row);
+  switch (column) {
+    case GridColumn::Date: return DateText(reading.day);
+    case GridColumn::Time: return ClockText(reading.minuteOfDay);
+    case GridColumn::Level: return NumberText(reading.levelCm);
+    case GridColumn::Discharge: return Discharge(row);
+    case GridColumn::Label: return RecordLabel(reading);
+    case GridColumn::Code: {
+      const int code = Mark(row).editCode;
+      return code == RowMark::kFlagCode ? FlagText(reading.flag) : QString::number(code);
+    }
+    case GridColumn::Baseline: return NumberText(Mark(row).baselineCm);
+  }
+  return {};
+}
+
+int ReviewGrid::FindRow(Day day, int minuteOfDay, int startRow) const {
+  for (int row = std::max(startRow, 1); row <= ReadingCount(); ++row) {
+    const Reading& reading = At(row);
+    if (reading.day == day && reading.minuteOfDay == minuteOfDay) return row;
+  }
+  return RowCount();
+}
+
+int ReviewGrid::FindLastRowUpTo(DateTime time) const {
+  for (int row = ReadingCount(); row >= 1; --row) {
+    if (At(row).Time() <= time) return row;
+  }
+  return 0;
+}
+
+QString RecordLabel(const Reading& reading) {
+  static const QString kEndings[] = {QStringLiteral("-ort"), QStringLiteral("-Max"), QStringLiteral("-Min")};
+  return QString::number(reading.sourceFile).rightJustified(2, QLatin1Char('0')) +
+         kEndings[static_cast<std::size_t>(reading.kind)];
+}
+
+void LevelRange(const ReviewGrid& grid, LevelExtent& extent) {
+  for (const Reading& reading : grid.Readings()) {
+    extent.lowestCm = std::min(extent.lowestCm, reading.levelCm);
+    extent.highestCm = std::max(extent.highestCm, reading.levelCm);
+  }
+}
+
+}  // namespace vesk
