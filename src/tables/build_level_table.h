@@ -1,0 +1,73 @@
+// The whole making of a level table: template copy, questions, figures, macro, save. One operation for the
+// selection window and for the command line.
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+#include "platform/result.h"
+#include "platform/spreadsheet.h"
+#include "review/review_grid.h"
+#include "tables/level_table.h"
+
+namespace vesk {
+
+/// What becomes of the workbook once it is saved.
+enum class AfterSave {
+  LeaveOpen,  ///< stays open on the daily sheet, for the operator to look at
+  Close,      ///< is closed; the application stays for the next table
+  Quit        ///< is closed and the application is ended (option "09" is "1")
+};
+
+/// LeaveOpen or Quit, as option "09" says ("1": quit).
+AfterSave AfterSaveOf(const QString& optionText);
+
+struct BuildInput {
+  const ReviewGrid& grid;       ///< readings of one station and water year
+  QString stationNumber;        ///< five characters
+  QString stationName;          ///< from the station register; may be empty
+  int waterYear = 0;            ///< calendar year in which the water year ends, four digits
+  ExtremeMode extremeMode = ExtremeMode::Recorded;
+  QString tableDirectory;       ///< where the table file goes: the data directory, unless another one is asked for
+  QString templateDirectory;    ///< where the template lies: the program folder
+  QString templateName;         ///< of the current language: "Sablon.xls" or "Sablon_E.xls"
+  AfterSave afterSave = AfterSave::LeaveOpen;
+};
+
+/// A message box of the build. An empty title means the program's own.
+struct BuildMessage {
+  QString text;
+  QString title;
+};
+
+/// What the build asks and tells on its way. A window answers with message boxes, the command line by its options.
+class BuildQuestions {
+ public:
+  virtual ~BuildQuestions() = default;
+  /// Spreadsheet windows are open, so nothing is built: critical icon, OK button, a beep.
+  virtual void TellWorkbooksAreOpen(const BuildMessage& message) = 0;
+  /// Yes or No: shall the hourly sheet be filled?
+  virtual bool AskForHourlyValues(const BuildMessage& message) = 0;
+  /// Not to switch sheets while the build runs: critical icon, OK button.
+  virtual void WarnNotToSwitchSheets(const BuildMessage& message) = 0;
+  /// percent: 0 to 100, never falling.
+  virtual void ShowProgress(int percent) = 0;
+};
+
+struct BuildReport {
+  bool stoppedByOpenWorkbooks = false;  ///< the operator was told; nothing was written
+  QString path;                         ///< the finished table file
+  bool withHourlyValues = false;
+  int hourlyRowsLeftOut = 0;            ///< readings beyond the last row of the hourly sheet
+  std::vector<QString> warnings;        ///< steps that failed without harming a figure, in words for the operator
+};
+
+/// "Tablo-12345(2011).xls"
+QString TableFileName(const QString& stationNumber, int waterYear);
+
+/// Runs the build from start to end. On failure the table file of an earlier build is still there, unchanged, and
+/// no half table is left; the error names the file and the reason.
+Result<BuildReport> BuildLevelTable(const BuildInput& input, Spreadsheet& spreadsheet, BuildQuestions& questions);
+
+}  // namespace vesk
