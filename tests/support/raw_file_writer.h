@@ -1,0 +1,99 @@
+// Raw logger files made up for a test: the 15-line header and data lines in the layout the loggers write.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+#include <algorithm>
+#include <cstdio>
+
+#include "datafiles/helpers.h"
+
+namespace vesk::test {
+
+/// One raw file to be. Levels follow a calm saw-tooth, so every reading can be told from its neighbours.
+struct RawFileSketch {
+  QString prefix = QStringLiteral("001");
+  QString station = QStringLiteral("12345");
+  QString stem = QStringLiteral("010203");
+  DateTime first{};
+  DateTime last{};
+  int stepMinutes = 60;
+  bool withExtremes = true;  ///< a Max and a Min line after the last reading of each day
+  QByteArray firstLine;      ///< correction code or marker; empty for a blank line
+  QByteArray version = "10";
+  QByteArray type = "Optical Encoder";
+
+  [[nodiscard]] QString DeliveredName() const {
+    return prefix + QLatin1Char('-') + station + QLatin1Char('-') + stem + QStringLiteral(".txt");
+  }
+};
+
+/// Level of the n-th reading of a sketch, cm: 100 to 199, then again.
+inline int SketchLevelCm(int index) {
+  return 100 + index % 100;
+}
+
+inline QByteArray HeaderLine(const char* label, const QByteArray& value) {
+  return QByteArray(label).leftJustified(26, ' ', true) + value + "\r\n";
+}
+
+inline QByteArray SketchHeader(const RawFileSketch& sketch, int samples) {
+  const QByteArray first = DateTimeText(sketch.first).toLatin1();
+  const QByteArray step = QByteArray::number(sketch.stepMinutes);
+  return sketch.firstLine + "\r\n" + HeaderLine("Unit", "1") + HeaderLine("Version", sketch.version) +
+         HeaderLine("Type", sketch.type) + HeaderLine("Region", "26") + HeaderLine("Basin", "7") +
+         HeaderLine("Station", sketch.station.toLatin1()) + HeaderLine("Setup", first) +
+         HeaderLine("First record", first) + HeaderLine("Last record", DateTimeText(sketch.last).toLatin1()) +
+         HeaderLine("Samples", QByteArray::number(samples)) + HeaderLine("Sampling", step) +
+         HeaderLine("Recording", step) + HeaderLine("-", "0") + HeaderLine("-", "0");
+}
+
+inline QByteArray OrdinaryLine(DateTime time, int levelCm, char flag = ' ') {
+  char level[16];
+  std::snprintf(level, sizeof level, "%5.2f", levelCm / 100.0);
+  const QString text = DateTimeText(time);
+  return text.left(10).toLatin1() + "  " + text.mid(11, 5).toLatin1() + "    " + flag + level + "\r\n";
+}
+
+inline QByteArray ExtremeLine(const char* kind, DateTime time, int levelCm) {
+  char level[16];
+  std::snprintf(level, sizeof level, "%5.2f", levelCm / 100.0);
+  return QByteArray(kind) + ' ' + DateTimeText(time).toLatin1() + "  " + level + "\r\n";
+}
+
+/// The whole content of a sketch.
+inline QByteArray SketchContent(const RawFileSketch& sketch) {
+  QByteArray lines;
+  int index = 0;
+  int highest = 0;
+  int lowest = 9999;
+  const std::chrono::minutes step(sketch.stepMinutes);
+  for (DateTime time = sketch.first; time <= sketch.last; time += step, ++index) {
+    const int level = SketchLevelCm(index);
+    lines += OrdinaryLine(time, level);
+    highest = std::max(highest, level);
+    lowest = std::min(lowest, level);
+    const Day day = std::chrono::floor<std::chrono::days>(time);
+    if (!sketch.withExtremes || std::chrono::floor<std::chrono::days>(time + step) == day) continue;
+    lines += ExtremeLine("Max", time, highest) + ExtremeLine("Min", time, lowest);
+    highest = 0;
+    lowest = 9999;
+  }
+  return SketchHeader(sketch, index) + lines + QByteArray(20, '*') + "\r\n";
+}
+
+/// Writes the sketch into a folder (with its trailing separator) under its delivered name, or another one.
+inline QString WriteSketch(const QString& folder, const RawFileSketch& sketch, const QString& name = {}) {
+  const QString fileName = name.isEmpty() ? sketch.DeliveredName() : name;
+  QFile file(folder + fileName);
+  EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << fileName.toStdString();
+  const QByteArray content = SketchContent(sketch);
+  EXPECT_EQ(file.write(content), content.size());
+  return fileName;
+}
+
+}  // namespace vesk::test
