@@ -33,6 +33,14 @@ struct FileTally {
   qint64 refused = 0;                ///< unreadable date, time or level
 };
 
+/// A change log that was laid over the load, and where the next save goes.
+struct LoadedChangeLog {
+  int waterYear = 0;                 ///< 0 in single-file mode
+  QString readFrom;                  ///< path that was read; need not exist
+  QString saveTo;                    ///< path of the next save
+  ChangeLogOverlay overlay;
+};
+
 struct LoadedReadings {
   ReviewGrid grid;
   SetupCells setup;                  ///< "--" where the files of a water year differ
@@ -41,7 +49,7 @@ struct LoadedReadings {
   std::vector<FileTally> tallies;
   RawHeader header;                  ///< of the last file read
   QString refusedFile;               ///< file whose header ended the load; empty when none did
-  ChangeLogOverlay overlay;          ///< what the change log did
+  std::vector<LoadedChangeLog> changeLogs;  ///< one a chosen water year, or the one of a single file
   LevelExtent levels;
   int waterYear = 0;                 ///< the last chosen one; 0 in single-file mode
 };
