@@ -1,0 +1,51 @@
+// The multiple-station draw command: every entry of the graph list becomes a graph data file.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "platform/result.h"
+#include "review/load_readings.h"
+
+namespace vesk {
+
+inline constexpr int kMostGraphStations = 4;  ///< one series colour each among the options
+
+/// An entry of the graph list: nine characters of station, anything, four digits of the water year.
+struct GraphListEntry {
+  QString station;     ///< station entry, trimmed
+  int waterYear = 0;   ///< calendar year in which the water year ends
+};
+
+/// "station/year" as it is put into the list, whatever mark follows the year in the water-year entry.
+QString GraphListText(const QString& station, const QString& waterYearEntry);
+
+/// Nothing when the text carries no station or no water year.
+std::optional<GraphListEntry> ReadGraphListText(const QString& text);
+
+/// One written graph data file.
+struct GraphFileEntry {
+  QString path;       ///< data directory and file name
+  QString fileName;   ///< "Graf2011--12345.txt"
+  QString station;    ///< station number as the file name carries it
+  int waterYear = 0;
+};
+
+struct GraphFilesBuilt {
+  std::vector<GraphFileEntry> files;  ///< in list order
+  QStringList messages;               ///< what the loads and the writer want the operator to know
+};
+
+/// Loads one station's water year, as the review window does.
+using LoadWaterYear = std::function<Result<LoadedReadings>(const GraphListEntry& entry)>;
+
+/// Deletes every "Graf*.*" in dataDirectory, then loads each entry and writes its graph data file. Fails on an empty
+/// list, on more than kMostGraphStations entries and on an entry that cannot be read, before anything is deleted.
+Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const QStringList& entries,
+                                        const LoadWaterYear& load);
+
+}  // namespace vesk
