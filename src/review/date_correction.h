@@ -1,0 +1,29 @@
+// Date correction: a logger clock drifts, so the readings of one raw file are re-timed linearly between the
+// first reading, which keeps its time, and the last one, whose true time the operator knows.
+#pragma once
+
+#include <QString>
+
+#include "platform/result.h"
+#include "review/review_grid.h"
+
+namespace vesk {
+
+/// Form of the text that the operator types; refusals name it.
+inline constexpr char kDateTimeForm[] = "dd/mm/yyyy hh:mm";
+
+/// Time of a reading after the correction, to the minute: first + (time - first) x (target - first)/(last -
+/// first). last must differ from first.
+DateTime RetimedReading(DateTime time, DateTime first, DateTime last, DateTime target);
+
+/// Reads the operator's text and checks it against the grid. Refused (the reason says why): a text that is no
+/// date-time, a time not after the first reading, a grid that holds fewer than two different times.
+Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& grid);
+
+/// Re-times and re-orders the readings, replaces the logger's extreme records by computed ones at every
+/// change of day, and marks every row Corrected; levels, discharges, edit codes and baselines go along with
+/// their readings. False when the target is the last reading's own time: nothing changes. target as
+/// ReadCorrectionTarget gives it.
+bool CorrectDates(ReviewGrid& grid, DateTime target);
+
+}  // namespace vesk

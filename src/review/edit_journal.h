@@ -1,0 +1,74 @@
+// The edit journal: what the operator did since the last save, written down edit by edit, so that a crash or
+// a power cut costs nothing. It stands beside the change log and is gone once the work is saved or discarded.
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QFile>
+#include <QString>
+
+#include <vector>
+
+#include "datafiles/reading.h"
+#include "platform/result.h"
+#include "review/review_grid.h"
+
+namespace vesk {
+
+/// One thing the operator did that a later run can do again.
+struct JournalRecord {
+  enum class Kind { Edit, CorrectDates };
+  Kind kind = Kind::Edit;
+  int row = 0;  ///< Edit: grid row at the time
+  Day day{};    ///< Edit: date, time and label of that row, to find it again
+  int minuteOfDay = 0;
+  QString label;
+  double levelCm = 0;  ///< Edit: the level typed, cm
+  DateTime target{};   ///< CorrectDates: the true time of the last reading
+
+  bool operator==(const JournalRecord&) const = default;
+};
+
+/// What a journal offers: the work that was never saved, single-step undo already taken into account.
+struct PendingEdits {
+  std::vector<JournalRecord> records;
+  bool torn = false;  ///< the last record was cut short and is left out
+  [[nodiscard]] bool Empty() const { return records.empty(); }
+};
+
+/// changeLogPath + ".journal"; in single-file mode with the raw file's name between, since all single files
+/// of a station share one change log.
+QString JournalPath(const QString& changeLogPath, const QString& rawFileName = {});
+
+/// What the journal's bytes hold, up to the first record that is not whole.
+PendingEdits DecodeJournal(QByteArrayView content);
+
+/// What is pending beside a change log; nothing when there is no journal.
+Result<PendingEdits> JournalOf(const QString& journalPath);
+
+/// Writes records, each forced to the disk before the call returns.
+class EditJournal {
+ public:
+  EditJournal() = default;
+  explicit EditJournal(QString path) : path_(std::move(path)) {}
+  [[nodiscard]] const QString& Path() const { return path_; }
+
+  /// Goes on behind what DecodeJournal could read, cutting off a torn end. Without this call the first record
+  /// starts a new journal, and one that is there is kept under its name + ".old".
+  Status Resume();
+
+  Status Append(const JournalRecord& record);
+  Status AppendUndo();  ///< the last record not yet undone no longer counts
+  Status AppendRedo();  ///< the last undone record counts again
+  /// Closes and deletes the journal; also right when there is none.
+  Status Remove();
+
+ private:
+  Status AppendLine(const QByteArray& fields);
+  Status OpenNew();
+
+  QString path_;
+  QFile file_;
+};
+
+}  // namespace vesk

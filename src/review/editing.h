@@ -1,0 +1,126 @@
+// Editing of a loaded review grid: levels, undo, navigation, saving. One EditSession goes with one selection
+// window.
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+#include "platform/regional.h"
+#include "platform/result.h"
+#include "review/date_correction.h"
+#include "review/edit_journal.h"
+#include "review/load_readings.h"
+#include "review/review_grid.h"
+
+namespace vesk {
+
+/// A typed level as it is taken: "ö" (code 246), "/" and "," stand for the decimal point.
+QString NormaliseTypedLevel(const QString& typed);
+
+/// Level in cm of a typed text; refused when it is empty or no number.
+Result<double> ReadTypedLevel(const QString& typed);
+
+/// Which commands make sense now: Command4 (save), CmdUndo (undo all), single steps.
+struct EditCommands {
+  bool save = false;
+  bool undoAll = false;
+  bool undoStep = false;
+  bool redoStep = false;
+};
+
+/// Where to go for a date, and the date as it was understood.
+struct DateJump {
+  QString text;  ///< normalised, dd/mm/yyyy; empty when nothing was asked for
+  int row = 0;   ///< first row of that date; 0 when the grid has none
+};
+
+/// The grid of one load with everything the operator does to it. Rows count from 1.
+class EditSession : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit EditSession(QObject* parent = nullptr);
+
+  /// Takes over the grid and the change logs of a load; everything of the load before is dropped.
+  void Begin(LoadedReadings& loaded);
+  void Clear();
+
+  [[nodiscard]] const ReviewGrid& Grid() const { return grid_; }
+  /// Work of an earlier run that was never saved, for the grid just loaded; ask for it after Begin.
+  [[nodiscard]] Result<PendingEdits> Pending() const;
+  /// Does the pending work again; returns how many records no longer fit the grid.
+  int Restore(const PendingEdits& pending);
+  /// Forgets the pending work, or this session's unsaved edits, for good (the grid is left as it is).
+  Status Discard();
+
+  /// Edits since loading; the count of Text5.
+  [[nodiscard]] int ChangeCount() const { return static_cast<int>(changedRows_.size()); }
+  /// Row numbers of VSsatir: one an edit, ascending.
+  [[nodiscard]] const std::vector<int>& ChangedRows() const { return changedRows_; }
+  [[nodiscard]] bool HasUnsavedChanges() const { return unsaved_; }
+  [[nodiscard]] EditCommands Commands() const;
+
+  /// Only levels of reading rows can be edited.
+  [[nodiscard]] bool IsEditable(int row, GridColumn column) const;
+  /// Sets a level from a typed text. True when it changed the reading, false when it is the level already
+  /// there.
+  Result<bool> EditLevel(int row, const QString& typed);
+  /// Re-times a single file's readings so that the last one stands at the typed date and time (dd/mm/yyyy
+  /// hh:mm). False when that is its time already.
+  Result<bool> CorrectDates(const QString& targetText);
+  /// True for a single-file load: only such a grid can be re-timed.
+  [[nodiscard]] bool CanCorrectDates() const { return singleFile_ && grid_.ReadingCount() > 0; }
+
+  /// Steps back and forth through single edits (and date corrections). The row concerned; 0 when it was the
+  /// whole grid; nothing when there was no step to take.
+  std::optional<int> UndoStep();
+  std::optional<int> RedoStep();
+  /// CmdUndo: every level back to its baseline, every edit code one down.
+  void UndoAll();
+  /// Command4: writes the change log(s). On failure nothing is lost and the changes stay unsaved.
+  Status Save();
+
+  /// Next row below, or row above, that carries a change; 0 when there is none.
+  [[nodiscard]] int NextChange(int fromRow) const;
+  [[nodiscard]] int PreviousChange(int fromRow) const;
+  [[nodiscard]] DateJump GoToDate(const QString& typed) const;
+
+ Q_SIGNALS:
+  void RowChanged(int row);      ///< one row's cells
+  void GridAboutToBeReplaced();  ///< before rows come or go
+  void GridReplaced();
+  void AllRowsChanged();                    ///< cells anywhere, same rows
+  void StateChanged();                      ///< count, commands or the unsaved flag
+  void JournalFailed(const QString& text);  ///< once a load: edits go on, but do not survive a crash
+
+ private:
+  /// One step that can be taken back: a level with its mark before and after, or a whole grid.
+  struct Step {
+    JournalRecord record;
+    double oldLevelCm = 0;
+    RowMark oldMark, newMark;
+    std::optional<ReviewGrid> gridBefore;  ///< of a date correction
+  };
+
+  bool ApplyEdit(int row, double levelCm);
+  bool ApplyCorrection(DateTime target);
+  void Redo(const Step& step);
+  void ReplaceGrid(ReviewGrid grid);
+  void Journal(const Status& status);
+  int ResolveRow(const JournalRecord& record) const;
+  void ResetSteps();
+
+  ReviewGrid grid_;
+  std::vector<LoadedChangeLog> logs_;
+  EditJournal journal_;
+  bool journalFailed_ = false;
+  bool singleFile_ = false;
+  bool unsaved_ = false;
+  std::vector<int> changedRows_;
+  std::vector<Step> done_, undone_;
+};
+
+}  // namespace vesk

@@ -1,0 +1,50 @@
+// The review grid as a table model: a thin view of an EditSession's grid, nothing is copied.
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QItemSelection>
+
+#include "review/editing.h"
+
+namespace vesk {
+
+/// Model row n is grid row n + 1; the last model row is the empty row behind the readings.
+class ReviewGridModel : public QAbstractTableModel {
+  Q_OBJECT
+
+ public:
+  enum Role {
+    BorderColourRole = Qt::UserRole,  ///< QColor of the cell's border; invalid for none
+  };
+
+  /// The session must outlive the model.
+  explicit ReviewGridModel(EditSession& session, QObject* parent = nullptr);
+
+  [[nodiscard]] static int GridRow(const QModelIndex& index) { return index.row() + 1; }
+  /// Index of a grid row's cell; invalid when there is no such row.
+  [[nodiscard]] QModelIndex IndexOf(int gridRow, GridColumn column) const;
+  /// Width of a column at 15 twips to the pixel; 585 twips are 39 pixels. Least sizes: fonts may ask for
+  /// more.
+  [[nodiscard]] static int ColumnWidthPixels(GridColumn column);
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+  /// The selected cells as tab-separated lines, gaps as empty cells; for the clipboard.
+  [[nodiscard]] QString SelectionText(const QItemSelection& selection) const;
+
+ Q_SIGNALS:
+  void EditRefused(const QString& reason);  ///< a typed level that was not taken
+
+ private:
+  void RowChanged(int gridRow);
+  void AllRowsChanged();
+
+  EditSession& session_;
+};
+
+}  // namespace vesk
