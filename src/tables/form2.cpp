@@ -1,0 +1,145 @@
+#include "tables/form2.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "shell/main_frame.h"
+#include "shell/run_values.h"
+
+namespace vesk {
+
+Form2::Form2(MainFrame& frame) : frame_(frame) {
+  setObjectName(QStringLiteral("Form2"));
+  setWindowTitle(frame_.Run().language.Text(Caption::OpenExcelReport));
+  CreateControls();
+  ConnectControls();
+  ListTables();
+}
+
+void Form2::CreateControls() {
+  const Language& language = frame_.Run().language;
+  frameBox_ = new QGroupBox(language.Text(Caption::ExcelFile), this);
+  Label1_ = new QLabel(frameBox_);
+  Label1_->setObjectName(QStringLiteral("Label1"));
+  Label1_->setWordWrap(true);
+  Label1_->setTextFormat(Qt::PlainText);
+  File3_ = new QListWidget(frameBox_);
+  File3_->setObjectName(QStringLiteral("File3"));
+  File3_->setUniformItemSizes(true);
+  File3_->installEventFilter(this);
+  message_ = new QLabel(frameBox_);
+  message_->setObjectName(QStringLiteral("Message"));
+  message_->setWordWrap(true);
+  message_->setTextFormat(Qt::PlainText);
+  message_->setMinimumHeight(2 * fontMetrics().lineSpacing());
+  Command1_ = new QPushButton(language.Text(Caption::ReadDataFile), this);
+  Command1_->setObjectName(QStringLiteral("Command1"));
+  CmdVazgec_ = new QPushButton(language.Text(Caption::ExitStoredTables), this);
+  CmdVazgec_->setObjectName(QStringLiteral("CmdVazgec"));
+
+  auto* inside = new QVBoxLayout(frameBox_);
+  inside->addWidget(Label1_);
+  inside->addWidget(File3_, 1);
+  inside->addWidget(message_);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(Command1_);
+  buttons->addWidget(CmdVazgec_);
+  auto* all = new QVBoxLayout(this);
+  all->addWidget(frameBox_, 1);
+  all->addLayout(buttons);
+  setTabOrder({File3_, Command1_, CmdVazgec_});
+  setFocusProxy(File3_);
+  resize(460, 420);
+}
+
+void Form2::ConnectControls() {
+  connect(File3_, &QListWidget::itemActivated, this, &Form2::OpenSelected);
+  connect(Command1_, &QPushButton::clicked, this, &Form2::OpenSelected);
+  connect(CmdVazgec_, &QPushButton::clicked, this, &QWidget::close);
+  auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+  escape->setContext(Qt::WidgetWithChildrenShortcut);
+  connect(escape, &QShortcut::activated, this, &QWidget::close);
+}
+
+void Form2::ListTables() {
+  Label1_->setText(frame_.Run().dataDirectory);
+  const int row = File3_->currentRow();
+  File3_->clear();
+  for (const QString& name : ListStoredTables(frame_.Run().dataDirectory)) File3_->addItem(name);
+  File3_->setCurrentRow(std::min(row, File3_->count() - 1));
+}
+
+void Form2::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  Label1_->setText(frame_.Run().dataDirectory);
+}
+
+void Form2::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange) Label1_->setText(frame_.Run().dataDirectory);
+}
+
+QString Form2::SelectedPath() const {
+  const QListWidgetItem* item = File3_->currentItem();
+  return item == nullptr ? QString() : frame_.Run().dataDirectory + item->text();
+}
+
+void Form2::OpenSelected() {
+  const Language& language = frame_.Run().language;
+  const QString path = SelectedPath();
+  if (path.isEmpty()) {
+    Tell(Either(language, QStringLiteral("Önce listeden bir dosya seçiniz."),
+                QStringLiteral("Please choose a file in the list first.")));
+    return;
+  }
+  Tell({});
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  const Status opened = OpenStoredTable(frame_.Office(), path);
+  QApplication::restoreOverrideCursor();
+  if (opened) return;
+  Tell(Either(language, QStringLiteral("Dosya açılamadı."), QStringLiteral("The file could not be opened.")) +
+       QLatin1Char(' ') + opened.Failure().Text());
+}
+
+void Form2::DeleteSelected() {
+  const QString path = SelectedPath();
+  if (path.isEmpty()) return;
+  QApplication::beep();
+  const Language& language = frame_.Run().language;
+  const QString name = File3_->currentItem()->text();
+  const Result<Removal> removed = RemoveStoredTable(path, trash);
+  ListTables();
+  if (!removed) {
+    Tell(Either(language, QStringLiteral("Dosya silinemedi."),
+                QStringLiteral("The file could not be deleted.")) +
+         QLatin1Char(' ') + removed.Failure().Text());
+  } else if (*removed == Removal::Trashed) {
+    Tell(Either(language, QStringLiteral("Çöp kutusuna taşındı: "), QStringLiteral("Moved to the trash: ")) +
+         name);
+  } else {
+    Tell(Either(language, QStringLiteral("Silindi: "), QStringLiteral("Deleted: ")) + name);
+  }
+}
+
+void Form2::Tell(const QString& text) {
+  message_->setText(text);
+}
+
+bool Form2::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == File3_ && event->type() == QEvent::KeyPress &&
+      static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
+    DeleteSelected();
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace vesk
