@@ -1,0 +1,131 @@
+#include "platform/folders.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <array>
+
+namespace vesk {
+namespace {
+
+constexpr QLatin1String kFirstRunMarker("ilk.sil");
+constexpr QLatin1String kRegisterTemplate("IstSbl.mdb");
+constexpr std::array<QLatin1String, 3> kDeliveredFiles = {kRegisterTemplate, QLatin1String("Sablon.xls"),
+                                                          QLatin1String("Sablon_E.xls")};
+
+bool StartsWithDrive(const QString& text) {
+  return text.size() >= 2 && text[1] == QLatin1Char(':') && text[0].unicode() < 0x80 && text[0].isLetter();
+}
+
+/// "\name" is the root of the current drive; "\\server" names another machine and is left to the file system.
+bool StartsAtDriveRoot(const QString& text) {
+  return text.startsWith(QLatin1Char('\\')) && !text.startsWith(QLatin1String("\\\\"));
+}
+
+/// Folder that the program's files were installed into.
+QString InstalledFolder(const QString& executableFolder) {
+  if (FindEntry(executableFolder, kRegisterTemplate)) return executableFolder;
+  const QString shared =
+      WithTrailingSlash(QDir::cleanPath(executableFolder + QLatin1String("../share/vesk4")));
+  return FindEntry(shared, kRegisterTemplate) ? shared : executableFolder;
+}
+
+bool IsWritableFolder(const QString& path) {
+  const QFileInfo info(path);
+  return info.isDir() && info.isWritable();
+}
+
+Status FillProgramFolder(const QString& folder, const QString& installed) {
+  if (!QDir().mkpath(folder)) {
+    return Error{QStringLiteral("The program folder could not be made"), folder, {}};
+  }
+  for (const QLatin1String name : kDeliveredFiles) {
+    const std::optional<QString> source = FindEntry(installed, name);
+    if (!source || FindEntry(folder, name)) continue;
+    if (const Status copied = CopyNewFile(*source, folder + name); !copied) return copied;
+  }
+  return {};
+}
+
+Status LeaveFirstRunMarker(const QString& folder, const QString& settingsFileName) {
+  if (FindEntry(folder, settingsFileName) || FindEntry(folder, kFirstRunMarker)) return {};
+  QFile marker(folder + kFirstRunMarker);
+  if (!marker.open(QIODevice::WriteOnly)) {
+    return Error{QStringLiteral("The first-run marker could not be written"), marker.fileName(),
+                 marker.errorString()};
+  }
+  return {};
+}
+
+}  // namespace
+
+QString HomeFolder() {
+  return WithTrailingSlash(QDir::homePath());
+}
+
+QString TranslateFolderText(const QString& text, const QString& home) {
+  if (text.isEmpty()) return {};
+  const bool drive = StartsWithDrive(text);
+  const bool underHome = drive || StartsAtDriveRoot(text);
+  QString rest = drive ? text.mid(2) : text;
+  rest.replace(QLatin1Char('\\'), QLatin1Char('/'));
+  if (!underHome && rest.startsWith(QLatin1Char('/'))) return rest;
+  while (rest.startsWith(QLatin1Char('/'))) rest.remove(0, 1);
+  return home + rest;
+}
+
+QString WithTrailingSlash(const QString& text) {
+  QString path = text;
+  while (path.endsWith(QLatin1String("//"))) path.chop(1);
+  if (!path.isEmpty() && !path.endsWith(QLatin1Char('/'))) path += QLatin1Char('/');
+  return path;
+}
+
+bool IsReachableFolder(const QString& path) {
+  const QFileInfo info(path);
+  return !path.isEmpty() && info.isDir() && info.isExecutable();
+}
+
+std::optional<QString> FindEntry(const QString& folder, const QString& name) {
+  const QString base = WithTrailingSlash(folder);
+  if (base.isEmpty() || name.isEmpty()) return std::nullopt;
+  if (QFileInfo::exists(base + name)) return base + name;
+  const QStringList entries =
+      QDir(base).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+  for (const QString& entry : entries) {
+    if (entry.compare(name, Qt::CaseInsensitive) == 0) return base + entry;
+  }
+  return std::nullopt;
+}
+
+Status CopyNewFile(const QString& from, const QString& to) {
+  const QString what = QStringLiteral("The file could not be copied");
+  QFile source(from);
+  if (!source.open(QIODevice::ReadOnly)) return Error{what, from, source.errorString()};
+  const QByteArray content = source.readAll();
+  if (source.error() != QFileDevice::NoError) return Error{what, from, source.errorString()};
+  if (QFileInfo::exists(to)) return Error{what, to, QStringLiteral("it exists already")};
+  QSaveFile target(to);
+  if (!target.open(QIODevice::WriteOnly) || target.write(content) != content.size() || !target.commit()) {
+    return Error{what, to, target.errorString()};
+  }
+  return {};
+}
+
+Result<QString> ResolveProgramFolder(const ProgramPlaces& places) {
+  const QString executableFolder = WithTrailingSlash(places.executableFolder);
+  const QString installed = InstalledFolder(executableFolder);
+  QString folder = executableFolder;
+  if (installed != executableFolder || !IsWritableFolder(executableFolder)) {
+    folder = WithTrailingSlash(places.userDataFolder) + QLatin1String("vesk4/");
+    if (const Status filled = FillProgramFolder(folder, installed); !filled) return filled.Failure();
+  }
+  if (const Status marked = LeaveFirstRunMarker(folder, places.settingsFileName); !marked) {
+    return marked.Failure();
+  }
+  return folder;
+}
+
+}  // namespace vesk

@@ -1,0 +1,47 @@
+// The path layer: where folder texts written for drive letters and backslashes lead to on this machine, and
+// where the program keeps its own files.
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+#include "platform/result.h"
+
+namespace vesk {
+
+/// The operator's home folder with one trailing "/". It plays the part of "C:\".
+QString HomeFolder();
+
+/// A folder or file text in this machine's form: a drive letter or a leading "\" becomes the home folder, "\"
+/// becomes
+/// "/", and a text that starts at no root is taken under the home folder. An empty text stays empty.
+/// @param home with one trailing "/"
+QString TranslateFolderText(const QString& text, const QString& home = HomeFolder());
+
+/// The same text ending in exactly one "/"; an empty text stays empty.
+QString WithTrailingSlash(const QString& text);
+
+/// True when the text names a folder that can be entered.
+bool IsReachableFolder(const QString& path);
+
+/// Path of the entry of a folder whose name matches without regard to case; an exact match goes first.
+std::optional<QString> FindEntry(const QString& folder, const QString& name);
+
+/// Copies a file; never overwrites one. The copy appears whole or not at all.
+Status CopyNewFile(const QString& from, const QString& to);
+
+/// Where the files of the program may lie.
+struct ProgramPlaces {
+  QString executableFolder;  ///< folder of the running executable
+  QString userDataFolder;    ///< per-user data folder (XDG), without the program's own name
+  QString settingsFileName;  ///< e.g. "vesk4.ini"
+};
+
+/// The program folder, with one trailing "/": the executable's folder when it can be written and the
+/// program's files are not installed elsewhere, otherwise "vesk4/" in the user's data folder, filled from the
+/// installed files. A folder without a settings file gets the first-run marker, as an installer would leave
+/// it.
+Result<QString> ResolveProgramFolder(const ProgramPlaces& places);
+
+}  // namespace vesk
