@@ -1,4 +1,5 @@
-// Graph data files: one station and water year as fixed-length records, so that a graph can seek to any point.
+// Graph data files: one station and water year as fixed-length records, so that a graph can seek to any
+// point.
 #pragma once
 
 #include <QByteArray>
@@ -16,7 +17,8 @@ namespace vesk {
 
 inline constexpr int kGraphRecordBytes = 32;  ///< "dd/mm/yyyy,hh:mm,llllll,nn-ort" and CR LF
 
-/// "Graf" + water year + "-" + the last six characters of the station, blanks in front when it is shorter, + ".txt".
+/// "Graf" + water year + "-" + the last six characters of the station, blanks in front when it is shorter, +
+/// ".txt".
 QString GraphFileName(int waterYear, const QString& station);
 
 /// The station number that a graph file's name carries, without blanks and hyphen; empty for any other name.
@@ -30,8 +32,9 @@ struct GraphFileWritten {
   std::vector<qint64> cutRecords;  ///< numbers (from 1) of records whose level has more than six characters
 };
 
-/// Writes one record a reading, in order, into dataDirectory (trailing separator), whole or not at all. A reading
-/// without a level (not a number) ends the file. A level text longer than its field keeps its last six characters.
+/// Writes one record a reading, in order, into dataDirectory (trailing separator), whole or not at all. A
+/// reading without a level (not a number) ends the file. A level text longer than its field keeps its last
+/// six characters.
 Result<GraphFileWritten> WriteGraphFile(const QString& dataDirectory, int waterYear, const QString& station,
                                         std::span<const Reading> readings);
 

@@ -17,7 +17,9 @@ using std::chrono::year_month_day;
 constexpr int kMostRestCharacters = 80;  // what is looked at behind a separator
 constexpr int kLastFallbackYear = 1900;  // years up to this one are counted in the fallback calendar
 
-bool IsDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
+bool IsDigit(QChar c) {
+  return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
 
 QString Padded(int value, int width) {
   const QString digits = QString::number(std::abs(value));
@@ -38,8 +40,10 @@ QByteArray LeadingNumber(QStringView text, QChar decimalSign) {
       point = true;
       digits += '.';
     } else if ((c == QLatin1Char('-') || c == QLatin1Char('+')) && atStart) {
-      if (c == QLatin1Char('-')) digits += '-';
-      else if (exponent) continue;
+      if (c == QLatin1Char('-'))
+        digits += '-';
+      else if (exponent)
+        continue;
     } else if ((c == QLatin1Char('e') || c == QLatin1Char('E')) && !exponent && !digits.isEmpty()) {
       exponent = true;
       digits += 'e';
@@ -182,15 +186,16 @@ QString NumberText(double value) {
   if (value == 0) return QStringLiteral("0");  // also -0
   std::array<char, 64> buffer{};
   // 15 significant digits hide the binary tail of a decimal figure; %g drops trailing zeros.
-  const auto [end, problem] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                            std::chars_format::general, 15);
+  const auto [end, problem] =
+      std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general, 15);
   if (problem != std::errc{}) return QString::number(value, 'g', 15);
   return QString::fromLatin1(buffer.data(), end - buffer.data());
 }
 
 QString NormaliseDateText(const QString& text, const Regional& regional) {
   const DateParts parts = SplitDateText(text);
-  const QString yearText = IsPlainNumber(parts.rest) ? parts.rest.rightJustified(4, QLatin1Char('0')) : parts.rest;
+  const QString yearText =
+      IsPlainNumber(parts.rest) ? parts.rest.rightJustified(4, QLatin1Char('0')) : parts.rest;
   return parts.dayText + regional.dateSeparator + parts.monthText + regional.dateSeparator + yearText;
 }
 
@@ -254,20 +259,30 @@ Day WaterYearLastDay(int waterYear) {
   return Day(year_month_day(year(waterYear), month(kLastWaterYearMonth), day(30)));
 }
 
-QString WaterYearStartText(int waterYear) { return QStringLiteral("01/10/") + Padded(waterYear - 1, 4); }
+QString WaterYearStartText(int waterYear) {
+  return QStringLiteral("01/10/") + Padded(waterYear - 1, 4);
+}
 
 QString DateKey(DateTime time) {
   const Day date = std::chrono::floor<days>(time);
   const int minute = static_cast<int>((time - date).count());
-  return Padded(YearOf(date), 4) + Padded(MonthOf(date), 2) + Padded(DayOf(date), 2) + Padded(minute / 60, 2) +
-         Padded(minute % 60, 2);
+  return Padded(YearOf(date), 4) + Padded(MonthOf(date), 2) + Padded(DayOf(date), 2) +
+         Padded(minute / 60, 2) + Padded(minute % 60, 2);
 }
 
-int DayOf(Day date) { return static_cast<int>(static_cast<unsigned>(year_month_day(date).day())); }
-int MonthOf(Day date) { return static_cast<int>(static_cast<unsigned>(year_month_day(date).month())); }
-int YearOf(Day date) { return static_cast<int>(year_month_day(date).year()); }
+int DayOf(Day date) {
+  return static_cast<int>(static_cast<unsigned>(year_month_day(date).day()));
+}
+int MonthOf(Day date) {
+  return static_cast<int>(static_cast<unsigned>(year_month_day(date).month()));
+}
+int YearOf(Day date) {
+  return static_cast<int>(year_month_day(date).year());
+}
 
-QString MonthOfText(const QString& text) { return SplitDateText(text).monthText; }
+QString MonthOfText(const QString& text) {
+  return SplitDateText(text).monthText;
+}
 
 QString AddDaysText(const QString& dateText, int count, const Regional& regional) {
   FallbackDay date = ReadFallbackDay(dateText);

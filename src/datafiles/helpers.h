@@ -1,5 +1,5 @@
-// Date, time and number helpers: everything that reads or writes a number or a date in a file goes through these,
-// so no file ever depends on the machine's regional settings.
+// Date, time and number helpers: everything that reads or writes a number or a date in a file goes through
+// these, so no file ever depends on the machine's regional settings.
 #pragma once
 
 #include <QString>
@@ -38,21 +38,21 @@ std::optional<DateTime> ReadDateTime(QStringView text);
 /// Reads "hh:mm", 00:00 to 24:00, as minutes of the day (0 to 1440).
 std::optional<int> ReadClock(QStringView text);
 
-QString DateText(Day day);                 ///< "dd/mm/yyyy"
-QString ClockText(int minuteOfDay);        ///< "hh:mm"
-QString DateTimeText(DateTime time);       ///< "dd/mm/yyyy hh:mm"
+QString DateText(Day day);            ///< "dd/mm/yyyy"
+QString ClockText(int minuteOfDay);   ///< "hh:mm"
+QString DateTimeText(DateTime time);  ///< "dd/mm/yyyy hh:mm"
 
 /// The calendar year in which the water year of a day ends (1 October to 30 September).
 int WaterYearOf(Day day);
-Day WaterYearFirstDay(int waterYear);      ///< 1 October of waterYear - 1
-Day WaterYearLastDay(int waterYear);       ///< 30 September of waterYear
-QString WaterYearStartText(int waterYear); ///< "01/10/" and waterYear - 1 in four digits
+Day WaterYearFirstDay(int waterYear);       ///< 1 October of waterYear - 1
+Day WaterYearLastDay(int waterYear);        ///< 30 September of waterYear
+QString WaterYearStartText(int waterYear);  ///< "01/10/" and waterYear - 1 in four digits
 
 /// yyyymmddhhmm, so that keys sort in time order as text.
 QString DateKey(DateTime time);
 
-int DayOf(Day day);                        ///< day of the month, 1 to 31
-int MonthOf(Day day);                      ///< month, 1 to 12
+int DayOf(Day day);    ///< day of the month, 1 to 31
+int MonthOf(Day day);  ///< month, 1 to 12
 int YearOf(Day day);
 /// The month part of a day/month/year text, two digits.
 QString MonthOfText(const QString& text);
@@ -68,7 +68,8 @@ int DayCount(const QString& a, const QString& b);
 /// True when the list holds exactly that text.
 bool ListContains(const std::vector<QString>& list, const QString& text);
 
-/// Running level range of a grid: the least and greatest level, cm. The start values are those of an empty range.
+/// Running level range of a grid: the least and greatest level, cm. The start values are those of an empty
+/// range.
 struct LevelExtent {
   double highestCm = 0;
   double lowestCm = 9999999;

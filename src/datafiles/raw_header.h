@@ -19,7 +19,7 @@ namespace vesk {
 inline constexpr char kAcceptedVersions[] = "V10V11V21";
 
 struct RawHeader {
-  QString CompanionName;      ///< data directory + name with its 9th character "_" + ".xxx"
+  QString CompanionName;  ///< data directory + name with its 9th character "_" + ".xxx"
   QString Version;
   QString LoggerType;
   QString RegionNo;
@@ -29,18 +29,18 @@ struct RawHeader {
   int SetupDay = 0, SetupMonth = 0, SetupYear = 0, SetupHour = 0, SetupMinute = 0;
   DateTime FirstRecordTime{};
   int FirstDay = 0, FirstMonth = 0, FirstYear = 0, FirstHour = 0, FirstMinute = 0;
-  QString FirstClock;         ///< hour:minute without padding
+  QString FirstClock;  ///< hour:minute without padding
   DateTime LastRecordTime{};
   int LastHour = 0, LastMinute = 0;
   QString LastClock;
   int FirstWaterYear = 0, LastWaterYear = 0;
-  QString WaterYearStart;     ///< first day of the first water year, dd/mm/yyyy
-  QString WaterYearsText;     ///< " 2009" or " 2008 - 2009"
+  QString WaterYearStart;  ///< first day of the first water year, dd/mm/yyyy
+  QString WaterYearsText;  ///< " 2009" or " 2008 - 2009"
   double SampleCount = 0;
   double SampleInterval = 0;  ///< minutes
   double RecordInterval = 0;  ///< minutes
   int DaysCovered = 0;
-  qint64 HeaderEnd = 0;       ///< 1-based byte offset of the first data line
+  qint64 HeaderEnd = 0;  ///< 1-based byte offset of the first data line
 };
 
 /// The 15 values beside the setup-parameter labels, top to bottom.
@@ -51,11 +51,11 @@ enum class HeaderMode { Full, HeaderOnly };        ///< Full also fills the setu
 
 /// What the reader needs from outside. Null members are left out.
 struct HeaderSinks {
-  QString dataDirectory;                          ///< folder of the file, with its trailing separator
-  std::vector<QString>* messages = nullptr;       ///< message list; cleared by every call
-  SetupCells* cells = nullptr;                    ///< written in full mode
-  QString stationName;                            ///< name shown in the setup cells
-  bool stampMarker = false;                       ///< replace a fresh file's marker; the only change ever made
+  QString dataDirectory;                     ///< folder of the file, with its trailing separator
+  std::vector<QString>* messages = nullptr;  ///< message list; cleared by every call
+  SetupCells* cells = nullptr;               ///< written in full mode
+  QString stationName;                       ///< name shown in the setup cells
+  bool stampMarker = false;                  ///< replace a fresh file's marker; the only change ever made
 };
 
 /// errorText is empty for a usable file, else "Version Hatasi" or "Data'da Bilinmeyen Bir Hata Var";
@@ -63,7 +63,7 @@ struct HeaderSinks {
 struct RawHeaderReading {
   RawHeader header;
   QString errorText;
-  QString detail;             ///< file, line and what was expected, for the message list; empty when fine
+  QString detail;  ///< file, line and what was expected, for the message list; empty when fine
   [[nodiscard]] bool Usable() const { return errorText.isEmpty(); }
 };
 
@@ -71,8 +71,8 @@ struct RawHeaderReading {
 RawHeaderReading DecodeRawHeader(QByteArrayView bytes, const QString& fileName, HeaderScope scope,
                                  HeaderMode mode, const HeaderSinks& sinks);
 
-/// Reads dataDirectory + fileName: header only, never the data lines. A missing file gives an untouched record
-/// and no error text.
+/// Reads dataDirectory + fileName: header only, never the data lines. A missing file gives an untouched
+/// record and no error text.
 RawHeaderReading ReadRawHeader(const QString& fileName, HeaderScope scope, HeaderMode mode,
                                const HeaderSinks& sinks);
 

@@ -14,13 +14,13 @@ using DateTime = std::chrono::sys_time<std::chrono::minutes>;
 enum class ReadingKind : std::uint8_t { Ordinary, Maximum, Minimum };
 
 struct Reading {
-  double levelCm = 0;               ///< water level, centimetres (metres of the raw line x 100)
-  std::int64_t levelByte = 0;       ///< 1-based byte position of the level field in its raw file
-  Day day{};                        ///< date of the reading
-  std::int16_t minuteOfDay = 0;     ///< 0 to 1439, as shown: 00:00 and 24:00 are 23:59 (1439)
+  double levelCm = 0;            ///< water level, centimetres (metres of the raw line x 100)
+  std::int64_t levelByte = 0;    ///< 1-based byte position of the level field in its raw file
+  Day day{};                     ///< date of the reading
+  std::int16_t minuteOfDay = 0;  ///< 0 to 1439, as shown: 00:00 and 24:00 are 23:59 (1439)
   ReadingKind kind = ReadingKind::Ordinary;
-  char flag = ' ';                  ///< column 22 of the raw line, Windows-1254; blank when there is none
-  std::uint8_t sourceFile = 1;      ///< 1-based position of its raw file in the load
+  char flag = ' ';              ///< column 22 of the raw line, Windows-1254; blank when there is none
+  std::uint8_t sourceFile = 1;  ///< 1-based position of its raw file in the load
 
   [[nodiscard]] DateTime Time() const { return DateTime(day) + std::chrono::minutes(minuteOfDay); }
 };

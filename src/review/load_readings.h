@@ -16,42 +16,44 @@ inline constexpr int kMostFilesInLoad = 20;
 
 /// What is to be loaded. Files are the station's list, in list order, superseded read-outs left out.
 struct LoadRequest {
-  QString dataDirectory;             ///< with its trailing separator
-  QString station;                   ///< nine-character station entry
-  QString stationName;               ///< as the register has it; shown among the setup parameters
-  std::vector<RawFile> files;        ///< water-year mode: all files of the station; single-file mode: the one
-  std::vector<QString> waterYears;   ///< chosen water-year entries ("2011 " or "2011 Dönüşmüş"); empty: single file
+  QString dataDirectory;       ///< with its trailing separator
+  QString station;             ///< nine-character station entry
+  QString stationName;         ///< as the register has it; shown among the setup parameters
+  std::vector<RawFile> files;  ///< water-year mode: all files of the station; single-file mode: the one
+  std::vector<QString>
+      waterYears;  ///< chosen water-year entries ("2011 " or "2011 Dönüşmüş"); empty: single file
   Regional regional;
 };
 
-/// Lines of one raw file: kept + beforeWindow + blank + refused (+ header) = lines read.
+/// Lines of one raw file: 15 + kept + outsideWindow + blank + refused + afterEnd are all its lines.
 struct FileTally {
   QString file;
   qint64 kept = 0;
   qint64 outsideWindow = 0;
   qint64 blank = 0;
-  qint64 refused = 0;                ///< unreadable date, time or level
+  qint64 refused = 0;   ///< unreadable date, time or level
+  qint64 afterEnd = 0;  ///< the line of 20 asterisks and what follows it
 };
 
 /// A change log that was laid over the load, and where the next save goes.
 struct LoadedChangeLog {
-  int waterYear = 0;                 ///< 0 in single-file mode
-  QString readFrom;                  ///< path that was read; need not exist
-  QString saveTo;                    ///< path of the next save
+  int waterYear = 0;  ///< 0 in single-file mode
+  QString readFrom;   ///< path that was read; need not exist
+  QString saveTo;     ///< path of the next save
   ChangeLogOverlay overlay;
 };
 
 struct LoadedReadings {
   ReviewGrid grid;
-  SetupCells setup;                  ///< "--" where the files of a water year differ
-  std::vector<QString> files;        ///< names of the files used, in file-number order
-  std::vector<QString> messages;     ///< for the message list
+  SetupCells setup;               ///< "--" where the files of a water year differ
+  std::vector<QString> files;     ///< names of the files used, in file-number order
+  std::vector<QString> messages;  ///< for the message list
   std::vector<FileTally> tallies;
-  RawHeader header;                  ///< of the last file read
-  QString refusedFile;               ///< file whose header ended the load; empty when none did
+  RawHeader header;                         ///< of the last file read
+  QString refusedFile;                      ///< file whose header ended the load; empty when none did
   std::vector<LoadedChangeLog> changeLogs;  ///< one a chosen water year, or the one of a single file
   LevelExtent levels;
-  int waterYear = 0;                 ///< the last chosen one; 0 in single-file mode
+  int waterYear = 0;  ///< the last chosen one; 0 in single-file mode
 };
 
 /// Reads the readings, lays the change log over them, takes the baseline and the level range.

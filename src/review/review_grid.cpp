@@ -13,13 +13,20 @@ QString FlagText(char flag) {
 
 QString Title(GridColumn column) {
   switch (column) {
-    case GridColumn::Date: return QStringLiteral("Tarih");
-    case GridColumn::Time: return QStringLiteral("Zaman");
-    case GridColumn::Level: return QStringLiteral("Seviye");
-    case GridColumn::Discharge: return QStringLiteral("Debi");
-    case GridColumn::Label: return QStringLiteral("Ozel");
-    case GridColumn::Code: return QStringLiteral("Kod");
-    case GridColumn::Baseline: return QStringLiteral("Byte No.");
+    case GridColumn::Date:
+      return QStringLiteral("Tarih");
+    case GridColumn::Time:
+      return QStringLiteral("Zaman");
+    case GridColumn::Level:
+      return QStringLiteral("Seviye");
+    case GridColumn::Discharge:
+      return QStringLiteral("Debi");
+    case GridColumn::Label:
+      return QStringLiteral("Ozel");
+    case GridColumn::Code:
+      return QStringLiteral("Kod");
+    case GridColumn::Baseline:
+      return QStringLiteral("Byte No.");
   }
   return {};
 }
@@ -93,16 +100,22 @@ QString ReviewGrid::Text(int row, GridColumn column) const {
   if (!IsReading(row)) return {};
   const Reading& reading = At(row);
   switch (column) {
-    case GridColumn::Date: return DateText(reading.day);
-    case GridColumn::Time: return ClockText(reading.minuteOfDay);
-    case GridColumn::Level: return NumberText(reading.levelCm);
-    case GridColumn::Discharge: return Discharge(row);
-    case GridColumn::Label: return RecordLabel(reading);
+    case GridColumn::Date:
+      return DateText(reading.day);
+    case GridColumn::Time:
+      return ClockText(reading.minuteOfDay);
+    case GridColumn::Level:
+      return NumberText(reading.levelCm);
+    case GridColumn::Discharge:
+      return Discharge(row);
+    case GridColumn::Label:
+      return RecordLabel(reading);
     case GridColumn::Code: {
       const int code = Mark(row).editCode;
       return code == RowMark::kFlagCode ? FlagText(reading.flag) : QString::number(code);
     }
-    case GridColumn::Baseline: return NumberText(Mark(row).baselineCm);
+    case GridColumn::Baseline:
+      return NumberText(Mark(row).baselineCm);
   }
   return {};
 }

@@ -34,8 +34,8 @@ struct RowMark {
 
 inline constexpr int kSavedCode = 999;
 
-/// Rows are numbered from 1 as operators see them; row 0 is the titles, and one empty row stands behind the last
-/// reading, so RowCount() is ReadingCount() + 2. Cell texts are formed when asked for.
+/// Rows are numbered from 1 as operators see them; row 0 is the titles, and one empty row stands behind the
+/// last reading, so RowCount() is ReadingCount() + 2. Cell texts are formed when asked for.
 class ReviewGrid {
  public:
   void Clear();

@@ -33,26 +33,26 @@ struct HourlyReading {
 
 /// A maximum or minimum record on the hourly sheet.
 struct HourlyRecord {
-  int row = 0;        ///< sheet row it stands on
+  int row = 0;  ///< sheet row it stands on
   bool maximum = false;
   LevelAt value;
 };
 
 struct DayRecord {
   Day day{};
-  int sheetRow = 0;                      ///< row on the daily sheet
+  int sheetRow = 0;  ///< row on the daily sheet
   std::optional<LevelAt> maximum;
   std::optional<LevelAt> minimum;
-  std::optional<double> meanCm;          ///< rounded to whole cm; only with a minimum record
-  int readings = 0;                      ///< ordinary readings of the day
-  double weightedSum = 0;                ///< level x minutes
-  int lastMinute = 0;                    ///< minute of the day's last reading
+  std::optional<double> meanCm;  ///< rounded to whole cm; only with a minimum record
+  int readings = 0;              ///< ordinary readings of the day
+  double weightedSum = 0;        ///< level x minutes
+  int lastMinute = 0;            ///< minute of the day's last reading
 };
 
 struct LevelTable {
   int waterYear = 0;
-  QString title;                         ///< station number, " - ", name
-  std::vector<HourlyReading> hourly;     ///< sheet rows 5, 6, 7 ...
+  QString title;                      ///< station number, " - ", name
+  std::vector<HourlyReading> hourly;  ///< sheet rows 5, 6, 7 ...
   std::vector<HourlyRecord> records;
   std::vector<int> missingExtremesRows;  ///< hourly sheet rows under which a day ended without extremes
   std::vector<DayRecord> days;           ///< in grid order

@@ -1,0 +1,72 @@
+#include "datafiles/archive.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+
+#include <algorithm>
+
+#include "datafiles/file_bytes.h"
+#include "datafiles/raw_file_names.h"
+
+namespace vesk {
+namespace {
+
+Status CopyWhole(const QString& from, const QString& to) {
+  FileBytes bytes;
+  const auto content = bytes.Read(from);
+  if (!content) return content.Failure();
+  QSaveFile copy(to);
+  const QString what = QStringLiteral("The superseded read-out could not be archived");
+  if (!copy.open(QIODevice::WriteOnly)) return Error{what, to, copy.errorString()};
+  if (copy.write(content->data(), content->size()) != content->size() || !copy.commit()) {
+    return Error{what, to, copy.errorString()};
+  }
+  return {};
+}
+
+}  // namespace
+
+std::vector<QString> SupersededNames(const std::vector<QString>& listedNames) {
+  std::vector<QString> superseded;
+  for (auto name = listedNames.begin(); name != listedNames.end(); ++name) {
+    const QStringView stem = QStringView(*name).left(kStemLength);
+    const bool later = std::any_of(name + 1, listedNames.end(), [&](const QString& other) {
+      return QStringView(other).left(kStemLength).compare(stem, Qt::CaseInsensitive) == 0;
+    });
+    if (later) superseded.push_back(*name);
+  }
+  return superseded;
+}
+
+ArchiveReport ArchiveDuplicateRawFiles(const QString& dataDirectory,
+                                       const std::vector<QString>& listedNames) {
+  ArchiveReport report;
+  std::vector<QString> present;
+  for (const QString& entry : listedNames) {
+    const QString name = entry.left(kListNameLength);
+    if (QFile::exists(dataDirectory + name)) present.push_back(name);
+  }
+  const QString archive = dataDirectory + QLatin1String(kArchiveFolder) + QLatin1Char('/');
+  for (const QString& name : SupersededNames(present)) {
+    if (!QDir().mkpath(archive)) {
+      report.failures.push_back({QStringLiteral("The archive folder could not be made"), archive, QString()});
+      return report;
+    }
+    const Status copied = CopyWhole(dataDirectory + name, archive + name);
+    QFile original(dataDirectory + name);
+    if (!copied) {
+      report.failures.push_back(copied.Failure());
+    } else if (!original.remove()) {
+      report.failures.push_back(
+          {QStringLiteral("The archived read-out could not be removed from the data directory"),
+           original.fileName(), original.errorString()});
+    } else {
+      report.changed = true;
+      report.archived.push_back(name);
+    }
+  }
+  return report;
+}
+
+}  // namespace vesk

@@ -1,0 +1,217 @@
+#include "datafiles/data_lines.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace vesk {
+namespace {
+
+constexpr std::int16_t kEndOfDay = 1439;
+constexpr std::ptrdiff_t kLevelColumn = 22;  // 0-based
+constexpr std::ptrdiff_t kLevelWidth = 5;
+constexpr std::ptrdiff_t kFieldsEnd = kLevelColumn + kLevelWidth;
+constexpr std::ptrdiff_t kLeastTail = 6;  // a shorter tail is never read
+constexpr std::string_view kEndMark = "********************";
+
+constexpr std::array<double, 6> kPowersOfTen = {1, 10, 100, 1000, 10000, 100000};
+
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\r';
+}
+
+int TwoDigits(const char* p) {
+  if (!IsDigit(p[0]) || !IsDigit(p[1])) return -1;
+  return (p[0] - '0') * 10 + (p[1] - '0');
+}
+
+/// Metres, five characters, point or comma -> centimetres, exact for what the digits say.
+std::optional<double> LevelCm(std::string_view field) {
+  while (!field.empty() && IsBlank(field.front())) field.remove_prefix(1);
+  while (!field.empty() && IsBlank(field.back())) field.remove_suffix(1);
+  const bool negative = !field.empty() && field.front() == '-';
+  if (!field.empty() && (field.front() == '-' || field.front() == '+')) field.remove_prefix(1);
+  int digits = 0;
+  int value = 0;
+  int decimals = -1;  // -1: no decimal sign yet
+  for (const char c : field) {
+    if (IsDigit(c)) {
+      value = value * 10 + (c - '0');
+      ++digits;
+      if (decimals >= 0) ++decimals;
+    } else if ((c == '.' || c == ',') && decimals < 0) {
+      decimals = 0;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (digits == 0) return std::nullopt;
+  const int shift = 2 - std::max(decimals, 0);
+  const double magnitude = shift >= 0 ? value * kPowersOfTen[static_cast<std::size_t>(shift)]
+                                      : value / kPowersOfTen[static_cast<std::size_t>(-shift)];
+  return negative ? -magnitude : magnitude;
+}
+
+/// Minute of the day as the grid shows it; -1 when the field is no time.
+int MinuteOf(const char* p) {
+  const int hour = TwoDigits(p);
+  const int minute = TwoDigits(p + 3);
+  if (hour < 0 || minute < 0 || minute > 59 || IsDigit(p[2])) return -1;
+  const int total = hour * 60 + minute;
+  if (total > 1440) return -1;
+  return total == 0 || total == 1440 ? kEndOfDay : total;
+}
+
+/// Readings come in runs of one date: the last date text is remembered with its day.
+class DateReader {
+ public:
+  std::optional<Day> Read(const char* p) {
+    if (known_ && std::memcmp(p, text_.data(), text_.size()) == 0) return day_;
+    const int d = TwoDigits(p);
+    const int m = TwoDigits(p + 3);
+    const int century = TwoDigits(p + 6);
+    const int rest = TwoDigits(p + 8);
+    if (d < 0 || m < 0 || century < 0 || rest < 0 || IsDigit(p[2]) || IsDigit(p[5])) return std::nullopt;
+    const std::chrono::year_month_day date(std::chrono::year(century * 100 + rest),
+                                           std::chrono::month(static_cast<unsigned>(m)),
+                                           std::chrono::day(static_cast<unsigned>(d)));
+    if (!date.ok()) return std::nullopt;
+    std::memcpy(text_.data(), p, text_.size());
+    day_ = Day(date);
+    known_ = true;
+    return day_;
+  }
+
+ private:
+  std::array<char, 10> text_{};
+  Day day_{};
+  bool known_ = false;
+};
+
+enum class LineEnd { Next, Stop };
+
+class Decoder {
+ public:
+  Decoder(std::uint8_t sourceFile, const std::optional<DayWindow>& window, std::vector<Reading>& out,
+          DataLineTally& tally)
+      : sourceFile_(sourceFile), window_(window), out_(out), tally_(tally) {}
+
+  /// text: the trimmed line; levelByte: position of its level field; cut: the file ends inside the line.
+  LineEnd Line(std::string_view text, qint64 levelByte, bool cut) {
+    ++line_;
+    if (text.empty()) {
+      ++tally_.blank;
+      return LineEnd::Next;
+    }
+    if (text == kEndMark) {
+      ++tally_.afterEnd;
+      return LineEnd::Stop;
+    }
+    const bool maximum = text.starts_with("Max");
+    const bool extreme = maximum || text.starts_with("Min");
+    if (text.size() <= static_cast<std::size_t>(kLevelColumn)) return Refuse("a line of at least 23 columns");
+    if (cut && text.size() < static_cast<std::size_t>(kFieldsEnd)) {
+      return Refuse("a whole line; the file ends in the middle of this one");
+    }
+    const auto day = dates_.Read(text.data() + (extreme ? 4 : 0));
+    if (!day)
+      return Refuse(extreme ? "a date dd/mm/yyyy in columns 5-14" : "a date dd/mm/yyyy in columns 1-10");
+    const int minute = MinuteOf(text.data() + (extreme ? 15 : 12));
+    if (minute < 0)
+      return Refuse(extreme ? "a time hh:mm in columns 16-20" : "a time hh:mm in columns 13-17");
+    const auto level = LevelCm(text.substr(static_cast<std::size_t>(kLevelColumn), kLevelWidth));
+    if (!level) return Refuse("a level in metres in columns 23-27");
+
+    if (!extreme) {
+      place_ = Place(*day);
+      if (place_ == Position::Behind) {
+        ++tally_.outsideWindow;
+        return LineEnd::Stop;
+      }
+    }
+    const Position position = place_ == Position::Unknown ? Place(*day) : place_;
+    if (position != Position::Inside) {
+      ++tally_.outsideWindow;
+      return LineEnd::Next;
+    }
+    ++tally_.kept;
+    Reading& reading = out_.emplace_back();
+    reading.levelCm = *level;
+    reading.levelByte = levelByte;
+    reading.day = *day;
+    reading.minuteOfDay = static_cast<std::int16_t>(minute);
+    reading.kind = !extreme ? ReadingKind::Ordinary : maximum ? ReadingKind::Maximum : ReadingKind::Minimum;
+    reading.flag = text[static_cast<std::size_t>(kLevelColumn) - 1];
+    reading.sourceFile = sourceFile_;
+    return LineEnd::Next;
+  }
+
+ private:
+  enum class Position { Unknown, Before, Inside, Behind };
+
+  [[nodiscard]] Position Place(Day day) const {
+    if (!window_) return Position::Inside;
+    if (day < window_->first) return Position::Before;
+    return day > window_->last ? Position::Behind : Position::Inside;
+  }
+
+  LineEnd Refuse(const char* expected) {
+    ++tally_.refused;
+    if (tally_.faults.size() < kMostFaultsKept) {
+      tally_.faults.push_back({line_, QString::fromLatin1(expected)});
+    }
+    return LineEnd::Next;
+  }
+
+  std::uint8_t sourceFile_;
+  const std::optional<DayWindow>& window_;
+  std::vector<Reading>& out_;
+  DataLineTally& tally_;
+  DateReader dates_;
+  Position place_ = Position::Unknown;
+  qint64 line_ = kHeaderLines;
+};
+
+qint64 CountLines(const char* from, const char* end) {
+  if (from >= end) return 0;
+  const qint64 breaks = std::count(from, end, '\n');
+  return breaks + (end[-1] == '\n' ? 0 : 1);
+}
+
+}  // namespace
+
+DataLineTally DecodeDataLines(QByteArrayView file, qint64 headerEnd, std::uint8_t sourceFile,
+                              const std::optional<DayWindow>& window, std::vector<Reading>& out) {
+  DataLineTally tally;
+  const char* const begin = file.data();
+  const char* const end = begin + file.size();
+  if (headerEnd < 1 || headerEnd > file.size()) return tally;
+  Decoder decoder(sourceFile, window, out, tally);
+
+  const char* at = begin + (headerEnd - 1);
+  while (end - at >= kLeastTail) {
+    const auto* lineBreak =
+        static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
+    const char* lineEnd = lineBreak ? lineBreak : end;
+    const char* first = at;
+    const char* last = lineEnd;
+    while (first < last && IsBlank(*first)) ++first;
+    while (last > first && IsBlank(last[-1])) --last;
+    const qint64 levelByte = (at - begin) + 1 + kLevelColumn;
+    const qint64 outsideBefore = tally.outsideWindow;
+    at = lineBreak ? lineBreak + 1 : end;
+    if (decoder.Line({first, static_cast<std::size_t>(last - first)}, levelByte, !lineBreak) ==
+        LineEnd::Stop) {
+      const qint64 unread = CountLines(at, end);
+      (tally.outsideWindow > outsideBefore ? tally.outsideWindow : tally.afterEnd) += unread;
+      return tally;
+    }
+  }
+  tally.afterEnd += CountLines(at, end);
+  return tally;
+}
+
+}  // namespace vesk

@@ -1,0 +1,45 @@
+// Decodes the data lines of a raw logger file straight from its bytes.
+#pragma once
+
+#include <QByteArrayView>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+#include "datafiles/reading.h"
+
+namespace vesk {
+
+/// Days to be loaded, both included.
+struct DayWindow {
+  Day first{};
+  Day last{};
+};
+
+/// A line that could not be read as a reading.
+struct LineFault {
+  qint64 line = 0;   ///< 1-based line number in the file
+  QString expected;  ///< which field, and what it should have held
+};
+
+inline constexpr int kHeaderLines = 15;
+inline constexpr std::size_t kMostFaultsKept = 100;  ///< faults named one by one; all are counted
+
+/// kept + outsideWindow + blank + refused + afterEnd are all lines behind the header.
+struct DataLineTally {
+  qint64 kept = 0;
+  qint64 outsideWindow = 0;
+  qint64 blank = 0;
+  qint64 refused = 0;
+  qint64 afterEnd = 0;            ///< the line of 20 asterisks and whatever follows it
+  std::vector<LineFault> faults;  ///< the first kMostFaultsKept refused lines
+};
+
+/// Appends the readings of a file to `out`. file: the whole file; headerEnd: 1-based byte offset of its first
+/// data line; sourceFile: 1 to 20. Readings before the window are passed over, the first one behind it ends
+/// the file; an extreme record goes with the ordinary reading before it.
+DataLineTally DecodeDataLines(QByteArrayView file, qint64 headerEnd, std::uint8_t sourceFile,
+                              const std::optional<DayWindow>& window, std::vector<Reading>& out);
+
+}  // namespace vesk

@@ -1,0 +1,25 @@
+#include "datafiles/file_bytes.h"
+
+#include <QFile>
+
+namespace vesk {
+
+Result<QByteArrayView> FileBytes::Read(const QString& path) {
+  const QString what = QStringLiteral("The raw file could not be read");
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return Error{what, path, file.errorString()};
+  const qint64 size = file.size();
+  if (size > kLargestRawFile)
+    return Error{what, path, QStringLiteral("larger than 1 GB, so no logger wrote it")};
+  if (buffer_.size() < size) buffer_.resize(size);
+  qint64 filled = 0;
+  while (filled < size) {
+    const qint64 got = file.read(buffer_.data() + filled, size - filled);
+    if (got < 0) return Error{what, path, file.errorString()};
+    if (got == 0) break;  // shortened meanwhile: what is there is read
+    filled += got;
+  }
+  return QByteArrayView(buffer_.constData(), filled);
+}
+
+}  // namespace vesk

@@ -1,0 +1,129 @@
+#include "datafiles/graph_file.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QSaveFile>
+
+#include <cmath>
+
+#include "datafiles/helpers.h"
+
+namespace vesk {
+namespace {
+
+constexpr int kStationField = 6;
+constexpr int kLevelField = 6;
+constexpr qint64 kLeastRecordBytes = 5;
+
+QRegularExpressionMatch MatchName(const QString& fileName) {
+  static const QRegularExpression pattern(QStringLiteral("^Graf(\\d{4})-(.{6})\\.txt$"),
+                                          QRegularExpression::CaseInsensitiveOption);
+  return pattern.match(fileName);
+}
+
+// The sign position stays: a blank stands for "not negative".
+QByteArray LevelText(double levelCm) {
+  QByteArray text = NumberText(levelCm).toLatin1();
+  if (!text.startsWith('-')) text.prepend(' ');
+  return text;
+}
+
+QByteArray LabelText(const Reading& reading) {
+  const QByteArray number = QByteArray::number(reading.sourceFile).rightJustified(2, '0');
+  switch (reading.kind) {
+    case ReadingKind::Maximum:
+      return number + "-Max";
+    case ReadingKind::Minimum:
+      return number + "-Min";
+    case ReadingKind::Ordinary:
+      break;
+  }
+  return number + "-ort";
+}
+
+void AppendRecord(QByteArray& content, const Reading& reading, const QByteArray& level) {
+  content += DateText(reading.day).toLatin1();
+  content += ',';
+  content += ClockText(reading.minuteOfDay).toLatin1();
+  content += ',';
+  content += level.right(kLevelField).rightJustified(kLevelField, ' ');
+  content += ',';
+  content += LabelText(reading);
+  content += "\r\n";
+}
+
+Error WriteFailure(const QString& path, const QString& reason) {
+  return {QStringLiteral("The graph data file could not be written"), path, reason};
+}
+
+}  // namespace
+
+QString GraphFileName(int waterYear, const QString& station) {
+  const QString year = QStringLiteral("%1").arg(waterYear, 4, 10, QLatin1Char('0'));
+  return QStringLiteral("Graf") + year + QLatin1Char('-') +
+         station.right(kStationField).rightJustified(kStationField, QLatin1Char(' ')) +
+         QStringLiteral(".txt");
+}
+
+QString StationOfGraphFile(const QString& fileName) {
+  const auto match = MatchName(fileName);
+  if (!match.hasMatch()) return {};
+  const QString station = match.captured(2).trimmed();
+  return station.startsWith(QLatin1Char('-')) ? station.mid(1) : station;
+}
+
+int WaterYearOfGraphFile(const QString& fileName) {
+  const auto match = MatchName(fileName);
+  return match.hasMatch() ? match.capturedView(1).toInt() : 0;
+}
+
+Result<GraphFileWritten> WriteGraphFile(const QString& dataDirectory, int waterYear, const QString& station,
+                                        std::span<const Reading> readings) {
+  GraphFileWritten written;
+  written.name = GraphFileName(waterYear, station);
+  QByteArray content;
+  content.reserve(static_cast<qsizetype>(readings.size()) * kGraphRecordBytes);
+  for (const Reading& reading : readings) {
+    if (std::isnan(reading.levelCm)) break;
+    const QByteArray level = LevelText(reading.levelCm);
+    AppendRecord(content, reading, level);
+    ++written.records;
+    const bool onlySignBlankLost = level.size() == kLevelField + 1 && level.startsWith(' ');
+    if (level.size() > kLevelField && !onlySignBlankLost) written.cutRecords.push_back(written.records);
+  }
+  QSaveFile file(dataDirectory + written.name);
+  if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
+    return WriteFailure(file.fileName(), file.errorString());
+  }
+  return written;
+}
+
+qint64 GraphRecordCount(QByteArrayView content) {
+  // Record n starts at (n - 1) x 32; it is one while at least five bytes follow that place.
+  if (content.size() < kLeastRecordBytes) return 0;
+  return (content.size() - kLeastRecordBytes) / kGraphRecordBytes + 1;
+}
+
+std::optional<GraphRecord> GraphRecordAt(QByteArrayView content, qint64 n) {
+  if (n < 1 || n > GraphRecordCount(content)) return std::nullopt;
+  const QByteArrayView bytes = content.sliced((n - 1) * kGraphRecordBytes);
+  const auto field = [bytes](qsizetype start, qsizetype length) {
+    if (start >= bytes.size()) return QByteArrayView{};
+    return bytes.sliced(start, std::min(length, bytes.size() - start));
+  };
+  return GraphRecord{field(0, 10), field(11, 5), field(17, 6), field(24, 6)};
+}
+
+Result<QByteArray> ReadGraphFile(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) {
+    return Error{QStringLiteral("The graph data file could not be read"), path, file.errorString()};
+  }
+  QByteArray content = file.readAll();
+  if (file.error() != QFileDevice::NoError) {
+    return Error{QStringLiteral("The graph data file could not be read"), path, file.errorString()};
+  }
+  return content;
+}
+
+}  // namespace vesk

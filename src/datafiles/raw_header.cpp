@@ -1,0 +1,266 @@
+#include "datafiles/raw_header.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+#include "datafiles/data_lines.h"
+#include "datafiles/header_checks.h"
+#include "platform/code_page.h"
+
+namespace vesk {
+namespace {
+
+constexpr qint64 kFirstLook = 4096;  // a header is under 1 kB
+constexpr qint64 kLongestHeader = 65536;
+constexpr qsizetype kValueColumn = 26;  // 0-based
+constexpr qsizetype kLongestValue = 80;
+constexpr qsizetype kDateTimeWidth = 16;
+constexpr qsizetype kMarkerBytes = 10;
+constexpr char kMarker[] = "sefnor";
+constexpr char kStamp[] = "        \r\n";
+static_assert(sizeof(kStamp) - 1 == kMarkerBytes);
+
+struct HeaderLines {
+  std::array<QByteArrayView, kHeaderLines> lines;
+  int count = 0;
+  qint64 end = 0;  ///< 0-based offset behind the last line
+};
+
+HeaderLines SplitHeader(QByteArrayView bytes) {
+  HeaderLines header;
+  qsizetype at = 0;
+  while (header.count < kHeaderLines && at < bytes.size()) {
+    const qsizetype lineBreak = bytes.indexOf('\n', at);
+    if (lineBreak < 0) break;  // a header line that is not ended is cut off
+    QByteArrayView line = bytes.sliced(at, lineBreak - at);
+    if (line.endsWith('\r')) line.chop(1);
+    header.lines[static_cast<std::size_t>(header.count++)] = line;
+    at = lineBreak + 1;
+  }
+  header.end = at;
+  return header;
+}
+
+QString CompanionName(const QString& dataDirectory, const QString& fileName) {
+  if (fileName.isEmpty()) return {};
+  QString name = fileName;
+  if (name.size() >= 9) name[8] = QLatin1Char('_');
+  return dataDirectory + name + QStringLiteral(".xxx");
+}
+
+struct DateParts {
+  int day, month, year, hour, minute;
+};
+
+DateParts PartsOf(DateTime time) {
+  const Day date = std::chrono::floor<std::chrono::days>(time);
+  const int minute = static_cast<int>((time - date).count());
+  return {DayOf(date), MonthOf(date), YearOf(date), minute / 60, minute % 60};
+}
+
+QString UnpaddedClock(int hour, int minute) {
+  return QString::number(hour) + QLatin1Char(':') + QString::number(minute);
+}
+
+/// Decodes one header into a record. The first failing line names itself; later lines are still read.
+class HeaderDecoder {
+ public:
+  HeaderDecoder(const HeaderLines& lines, QString fileName, RawHeaderReading& result)
+      : lines_(lines), fileName_(std::move(fileName)), result_(result), header_(result.header) {}
+
+  void Decode() {
+    header_.Version = Value(3);
+    header_.LoggerType = Value(4);
+    header_.RegionNo = Value(5);
+    header_.BasinNo = Value(6);
+    header_.StationNo = Value(7);
+    SetSetup(Date(8, kLongestValue));
+    SetFirst(Date(9, kDateTimeWidth));
+    SetLast(Date(10, kDateTimeWidth));
+    header_.SampleCount = ParseNumber(Value(11));
+    header_.SampleInterval = ParseNumber(Value(12));
+    header_.RecordInterval = ParseNumber(Value(13));
+    if (lines_.count < kHeaderLines) {
+      Fail(lines_.count + 1, QStringLiteral("15 header lines"));
+      return;
+    }
+    header_.HeaderEnd = lines_.end + 1;
+  }
+
+  [[nodiscard]] QString CorrectionCode() const {
+    return lines_.count > 0 ? DecodeWindows1254(lines_.lines[0]).trimmed() : QString();
+  }
+
+ private:
+  /// number: 1 to 15.
+  [[nodiscard]] QString Value(int number, qsizetype width = kLongestValue) const {
+    if (number > lines_.count) return {};
+    const QByteArrayView line = lines_.lines[static_cast<std::size_t>(number - 1)];
+    if (line.size() <= kValueColumn) return {};
+    return DecodeWindows1254(line.sliced(kValueColumn, std::min(width, line.size() - kValueColumn)))
+        .trimmed();
+  }
+
+  std::optional<DateTime> Date(int number, qsizetype width) {
+    const auto date = ReadDateTime(NormaliseDateText(Value(number, width)));
+    if (!date && number <= lines_.count)
+      Fail(number, QStringLiteral("a date dd/mm/yyyy hh:mm from column 27 on"));
+    return date;
+  }
+
+  void SetSetup(std::optional<DateTime> time) {
+    if (!time) return;
+    const DateParts parts = PartsOf(*time);
+    header_.SetupTime = *time;
+    header_.SetupDay = parts.day;
+    header_.SetupMonth = parts.month;
+    header_.SetupYear = parts.year;
+    header_.SetupHour = parts.hour;
+    header_.SetupMinute = parts.minute;
+  }
+
+  void SetFirst(std::optional<DateTime> time) {
+    if (!time) return;
+    const DateParts parts = PartsOf(*time);
+    header_.FirstRecordTime = *time;
+    header_.FirstDay = parts.day;
+    header_.FirstMonth = parts.month;
+    header_.FirstYear = parts.year;
+    header_.FirstHour = parts.hour;
+    header_.FirstMinute = parts.minute;
+    header_.FirstClock = UnpaddedClock(parts.hour, parts.minute);
+    header_.FirstWaterYear = WaterYearOf(std::chrono::floor<std::chrono::days>(*time));
+    header_.WaterYearStart = WaterYearStartText(header_.FirstWaterYear);
+  }
+
+  void SetLast(std::optional<DateTime> time) {
+    if (!time) return;
+    const DateParts parts = PartsOf(*time);
+    header_.LastRecordTime = *time;
+    header_.LastHour = parts.hour;
+    header_.LastMinute = parts.minute;
+    header_.LastClock = UnpaddedClock(parts.hour, parts.minute);
+    header_.LastWaterYear = WaterYearOf(std::chrono::floor<std::chrono::days>(*time));
+  }
+
+  void Fail(int line, const QString& expected) {
+    if (!result_.errorText.isEmpty()) return;
+    result_.errorText = UnknownErrorText();
+    result_.detail = QStringLiteral("%1, line %2: expected %3").arg(fileName_).arg(line).arg(expected);
+  }
+
+  const HeaderLines& lines_;
+  QString fileName_;
+  RawHeaderReading& result_;
+  RawHeader& header_;
+};
+
+void DeriveYearsAndDays(RawHeader& header) {
+  const Day first = std::chrono::floor<std::chrono::days>(header.FirstRecordTime);
+  const Day last = std::chrono::floor<std::chrono::days>(header.LastRecordTime);
+  header.DaysCovered = static_cast<int>((last - first).count());  // whole days: both ends at day precision
+  if (header.FirstWaterYear == 0 && header.LastWaterYear == 0) return;
+  header.WaterYearsText = QLatin1Char(' ') + QString::number(header.FirstWaterYear);
+  if (header.FirstWaterYear != header.LastWaterYear) {
+    header.WaterYearsText += QStringLiteral(" - ") + QString::number(header.LastWaterYear);
+  }
+}
+
+QString DateTimeCell(DateTime time) {
+  return time == DateTime{} ? QString() : DateTimeText(time);
+}
+
+void FillCells(const RawHeader& header, const QString& stationName, SetupCells& cells) {
+  cells = {header.Version,
+           header.LoggerType,
+           QString(),
+           header.RegionNo,
+           header.BasinNo,
+           header.StationNo,
+           stationName,
+           DateTimeCell(header.SetupTime),
+           DateTimeCell(header.FirstRecordTime),
+           DateTimeCell(header.LastRecordTime),
+           (header.DaysCovered >= 0 ? QStringLiteral(" ") : QString()) + QString::number(header.DaysCovered) +
+               QStringLiteral(" Gün"),
+           NumberText(header.SampleCount) + QStringLiteral(" Adet"),
+           NumberText(header.SampleInterval) + QStringLiteral(" Dak."),
+           NumberText(header.RecordInterval) + QStringLiteral(" Dak."),
+           header.WaterYearsText};
+}
+
+void AddMessage(const HeaderSinks& sinks, const QString& text) {
+  if (sinks.messages && !text.isEmpty() && !ListContains(*sinks.messages, text))
+    sinks.messages->push_back(text);
+}
+
+/// Replaces a fresh file's marker. A file that cannot be written is read all the same.
+void StampMarker(const QString& path, QByteArray& bytes) {
+  if (!bytes.left(kMarkerBytes).contains(kMarker) || bytes.size() < kMarkerBytes) return;
+  QFile file(path);
+  if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly)) return;
+  if (file.write(kStamp, kMarkerBytes) != kMarkerBytes) return;
+  if (!file.flush()) return;
+  bytes.replace(0, kMarkerBytes, QByteArray(kStamp, kMarkerBytes));
+}
+
+void FailToRead(RawHeaderReading& result, const HeaderSinks& sinks, const QString& fileName,
+                const QString& reason) {
+  result.errorText = UnknownErrorText();
+  result.detail = fileName + QStringLiteral(": ") + reason;
+  AddMessage(sinks, UnknownErrorMessage());
+}
+
+}  // namespace
+
+RawHeaderReading DecodeRawHeader(QByteArrayView bytes, const QString& fileName, HeaderScope scope,
+                                 HeaderMode mode, const HeaderSinks& sinks) {
+  if (sinks.messages) sinks.messages->clear();
+  RawHeaderReading result;
+  result.header.CompanionName = CompanionName(sinks.dataDirectory, fileName);
+  const HeaderLines lines = SplitHeader(bytes);
+  HeaderDecoder decoder(lines, fileName, result);
+  decoder.Decode();
+  if (!result.errorText.isEmpty()) AddMessage(sinks, UnknownErrorMessage());
+  AddMessage(sinks, CorrectionNote(decoder.CorrectionCode(), scope));
+  if (!IsAcceptedVersion(result.header.Version)) {
+    result.errorText = VersionErrorText();
+    result.detail = QStringLiteral("%1, line 3: version \"%2\" is not read; expected 10, 11 or 21")
+                        .arg(fileName, result.header.Version);
+    AddMessage(sinks, VersionErrorText());
+    return result;
+  }
+  DeriveYearsAndDays(result.header);
+  if (mode == HeaderMode::Full && sinks.cells) FillCells(result.header, sinks.stationName, *sinks.cells);
+  return result;
+}
+
+RawHeaderReading ReadRawHeader(const QString& fileName, HeaderScope scope, HeaderMode mode,
+                               const HeaderSinks& sinks) {
+  if (sinks.messages) sinks.messages->clear();
+  RawHeaderReading result;
+  const QString path = sinks.dataDirectory + fileName;
+  const QFileInfo info(path);
+  if (fileName.isEmpty() || !info.exists()) return result;
+  if (!info.isFile()) {
+    FailToRead(result, sinks, fileName, QStringLiteral("not a file"));
+    return result;
+  }
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    FailToRead(result, sinks, fileName, file.errorString());
+    return result;
+  }
+  QByteArray bytes = file.read(kFirstLook);
+  if (bytes.count('\n') < kHeaderLines && file.size() > bytes.size()) {
+    bytes += file.read(kLongestHeader - bytes.size());
+  }
+  file.close();
+  if (sinks.stampMarker) StampMarker(path, bytes);
+  return DecodeRawHeader(bytes, fileName, scope, mode, sinks);
+}
+
+}  // namespace vesk

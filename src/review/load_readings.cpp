@@ -1,0 +1,164 @@
+#include "review/load_readings.h"
+
+#include <algorithm>
+
+#include "datafiles/data_lines.h"
+#include "datafiles/file_bytes.h"
+#include "review/setup_parameters.h"
+
+namespace vesk {
+namespace {
+
+constexpr int kLargestFileNumber = 99;  // record labels have two digits for it
+
+/// One load under way.
+class Loader {
+ public:
+  explicit Loader(const LoadRequest& request) : request_(request) {}
+
+  void LoadSingleFile() {
+    const RawFile& file = request_.files.front();
+    RawHeaderReading reading = ReadHeader(file, HeaderScope::SingleFile);
+    loaded_.header = reading.header;
+    loaded_.setup = cells_;
+    if (Refused(file, reading)) return;
+    ReadLines(file, reading.header, 1, std::nullopt);
+  }
+
+  void LoadWaterYear(const QString& entry) {
+    const int year = entry.left(4).toInt();
+    const DayWindow window{WaterYearFirstDay(year), WaterYearLastDay(year)};
+    loaded_.waterYear = year;
+    int filesOfYear = 0;
+    for (std::size_t i = 0; i < request_.files.size(); ++i) {
+      const RawFile& file = request_.files[i];
+      const RawHeaderReading reading = ReadHeader(file, HeaderScope::WaterYear);
+      if (Refused(file, reading)) return;
+      loaded_.header = reading.header;
+      MergeCells(i == 0, year);
+      if (reading.header.LastWaterYear < year || reading.header.FirstWaterYear > year) continue;
+      if (filesOfYear == kMostFilesInLoad) {
+        loaded_.messages.push_back(
+            QStringLiteral("%1: water year %2 has more than %3 files; only the first %3 are loaded")
+                .arg(request_.station)
+                .arg(year)
+                .arg(kMostFilesInLoad));
+        return;
+      }
+      ++filesOfYear;
+      const int number = std::min(static_cast<int>(i) + 1, kLargestFileNumber);
+      ReadLines(file, reading.header, static_cast<std::uint8_t>(number), window);
+    }
+  }
+
+  /// entry: empty in single-file mode.
+  Status LayChangeLog(const QString& entry) {
+    LoadedChangeLog log;
+    log.waterYear = entry.left(4).toInt();
+    log.saveTo = ChangeLogPath(request_.dataDirectory, request_.station, entry);
+    log.readFrom = ChangeLogToRead(request_.dataDirectory, request_.station, entry);
+    auto overlay = LoadChangeLog(log.readFrom, loaded_.grid);
+    if (!overlay) return overlay.Failure();
+    log.overlay = std::move(*overlay);
+    loaded_.messages.insert(loaded_.messages.end(), log.overlay.messages.begin(), log.overlay.messages.end());
+    loaded_.changeLogs.push_back(std::move(log));
+    return {};
+  }
+
+  LoadedReadings Finish() {
+    LevelRange(loaded_.grid, loaded_.levels);
+    loaded_.grid.TakeBaseline();
+    return std::move(loaded_);
+  }
+
+ private:
+  RawHeaderReading ReadHeader(const RawFile& file, HeaderScope scope) {
+    std::vector<QString> notes;
+    HeaderSinks sinks;
+    sinks.dataDirectory = request_.dataDirectory;
+    sinks.messages = &notes;
+    sinks.cells = &cells_;
+    sinks.stationName = request_.stationName;
+    RawHeaderReading reading = ReadRawHeader(file.diskName, scope, HeaderMode::Full, sinks);
+    headerNotes_ = std::move(notes);  // the list shows the notes of the file read last
+    return reading;
+  }
+
+  bool Refused(const RawFile& file, const RawHeaderReading& reading) {
+    if (reading.Usable()) return false;
+    loaded_.refusedFile = file.listName;
+    loaded_.messages.insert(loaded_.messages.end(), headerNotes_.begin(), headerNotes_.end());
+    loaded_.messages.push_back(reading.detail);
+    return true;
+  }
+
+  void MergeCells(bool first, int year) {
+    if (first && loaded_.files.empty()) {
+      reference_ = cells_;
+      loaded_.setup = cells_;
+      loaded_.setup[kSetupWaterYearsRow] = QString::number(year);
+    } else {
+      MergeSetupCells(reference_, cells_, loaded_.setup);
+    }
+  }
+
+  void ReadLines(const RawFile& file, const RawHeader& header, std::uint8_t number,
+                 const std::optional<DayWindow>& window) {
+    const auto content = bytes_.Read(request_.dataDirectory + file.diskName);
+    if (!content) {
+      loaded_.messages.push_back(content.Failure().Text());
+      return;
+    }
+    std::vector<Reading>& readings = loaded_.grid.LoaderReadings();
+    constexpr qsizetype kBytesPerLine = 29;
+    readings.reserve(readings.size() + static_cast<std::size_t>(content->size() / kBytesPerLine));
+    const DataLineTally tally = DecodeDataLines(*content, header.HeaderEnd, number, window, readings);
+    loaded_.files.push_back(file.listName);
+    loaded_.messages.insert(loaded_.messages.end(), headerNotes_.begin(), headerNotes_.end());
+    for (const LineFault& fault : tally.faults) {
+      loaded_.messages.push_back(QStringLiteral("%1, line %2: not loaded; expected %3")
+                                     .arg(file.listName)
+                                     .arg(fault.line)
+                                     .arg(fault.expected));
+    }
+    if (tally.refused > static_cast<qint64>(tally.faults.size())) {
+      loaded_.messages.push_back(
+          QStringLiteral("%1: %2 lines were not loaded in all").arg(file.listName).arg(tally.refused));
+    }
+    loaded_.tallies.push_back({.file = file.listName,
+                               .kept = tally.kept,
+                               .outsideWindow = tally.outsideWindow,
+                               .blank = tally.blank,
+                               .refused = tally.refused,
+                               .afterEnd = tally.afterEnd});
+  }
+
+  const LoadRequest& request_;
+  LoadedReadings loaded_;
+  FileBytes bytes_;
+  SetupCells cells_;
+  SetupCells reference_;
+  std::vector<QString> headerNotes_;
+};
+
+}  // namespace
+
+Result<LoadedReadings> LoadReadings(const LoadRequest& request) {
+  if (request.files.empty()) {
+    return Error{
+        QStringLiteral("No raw file to load for station %1").arg(request.station), request.dataDirectory, {}};
+  }
+  Loader loader(request);
+  if (request.waterYears.empty()) {
+    loader.LoadSingleFile();
+    if (const Status laid = loader.LayChangeLog({}); !laid) return laid.Failure();
+    return loader.Finish();
+  }
+  for (const QString& entry : request.waterYears) loader.LoadWaterYear(entry);
+  for (const QString& entry : request.waterYears) {
+    if (const Status laid = loader.LayChangeLog(entry); !laid) return laid.Failure();
+  }
+  return loader.Finish();
+}
+
+}  // namespace vesk

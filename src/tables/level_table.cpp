@@ -1,0 +1,168 @@
+#include "tables/level_table.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace vesk {
+namespace {
+
+constexpr int kRowsPerMonth = 35;
+constexpr int kFirstDailyRow = 5;
+constexpr int kMonthsPerYear = 12;
+
+/// Walks the grid once, in grid order, and closes a day at its minimum record.
+class TableBuilder {
+ public:
+  TableBuilder(const ReviewGrid& grid, ExtremeMode mode, bool withHourly, LevelTable& table)
+      : grid_(grid), mode_(mode), withHourly_(withHourly), table_(table) {}
+
+  void Build() {
+    const std::vector<Reading>& readings = grid_.Readings();
+    if (readings.empty()) return;
+    if (withHourly_) table_.hourly.reserve(readings.size());
+    int row = 0;
+    for (const Reading& reading : readings) {
+      ++row;
+      switch (reading.kind) {
+        case ReadingKind::Maximum:
+          AddMaximum(row, reading);
+          break;
+        case ReadingKind::Minimum:
+          AddMinimum(row, reading);
+          break;
+        case ReadingKind::Ordinary:
+          AddReading(row, reading);
+          break;
+      }
+    }
+    if (readings_ > 0) CloseWithoutExtremes();
+  }
+
+ private:
+  [[nodiscard]] LevelAt ValueOf(int row) const {
+    const Reading& reading = grid_.At(row);
+    return {reading.minuteOfDay, reading.levelCm, grid_.Discharge(row)};
+  }
+
+  DayRecord& RecordOf(Day day) {
+    if (table_.days.empty() || table_.days.back().day != day) {
+      DayRecord& record = table_.days.emplace_back();
+      record.day = day;
+      record.sheetRow = DailySheetRow(day);
+    }
+    return table_.days.back();
+  }
+
+  void AddMaximum(int row, const Reading& reading) {
+    if (mode_ == ExtremeMode::Recorded) maximumRow_ = row;
+    if (withHourly_) table_.records.push_back({HourlyRow() - 1, true, ValueOf(row)});
+    DayRecord& record = RecordOf(reading.day);
+    if (maximumRow_ > 0) record.maximum = ValueOf(maximumRow_);
+  }
+
+  void AddMinimum(int row, const Reading& reading) {
+    if (mode_ == ExtremeMode::Recorded) minimumRow_ = row;
+    if (withHourly_) table_.records.push_back({HourlyRow(), false, ValueOf(row)});
+    DayRecord& record = RecordOf(reading.day);
+    if (minimumRow_ > 0) record.minimum = ValueOf(minimumRow_);
+    if (lastMinute_ > 0) record.meanCm = std::floor(weightedSum_ / lastMinute_ + 0.5);
+    CloseDay(record);
+  }
+
+  void AddReading(int row, const Reading& reading) {
+    if (readings_ > 0 && reading.day != readingDay_) {
+      if (withHourly_) table_.missingExtremesRows.push_back(HourlyRow());
+      CloseWithoutExtremes();
+    }
+    readingDay_ = reading.day;
+    ++hourlyCount_;
+    if (withHourly_) table_.hourly.push_back({reading.day, ValueOf(row)});
+    const int minute = reading.minuteOfDay;
+    weightedSum_ += reading.levelCm * (minute - previousMinute_);
+    previousMinute_ = minute;
+    lastMinute_ = minute;
+    ++readings_;
+    if (mode_ == ExtremeMode::Computed) KeepExtremes(row, reading.levelCm);
+  }
+
+  /// The earliest of equal readings wins.
+  void KeepExtremes(int row, double levelCm) {
+    if (maximumRow_ == 0 || levelCm > highestCm_) {
+      highestCm_ = levelCm;
+      maximumRow_ = row;
+    }
+    if (minimumRow_ == 0 || levelCm < lowestCm_) {
+      lowestCm_ = levelCm;
+      minimumRow_ = row;
+    }
+  }
+
+  /// A day of readings ended without a minimum record: it gets no mean, and nothing of it may leak into the
+  /// next.
+  void CloseWithoutExtremes() { CloseDay(RecordOf(readingDay_)); }
+
+  void CloseDay(DayRecord& record) {
+    record.readings = readings_;
+    record.weightedSum = weightedSum_;
+    record.lastMinute = lastMinute_;
+    StartAfresh();
+  }
+
+  void StartAfresh() {
+    weightedSum_ = 0;
+    previousMinute_ = 0;
+    lastMinute_ = 0;
+    readings_ = 0;
+    maximumRow_ = 0;
+    minimumRow_ = 0;
+  }
+
+  [[nodiscard]] int HourlyRow() const { return kFirstHourlyRow - 1 + hourlyCount_; }
+
+  const ReviewGrid& grid_;
+  const ExtremeMode mode_;
+  const bool withHourly_;
+  LevelTable& table_;
+
+  Day readingDay_{};
+  int hourlyCount_ = 0;
+  double weightedSum_ = 0;
+  int previousMinute_ = 0;
+  int lastMinute_ = 0;
+  int readings_ = 0;
+  int maximumRow_ = 0;
+  int minimumRow_ = 0;
+  double highestCm_ = 0;
+  double lowestCm_ = 0;
+};
+
+}  // namespace
+
+ExtremeMode ExtremeModeOf(const QString& slotText) {
+  return slotText == QLatin1String("FT") ? ExtremeMode::Computed : ExtremeMode::Recorded;
+}
+
+int WaterYearMonth(int month) {
+  const int shifted = month - kLastWaterYearMonth;
+  return shifted > 0 ? shifted : shifted + kMonthsPerYear;
+}
+
+int MinutesOfDay(QStringView clock) {
+  return ReadClock(clock).value_or(0);
+}
+
+int DailySheetRow(Day day) {
+  return kRowsPerMonth * (WaterYearMonth(MonthOf(day)) - 1) + DayOf(day) + kFirstDailyRow - 1;
+}
+
+LevelTable ComputeLevelTable(const ReviewGrid& grid, int waterYear, ExtremeMode mode, const QString& title,
+                             bool withHourly) {
+  LevelTable table;
+  table.waterYear = waterYear;
+  table.title = title;
+  TableBuilder(grid, mode, withHourly, table).Build();
+  return table;
+}
+
+}  // namespace vesk
