@@ -66,6 +66,10 @@ QString HomeFolder() {
 }
 
 QString TranslateFolderText(const QString& text, const QString& home) {
+  return TranslatePathText(text, home, home);
+}
+
+QString TranslatePathText(const QString& text, const QString& home, const QString& base) {
   if (text.isEmpty()) return {};
   const bool drive = StartsWithDrive(text);
   const bool underHome = drive || StartsAtDriveRoot(text);
@@ -73,7 +77,7 @@ QString TranslateFolderText(const QString& text, const QString& home) {
   rest.replace(QLatin1Char('\\'), QLatin1Char('/'));
   if (!underHome && rest.startsWith(QLatin1Char('/'))) return rest;
   while (rest.startsWith(QLatin1Char('/'))) rest.remove(0, 1);
-  return home + rest;
+  return (underHome ? home : base) + rest;
 }
 
 QString WithTrailingSlash(const QString& text) {

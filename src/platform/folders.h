@@ -19,6 +19,10 @@ QString HomeFolder();
 /// @param home with one trailing "/"
 QString TranslateFolderText(const QString& text, const QString& home = HomeFolder());
 
+/// The same for a file or program text: one that starts at no root is taken under the base folder.
+/// @param base with one trailing "/"
+QString TranslatePathText(const QString& text, const QString& home, const QString& base);
+
 /// The same text ending in exactly one "/"; an empty text stays empty.
 QString WithTrailingSlash(const QString& text);
 

@@ -9,6 +9,8 @@
 
 namespace vesk {
 
+struct LanguageTexts;
+
 /// The stored language choice; Unknown leaves every text empty until the operator chooses one.
 enum class LanguageChoice { Unknown, Turkish, English };
 
@@ -17,11 +19,14 @@ QString LanguageSlotText(LanguageChoice choice);
 
 class Language {
  public:
+  /// Neither routine clears entries that its language does not have.
   void FillTurkish();
   void FillEnglish();
   [[nodiscard]] LanguageChoice Choice() const { return choice_; }
 
-  [[nodiscard]] const QString& Text(Caption caption) const { return captions_[static_cast<std::size_t>(caption)]; }
+  [[nodiscard]] const QString& Text(Caption caption) const {
+    return captions_[static_cast<std::size_t>(caption)];
+  }
   /// index 1 to 7.
   [[nodiscard]] const QString& Message(int index) const { return messages_[static_cast<std::size_t>(index)]; }
 
@@ -29,8 +34,10 @@ class Language {
   QString templateName;  ///< spreadsheet template of this language
 
  private:
+  void Fill(const LanguageTexts& texts, LanguageChoice choice);
+
   LanguageChoice choice_ = LanguageChoice::Unknown;
-  std::array<QString, 231> captions_;
+  std::array<QString, kCaptionCount> captions_;
   std::array<QString, 8> messages_;
 };
 

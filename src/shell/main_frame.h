@@ -16,11 +16,11 @@ class MainFrame {
   virtual RunValues& Run() = 0;
   /// The operator's spreadsheet application; started when first used.
   virtual Spreadsheet& Office() = 0;
-  /// Puts a window into the frame at its top left corner and shows it. The frame owns it from then on; the window
-  /// is deleted when it closes.
+  /// Puts a window into the frame at its top left corner and shows it. The frame owns it from then on; the
+  /// window is deleted when it closes.
   virtual void ShowChild(QWidget* window) = 0;
-  /// Closes the open child window with that objectName. False when it refused to close; true when it is gone or
-  /// was not open.
+  /// Closes the open child window with that objectName. False when it refused to close; true when it is gone
+  /// or was not open.
   virtual bool CloseChild(const QString& objectName) = 0;
   /// Top-level menus Mnu1, Mnu3 and Mnu4.
   virtual void SetMenusEnabled(bool enabled) = 0;

@@ -13,15 +13,15 @@ namespace vesk {
 enum class StationMode { Single, Multiple };  ///< one station from the grid, or several from graph files
 
 struct RunValues {
-  QString programFolder;         ///< with one trailing "/"
-  Settings settings;             ///< over the settings file
+  QString programFolder;  ///< with one trailing "/"
+  Settings settings;      ///< over the settings file
   Options options;
   Language language;
   Regional regional;
-  QString dataDirectory;         ///< with one trailing "/"
-  QString hydrologyDirectory;    ///< as stored (translated to this machine's folders)
+  QString dataDirectory;       ///< with one trailing "/"
+  QString hydrologyDirectory;  ///< as stored (translated to this machine's folders)
   QString stationDatabasePath;
-  QString workMode;              ///< caption of the menu entry that opened the selection window, without its "&"
+  QString workMode;  ///< caption of the menu entry that opened the selection window, without its "&"
   StationMode stationMode = StationMode::Single;
 };
 

@@ -3,6 +3,10 @@
 
 #include <QString>
 
+#include <vector>
+
+#include "platform/folders.h"
+#include "platform/profile_file.h"
 #include "platform/result.h"
 
 namespace vesk {
@@ -10,25 +14,40 @@ namespace vesk {
 class Settings {
  public:
   Settings() = default;
-  explicit Settings(QString path) : path_(std::move(path)) {}
+  /// @param home folder that stands for "C:\", with one trailing "/"
+  explicit Settings(QString path, QString home = HomeFolder())
+      : path_(std::move(path)), home_(std::move(home)) {}
   [[nodiscard]] const QString& Path() const { return path_; }
+  [[nodiscard]] const QString& Home() const { return home_; }
 
   /// Value of a key, at most 254 characters; empty when the file, section or key is missing.
   [[nodiscard]] QString ReadSetting(const QString& section, const QString& key) const;
+  /// Values of several keys of one section, in their order, from one reading of the file.
+  [[nodiscard]] std::vector<QString> ReadSettings(const QString& section,
+                                                  const std::vector<QString>& keys) const;
   /// Writes a value, keeping every other line. The file is replaced whole or not at all.
   Status WriteSetting(const QString& section, const QString& key, const QString& value);
-  /// Reads the data directory, normalises it and writes it back.
+  /// Writes several values of one section in one replacement of the file.
+  Status WriteSettings(const QString& section, const std::vector<ProfileEntry>& entries);
+  /// Reads the data directory, normalises it and writes it back. A failing write shows as a stored value that
+  /// differs.
   QString ReadDataDirectory();
 
  private:
   QString path_;
+  QString home_;
 };
 
 /// One trailing "/"; the fallback folder when the text is empty or names no folder. Drive letters and "\" are
 /// translated to this machine's folders first.
-QString NormaliseFolderPath(const QString& text);
+QString NormaliseFolderPath(const QString& text, const QString& home = HomeFolder());
 
-/// Writes the first-run defaults when the marker "ilk.sil" is in the program folder, and deletes the marker.
-Status InitialiseDefaults(const QString& programFolder, Settings& settings);
+/// True when the first-run marker "ilk.sil" is in the program folder and no project file ("*.vbp") is.
+bool IsFirstRun(const QString& programFolder);
+
+/// On a first run, writes the default settings, makes the default folders below the home folder and deletes
+/// the marker. Whatever fails, the rest is tried; a failing write of the settings keeps the marker for the
+/// next start. Returns what failed.
+std::vector<Error> InitialiseDefaults(const QString& programFolder, Settings& settings);
 
 }  // namespace vesk

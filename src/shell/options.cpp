@@ -1,0 +1,46 @@
+#include "shell/options.h"
+
+#include <limits>
+
+#include "datafiles/helpers.h"
+#include "shell/settings.h"
+
+namespace vesk {
+namespace {
+
+constexpr int kSlotCount = 40;
+constexpr QLatin1String kSection("Options");
+
+/// "01" to "40".
+QString SlotKey(int n) {
+  return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
+}
+
+}  // namespace
+
+Options LoadOptions(const Settings& settings) {
+  std::vector<QString> keys;
+  for (int n = 1; n <= kSlotCount; ++n) keys.push_back(SlotKey(n));
+  const std::vector<QString> values = settings.ReadSettings(kSection, keys);
+  Options options;
+  for (int n = 1; n <= kSlotCount; ++n) options.Slot(n) = values[static_cast<std::size_t>(n - 1)];
+  options.extremeOptionIndex = static_cast<int>(options.Slot(8).indexOf(QLatin1Char('T')));
+  options.mouseAdjustment = ParseNumber(options.Slot(22), Regional{.decimalSign = QLatin1Char(',')});
+  return options;
+}
+
+Status SaveOptions(const Options& options, Settings& settings) {
+  std::vector<ProfileEntry> entries;
+  for (int n = 1; n <= kSlotCount; ++n) entries.emplace_back(SlotKey(n), options.Slot(n));
+  return settings.WriteSettings(kSection, entries);
+}
+
+qint32 ColourNumber(const QString& slotText) {
+  bool isNumber = false;
+  const qint64 number = slotText.trimmed().toLongLong(&isNumber);
+  const bool fits =
+      number >= std::numeric_limits<qint32>::min() && number <= std::numeric_limits<quint32>::max();
+  return isNumber && fits ? static_cast<qint32>(number) : 0;
+}
+
+}  // namespace vesk

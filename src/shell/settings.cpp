@@ -1,0 +1,103 @@
+#include "shell/settings.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace vesk {
+namespace {
+
+constexpr QLatin1String kGeneral("Genel");
+constexpr QLatin1String kDataDirectory("DataDirectory");
+constexpr QLatin1String kFirstRunMarker("ilk.sil");
+
+/// What the stored options are after an installation; the other keys have no default.
+std::vector<ProfileEntry> DefaultOptions() {
+  const auto entry = [](const char* key, const char* value) {
+    return ProfileEntry(QLatin1String(key), QLatin1String(value));
+  };
+  return {entry("01", "1"),     entry("02", "-2147483643"), entry("03", "16711680"), entry("04", "0"),
+          entry("05", "0"),     entry("06", "16711680"),    entry("07", "33023"),    entry("11", "3"),
+          entry("12", "False"), entry("13", "True"),        entry("21", "TURKCE")};
+}
+
+void Collect(const Status& status, std::vector<Error>& failures) {
+  if (!status) failures.push_back(status.Failure());
+}
+
+Status MakeFolder(const QString& path) {
+  if (QDir().mkpath(path)) return {};
+  return Error{QStringLiteral("The folder could not be made"), path, {}};
+}
+
+Status DeleteMarker(const QString& programFolder) {
+  QFile marker(FindEntry(programFolder, kFirstRunMarker).value_or(programFolder + kFirstRunMarker));
+  if (marker.remove()) return {};
+  return Error{QStringLiteral("The first-run marker could not be deleted"), marker.fileName(),
+               marker.errorString()};
+}
+
+}  // namespace
+
+QString Settings::ReadSetting(const QString& section, const QString& key) const {
+  return ReadSettings(section, {key}).front();
+}
+
+std::vector<QString> Settings::ReadSettings(const QString& section, const std::vector<QString>& keys) const {
+  const Result<ProfileText> profile = ProfileText::Load(path_);
+  std::vector<QString> values(keys.size());
+  for (std::size_t i = 0; profile && i < keys.size(); ++i) {
+    const QString value = profile.Value().Value(section, keys[i]).value_or(QString());
+    if (value != QLatin1String("(error)")) values[i] = value;  // what a missing key has always read as
+  }
+  return values;
+}
+
+Status Settings::WriteSetting(const QString& section, const QString& key, const QString& value) {
+  return WriteSettings(section, {{key, value}});
+}
+
+Status Settings::WriteSettings(const QString& section, const std::vector<ProfileEntry>& entries) {
+  return WriteProfileValues(path_, section, entries);
+}
+
+QString Settings::ReadDataDirectory() {
+  const QString stored = ReadSetting(kGeneral, kDataDirectory);
+  const QString folder = NormaliseFolderPath(stored, home_);
+  if (folder != stored) {
+    // The folder is usable all the same; start-up compares the stored value and tells the operator.
+    [[maybe_unused]] const Status written = WriteSetting(kGeneral, kDataDirectory, folder);
+  }
+  return folder;
+}
+
+QString NormaliseFolderPath(const QString& text, const QString& home) {
+  const QString translated = TranslateFolderText(text, home);
+  if (translated.isEmpty()) return home;
+  const QString folder = WithTrailingSlash(QDir::cleanPath(translated));
+  return IsReachableFolder(folder) ? folder : home;
+}
+
+bool IsFirstRun(const QString& programFolder) {
+  if (!FindEntry(programFolder, kFirstRunMarker)) return false;
+  const QStringList projects =
+      QDir(programFolder).entryList({QStringLiteral("*.vbp")}, QDir::AllEntries | QDir::Hidden);
+  return projects.isEmpty();  // patterns match without regard to case
+}
+
+std::vector<Error> InitialiseDefaults(const QString& programFolder, Settings& settings) {
+  std::vector<Error> failures;
+  if (!IsFirstRun(programFolder)) return failures;
+  const QString dataFolder = settings.Home() + QLatin1String("Sefnor/");
+  const QString registerFolder = dataFolder + QLatin1String("ArvelDat/");
+  Collect(settings.WriteSettings(kGeneral, {{kDataDirectory, dataFolder},
+                                            {QStringLiteral("ArvelDataDirectory"), registerFolder}}),
+          failures);
+  Collect(settings.WriteSettings(QStringLiteral("Options"), DefaultOptions()), failures);
+  const bool stored = failures.empty();
+  Collect(MakeFolder(dataFolder + QLatin1String("Arsiv")), failures);
+  Collect(MakeFolder(registerFolder), failures);
+  if (stored) Collect(DeleteMarker(programFolder), failures);
+  return failures;
+}
+
+}  // namespace vesk
