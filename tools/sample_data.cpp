@@ -17,8 +17,8 @@ using std::chrono::minutes;
 
 /// Day and clock as loggers write them: midnight is 24:00 of the day that ends.
 struct Stamp {
-  Day day;
-  int minute;  ///< 1 to 1440
+  Day day{};
+  int minute = 0;  ///< 1 to 1440
 };
 
 Stamp StampOf(DateTime time) {
