@@ -17,7 +17,7 @@ inline constexpr char kDateTimeForm[] = "dd/mm/yyyy hh:mm";
 DateTime RetimedReading(DateTime time, DateTime first, DateTime last, DateTime target);
 
 /// Reads the operator's text and checks it against the grid. Refused (the reason says why): a text that is no
-/// date-time, a time not after the first reading, a grid that holds fewer than two different times.
+/// date-time, a time not after the first reading, a grid whose last reading does not lie after its first.
 Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& grid);
 
 /// Re-times and re-orders the readings, replaces the logger's extreme records by computed ones at every

@@ -22,7 +22,7 @@ struct JournalRecord {
   int row = 0;  ///< Edit: grid row at the time
   Day day{};    ///< Edit: date, time and label of that row, to find it again
   int minuteOfDay = 0;
-  QString label;
+  QString label{};
   double levelCm = 0;  ///< Edit: the level typed, cm
   DateTime target{};   ///< CorrectDates: the true time of the last reading
 
@@ -53,9 +53,10 @@ class EditJournal {
   explicit EditJournal(QString path) : path_(std::move(path)) {}
   [[nodiscard]] const QString& Path() const { return path_; }
 
-  /// Goes on behind what DecodeJournal could read, cutting off a torn end. Without this call the first record
-  /// starts a new journal, and one that is there is kept under its name + ".old".
-  Status Resume();
+  /// Starts over with these records and goes on behind them; no records remove it. The old journal is
+  /// replaced whole or not at all, and kept under its name + ".old" when asked for. Without this call the
+  /// first record starts a new journal, and one that is there is kept likewise.
+  Status Restart(const std::vector<JournalRecord>& records, bool keepOld);
 
   Status Append(const JournalRecord& record);
   Status AppendUndo();  ///< the last record not yet undone no longer counts

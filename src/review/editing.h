@@ -11,9 +11,9 @@
 #include "platform/regional.h"
 #include "platform/result.h"
 #include "review/date_correction.h"
-#include "review/edit_journal.h"
 #include "review/load_readings.h"
 #include "review/review_grid.h"
+#include "review/session_journals.h"
 
 namespace vesk {
 
@@ -105,6 +105,7 @@ class EditSession : public QObject {
     std::optional<ReviewGrid> gridBefore;  ///< of a date correction
   };
 
+  bool Repeat(const JournalRecord& record);
   bool ApplyEdit(int row, double levelCm);
   bool ApplyCorrection(DateTime target);
   void Redo(const Step& step);
@@ -115,7 +116,7 @@ class EditSession : public QObject {
 
   ReviewGrid grid_;
   std::vector<LoadedChangeLog> logs_;
-  EditJournal journal_;
+  SessionJournals journals_;
   bool journalFailed_ = false;
   bool singleFile_ = false;
   bool unsaved_ = false;

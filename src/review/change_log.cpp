@@ -1,0 +1,210 @@
+#include "review/change_log.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+
+#include "platform/code_page.h"
+
+namespace vesk {
+namespace {
+
+constexpr int kLastMinute = 1439;
+constexpr std::size_t kMostMessages = 100;
+constexpr qint64 kLargestChangeLog = qint64{256} << 20;  // a century of one-minute corrections
+
+/// Rows by time, so that a line is found at once wherever it stands.
+class RowIndex {
+ public:
+  explicit RowIndex(const ReviewGrid& grid) {
+    entries_.reserve(static_cast<std::size_t>(grid.ReadingCount()));
+    for (int row = 1; row <= grid.ReadingCount(); ++row) entries_.push_back({grid.At(row).Time(), row});
+    if (!std::is_sorted(entries_.begin(), entries_.end())) std::sort(entries_.begin(), entries_.end());
+  }
+
+  /// First row at or after startRow with that time; 0 when there is none.
+  [[nodiscard]] int Find(DateTime time, int startRow) const {
+    const auto found = std::lower_bound(entries_.begin(), entries_.end(), Entry{time, startRow});
+    return found != entries_.end() && found->time == time ? found->row : 0;
+  }
+
+ private:
+  struct Entry {
+    DateTime time;
+    int row;
+    auto operator<=>(const Entry&) const = default;
+  };
+  std::vector<Entry> entries_;
+};
+
+/// Takes the next line off the content, without its end.
+QByteArrayView TakeLine(QByteArrayView& content) {
+  const qsizetype end = content.indexOf('\n');
+  QByteArrayView line = end < 0 ? content : content.first(end);
+  content = end < 0 ? QByteArrayView() : content.sliced(end + 1);
+  if (line.endsWith('\r')) line.chop(1);
+  return line;
+}
+
+/// Reads a line; on failure `expected` says what a field should have held.
+std::optional<ChangeLogLine> ReadLine(QByteArrayView bytes, QString& expected) {
+  const QStringList fields = DecodeWindows1254(bytes).split(QLatin1Char('\t'));
+  ChangeLogLine line;
+  const auto day = ReadDate(fields.value(0));
+  const auto minute = ReadClock(fields.value(1));
+  const auto level = ReadWholeNumber(fields.value(2));
+  if (!day) {
+    expected = QStringLiteral("a date dd/mm/yyyy");
+  } else if (!minute) {
+    expected = QStringLiteral("a time hh:mm");
+  } else if (!level) {
+    expected = QStringLiteral("a level in cm");
+  } else {
+    return ChangeLogLine{*day, std::min(*minute, kLastMinute), *level, fields.value(3).trimmed()};
+  }
+  return std::nullopt;
+}
+
+void LayOver(ReviewGrid& grid, int row, const ChangeLogLine& line) {
+  grid.SetLevel(row, line.levelCm);
+  grid.SetDischarge(row, line.discharge);
+  RowMark mark = grid.Mark(row);
+  mark.editCode = kSavedCode;
+  mark.shade = RowShade::Changed;
+  grid.SetMark(row, mark);
+}
+
+/// Where the search of a log stands.
+struct Search {
+  int previousRow = 0;
+  DateTime previousTime{};
+
+  /// Row of a line: from the previous hit on, then from row 1. A line with the time of the one before belongs
+  /// to the next row of that time, where there is one: an extreme record often shares its reading's minute.
+  int Next(const RowIndex& index, DateTime time) {
+    int row = 0;
+    if (previousRow > 0 && time == previousTime) row = index.Find(time, previousRow + 1);
+    if (row == 0) row = index.Find(time, std::max(previousRow, 1));
+    if (row == 0) row = index.Find(time, 1);
+    if (row == 0) return 0;
+    previousRow = row;
+    previousTime = time;
+    return row;
+  }
+};
+
+void AddMessage(ChangeLogOverlay& overlay, const QString& fileName, qint64 lineNumber,
+                const QString& expected) {
+  if (overlay.messages.size() >= kMostMessages) return;
+  overlay.messages.push_back(
+      QStringLiteral("%1, line %2: expected %3").arg(fileName).arg(lineNumber).arg(expected));
+}
+
+QString LineText(const ReviewGrid& grid, int row) {
+  QString discharge = grid.Text(row, GridColumn::Discharge);
+  for (const char16_t separator : {u'\t', u'\r', u'\n'})
+    discharge.replace(QChar(separator), QLatin1Char(' '));
+  const QLatin1Char tab('\t');
+  return grid.Text(row, GridColumn::Date) + tab + grid.Text(row, GridColumn::Time) + tab +
+         grid.Text(row, GridColumn::Level) + tab + discharge;
+}
+
+QByteArray LogContent(const ReviewGrid& grid, const std::vector<int>& rows,
+                      const std::vector<QByteArray>& orphans) {
+  QByteArray content;
+  for (const int row : rows) content += EncodeWindows1254(LineText(grid, row)) + "\r\n";
+  for (const QByteArray& orphan : orphans) content += orphan + "\r\n";
+  return content;
+}
+
+std::vector<int> RowsToSave(const ReviewGrid& grid, std::optional<int> waterYear) {
+  std::vector<int> rows;
+  for (int row = 1; row <= grid.ReadingCount(); ++row) {
+    if (!grid.IsChanged(row)) continue;
+    if (!waterYear || WaterYearOf(grid.At(row).day) == *waterYear) rows.push_back(row);
+  }
+  return rows;
+}
+
+}  // namespace
+
+QString ChangeLogPath(const QString& dataDirectory, const QString& station, const QString& waterYearEntry) {
+  return dataDirectory + station + QStringLiteral("-Degisiklikler") + waterYearEntry.trimmed() +
+         QStringLiteral(".txt");
+}
+
+QString ChangeLogToRead(const QString& dataDirectory, const QString& station, const QString& waterYearEntry) {
+  const QString given = ChangeLogPath(dataDirectory, station, waterYearEntry);
+  const QString year = waterYearEntry.trimmed().left(4);
+  if (year.isEmpty()) return given;
+  QString newest = given;
+  QDateTime newestTime = QFileInfo(given).lastModified();  // invalid when it is not there
+  for (const QString& mark : {QString(), QStringLiteral(" Dönüşmüş"), QStringLiteral(" Ok.")}) {
+    const QString path = ChangeLogPath(dataDirectory, station, year + mark);
+    const QDateTime time = QFileInfo(path).lastModified();
+    if (!time.isValid() || (newestTime.isValid() && time <= newestTime)) continue;
+    newest = path;
+    newestTime = time;
+  }
+  return newest;
+}
+
+ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName, ReviewGrid& grid) {
+  ChangeLogOverlay overlay;
+  if (content.isEmpty()) return overlay;
+  const RowIndex index(grid);
+  Search search;
+  for (qint64 lineNumber = 1; !content.isEmpty(); ++lineNumber) {
+    const QByteArrayView bytes = TakeLine(content);
+    if (bytes.trimmed().isEmpty()) continue;
+    QString expected;
+    const auto line = ReadLine(bytes, expected);
+    if (!line) AddMessage(overlay, fileName, lineNumber, expected);
+    const int row =
+        line ? search.Next(index, DateTime(line->day) + std::chrono::minutes(line->minuteOfDay)) : 0;
+    if (row == 0) {
+      overlay.orphans.push_back(bytes.toByteArray());
+      continue;
+    }
+    LayOver(grid, row, *line);
+    ++overlay.applied;
+  }
+  return overlay;
+}
+
+Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid) {
+  const QString what = QStringLiteral("The change log could not be read");
+  const QFileInfo info(path);
+  if (!info.exists()) return ChangeLogOverlay{};
+  if (!info.isFile()) return Error{what, path, QStringLiteral("it is no file")};
+  if (info.size() > kLargestChangeLog) return Error{what, path, QStringLiteral("it is too large")};
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return Error{what, path, file.errorString()};
+  const QByteArray content = file.readAll();
+  if (file.error() != QFileDevice::NoError) return Error{what, path, file.errorString()};
+  return ApplyChangeLog(content, info.fileName(), grid);
+}
+
+Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<QByteArray>& orphans,
+                     std::optional<int> waterYear) {
+  const std::vector<int> rows = RowsToSave(grid, waterYear);
+  const QByteArray content = LogContent(grid, rows, orphans);
+  QSaveFile file(path);
+  const bool saved =
+      file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit();
+  if (!saved) {
+    return Error{QStringLiteral("The change log could not be saved"), path, file.errorString()};
+  }
+  for (const int row : rows) {
+    RowMark mark = grid.Mark(row);
+    mark.baselineCm = grid.At(row).levelCm;
+    mark.editCode = kSavedCode;
+    grid.SetMark(row, mark);
+  }
+  return {};
+}
+
+}  // namespace vesk

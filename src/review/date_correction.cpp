@@ -1,0 +1,155 @@
+#include "review/date_correction.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace vesk {
+namespace {
+
+using std::chrono::floor;
+using std::chrono::minutes;
+using std::chrono::seconds;
+
+constexpr double kDayMaximumStart = 0;
+constexpr double kDayMinimumStart = 9999;
+constexpr std::uint8_t kInsertedFile = 1;  // inserted extremes are labelled "01-"
+
+/// A row on its way through the correction: what moves with its reading.
+struct CarriedRow {
+  Reading reading;
+  RowMark mark;
+  QString discharge;
+};
+
+void SetTime(Reading& reading, DateTime time) {
+  reading.day = floor<std::chrono::days>(time);
+  reading.minuteOfDay = static_cast<std::int16_t>((time - reading.day).count());
+}
+
+/// All rows with their new times, in the order of those times; rows of one minute keep their order.
+std::vector<CarriedRow> RetimedRows(const ReviewGrid& grid, DateTime first, DateTime last, DateTime target) {
+  std::vector<CarriedRow> rows;
+  rows.reserve(static_cast<std::size_t>(grid.ReadingCount()));
+  for (int row = 1; row <= grid.ReadingCount(); ++row) {
+    CarriedRow carried{grid.At(row), grid.Mark(row), grid.Discharge(row)};
+    SetTime(carried.reading, RetimedReading(carried.reading.Time(), first, last, target));
+    carried.mark.shade = RowShade::Corrected;
+    rows.push_back(std::move(carried));
+  }
+  std::stable_sort(rows.begin(), rows.end(), [](const CarriedRow& a, const CarriedRow& b) {
+    return a.reading.Time() < b.reading.Time();
+  });
+  return rows;
+}
+
+/// Greatest and least level of the day that is being walked through.
+class DayExtremes {
+ public:
+  void Take(const Reading& reading) {
+    if (empty_) maximum_.minuteOfDay = minimum_.minuteOfDay = reading.minuteOfDay;
+    empty_ = false;
+    if (reading.levelCm > maximum_.levelCm) Set(maximum_, reading);
+    if (reading.levelCm < minimum_.levelCm) Set(minimum_, reading);
+  }
+
+  /// The maximum and the minimum row of a day.
+  [[nodiscard]] std::array<Reading, 2> Rows(Day day) const {
+    std::array<Reading, 2> rows = {maximum_, minimum_};
+    rows[0].kind = ReadingKind::Maximum;
+    rows[1].kind = ReadingKind::Minimum;
+    for (Reading& row : rows) {
+      row.day = day;
+      row.sourceFile = kInsertedFile;
+    }
+    return rows;
+  }
+
+ private:
+  static void Set(Reading& extreme, const Reading& reading) {
+    extreme.levelCm = reading.levelCm;
+    extreme.minuteOfDay = reading.minuteOfDay;
+  }
+
+  Reading maximum_{.levelCm = kDayMaximumStart};
+  Reading minimum_{.levelCm = kDayMinimumStart};
+  bool empty_ = true;
+};
+
+/// The rows of the rebuilt grid: readings, with a pair of extremes behind every day that another one follows.
+std::vector<CarriedRow> WithDailyExtremes(std::vector<CarriedRow> rows) {
+  std::vector<CarriedRow> rebuilt;
+  rebuilt.reserve(rows.size());
+  DayExtremes extremes;
+  Day previousDay = rows.front().reading.day;
+  for (CarriedRow& row : rows) {
+    if (DayOf(row.reading.day) != DayOf(previousDay)) {
+      for (const Reading& extreme : extremes.Rows(previousDay)) {
+        rebuilt.push_back({extreme, {.baselineCm = extreme.levelCm, .shade = RowShade::Corrected}, {}});
+      }
+      extremes = {};
+    }
+    previousDay = row.reading.day;
+    extremes.Take(row.reading);
+    if (row.reading.kind == ReadingKind::Ordinary) rebuilt.push_back(std::move(row));
+  }
+  return rebuilt;
+}
+
+ReviewGrid GridOf(const std::vector<CarriedRow>& rows) {
+  ReviewGrid grid;
+  std::vector<Reading> readings;
+  readings.reserve(rows.size());
+  for (const CarriedRow& row : rows) readings.push_back(row.reading);
+  grid.Assign(std::move(readings));
+  int number = 0;
+  for (const CarriedRow& row : rows) {
+    ++number;
+    grid.SetMark(number, row.mark);
+    if (!row.discharge.isEmpty()) grid.SetDischarge(number, row.discharge);
+  }
+  return grid;
+}
+
+}  // namespace
+
+DateTime RetimedReading(DateTime time, DateTime first, DateTime last, DateTime target) {
+  const auto from = static_cast<double>((time - first).count());
+  const auto span = static_cast<double>((last - first).count());
+  const auto trueSpan = static_cast<double>((target - first).count());
+  // Exact to the second, the way a clock shows it: the seconds are rounded, the minutes are not.
+  return first + floor<minutes>(seconds(std::llround(from * trueSpan / span * 60)));
+}
+
+Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& grid) {
+  const QString what = QStringLiteral("The dates were not corrected");
+  const auto refuse = [&what](const QString& reason) { return Error{what, {}, reason}; };
+  if (grid.ReadingCount() == 0) return refuse(QStringLiteral("no readings are loaded"));
+  const QString form = QString::fromLatin1(kDateTimeForm);
+  const QString trimmed = text.trimmed();
+  const auto target = ReadDateTime(trimmed);
+  if (!target || !trimmed.contains(QLatin1Char(':'))) {
+    return refuse(QStringLiteral("the true time of the last reading is expected as %1").arg(form));
+  }
+  const DateTime first = grid.At(1).Time();
+  if (grid.At(grid.ReadingCount()).Time() <= first) {
+    return refuse(QStringLiteral("the last reading does not lie after the first one"));
+  }
+  if (*target <= first) {
+    return refuse(
+        QStringLiteral("the true time of the last reading (%1) must lie after the first reading, %2")
+            .arg(form, DateTimeText(first)));
+  }
+  return *target;
+}
+
+bool CorrectDates(ReviewGrid& grid, DateTime target) {
+  const DateTime first = grid.At(1).Time();
+  const DateTime last = grid.At(grid.ReadingCount()).Time();
+  if (target == last) return false;
+  grid = GridOf(WithDailyExtremes(RetimedRows(grid, first, last, target)));
+  return true;
+}
+
+}  // namespace vesk

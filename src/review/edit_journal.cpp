@@ -1,0 +1,225 @@
+#include "review/edit_journal.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <optional>
+
+#include "datafiles/helpers.h"
+
+namespace vesk {
+namespace {
+
+// One record a line: fields parted by tabs, the last one a checksum of those before it.
+//   edit  <row> <date> <time> <label> <level>
+//   dates <date and time>
+//   undo
+//   redo
+constexpr char kHeading[] = "journal\t1";
+constexpr char kEditWord[] = "edit";
+constexpr char kDatesWord[] = "dates";
+constexpr char kUndoWord[] = "undo";
+constexpr char kRedoWord[] = "redo";
+constexpr char kOldSuffix[] = ".old";
+constexpr qint64 kLargestJournal = qint64{256} << 20;
+
+QByteArray Sealed(const QByteArray& fields) {
+  const QByteArray sum = QByteArray::number(qChecksum(fields), 16).rightJustified(4, '0');
+  return fields + '\t' + sum + '\n';
+}
+
+/// Fields of a sealed line without its end; nothing when the line is not whole.
+std::optional<QByteArrayView> Unsealed(QByteArrayView line) {
+  const qsizetype tab = line.lastIndexOf('\t');
+  if (tab < 0) return std::nullopt;
+  const QByteArrayView fields = line.first(tab);
+  if (Sealed(fields.toByteArray()).chopped(1) != line) return std::nullopt;
+  return fields;
+}
+
+QByteArray EditFields(const JournalRecord& record) {
+  const QString text = QStringLiteral("%1\t%2\t%3\t%4\t%5\t%6")
+                           .arg(QLatin1String(kEditWord), QString::number(record.row), DateText(record.day),
+                                ClockText(record.minuteOfDay), record.label, NumberText(record.levelCm));
+  return text.toUtf8();
+}
+
+QByteArray DatesFields(const JournalRecord& record) {
+  return kDatesWord + ('\t' + DateTimeText(record.target).toUtf8());
+}
+
+QByteArray Fields(const JournalRecord& record) {
+  return record.kind == JournalRecord::Kind::Edit ? EditFields(record) : DatesFields(record);
+}
+
+std::optional<JournalRecord> ReadEdit(const QStringList& fields) {
+  JournalRecord record;
+  bool rowIsNumber = false;
+  record.row = fields.value(1).toInt(&rowIsNumber);
+  const auto day = ReadDate(fields.value(2));
+  const auto minute = ReadClock(fields.value(3));
+  const auto level = ReadWholeNumber(fields.value(5));
+  if (!rowIsNumber || !day || !minute || !level) return std::nullopt;
+  record.day = *day;
+  record.minuteOfDay = *minute;
+  record.label = fields.value(4);
+  record.levelCm = *level;
+  return record;
+}
+
+/// Plays the lines of a journal: what was undone does not count, what was redone does again.
+class Playback {
+ public:
+  /// False for a line that no version of the program writes.
+  bool Take(QByteArrayView line) {
+    const QStringList fields = QString::fromUtf8(line).split(QLatin1Char('\t'));
+    const QString& word = fields.front();
+    if (word == QLatin1String(kUndoWord)) return Move(done_, undone_);
+    if (word == QLatin1String(kRedoWord)) return Move(undone_, done_);
+    std::optional<JournalRecord> record;
+    if (word == QLatin1String(kEditWord)) {
+      record = ReadEdit(fields);
+    } else if (word == QLatin1String(kDatesWord)) {
+      const auto target = ReadDateTime(fields.value(1));
+      if (target) record = JournalRecord{.kind = JournalRecord::Kind::CorrectDates, .target = *target};
+    }
+    if (!record) return false;
+    done_.push_back(std::move(*record));
+    undone_.clear();
+    return true;
+  }
+
+  std::vector<JournalRecord> TakeRecords() { return std::move(done_); }
+
+ private:
+  static bool Move(std::vector<JournalRecord>& from, std::vector<JournalRecord>& to) {
+    if (from.empty()) return false;
+    to.push_back(std::move(from.back()));
+    from.pop_back();
+    return true;
+  }
+
+  std::vector<JournalRecord> done_, undone_;
+};
+
+Error JournalError(const QString& path, const QString& reason) {
+  return {QStringLiteral("The edit journal could not be written"), path, reason};
+}
+
+/// Makes a new directory entry last through a power cut.
+void SyncFolder(const QString& path) {
+  const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
+  const int handle = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (handle < 0) return;
+  ::fsync(handle);  // not every file system can; the file itself is checked
+  ::close(handle);
+}
+
+}  // namespace
+
+QString JournalPath(const QString& changeLogPath, const QString& rawFileName) {
+  const QString middle = rawFileName.isEmpty() ? QString() : QLatin1Char('.') + rawFileName;
+  return changeLogPath + middle + QStringLiteral(".journal");
+}
+
+PendingEdits DecodeJournal(QByteArrayView content) {
+  PendingEdits pending;
+  Playback playback;
+  for (bool heading = true; !content.isEmpty(); heading = false) {
+    const qsizetype end = content.indexOf('\n');
+    const auto fields = end < 0 ? std::nullopt : Unsealed(content.first(end));
+    const bool whole = fields && (heading ? *fields == QByteArrayView(kHeading) : playback.Take(*fields));
+    if (!whole) {
+      pending.torn = true;
+      break;
+    }
+    content = content.sliced(end + 1);
+  }
+  pending.records = playback.TakeRecords();
+  return pending;
+}
+
+Result<PendingEdits> JournalOf(const QString& journalPath) {
+  if (journalPath.isEmpty()) return PendingEdits{};
+  const QString what = QStringLiteral("The edit journal could not be read");
+  QFile file(journalPath);
+  if (!file.exists()) return PendingEdits{};
+  if (file.size() > kLargestJournal) return Error{what, journalPath, QStringLiteral("it is too large")};
+  if (!file.open(QIODevice::ReadOnly)) return Error{what, journalPath, file.errorString()};
+  const QByteArray content = file.readAll();
+  if (file.error() != QFileDevice::NoError) return Error{what, journalPath, file.errorString()};
+  return DecodeJournal(content);
+}
+
+Status EditJournal::Restart(const std::vector<JournalRecord>& records, bool keepOld) {
+  file_.close();
+  if (keepOld && QFileInfo::exists(path_)) {
+    const QString kept = path_ + QLatin1String(kOldSuffix);
+    QFile::remove(kept);
+    if (!QFile::copy(path_, kept))
+      return JournalError(kept, QStringLiteral("the old journal could not be kept"));
+  }
+  if (records.empty()) return Remove();
+  QByteArray content = Sealed(kHeading);
+  for (const JournalRecord& record : records) content += Sealed(Fields(record));
+  QSaveFile fresh(path_);
+  if (!fresh.open(QIODevice::WriteOnly) || fresh.write(content) != content.size() || !fresh.commit()) {
+    return JournalError(path_, fresh.errorString());
+  }
+  file_.setFileName(path_);
+  if (!file_.open(QIODevice::ReadWrite) || !file_.seek(file_.size())) {
+    return JournalError(path_, file_.errorString());
+  }
+  return {};
+}
+
+Status EditJournal::OpenNew() {
+  if (path_.isEmpty()) return JournalError(path_, QStringLiteral("no load is open"));
+  if (QFileInfo::exists(path_)) {
+    const QString kept = path_ + QLatin1String(kOldSuffix);
+    QFile::remove(kept);
+    if (!QFile::rename(path_, kept))
+      return JournalError(path_, QStringLiteral("an older journal is in the way"));
+  }
+  file_.setFileName(path_);
+  if (!file_.open(QIODevice::ReadWrite | QIODevice::NewOnly)) return JournalError(path_, file_.errorString());
+  SyncFolder(path_);
+  return AppendLine(kHeading);
+}
+
+Status EditJournal::AppendLine(const QByteArray& fields) {
+  if (!file_.isOpen()) {
+    if (const Status opened = OpenNew(); !opened) return opened;
+  }
+  const qint64 start = file_.pos();
+  const QByteArray line = Sealed(fields);
+  if (file_.write(line) == line.size() && file_.flush() && ::fdatasync(file_.handle()) == 0) return {};
+  const QString reason = file_.errorString();
+  // A line cut short (disk full) would hide every later one.
+  if (file_.resize(start)) file_.seek(start);
+  return JournalError(path_, reason);
+}
+
+Status EditJournal::Append(const JournalRecord& record) {
+  return AppendLine(Fields(record));
+}
+
+Status EditJournal::AppendUndo() {
+  return AppendLine(kUndoWord);
+}
+Status EditJournal::AppendRedo() {
+  return AppendLine(kRedoWord);
+}
+
+Status EditJournal::Remove() {
+  file_.close();
+  if (path_.isEmpty() || !QFileInfo::exists(path_)) return {};
+  if (QFile::remove(path_)) return {};
+  return Error{QStringLiteral("The edit journal could not be removed"), path_,
+               QStringLiteral("the folder cannot be written")};
+}
+
+}  // namespace vesk

@@ -1,0 +1,58 @@
+#include "review/session_journals.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "datafiles/helpers.h"
+
+namespace vesk {
+
+void SessionJournals::Use(const LoadedReadings& loaded) {
+  journals_.clear();
+  waterYears_.clear();
+  const bool singleFile = loaded.waterYear == 0;
+  const QString rawFile = singleFile && !loaded.files.empty() ? loaded.files.front() : QString();
+  for (const LoadedChangeLog& log : loaded.changeLogs) {
+    waterYears_.push_back(log.waterYear);
+    journals_.push_back(std::make_unique<EditJournal>(JournalPath(log.saveTo, rawFile)));
+  }
+  if (journals_.empty()) journals_.push_back(std::make_unique<EditJournal>());
+}
+
+std::size_t SessionJournals::IndexOf(const JournalRecord& record) const {
+  if (journals_.size() < 2 || record.kind != JournalRecord::Kind::Edit) return 0;
+  const auto year = std::find(waterYears_.begin(), waterYears_.end(), WaterYearOf(record.day));
+  return year == waterYears_.end() ? 0 : static_cast<std::size_t>(std::distance(waterYears_.begin(), year));
+}
+
+Result<PendingEdits> SessionJournals::Pending() const {
+  PendingEdits all;
+  for (const auto& journal : journals_) {
+    Result<PendingEdits> pending = JournalOf(journal->Path());
+    if (!pending) return pending;
+    all.torn = all.torn || pending->torn;
+    std::move(pending->records.begin(), pending->records.end(), std::back_inserter(all.records));
+  }
+  return all;
+}
+
+Status SessionJournals::Restart(const std::vector<JournalRecord>& records, bool keepOld) {
+  std::vector<std::vector<JournalRecord>> shares(journals_.size());
+  for (const JournalRecord& record : records) shares[IndexOf(record)].push_back(record);
+  for (std::size_t i = 0; i < journals_.size(); ++i) {
+    const Status status = journals_[i]->Restart(shares[i], keepOld);
+    if (!status) return status;
+  }
+  return {};
+}
+
+Status SessionJournals::Remove() {
+  Status first;
+  for (const auto& journal : journals_) {
+    const Status status = journal->Remove();
+    if (first && !status) first = status;
+  }
+  return first;
+}
+
+}  // namespace vesk

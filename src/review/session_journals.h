@@ -1,0 +1,35 @@
+// The edit journals of one load: one beside each of its change logs, so that a load of several water years
+// leaves behind what a later load of one of them can take up.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "review/edit_journal.h"
+#include "review/load_readings.h"
+
+namespace vesk {
+
+class SessionJournals {
+ public:
+  /// Goes over to the journals of a load; those before stay on the disk as they are.
+  void Use(const LoadedReadings& loaded);
+
+  [[nodiscard]] Result<PendingEdits> Pending() const;
+
+  Status Append(const JournalRecord& record) { return Of(record).Append(record); }
+  Status AppendUndo(const JournalRecord& record) { return Of(record).AppendUndo(); }
+  Status AppendRedo(const JournalRecord& record) { return Of(record).AppendRedo(); }
+  /// Starts every journal over with its share of the records.
+  Status Restart(const std::vector<JournalRecord>& records, bool keepOld);
+  Status Remove();
+
+ private:
+  [[nodiscard]] std::size_t IndexOf(const JournalRecord& record) const;
+  EditJournal& Of(const JournalRecord& record) { return *journals_[IndexOf(record)]; }
+
+  std::vector<std::unique_ptr<EditJournal>> journals_;  // never empty once in use
+  std::vector<int> waterYears_;
+};
+
+}  // namespace vesk

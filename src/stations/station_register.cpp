@@ -1,0 +1,186 @@
+#include "stations/station_register.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QUuid>
+#include <QVariant>
+
+#include <optional>
+
+#include "datafiles/helpers.h"
+
+namespace vesk {
+namespace {
+
+constexpr char kSqliteStart[] = "SQLite format 3";      // the NUL behind it belongs to it
+constexpr char kOldEngineStart[] = "\x00\x01\x00\x00";  // a desktop database of the old engine
+constexpr int kBusyMilliseconds = 1000;
+constexpr char kOpenFailed[] = "The station register could not be opened";
+constexpr char kReadFailed[] = "The station register could not be read";
+constexpr char kWriteFailed[] = "The station register could not be changed";
+
+/// Why a file is no register, by its first bytes; empty when it may be one.
+QString ForeignFormat(QByteArrayView start) {
+  if (start.isEmpty()) return QStringLiteral("the file is empty");
+  if (start.startsWith(QByteArrayView(kSqliteStart, sizeof kSqliteStart))) return {};
+  if (start.startsWith(QByteArrayView(kOldEngineStart, 4))) {
+    return QStringLiteral("the file is a database of the old desktop engine; it is left as it is");
+  }
+  return QStringLiteral("the file is no SQLite database; it is left as it is");
+}
+
+Status CheckFile(const QString& path) {
+  const QString what = QLatin1String(kOpenFailed);
+  const QFileInfo info(path);
+  if (!info.exists()) return Error{what, path, QStringLiteral("there is no such file")};
+  if (!info.isFile()) return Error{what, path, QStringLiteral("it is no file")};
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return Error{what, path, file.errorString()};
+  const QString foreign = ForeignFormat(file.read(sizeof kSqliteStart));
+  if (!foreign.isEmpty()) return Error{what, path, foreign};
+  return {};
+}
+
+}  // namespace
+
+/// A connection of its own name, closed and forgotten with the register.
+class StationRegister::Connection {
+ public:
+  Connection(QString path, Access access) : path_(std::move(path)), name_(QUuid::createUuid().toString()) {
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name_);
+    database.setDatabaseName(path_);
+    QString options = QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(kBusyMilliseconds);
+    if (access == Access::ReadOnly) options += QStringLiteral(";QSQLITE_OPEN_READONLY");
+    database.setConnectOptions(options);
+  }
+  ~Connection() {
+    Database().close();
+    QSqlDatabase::removeDatabase(name_);
+  }
+  Q_DISABLE_COPY_MOVE(Connection)
+
+  [[nodiscard]] QSqlDatabase Database() const { return QSqlDatabase::database(name_, false); }
+  [[nodiscard]] const QString& Path() const { return path_; }
+
+  Status Open() {
+    QSqlDatabase database = Database();
+    if (!database.open()) return Failure(kOpenFailed, database.lastError());
+    QSqlQuery query(database);
+    // Naming the columns also proves that the table is there and the file is sound where it matters.
+    return Run(query, QStringLiteral("SELECT rowid, No, Ad FROM IstNoAd LIMIT 1"), {}, kOpenFailed);
+  }
+
+  Status Run(QSqlQuery& query, const QString& sql, const QVariantList& values, const char* what) const {
+    query.setForwardOnly(true);
+    bool ok = query.prepare(sql);
+    for (const QVariant& value : values) query.addBindValue(value);
+    ok = ok && query.exec();
+    if (!ok) return Failure(what, query.lastError());
+    return {};
+  }
+
+  [[nodiscard]] Error Failure(const char* what, const QSqlError& error) const {
+    QString reason = error.databaseText().trimmed();
+    if (reason.isEmpty()) reason = error.text().trimmed();
+    return {QLatin1String(what), path_, reason};
+  }
+
+ private:
+  QString path_;
+  QString name_;
+};
+
+StationRegister::StationRegister(std::unique_ptr<Connection> connection)
+    : connection_(std::move(connection)) {}
+StationRegister::StationRegister(StationRegister&&) noexcept = default;
+StationRegister& StationRegister::operator=(StationRegister&&) noexcept = default;
+StationRegister::~StationRegister() = default;
+
+const QString& StationRegister::Path() const {
+  return connection_->Path();
+}
+
+Result<StationRegister> StationRegister::Open(const QString& path, Access access) {
+  if (const Status checked = CheckFile(path); !checked) return checked.Failure();
+  auto connection = std::make_unique<Connection>(path, access);
+  if (const Status opened = connection->Open(); !opened) return opened.Failure();
+  return StationRegister(std::move(connection));
+}
+
+Result<std::vector<Station>> StationRegister::Stations() const {
+  QSqlQuery query(connection_->Database());
+  const Status run = connection_->Run(
+      query, QStringLiteral("SELECT rowid, No, Ad FROM IstNoAd ORDER BY rowid"), {}, kReadFailed);
+  if (!run) return run.Failure();
+  std::vector<Station> stations;
+  while (query.next()) {
+    stations.push_back({query.value(0).toLongLong(), query.value(1).toString(), query.value(2).toString()});
+  }
+  // Stepping can fail half way, for example on a damaged page: a shorter list must not pass for the whole
+  // one.
+  if (query.lastError().isValid()) return connection_->Failure(kReadFailed, query.lastError());
+  return stations;
+}
+
+Result<qint64> StationRegister::Add(const QString& number, const QString& name) {
+  QSqlQuery query(connection_->Database());
+  const Status run = connection_->Run(query, QStringLiteral("INSERT INTO IstNoAd (No, Ad) VALUES (?, ?)"),
+                                      {number, name}, kWriteFailed);
+  if (!run) return run.Failure();
+  return query.lastInsertId().toLongLong();
+}
+
+Status StationRegister::Change(const Station& station) {
+  QSqlQuery query(connection_->Database());
+  const Status run =
+      connection_->Run(query, QStringLiteral("UPDATE IstNoAd SET No = ?, Ad = ? WHERE rowid = ?"),
+                       {station.number, station.name, station.key}, kWriteFailed);
+  if (!run) return run;
+  if (query.numRowsAffected() == 1) return {};
+  return Error{QLatin1String(kWriteFailed), Path(),
+               QStringLiteral("the station is no longer in the register")};
+}
+
+Status StationRegister::Delete(qint64 key) {
+  QSqlQuery query(connection_->Database());
+  return connection_->Run(query, QStringLiteral("DELETE FROM IstNoAd WHERE rowid = ?"), {key}, kWriteFailed);
+}
+
+Result<QString> StationRegister::LookupStationName(const QString& number) const {
+  QSqlQuery query(connection_->Database());
+  // A number field of another maker's register may be numeric; then the given text is compared by its value.
+  const std::optional<double> value = ReadWholeNumber(number);
+  const Status run = connection_->Run(
+      query,
+      QStringLiteral("SELECT Ad FROM IstNoAd WHERE No = ? OR (typeof(No) IN ('integer', 'real') AND No = ?) "
+                     "ORDER BY rowid LIMIT 1"),
+      {number, value ? QVariant(*value) : QVariant(QMetaType::fromType<double>())}, kReadFailed);
+  if (!run) return run.Failure();
+  if (query.next()) return query.value(0).toString();
+  if (query.lastError().isValid()) return connection_->Failure(kReadFailed, query.lastError());
+
+  QSqlQuery any(connection_->Database());
+  const Status counted =
+      connection_->Run(any, QStringLiteral("SELECT 1 FROM IstNoAd LIMIT 1"), {}, kReadFailed);
+  if (!counted) return counted.Failure();
+  return any.next() ? QString() : QStringLiteral("-");
+}
+
+Result<StationRegister> OpenStationDatabase(const QString& path) {
+  return StationRegister::Open(path);
+}
+
+Result<std::vector<Station>> OpenStationTable(const StationRegister& stations) {
+  return stations.Stations();
+}
+
+Result<QString> LookupStationName(const QString& path, const QString& number) {
+  const auto stations = StationRegister::Open(path, StationRegister::Access::ReadOnly);
+  if (!stations) return stations.Failure();
+  return stations->LookupStationName(number);
+}
+
+}  // namespace vesk
