@@ -10,6 +10,7 @@ namespace {
 constexpr int kRowsPerMonth = 35;
 constexpr int kFirstDailyRow = 5;
 constexpr int kMonthsPerYear = 12;
+constexpr int kDailyRows = kRowsPerMonth * kMonthsPerYear + kFirstDailyRow;
 
 /// Walks the grid once, in grid order, and closes a day at its minimum record.
 class TableBuilder {
@@ -21,9 +22,12 @@ class TableBuilder {
     const std::vector<Reading>& readings = grid_.Readings();
     if (readings.empty()) return;
     if (withHourly_) table_.hourly.reserve(readings.size());
+    const Day first = WaterYearFirstDay(table_.waterYear);
+    const Day last = WaterYearLastDay(table_.waterYear);
     int row = 0;
     for (const Reading& reading : readings) {
       ++row;
+      if (reading.day < first || reading.day > last) continue;  // of another year loaded along with this one
       switch (reading.kind) {
         case ReadingKind::Maximum:
           AddMaximum(row, reading);
@@ -45,13 +49,17 @@ class TableBuilder {
     return {reading.minuteOfDay, reading.levelCm, grid_.Discharge(row)};
   }
 
+  /// One record a day, also for a day that comes twice: its row on the daily sheet is written over.
   DayRecord& RecordOf(Day day) {
-    if (table_.days.empty() || table_.days.back().day != day) {
+    if (!table_.days.empty() && table_.days.back().day == day) return table_.days.back();
+    int& known = recordOfRow_[static_cast<std::size_t>(DailySheetRow(day))];
+    if (known == 0) {
       DayRecord& record = table_.days.emplace_back();
       record.day = day;
       record.sheetRow = DailySheetRow(day);
+      known = static_cast<int>(table_.days.size());
     }
-    return table_.days.back();
+    return table_.days[static_cast<std::size_t>(known - 1)];
   }
 
   void AddMaximum(int row, const Reading& reading) {
@@ -100,7 +108,14 @@ class TableBuilder {
 
   /// A day of readings ended without a minimum record: it gets no mean, and nothing of it may leak into the
   /// next.
-  void CloseWithoutExtremes() { CloseDay(RecordOf(readingDay_)); }
+  void CloseWithoutExtremes() {
+    DayRecord& record = RecordOf(readingDay_);
+    if (record.meanCm) {
+      StartAfresh();  // the figures beside a mean are those that it was formed from
+    } else {
+      CloseDay(record);
+    }
+  }
 
   void CloseDay(DayRecord& record) {
     record.readings = readings_;
@@ -125,6 +140,7 @@ class TableBuilder {
   const bool withHourly_;
   LevelTable& table_;
 
+  std::array<int, kDailyRows> recordOfRow_{};  ///< 1-based index of a row's record; 0: none yet
   Day readingDay_{};
   int hourlyCount_ = 0;
   double weightedSum_ = 0;

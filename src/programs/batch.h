@@ -1,0 +1,25 @@
+// The command line: one function a verb, all over the operations that the windows use.
+#pragma once
+
+#include <QStringList>
+
+namespace vesk {
+
+/// Exit codes of the program.
+enum BatchExit : int { kBatchDone = 0, kBatchFailed = 1, kBatchWrongUse = 2 };
+
+/// One verb. arguments: the verb itself, then what follows it on the command line.
+struct BatchVerb {
+  const char* name;
+  const char* summary;
+  int (*run)(const QStringList& arguments);
+};
+
+int RunFilesVerb(const QStringList& arguments);
+int RunHeaderVerb(const QStringList& arguments);
+int RunReadingsVerb(const QStringList& arguments);
+int RunDailyVerb(const QStringList& arguments);
+int RunTableVerb(const QStringList& arguments);
+int RunTidyVerb(const QStringList& arguments);
+
+}  // namespace vesk

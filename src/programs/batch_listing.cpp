@@ -1,0 +1,187 @@
+// Verbs that list and tidy: files, header, readings, tidy.
+#include "datafiles/archive.h"
+#include "programs/batch.h"
+#include "programs/batch_support.h"
+#include "review/setup_parameters.h"
+
+namespace vesk {
+namespace {
+
+QString DateTimeOrNothing(DateTime time) { return time == DateTime{} ? QString() : DateTimeText(time); }
+
+QString StatusOf(const RawFile& file) {
+  if (file.superseded) return QStringLiteral("superseded");
+  return file.reading.Usable() ? QStringLiteral("ok") : file.reading.errorText;
+}
+
+void AppendFileLine(QByteArray& text, const RawFile& file) {
+  const RawHeader& header = file.reading.header;
+  const QString station = header.StationNo.isEmpty() ? file.Station().mid(4) : header.StationNo;
+  const QStringList fields = {file.diskName,
+                              station,
+                              header.Version,
+                              DateTimeOrNothing(header.FirstRecordTime),
+                              DateTimeOrNothing(header.LastRecordTime),
+                              QString::number(header.DaysCovered),
+                              header.WaterYearsText.trimmed(),
+                              StatusOf(file)};
+  text += fields.join(QLatin1Char('\t')).toUtf8() + '\n';
+}
+
+int Finish(Output& output) {
+  const Status written = output.Finish();
+  if (written) return kBatchDone;
+  Complain(written.Failure().Text());
+  return kBatchFailed;
+}
+
+QCommandLineOption OutOption() {
+  return {QStringLiteral("out"), QStringLiteral("Writes to this file instead of standard output."),
+          QStringLiteral("FILE")};
+}
+
+void AppendReadings(const ReviewGrid& grid, QByteArray& text) {
+  text += "date,time,level_cm,discharge,label,code,baseline_cm\n";
+  text.reserve(text.size() + grid.ReadingCount() * qsizetype{48});
+  for (int row = 1; row <= grid.ReadingCount(); ++row) {
+    for (int column = 0; column < kGridColumns; ++column) {
+      if (column > 0) text += ',';
+      AppendCsv(text, grid.Text(row, static_cast<GridColumn>(column)));
+    }
+    text += '\n';
+  }
+}
+
+/// The list entry of a file given by its name on disk or in the list.
+Result<RawFile> FindRawFile(const QString& folder, const QString& name) {
+  for (RawFile& file : ListRawFiles(folder)) {
+    if (QString::compare(file.diskName, name, Qt::CaseInsensitive) == 0 ||
+        QString::compare(file.listName, name, Qt::CaseInsensitive) == 0) {
+      return std::move(file);
+    }
+  }
+  return Error{QStringLiteral("No raw file of that name"), folder + name, {}};
+}
+
+Result<LoadedReadings> LoadOneFile(const QString& folder, const QString& name) {
+  const auto file = FindRawFile(folder, name);
+  if (!file) return file.Failure();
+  LoadRequest request;
+  request.dataDirectory = folder;
+  request.station = file->Station();
+  request.files = {*file};
+  auto loaded = LoadReadings(request);
+  if (!loaded) return loaded;
+  PrintLoadMessages(*loaded);
+  if (!loaded->refusedFile.isEmpty()) {
+    return Error{QStringLiteral("The raw file is refused"), folder + name, loaded->messages.back()};
+  }
+  return loaded;
+}
+
+Result<LoadedReadings> LoadChosen(const QCommandLineParser& parser, const QString& folder) {
+  if (parser.isSet(QStringLiteral("file"))) return LoadOneFile(folder, parser.value(QStringLiteral("file")));
+  const auto chosen = ChooseStationYears(parser, folder);
+  if (!chosen) return chosen.Failure();
+  return LoadStationYear(folder, chosen->front());
+}
+
+int Fail(const Error& error) {
+  Complain(error.Text());
+  return kBatchFailed;
+}
+
+}  // namespace
+
+int RunFilesVerb(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral("Lists the raw files of a data directory, tab-separated."));
+  if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
+  const auto folder = DataFolder(parser.positionalArguments().front());
+  if (!folder) return Fail(folder.Failure());
+  std::vector<RawFile> files = ListRawFiles(*folder);
+  ReadHeaders(*folder, files);
+  Output output({});
+  output.Text() = "file\tstation\tversion\tfirst\tlast\tdays\twater_years\tstatus\n";
+  for (const RawFile& file : files) {
+    AppendFileLine(output.Text(), file);
+    if (!file.reading.Usable()) Complain(file.reading.detail);
+  }
+  return Finish(output);
+}
+
+int RunHeaderVerb(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral("Shows the setup parameters of one raw file."));
+  parser.addOption({QStringLiteral("register"), QStringLiteral("Station register for the station's name."),
+                    QStringLiteral("FILE")});
+  if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR"), QStringLiteral("FILE")})) return *exit;
+  const auto folder = DataFolder(parser.positionalArguments().at(0));
+  if (!folder) return Fail(folder.Failure());
+  const auto file = FindRawFile(*folder, parser.positionalArguments().at(1));
+  if (!file) return Fail(file.Failure());
+  SetupCells cells;
+  std::vector<QString> messages;
+  HeaderSinks sinks;
+  sinks.dataDirectory = *folder;
+  sinks.cells = &cells;
+  sinks.messages = &messages;
+  sinks.stationName = StationNameFrom(parser.value(QStringLiteral("register")), file->Station().mid(4));
+  const RawHeaderReading reading = ReadRawHeader(file->diskName, HeaderScope::SingleFile, HeaderMode::Full, sinks);
+  for (const QString& message : messages) Complain(message);
+  if (!reading.Usable()) return Fail({reading.errorText, {}, reading.detail});
+  Output output({});
+  for (std::size_t row = 0; row < cells.size(); ++row) {
+    output.Text() += (SetupLabels()[row] + QLatin1Char('\t') + cells[row].trimmed()).toUtf8() + '\n';
+  }
+  return Finish(output);
+}
+
+int RunReadingsVerb(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QStringLiteral("Writes the readings of a water year, or of one raw file, as the review grid shows them, with the "
+                     "saved corrections laid over them (CSV)."));
+  AddStationOptions(parser, false);
+  parser.addOption({QStringLiteral("file"), QStringLiteral("One raw file instead of a water year."),
+                    QStringLiteral("F")});
+  parser.addOption(OutOption());
+  if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
+  const bool year = parser.isSet(QStringLiteral("station")) && parser.isSet(QStringLiteral("water-year"));
+  if (year == parser.isSet(QStringLiteral("file"))) {
+    Complain(QStringLiteral("readings: give either --station and --water-year or --file (see --help)"));
+    return kBatchWrongUse;
+  }
+  const auto folder = DataFolder(parser.positionalArguments().front());
+  if (!folder) return Fail(folder.Failure());
+  const auto loaded = LoadChosen(parser, *folder);
+  if (!loaded) return Fail(loaded.Failure());
+  Output output(parser.value(QStringLiteral("out")));
+  AppendReadings(loaded->grid, output.Text());
+  return Finish(output);
+}
+
+int RunTidyVerb(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QStringLiteral("Stamps and renames raw files as delivered and archives superseded read-outs."));
+  if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
+  const auto folder = DataFolder(parser.positionalArguments().front());
+  if (!folder) return Fail(folder.Failure());
+  const TidyReport renamed = RenameRawFiles(*folder);
+  std::vector<QString> names;
+  for (const RawFile& file : ListRawFiles(*folder)) names.push_back(file.listName);
+  const ArchiveReport archived = ArchiveDuplicateRawFiles(*folder, names);
+  Output output({});
+  for (const QString& line : renamed.done) output.Text() += line.toUtf8() + '\n';
+  for (const QString& name : archived.archived) {
+    output.Text() += QStringLiteral("%1 archived in %2").arg(name, QLatin1String(kArchiveFolder)).toUtf8() + '\n';
+  }
+  for (const QString& failure : renamed.failures) Complain(failure);
+  for (const Error& failure : archived.failures) Complain(failure.Text());
+  const bool whole = renamed.failures.empty() && archived.failures.empty();
+  const int exit = Finish(output);
+  return whole ? exit : kBatchFailed;
+}
+
+}  // namespace vesk

@@ -1,0 +1,217 @@
+#include "programs/batch_support.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+
+#include "programs/batch.h"
+#include "stations/station_register.h"
+
+namespace vesk {
+namespace {
+
+QCommandLineOption StationOption() {
+  return {QStringLiteral("station"), QStringLiteral("Station: five-character number or nine-character entry."),
+          QStringLiteral("S")};
+}
+
+void ComplainOfRefused(const std::vector<RawFile>& files) {
+  for (const RawFile& file : files) {
+    if (!file.reading.Usable()) Complain(file.reading.errorText + QStringLiteral(": ") + file.reading.detail);
+  }
+}
+
+std::vector<RawFile> OfStation(const std::vector<RawFile>& files, const QString& station) {
+  std::vector<RawFile> result;
+  std::copy_if(files.begin(), files.end(), std::back_inserter(result), [&](const RawFile& file) {
+    return QString::compare(file.Station(), station, Qt::CaseInsensitive) == 0;
+  });
+  return result;
+}
+
+/// Every water year of one station.
+void AppendYears(const QString& folder, const QString& station, const std::vector<RawFile>& files,
+                 std::vector<StationYear>& out) {
+  std::vector<WaterYearEntry> years = WaterYearsOf(files, folder, station, {});
+  std::sort(years.begin(), years.end(),
+            [](const WaterYearEntry& a, const WaterYearEntry& b) { return a.waterYear < b.waterYear; });
+  for (const WaterYearEntry& year : years) out.push_back({station, year.waterYear, files});
+}
+
+}  // namespace
+
+void Complain(const QString& text) {
+  EndProgressLine();
+  const QByteArray bytes = QByteArrayLiteral("vesk4-batch: ") + text.toUtf8() + '\n';
+  std::fputs(bytes.constData(), stderr);
+}
+
+void ShowProgressLine(const QString& text) {
+  if (::isatty(STDERR_FILENO) == 0) return;
+  const QByteArray bytes = QByteArrayLiteral("\r\033[K") + text.toUtf8();
+  std::fputs(bytes.constData(), stderr);
+}
+
+void EndProgressLine() {
+  if (::isatty(STDERR_FILENO) != 0) std::fputs("\r\033[K", stderr);
+}
+
+std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& arguments, const QStringList& positional) {
+  const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")},
+                                QStringLiteral("Shows this help."));
+  parser.addOption(help);
+  parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+  for (const QString& name : positional) parser.addPositionalArgument(name, QString());
+  QStringList line = arguments;
+  line.first() = QStringLiteral("vesk4-batch ") + line.first();
+  const bool parsed = parser.parse(line);
+  if (parser.isSet(help)) {
+    QString text = parser.helpText();
+    text.replace(QStringLiteral("[options]"), line.first().section(QLatin1Char(' '), 1) + QStringLiteral(" [options]"));
+    std::fputs(text.toUtf8().constData(), stdout);
+    return kBatchDone;
+  }
+  QString wrong;
+  if (!parsed) wrong = parser.errorText();
+  const auto given = parser.positionalArguments().size();
+  if (wrong.isEmpty() && given != positional.size()) {
+    wrong = QStringLiteral("expected %1, got %2 argument(s)").arg(positional.join(QLatin1Char(' '))).arg(given);
+  }
+  if (wrong.isEmpty()) return std::nullopt;
+  Complain(line.first().section(QLatin1Char(' '), 1) + QStringLiteral(": ") + wrong + QStringLiteral(" (see --help)"));
+  return kBatchWrongUse;
+}
+
+Result<QString> DataFolder(const QString& argument) {
+  const QFileInfo info(argument);
+  if (!info.isDir()) {
+    return Error{QStringLiteral("Not a data directory"), argument,
+                 info.exists() ? QStringLiteral("it is a file") : QStringLiteral("no such folder")};
+  }
+  return info.absoluteFilePath() + (info.absoluteFilePath().endsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/"));
+}
+
+Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wanted) {
+  QStringList found;
+  for (const RawFile& file : files) {
+    const QString entry = file.Station();
+    const bool same = QString::compare(entry, wanted, Qt::CaseInsensitive) == 0 ||
+                      QString::compare(entry.mid(4), wanted, Qt::CaseInsensitive) == 0;
+    if (same && !found.contains(entry, Qt::CaseInsensitive)) found.push_back(entry);
+  }
+  const QString what = QStringLiteral("Station %1").arg(wanted);
+  if (found.isEmpty()) return Error{what, {}, QStringLiteral("no raw file of it in the data directory")};
+  if (found.size() > 1) {
+    return Error{what, {}, QStringLiteral("stands for several entries: %1").arg(found.join(QStringLiteral(", ")))};
+  }
+  return found.front();
+}
+
+void AddStationOptions(QCommandLineParser& parser, bool withAll) {
+  parser.addOption(StationOption());
+  parser.addOption({QStringLiteral("water-year"), QStringLiteral("Water year: the year in which it ends."),
+                    QStringLiteral("Y")});
+  if (withAll) {
+    parser.addOption({QStringLiteral("all"), QStringLiteral("Every station and water year of the folder.")});
+  }
+}
+
+Result<std::vector<StationYear>> ChooseStationYears(const QCommandLineParser& parser, const QString& folder) {
+  const bool all = parser.optionNames().contains(QStringLiteral("all"));  // not every verb has it
+  const bool one = parser.isSet(QStringLiteral("station")) && parser.isSet(QStringLiteral("water-year"));
+  if (all == one) {
+    return Error{QStringLiteral("Give either --station and --water-year or --all"), {}, {}};
+  }
+  const std::vector<RawFile> inUse = FilesInUse(ListRawFiles(folder));
+  std::vector<StationYear> chosen;
+  if (one) {
+    const auto station = FindStation(inUse, parser.value(QStringLiteral("station")));
+    if (!station) return station.Failure();
+    bool isYear = false;
+    const int year = parser.value(QStringLiteral("water-year")).toInt(&isYear);
+    if (!isYear || year < 1000 || year > 9999) {
+      return Error{QStringLiteral("--water-year"), {}, QStringLiteral("expected a year in four digits")};
+    }
+    std::vector<RawFile> files = OfStation(inUse, *station);
+    ReadHeaders(folder, files);
+    ComplainOfRefused(files);
+    chosen.push_back({*station, year, std::move(files)});
+    return chosen;
+  }
+  std::vector<QString> stations;
+  for (const RawFile& file : inUse) {
+    if (!ListContains(stations, file.Station())) stations.push_back(file.Station());
+  }
+  for (const QString& station : stations) {
+    std::vector<RawFile> files = OfStation(inUse, station);
+    ReadHeaders(folder, files);
+    ComplainOfRefused(files);
+    AppendYears(folder, station, files, chosen);
+  }
+  return chosen;
+}
+
+void PrintLoadMessages(const LoadedReadings& loaded) {
+  for (const QString& message : loaded.messages) Complain(message);
+  for (const LoadedChangeLog& log : loaded.changeLogs) {
+    if (log.overlay.orphans.empty()) continue;
+    Complain(QStringLiteral("%1: %2 line(s) belong to no reading and were left out")
+                 .arg(log.readFrom).arg(log.overlay.orphans.size()));
+  }
+}
+
+Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear& choice, const QString& stationName) {
+  LoadRequest request;
+  request.dataDirectory = folder;
+  request.station = choice.station;
+  request.stationName = stationName;
+  request.files = choice.files;
+  request.waterYears = {QString::number(choice.waterYear)};
+  auto loaded = LoadReadings(request);
+  if (!loaded) return loaded;
+  PrintLoadMessages(*loaded);
+  const QString what = QStringLiteral("Station %1, water year %2").arg(choice.station).arg(choice.waterYear);
+  if (!loaded->refusedFile.isEmpty()) {
+    return Error{what, folder + loaded->refusedFile, QStringLiteral("this file is refused, so the year is not whole")};
+  }
+  if (loaded->grid.ReadingCount() == 0) return Error{what, folder, QStringLiteral("no readings")};
+  return loaded;
+}
+
+QString StationNameFrom(const QString& registerPath, const QString& stationNumber) {
+  if (registerPath.isEmpty()) return {};
+  const auto name = LookupStationName(registerPath, stationNumber);
+  if (name) return *name;
+  Complain(name.Failure().Text());
+  return {};
+}
+
+Status Output::Finish() {
+  if (path_.isEmpty()) {
+    QFile standardOutput;
+    if (!standardOutput.open(stdout, QIODevice::WriteOnly) || standardOutput.write(text_) != text_.size() ||
+        !standardOutput.flush()) {
+      return Error{QStringLiteral("Standard output"), {}, standardOutput.errorString()};
+    }
+    return {};
+  }
+  QSaveFile file(path_);
+  if (!file.open(QIODevice::WriteOnly) || file.write(text_) != text_.size() || !file.commit()) {
+    return Error{QStringLiteral("The output could not be written"), path_, file.errorString()};
+  }
+  return {};
+}
+
+void AppendCsv(QByteArray& line, const QString& field) {
+  const QByteArray bytes = field.toUtf8();
+  const bool plain = !bytes.contains(',') && !bytes.contains('"') && !bytes.contains('\n');
+  line += plain ? bytes : '"' + QByteArray(bytes).replace("\"", "\"\"") + '"';
+}
+
+}  // namespace vesk

@@ -1,0 +1,73 @@
+// What the verbs of the command line share: options, station and file choice, output.
+#pragma once
+
+#include <QByteArray>
+#include <QCommandLineParser>
+#include <QString>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "platform/result.h"
+#include "review/load_readings.h"
+#include "review/raw_files.h"
+
+namespace vesk {
+
+/// Prints "vesk4-batch: text" on standard error.
+void Complain(const QString& text);
+/// Shows or replaces a progress line on standard error when that is a terminal.
+void ShowProgressLine(const QString& text);
+void EndProgressLine();
+
+/// Parses the command line of one verb. `positional` names its arguments, which must all be there. An exit code when
+/// the verb is not to run: help was asked for, or the use was wrong.
+std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& arguments, const QStringList& positional);
+
+/// The folder argument with one trailing "/"; fails when it is no folder.
+Result<QString> DataFolder(const QString& argument);
+
+/// The nine-character entry for a station given as five-character number or entry.
+Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wanted);
+
+/// A station and one of its water years.
+struct StationYear {
+  QString station;  ///< nine-character entry
+  int waterYear = 0;
+  std::vector<RawFile> files;  ///< of the station, in use
+};
+
+/// Options --station, --water-year and --all.
+void AddStationOptions(QCommandLineParser& parser, bool withAll);
+
+/// What the options choose. Refused files of the chosen stations are complained about.
+Result<std::vector<StationYear>> ChooseStationYears(const QCommandLineParser& parser, const QString& folder);
+
+/// Loads one of them; what the load has to say is printed. Fails also when a refused file cut the load short.
+Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear& choice,
+                                       const QString& stationName = {});
+
+/// Prints the messages of a load on standard error.
+void PrintLoadMessages(const LoadedReadings& loaded);
+
+/// Name of a station as the register has it; empty without a register.
+QString StationNameFrom(const QString& registerPath, const QString& stationNumber);
+
+/// Text for standard output, or for a file that appears whole or not at all.
+class Output {
+ public:
+  /// path: empty for standard output.
+  explicit Output(QString path) : path_(std::move(path)) {}
+  QByteArray& Text() { return text_; }
+  Status Finish();
+
+ private:
+  QString path_;
+  QByteArray text_;
+};
+
+/// Appends a field, quoted when it holds a comma, a quote or a line break.
+void AppendCsv(QByteArray& line, const QString& field);
+
+}  // namespace vesk

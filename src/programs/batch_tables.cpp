@@ -1,0 +1,238 @@
+// Verbs that compute: daily values and level tables.
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include "platform/libreoffice/office.h"
+#include "programs/batch.h"
+#include "programs/batch_support.h"
+#include "shell/language.h"
+#include "tables/build_level_table.h"
+#include "tables/level_table.h"
+
+namespace vesk {
+namespace {
+
+QCommandLineOption ExtremesOption() {
+  return {QStringLiteral("extremes"),
+          QStringLiteral("TF: the logger's own daily extremes (default); FT: computed from the readings."),
+          QStringLiteral("TF|FT"), QStringLiteral("TF")};
+}
+
+int Fail(const Error& error) {
+  Complain(error.Text());
+  return kBatchFailed;
+}
+
+int WrongUse(const QString& text) {
+  Complain(text + QStringLiteral(" (see --help)"));
+  return kBatchWrongUse;
+}
+
+bool IsExtremesValue(const QString& value) {
+  return value == QLatin1String("TF") || value == QLatin1String("FT");
+}
+
+/// A level of the daily sheet as "time,level"; two empty fields when the day has none.
+void AppendLevelAt(QByteArray& line, const std::optional<LevelAt>& level) {
+  line += ',';
+  if (level) line += ClockText(level->minuteOfDay).toLatin1();
+  line += ',';
+  if (level) line += NumberText(level->levelCm).toLatin1();
+}
+
+void AppendDays(const QString& stationNumber, const LevelTable& table, QByteArray& text) {
+  const QByteArray prefix = stationNumber.toUtf8() + ',' + QByteArray::number(table.waterYear) + ',';
+  for (const DayRecord& day : table.days) {
+    text += prefix;
+    text += DateText(day.day).toLatin1();
+    AppendLevelAt(text, day.maximum);
+    AppendLevelAt(text, day.minimum);
+    text += ',';
+    if (day.meanCm) text += NumberText(*day.meanCm).toLatin1();
+    text += ',';
+    text += QByteArray::number(day.readings);
+    text += ',';
+    text += NumberText(day.weightedSum).toLatin1();
+    text += ',';
+    text += QByteArray::number(day.lastMinute);
+    text += '\n';
+  }
+}
+
+/// Answers the build's questions from the options; nobody sits in front of it.
+class UnattendedAnswers : public BuildQuestions {
+ public:
+  UnattendedAnswers(bool hourly, QString label) : hourly_(hourly), label_(std::move(label)) {}
+  void TellWorkbooksAreOpen(const BuildMessage& message) override { Complain(message.text); }
+  bool AskForHourlyValues(const BuildMessage& /*message*/) override { return hourly_; }
+  void WarnNotToSwitchSheets(const BuildMessage& /*message*/) override {}
+  void ShowProgress(int percent) override {
+    ShowProgressLine(QStringLiteral("%1: %2 %").arg(label_).arg(percent));
+  }
+
+ private:
+  bool hourly_;
+  QString label_;
+};
+
+struct TableOptions {
+  QString folder, outFolder, registerPath, templates, templateName;
+  bool hourly = false;
+  ExtremeMode mode = ExtremeMode::Recorded;
+};
+
+/// Beside the program, or where a package puts it.
+QString DefaultTemplates() {
+  const QString beside = QCoreApplication::applicationDirPath() + QLatin1Char('/');
+  if (QFileInfo::exists(beside + QStringLiteral("Sablon.xls"))) return beside;
+  return beside + QStringLiteral("../share/vesk4/");
+}
+
+Status MakeTable(const StationYear& choice, const TableOptions& options, Spreadsheet& office) {
+  const QString number = choice.station.mid(4);
+  const QString name = StationNameFrom(options.registerPath, number);
+  const auto loaded = LoadStationYear(options.folder, choice, name);
+  if (!loaded) return loaded.Failure();
+  const BuildInput input{.grid = loaded->grid,
+                         .stationNumber = number,
+                         .stationName = name,
+                         .waterYear = choice.waterYear,
+                         .extremeMode = options.mode,
+                         .tableDirectory = options.outFolder,
+                         .templateDirectory = options.templates,
+                         .templateName = options.templateName,
+                         .afterSave = AfterSave::Close};
+  UnattendedAnswers answers(options.hourly, QStringLiteral("%1 %2").arg(number).arg(choice.waterYear));
+  const auto report = BuildLevelTable(input, office, answers);
+  EndProgressLine();
+  if (!report) return report.Failure();
+  for (const QString& warning : report->warnings) Complain(warning);
+  if (report->hourlyRowsLeftOut > 0) {
+    Complain(QStringLiteral("%1: %2 readings did not fit the hourly sheet and are not on it; the daily sheet is complete")
+                 .arg(report->path).arg(report->hourlyRowsLeftOut));
+  }
+  const QByteArray path = report->path.toUtf8() + '\n';
+  std::fputs(path.constData(), stdout);
+  std::fflush(stdout);
+  return {};
+}
+
+Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
+  TableOptions options;
+  const auto folder = DataFolder(parser.positionalArguments().front());
+  if (!folder) return folder.Failure();
+  options.folder = *folder;
+  options.outFolder = *folder;
+  if (parser.isSet(QStringLiteral("out-dir"))) {
+    const QString wanted = parser.value(QStringLiteral("out-dir"));
+    if (!QDir().mkpath(wanted)) return Error{QStringLiteral("The output folder could not be made"), wanted, {}};
+    const auto out = DataFolder(wanted);
+    if (!out) return out.Failure();
+    options.outFolder = *out;
+  }
+  options.templates = DefaultTemplates();
+  if (parser.isSet(QStringLiteral("templates"))) {
+    const auto templates = DataFolder(parser.value(QStringLiteral("templates")));
+    if (!templates) return templates.Failure();
+    options.templates = *templates;
+  }
+  options.registerPath = parser.value(QStringLiteral("register"));
+  options.hourly = parser.isSet(QStringLiteral("hourly"));
+  options.mode = ExtremeModeOf(parser.value(QStringLiteral("extremes")));
+  Language language;
+  if (parser.value(QStringLiteral("language")) == QLatin1String("ENGLISH")) {
+    language.FillEnglish();
+  } else {
+    language.FillTurkish();
+  }
+  options.templateName = language.templateName;
+  return options;
+}
+
+void AddTableOptions(QCommandLineParser& parser) {
+  AddStationOptions(parser, true);
+  parser.addOption(ExtremesOption());
+  parser.addOption({QStringLiteral("hourly"), QStringLiteral("Fills the hourly sheet, too.")});
+  parser.addOption({QStringLiteral("language"), QStringLiteral("Language of the table (TURKCE)."),
+                    QStringLiteral("TURKCE|ENGLISH"), QStringLiteral("TURKCE")});
+  parser.addOption({QStringLiteral("out-dir"), QStringLiteral("Folder for the tables (the data directory)."),
+                    QStringLiteral("D")});
+  parser.addOption({QStringLiteral("register"), QStringLiteral("Station register for the stations' names."),
+                    QStringLiteral("FILE")});
+  parser.addOption({QStringLiteral("templates"), QStringLiteral("Folder of the table templates."),
+                    QStringLiteral("D")});
+}
+
+/// Wrong use of the options that choose what to compute; empty when they are right.
+QString WrongChoice(const QCommandLineParser& parser) {
+  const bool all = parser.isSet(QStringLiteral("all"));
+  const bool station = parser.isSet(QStringLiteral("station"));
+  const bool year = parser.isSet(QStringLiteral("water-year"));
+  if (all ? (station || year) : !(station && year)) {
+    return QStringLiteral("give either --station and --water-year or --all");
+  }
+  if (!IsExtremesValue(parser.value(QStringLiteral("extremes")))) return QStringLiteral("--extremes is TF or FT");
+  return {};
+}
+
+}  // namespace
+
+int RunDailyVerb(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral("Writes what the daily sheet of a level table holds (CSV)."));
+  AddStationOptions(parser, true);
+  parser.addOption(ExtremesOption());
+  parser.addOption({QStringLiteral("out"), QStringLiteral("Writes to this file instead of standard output."),
+                    QStringLiteral("FILE")});
+  if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
+  if (const QString wrong = WrongChoice(parser); !wrong.isEmpty()) return WrongUse(QStringLiteral("daily: ") + wrong);
+  const auto folder = DataFolder(parser.positionalArguments().front());
+  if (!folder) return Fail(folder.Failure());
+  const auto chosen = ChooseStationYears(parser, *folder);
+  if (!chosen) return Fail(chosen.Failure());
+
+  Output output(parser.value(QStringLiteral("out")));
+  output.Text() =
+      "station,water_year,date,max_time,max_cm,min_time,min_cm,mean_cm,readings,weighted_sum,last_minute\n";
+  const ExtremeMode mode = ExtremeModeOf(parser.value(QStringLiteral("extremes")));
+  int exit = kBatchDone;
+  for (const StationYear& choice : *chosen) {
+    ShowProgressLine(QStringLiteral("%1 %2").arg(choice.station).arg(choice.waterYear));
+    const auto loaded = LoadStationYear(*folder, choice);
+    if (!loaded) {
+      exit = Fail(loaded.Failure());
+      continue;
+    }
+    AppendDays(choice.station.mid(4), ComputeLevelTable(loaded->grid, choice.waterYear, mode, {}, false),
+               output.Text());
+  }
+  EndProgressLine();
+  if (const Status written = output.Finish(); !written) return Fail(written.Failure());
+  return exit;
+}
+
+int RunTableVerb(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral("Makes level table workbooks and prints their paths."));
+  AddTableOptions(parser);
+  if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
+  if (const QString wrong = WrongChoice(parser); !wrong.isEmpty()) return WrongUse(QStringLiteral("table: ") + wrong);
+  const QString language = parser.value(QStringLiteral("language"));
+  if (language != QLatin1String("TURKCE") && language != QLatin1String("ENGLISH")) {
+    return WrongUse(QStringLiteral("table: --language is TURKCE or ENGLISH"));
+  }
+  const auto options = ReadTableOptions(parser);
+  if (!options) return Fail(options.Failure());
+  const auto chosen = ChooseStationYears(parser, options->folder);
+  if (!chosen) return Fail(chosen.Failure());
+  const auto office = MakeUnattendedSpreadsheet();
+  int exit = kBatchDone;
+  for (const StationYear& choice : *chosen) {
+    if (const Status made = MakeTable(choice, *options, *office); !made) exit = Fail(made.Failure());
+  }
+  if (const Status ended = office->Quit(); !ended) Complain(ended.Failure().Text());
+  return exit;
+}
+
+}  // namespace vesk

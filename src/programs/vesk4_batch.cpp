@@ -1,0 +1,59 @@
+// vesk4-batch: the operations of the windows without windows.
+#include <QGuiApplication>
+
+#include <cstdio>
+#include <span>
+
+#include "programs/batch.h"
+
+#ifndef VESK_VERSION
+#define VESK_VERSION "unknown"
+#endif
+
+namespace {
+
+using vesk::BatchVerb;
+
+constexpr BatchVerb kVerbs[] = {
+    {"files", "list the raw files of a data directory", vesk::RunFilesVerb},
+    {"header", "show the setup parameters of one raw file", vesk::RunHeaderVerb},
+    {"readings", "write the readings of a water year or of one file (CSV)", vesk::RunReadingsVerb},
+    {"daily", "write daily extremes and means (CSV)", vesk::RunDailyVerb},
+    {"table", "make level table workbooks", vesk::RunTableVerb},
+    {"tidy", "stamp, rename and archive raw files", vesk::RunTidyVerb},
+};
+
+void PrintHelp(std::FILE* to) {
+  std::fputs("Usage: vesk4-batch VERB DIR [options]\n\nVerbs:\n", to);
+  for (const BatchVerb& verb : kVerbs) std::fprintf(to, "  %-10s%s\n", verb.name, verb.summary);
+  std::fputs(
+      "\n\"vesk4-batch VERB --help\" tells the options of a verb.\n"
+      "Exit code 0: done; 1: something failed, as told on standard error; 2: wrong use.\n",
+      to);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");  // drawing needs fonts, never a display
+  const QGuiApplication application(argc, argv);
+  const QStringList arguments = QGuiApplication::arguments().mid(1);
+  if (arguments.isEmpty()) {
+    PrintHelp(stderr);
+    return vesk::kBatchWrongUse;
+  }
+  const QString& first = arguments.front();
+  if (first == QLatin1String("--help") || first == QLatin1String("-h")) {
+    PrintHelp(stdout);
+    return vesk::kBatchDone;
+  }
+  if (first == QLatin1String("--version")) {
+    std::puts("vesk4-batch " VESK_VERSION);
+    return vesk::kBatchDone;
+  }
+  for (const BatchVerb& verb : kVerbs) {
+    if (first == QLatin1String(verb.name)) return verb.run(arguments);
+  }
+  std::fprintf(stderr, "vesk4-batch: no verb \"%s\" (see --help)\n", qPrintable(first));
+  return vesk::kBatchWrongUse;
+}
