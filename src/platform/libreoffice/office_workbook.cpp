@@ -1,0 +1,158 @@
+#include "platform/libreoffice/office_workbook.h"
+
+#include <QUrl>
+
+#include <array>
+#include <utility>
+
+#include <com/sun/star/awt/XTopWindow.hpp>
+#include <com/sun/star/awt/XWindow.hpp>
+#include <com/sun/star/document/MacroExecMode.hpp>
+#include <com/sun/star/document/XEmbeddedScripts.hpp>
+#include <com/sun/star/frame/XController.hpp>
+#include <com/sun/star/frame/XFrame.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/script/XLibraryContainer.hpp>
+#include <com/sun/star/script/provider/XScriptProviderSupplier.hpp>
+#include <com/sun/star/util/XCloseable.hpp>
+#include <com/sun/star/util/XModifiable.hpp>
+
+#include "platform/libreoffice/office_worksheet.h"
+
+namespace vesk {
+namespace {
+
+using css::uno::Any;
+using css::uno::Reference;
+using css::uno::Sequence;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
+
+css::beans::PropertyValue Setting(const char* name, const Any& value) {
+  css::beans::PropertyValue setting;
+  setting.Name = ToOffice(name);
+  setting.Value = value;
+  return setting;
+}
+
+Reference<css::frame::XFrame> FrameOf(const Reference<css::sheet::XSpreadsheetDocument>& document) {
+  const Reference<css::frame::XModel> model(document, UNO_QUERY_THROW);
+  const Reference<css::frame::XController> controller(model->getCurrentController(), css::uno::UNO_SET_THROW);
+  return controller->getFrame();
+}
+
+/// True when a module's source holds a procedure of that name.
+bool HoldsProcedure(const QString& source, const QString& name) {
+  const QString opening = QStringLiteral("Sub ") + name;
+  qsizetype at = source.indexOf(opening, 0, Qt::CaseInsensitive);
+  while (at >= 0) {
+    const qsizetype behind = at + opening.size();
+    if (behind == source.size() || !source.at(behind).isLetterOrNumber()) return true;
+    at = source.indexOf(opening, behind, Qt::CaseInsensitive);
+  }
+  return false;
+}
+
+/// Address of a workbook's procedure, whichever library and module holds it; empty when none does.
+QString MacroAddress(const Reference<css::sheet::XSpreadsheetDocument>& document, const QString& name) {
+  const Reference<css::document::XEmbeddedScripts> scripts(document, UNO_QUERY_THROW);
+  const Reference<css::script::XLibraryContainer> libraries(scripts->getBasicLibraries(), UNO_QUERY_THROW);
+  for (const rtl::OUString& libraryName : libraries->getElementNames()) {
+    if (!libraries->isLibraryLoaded(libraryName)) libraries->loadLibrary(libraryName);
+    const Reference<css::container::XNameAccess> modules(libraries->getByName(libraryName), UNO_QUERY_THROW);
+    for (const rtl::OUString& moduleName : modules->getElementNames()) {
+      rtl::OUString source;
+      modules->getByName(moduleName) >>= source;
+      if (!HoldsProcedure(FromOffice(source), name)) continue;
+      return QStringLiteral("vnd.sun.star.script:%1.%2.%3?language=Basic&location=document")
+          .arg(FromOffice(libraryName), FromOffice(moduleName), name);
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+OfficeWorkbook::OfficeWorkbook(std::shared_ptr<OfficeSession> session, const QString& path)
+    : session_(std::move(session)), path_(path) {}
+
+OfficeWorkbook::~OfficeWorkbook() {
+  if (session_->IsPrivate()) (void)Close();  // nobody else can close it; an operator's window stays as it is
+}
+
+Result<std::unique_ptr<OfficeWorkbook>> OfficeWorkbook::Load(std::shared_ptr<OfficeSession> session,
+                                                             const QString& path) {
+  std::unique_ptr<OfficeWorkbook> workbook(new OfficeWorkbook(std::move(session), path));
+  const QString what = QStringLiteral("The workbook could not be opened");
+  OfficeSession& office = *workbook->session_;
+  const Status loaded = office.Ask(what, path, [&] {
+    const std::array settings{
+        Setting("Hidden", Any(office.IsPrivate())),
+        Setting("MacroExecutionMode", Any(css::document::MacroExecMode::ALWAYS_EXECUTE_NO_WARN))};
+    const rtl::OUString url = ToOffice(QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
+    const Reference<css::lang::XComponent> component = office.Desktop()->loadComponentFromURL(
+        url, ToOffice("_blank"), 0, Sequence<css::beans::PropertyValue>(settings.data(), settings.size()));
+    workbook->document_.set(component, UNO_QUERY);
+    if (!workbook->document_.is() && component.is()) component->dispose();
+  });
+  if (!loaded) return loaded.Failure();
+  if (!workbook->document_.is())
+    return Error{what, path, QStringLiteral("it is no workbook, or it cannot be read")};
+  return workbook;
+}
+
+Result<std::unique_ptr<Worksheet>> OfficeWorkbook::Sheet(const QString& name) {
+  Reference<css::sheet::XSpreadsheet> sheet;
+  const Status found = session_->Ask(QStringLiteral("The workbook's sheet cannot be used"), path_, [&] {
+    const Reference<css::sheet::XSpreadsheets> sheets = document_->getSheets();
+    if (sheets->hasByName(ToOffice(name))) sheet.set(sheets->getByName(ToOffice(name)), UNO_QUERY_THROW);
+  });
+  if (!found) return found.Failure();
+  if (!sheet.is()) {
+    return Error{QStringLiteral("The workbook has no such sheet"), path_, name};
+  }
+  return std::unique_ptr<Worksheet>(new OfficeWorksheet(session_, document_, sheet, path_));
+}
+
+Status OfficeWorkbook::ShowWindow() {
+  if (session_->IsPrivate()) return {};
+  return session_->Ask(QStringLiteral("The workbook's window could not be shown"), path_, [&] {
+    const Reference<css::awt::XWindow> window = FrameOf(document_)->getContainerWindow();
+    window->setVisible(true);
+    const Reference<css::awt::XTopWindow> top(window, UNO_QUERY);
+    if (top.is()) top->toFront();
+  });
+}
+
+Status OfficeWorkbook::RunMacro(const QString& name) {
+  QString address;
+  const QString what = QStringLiteral("The workbook's macro %1 could not be run").arg(name);
+  const Status ran = session_->Ask(what, path_, [&] {
+    address = MacroAddress(document_, name);
+    if (address.isEmpty()) return;
+    const Reference<css::script::provider::XScriptProviderSupplier> supplier(document_, UNO_QUERY_THROW);
+    const Reference<css::script::provider::XScript> script =
+        supplier->getScriptProvider()->getScript(ToOffice(address));
+    Sequence<sal_Int16> positions;
+    Sequence<Any> results;
+    (void)script->invoke({}, positions, results);
+  });
+  if (ran && address.isEmpty()) return Error{what, path_, QStringLiteral("the workbook has no such macro")};
+  return ran;
+}
+
+Status OfficeWorkbook::Save() {
+  return session_->Ask(QStringLiteral("The workbook could not be saved"), path_,
+                       [&] { Reference<css::frame::XStorable>(document_, UNO_QUERY_THROW)->store(); });
+}
+
+Status OfficeWorkbook::Close() {
+  if (!document_.is()) return {};
+  const Reference<css::sheet::XSpreadsheetDocument> document = std::exchange(document_, {});
+  return session_->Ask(QStringLiteral("The workbook could not be closed"), path_, [&] {
+    Reference<css::util::XModifiable>(document, UNO_QUERY_THROW)->setModified(false);
+    Reference<css::util::XCloseable>(document, UNO_QUERY_THROW)->close(true);
+  });
+}
+
+}  // namespace vesk

@@ -1,0 +1,206 @@
+#include "platform/libreoffice/office_worksheet.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <com/sun/star/sheet/AddressConvention.hpp>
+#include <com/sun/star/sheet/XCellAddressable.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XCellRangeData.hpp>
+#include <com/sun/star/sheet/XFormulaParser.hpp>
+#include <com/sun/star/sheet/XFormulaTokens.hpp>
+#include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
+#include <com/sun/star/table/BorderLine2.hpp>
+#include <com/sun/star/table/BorderLineStyle.hpp>
+#include <com/sun/star/util/NumberFormat.hpp>
+#include <com/sun/star/util/XNumberFormatTypes.hpp>
+#include <com/sun/star/util/XNumberFormatsSupplier.hpp>
+#include <com/sun/star/view/XSelectionSupplier.hpp>
+
+namespace vesk {
+namespace {
+
+using css::uno::Any;
+using css::uno::Reference;
+using css::uno::Sequence;
+using css::uno::UNO_QUERY_THROW;
+
+/// The classic palette of 56 colours, as 0xRRGGBB.
+constexpr std::array<sal_Int32, 56> kPalette{
+    0x000000, 0xFFFFFF, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00, 0xFF00FF, 0x00FFFF, 0x800000, 0x008000,
+    0x000080, 0x808000, 0x800080, 0x008080, 0xC0C0C0, 0x808080, 0x9999FF, 0x993366, 0xFFFFCC, 0xCCFFFF,
+    0x660066, 0xFF8080, 0x0066CC, 0xCCCCFF, 0x000080, 0xFF00FF, 0xFFFF00, 0x00FFFF, 0x800080, 0x800000,
+    0x008080, 0x0000FF, 0x00CCFF, 0xCCFFFF, 0xCCFFCC, 0xFFFF99, 0x99CCFF, 0xFF99CC, 0xCC99FF, 0xFFCC99,
+    0x3366FF, 0x33CCCC, 0x99CC00, 0xFFCC00, 0xFF9900, 0xFF6600, 0x666699, 0x969696, 0x003366, 0x339966,
+    0x003300, 0x333300, 0x993300, 0x993366, 0x333399, 0x333333};
+
+/// Line widths, 1/100 mm, that the file format keeps as hairline, thin, medium and thick.
+constexpr std::array<sal_Int16, 4> kLineWidths{2, 26, 63, 89};
+
+constexpr std::chrono::sys_days kDayZero{std::chrono::year{1899} / 12 / 30};  // of the workbooks' date values
+
+Any ToAny(const CellValue& value) {
+  if (const auto* number = std::get_if<double>(&value)) return Any(*number);
+  if (const auto* text = std::get_if<QString>(&value)) return Any(ToOffice(*text));
+  if (const auto* day = std::get_if<std::chrono::sys_days>(&value)) {
+    return Any(static_cast<double>((*day - kDayZero).count()));
+  }
+  return Any(
+      rtl::OUString());  // an empty text leaves the cell empty; no value at all would mark it as an error
+}
+
+Sequence<Sequence<Any>> ToSequence(const CellBlock& block) {
+  Sequence<Sequence<Any>> rows(static_cast<sal_Int32>(block.size()));
+  Sequence<Any>* row = rows.getArray();
+  for (const auto& source : block) {
+    row->realloc(static_cast<sal_Int32>(source.size()));
+    std::transform(source.begin(), source.end(), row->getArray(), ToAny);
+    ++row;
+  }
+  return rows;
+}
+
+const char* BorderProperty(Border border) {
+  switch (border) {
+    case Border::Left:
+      return "LeftBorder";
+    case Border::Right:
+      return "RightBorder";
+    case Border::Top:
+      return "TopBorder";
+    case Border::Bottom:
+      break;
+  }
+  return "BottomBorder";
+}
+
+Reference<css::sheet::XSpreadsheetView> ViewOf(const Reference<css::sheet::XSpreadsheetDocument>& document) {
+  const Reference<css::frame::XModel> model(document, UNO_QUERY_THROW);
+  return Reference<css::sheet::XSpreadsheetView>(model->getCurrentController(), UNO_QUERY_THROW);
+}
+
+}  // namespace
+
+OfficeWorksheet::OfficeWorksheet(std::shared_ptr<OfficeSession> session,
+                                 Reference<css::sheet::XSpreadsheetDocument> document,
+                                 Reference<css::sheet::XSpreadsheet> sheet, QString path)
+    : session_(std::move(session)),
+      document_(std::move(document)),
+      sheet_(std::move(sheet)),
+      path_(std::move(path)) {}
+
+Status OfficeWorksheet::Select() {
+  return session_->Ask(QStringLiteral("The sheet could not be selected"), path_,
+                       [&] { ViewOf(document_)->setActiveSheet(sheet_); });
+}
+
+Status OfficeWorksheet::SelectCell(int row, int column) {
+  return session_->Ask(QStringLiteral("The cell could not be selected"), path_, [&] {
+    const Reference<css::view::XSelectionSupplier> view(ViewOf(document_), UNO_QUERY_THROW);
+    view->select(Any(sheet_->getCellByPosition(column - 1, row - 1)));
+  });
+}
+
+Status OfficeWorksheet::PutValue(int row, int column, const CellValue& value) {
+  return PutBlock(row, column, {{value}});
+}
+
+Status OfficeWorksheet::PutBlock(int row, int column, const CellBlock& block) {
+  if (block.empty() || block.front().empty()) return {};
+  return session_->Ask(QStringLiteral("The cells could not be written"), path_, [&] {
+    const auto rows = static_cast<sal_Int32>(block.size());
+    const auto columns = static_cast<sal_Int32>(block.front().size());
+    const Reference<css::sheet::XCellRangeData> range(
+        sheet_->getCellRangeByPosition(column - 1, row - 1, column + columns - 2, row + rows - 2),
+        UNO_QUERY_THROW);
+    range->setDataArray(ToSequence(block));
+    ShowDatesAsDates(row, column, block);
+  });
+}
+
+/// Gives columns of dates a date format where the workbook has none for them.
+void OfficeWorksheet::ShowDatesAsDates(int row, int column, const CellBlock& block) {
+  for (std::size_t i = 0; i < block.front().size(); ++i) {
+    if (!std::holds_alternative<std::chrono::sys_days>(block.front()[i])) continue;
+    const auto at = column - 1 + static_cast<sal_Int32>(i);
+    const Reference<css::beans::XPropertySet> cells(
+        sheet_->getCellRangeByPosition(at, row - 1, at, row - 2 + static_cast<sal_Int32>(block.size())),
+        UNO_QUERY_THROW);
+    const Reference<css::util::XNumberFormatsSupplier> supplier(document_, UNO_QUERY_THROW);
+    const Reference<css::util::XNumberFormats> formats = supplier->getNumberFormats();
+    sal_Int32 key = 0;
+    sal_Int16 type = 0;
+    if (cells->getPropertyValue(ToOffice("NumberFormat")) >>= key) {
+      formats->getByKey(key)->getPropertyValue(ToOffice("Type")) >>= type;
+    }
+    if ((type & css::util::NumberFormat::DATE) != 0) continue;
+    const Reference<css::util::XNumberFormatTypes> types(formats, UNO_QUERY_THROW);
+    cells->setPropertyValue(ToOffice("NumberFormat"),
+                            Any(types->getStandardFormat(css::util::NumberFormat::DATE, {})));
+  }
+}
+
+Status OfficeWorksheet::SetProperty(const std::vector<CellRange>& ranges, const char* property,
+                                    const Any& value, const QString& what) {
+  if (ranges.empty()) return {};
+  return session_->Ask(what, path_, [&] {
+    const Reference<css::sheet::XCellRangeAddressable> addressable(sheet_, UNO_QUERY_THROW);
+    const sal_Int16 sheetNumber = addressable->getRangeAddress().Sheet;
+    Sequence<css::table::CellRangeAddress> addresses(static_cast<sal_Int32>(ranges.size()));
+    std::transform(ranges.begin(), ranges.end(), addresses.getArray(), [sheetNumber](const CellRange& range) {
+      return css::table::CellRangeAddress(sheetNumber, range.firstColumn - 1, range.firstRow - 1,
+                                          range.lastColumn - 1, range.lastRow - 1);
+    });
+    const Reference<css::lang::XMultiServiceFactory> factory(document_, UNO_QUERY_THROW);
+    const Reference<css::sheet::XSheetCellRangeContainer> together(
+        factory->createInstance(ToOffice("com.sun.star.sheet.SheetCellRanges")), UNO_QUERY_THROW);
+    together->addRangeAddresses(addresses, false);
+    Reference<css::beans::XPropertySet>(together, UNO_QUERY_THROW)
+        ->setPropertyValue(ToOffice(property), value);
+  });
+}
+
+Status OfficeWorksheet::SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) {
+  const QString what = QStringLiteral("The font colour could not be set");
+  if (colourIndex < 1 || colourIndex > static_cast<int>(kPalette.size())) {
+    return Error{what, path_, QStringLiteral("there is no colour %1").arg(colourIndex)};
+  }
+  return SetProperty(ranges, "CharColor", Any(kPalette[static_cast<std::size_t>(colourIndex - 1)]), what);
+}
+
+Status OfficeWorksheet::SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) {
+  css::table::BorderLine2 line;
+  line.OuterLineWidth = kLineWidths[static_cast<std::size_t>(weight) - 1];
+  line.LineWidth = static_cast<sal_uInt32>(line.OuterLineWidth);
+  line.LineStyle = css::table::BorderLineStyle::SOLID;
+  return SetProperty(ranges, BorderProperty(border), Any(line),
+                     QStringLiteral("The border could not be drawn"));
+}
+
+Status OfficeWorksheet::SetFormulaR1C1(int row, int column, const QString& formula) {
+  return session_->Ask(QStringLiteral("The formula could not be set"), path_, [&] {
+    const Reference<css::table::XCell> cell = sheet_->getCellByPosition(column - 1, row - 1);
+    if (!formula.startsWith(QLatin1Char('='))) {
+      cell->setFormula(ToOffice(formula));
+      return;
+    }
+    const Reference<css::lang::XMultiServiceFactory> factory(document_, UNO_QUERY_THROW);
+    const Reference<css::sheet::XFormulaParser> parser(
+        factory->createInstance(ToOffice("com.sun.star.sheet.FormulaParser")), UNO_QUERY_THROW);
+    const Reference<css::beans::XPropertySet> settings(parser, UNO_QUERY_THROW);
+    settings->setPropertyValue(ToOffice("CompileEnglish"), Any(true));
+    settings->setPropertyValue(ToOffice("FormulaConvention"),
+                               Any(static_cast<sal_Int32>(css::sheet::AddressConvention::XL_R1C1)));
+    const css::table::CellAddress address =
+        Reference<css::sheet::XCellAddressable>(cell, UNO_QUERY_THROW)->getCellAddress();
+    Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)
+        ->setTokens(parser->parseFormula(ToOffice(formula.mid(1)), address));
+  });
+}
+
+}  // namespace vesk

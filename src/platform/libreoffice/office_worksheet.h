@@ -1,0 +1,38 @@
+// A worksheet of a workbook in an office. Ranges go over in one call, formats over one multi-range object.
+#pragma once
+
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+
+#include "platform/libreoffice/office_session.h"
+#include "platform/spreadsheet.h"
+
+namespace vesk {
+
+class OfficeWorksheet : public Worksheet {
+ public:
+  OfficeWorksheet(std::shared_ptr<OfficeSession> session,
+                  css::uno::Reference<css::sheet::XSpreadsheetDocument> document,
+                  css::uno::Reference<css::sheet::XSpreadsheet> sheet, QString path);
+
+  Status Select() override;
+  Status SelectCell(int row, int column) override;
+  Status PutValue(int row, int column, const CellValue& value) override;
+  Status PutBlock(int row, int column, const CellBlock& block) override;
+  Status SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) override;
+  Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) override;
+  Status SetFormulaR1C1(int row, int column, const QString& formula) override;
+  [[nodiscard]] int RowLimit() const override { return 65'536; }
+
+ private:
+  Status SetProperty(const std::vector<CellRange>& ranges, const char* property, const css::uno::Any& value,
+                     const QString& what);
+  void ShowDatesAsDates(int row, int column, const CellBlock& block);
+
+  std::shared_ptr<OfficeSession> session_;
+  css::uno::Reference<css::sheet::XSpreadsheetDocument> document_;
+  css::uno::Reference<css::sheet::XSpreadsheet> sheet_;
+  QString path_;
+};
+
+}  // namespace vesk
