@@ -23,17 +23,18 @@ struct ChangeLogLine {
 
 /// What laying a change log over a grid did.
 struct ChangeLogOverlay {
-  int applied = 0;                    ///< rows changed
-  std::vector<QByteArray> orphans;    ///< lines whose row is not in the grid; the next save writes them back
-  std::vector<QString> messages;      ///< file, line number and what was expected, for unreadable lines
+  int applied = 0;                  ///< rows changed
+  std::vector<QByteArray> orphans;  ///< lines whose row is not in the grid; the next save writes them back
+  std::vector<QString> messages;    ///< file, line number and what was expected, for unreadable lines
 };
 
 /// dataDirectory + station + "-Degisiklikler" + trimmed water-year entry + ".txt".
 QString ChangeLogPath(const QString& dataDirectory, const QString& station, const QString& waterYearEntry);
 
-/// The change log to read for a station and water year: the newest of the names that the year's entry can have had
-/// (with no mark, or with the converted mark of either language), so that a correction is never lost to a changed
-/// mark. The path for the entry as given when none exists. waterYearEntry empty: single-file mode.
+/// The change log to read for a station and water year: the newest of the names that the year's entry can
+/// have had (with no mark, or with the converted mark of either language), so that a correction is never lost
+/// to a changed mark. The path for the entry as given when none exists. waterYearEntry empty: single-file
+/// mode.
 QString ChangeLogToRead(const QString& dataDirectory, const QString& station, const QString& waterYearEntry);
 
 /// Lays the lines over the grid: each is looked for from the previous hit on, then from row 1.
@@ -43,8 +44,8 @@ ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName,
 Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid);
 
 /// Writes every changed row, then the orphans of the load, whole or not at all; on success the changed rows'
-/// baselines and codes are those of a saved row. With a water year, only rows dated in it are written: a load of
-/// several years saves each year into its own log, where the next load of that year alone finds it.
+/// baselines and codes are those of a saved row. With a water year, only rows dated in it are written: a load
+/// of several years saves each year into its own log, where the next load of that year alone finds it.
 Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<QByteArray>& orphans,
                      std::optional<int> waterYear = std::nullopt);
 
