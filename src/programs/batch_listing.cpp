@@ -7,7 +7,9 @@
 namespace vesk {
 namespace {
 
-QString DateTimeOrNothing(DateTime time) { return time == DateTime{} ? QString() : DateTimeText(time); }
+QString DateTimeOrNothing(DateTime time) {
+  return time == DateTime{} ? QString() : DateTimeText(time);
+}
 
 QString StatusOf(const RawFile& file) {
   if (file.superseded) return QStringLiteral("superseded");
@@ -115,7 +117,8 @@ int RunHeaderVerb(const QStringList& arguments) {
   parser.setApplicationDescription(QStringLiteral("Shows the setup parameters of one raw file."));
   parser.addOption({QStringLiteral("register"), QStringLiteral("Station register for the station's name."),
                     QStringLiteral("FILE")});
-  if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR"), QStringLiteral("FILE")})) return *exit;
+  if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR"), QStringLiteral("FILE")}))
+    return *exit;
   const auto folder = DataFolder(parser.positionalArguments().at(0));
   if (!folder) return Fail(folder.Failure());
   const auto file = FindRawFile(*folder, parser.positionalArguments().at(1));
@@ -127,7 +130,8 @@ int RunHeaderVerb(const QStringList& arguments) {
   sinks.cells = &cells;
   sinks.messages = &messages;
   sinks.stationName = StationNameFrom(parser.value(QStringLiteral("register")), file->Station().mid(4));
-  const RawHeaderReading reading = ReadRawHeader(file->diskName, HeaderScope::SingleFile, HeaderMode::Full, sinks);
+  const RawHeaderReading reading =
+      ReadRawHeader(file->diskName, HeaderScope::SingleFile, HeaderMode::Full, sinks);
   for (const QString& message : messages) Complain(message);
   if (!reading.Usable()) return Fail({reading.errorText, {}, reading.detail});
   Output output({});
@@ -139,12 +143,12 @@ int RunHeaderVerb(const QStringList& arguments) {
 
 int RunReadingsVerb(const QStringList& arguments) {
   QCommandLineParser parser;
-  parser.setApplicationDescription(
-      QStringLiteral("Writes the readings of a water year, or of one raw file, as the review grid shows them, with the "
-                     "saved corrections laid over them (CSV)."));
+  parser.setApplicationDescription(QStringLiteral(
+      "Writes the readings of a water year, or of one raw file, as the review grid shows them, with the "
+      "saved corrections laid over them (CSV)."));
   AddStationOptions(parser, false);
-  parser.addOption({QStringLiteral("file"), QStringLiteral("One raw file instead of a water year."),
-                    QStringLiteral("F")});
+  parser.addOption(
+      {QStringLiteral("file"), QStringLiteral("One raw file instead of a water year."), QStringLiteral("F")});
   parser.addOption(OutOption());
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
   const bool year = parser.isSet(QStringLiteral("station")) && parser.isSet(QStringLiteral("water-year"));
@@ -175,7 +179,8 @@ int RunTidyVerb(const QStringList& arguments) {
   Output output({});
   for (const QString& line : renamed.done) output.Text() += line.toUtf8() + '\n';
   for (const QString& name : archived.archived) {
-    output.Text() += QStringLiteral("%1 archived in %2").arg(name, QLatin1String(kArchiveFolder)).toUtf8() + '\n';
+    output.Text() +=
+        QStringLiteral("%1 archived in %2").arg(name, QLatin1String(kArchiveFolder)).toUtf8() + '\n';
   }
   for (const QString& failure : renamed.failures) Complain(failure);
   for (const Error& failure : archived.failures) Complain(failure.Text());

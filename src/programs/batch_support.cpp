@@ -17,8 +17,8 @@ namespace vesk {
 namespace {
 
 QCommandLineOption StationOption() {
-  return {QStringLiteral("station"), QStringLiteral("Station: five-character number or nine-character entry."),
-          QStringLiteral("S")};
+  return {QStringLiteral("station"),
+          QStringLiteral("Station: five-character number or nine-character entry."), QStringLiteral("S")};
 }
 
 void ComplainOfRefused(const std::vector<RawFile>& files) {
@@ -62,7 +62,8 @@ void EndProgressLine() {
   if (::isatty(STDERR_FILENO) != 0) std::fputs("\r\033[K", stderr);
 }
 
-std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& arguments, const QStringList& positional) {
+std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& arguments,
+                             const QStringList& positional) {
   const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")},
                                 QStringLiteral("Shows this help."));
   parser.addOption(help);
@@ -73,7 +74,8 @@ std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& argu
   const bool parsed = parser.parse(line);
   if (parser.isSet(help)) {
     QString text = parser.helpText();
-    text.replace(QStringLiteral("[options]"), line.first().section(QLatin1Char(' '), 1) + QStringLiteral(" [options]"));
+    text.replace(QStringLiteral("[options]"),
+                 line.first().section(QLatin1Char(' '), 1) + QStringLiteral(" [options]"));
     std::fputs(text.toUtf8().constData(), stdout);
     return kBatchDone;
   }
@@ -81,10 +83,12 @@ std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& argu
   if (!parsed) wrong = parser.errorText();
   const auto given = parser.positionalArguments().size();
   if (wrong.isEmpty() && given != positional.size()) {
-    wrong = QStringLiteral("expected %1, got %2 argument(s)").arg(positional.join(QLatin1Char(' '))).arg(given);
+    wrong =
+        QStringLiteral("expected %1, got %2 argument(s)").arg(positional.join(QLatin1Char(' '))).arg(given);
   }
   if (wrong.isEmpty()) return std::nullopt;
-  Complain(line.first().section(QLatin1Char(' '), 1) + QStringLiteral(": ") + wrong + QStringLiteral(" (see --help)"));
+  Complain(line.first().section(QLatin1Char(' '), 1) + QStringLiteral(": ") + wrong +
+           QStringLiteral(" (see --help)"));
   return kBatchWrongUse;
 }
 
@@ -94,7 +98,8 @@ Result<QString> DataFolder(const QString& argument) {
     return Error{QStringLiteral("Not a data directory"), argument,
                  info.exists() ? QStringLiteral("it is a file") : QStringLiteral("no such folder")};
   }
-  return info.absoluteFilePath() + (info.absoluteFilePath().endsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/"));
+  return info.absoluteFilePath() +
+         (info.absoluteFilePath().endsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/"));
 }
 
 Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wanted) {
@@ -108,7 +113,8 @@ Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wa
   const QString what = QStringLiteral("Station %1").arg(wanted);
   if (found.isEmpty()) return Error{what, {}, QStringLiteral("no raw file of it in the data directory")};
   if (found.size() > 1) {
-    return Error{what, {}, QStringLiteral("stands for several entries: %1").arg(found.join(QStringLiteral(", ")))};
+    return Error{
+        what, {}, QStringLiteral("stands for several entries: %1").arg(found.join(QStringLiteral(", ")))};
   }
   return found.front();
 }
@@ -162,11 +168,13 @@ void PrintLoadMessages(const LoadedReadings& loaded) {
   for (const LoadedChangeLog& log : loaded.changeLogs) {
     if (log.overlay.orphans.empty()) continue;
     Complain(QStringLiteral("%1: %2 line(s) belong to no reading and were left out")
-                 .arg(log.readFrom).arg(log.overlay.orphans.size()));
+                 .arg(log.readFrom)
+                 .arg(log.overlay.orphans.size()));
   }
 }
 
-Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear& choice, const QString& stationName) {
+Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear& choice,
+                                       const QString& stationName) {
   LoadRequest request;
   request.dataDirectory = folder;
   request.station = choice.station;
@@ -178,7 +186,8 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
   PrintLoadMessages(*loaded);
   const QString what = QStringLiteral("Station %1, water year %2").arg(choice.station).arg(choice.waterYear);
   if (!loaded->refusedFile.isEmpty()) {
-    return Error{what, folder + loaded->refusedFile, QStringLiteral("this file is refused, so the year is not whole")};
+    return Error{what, folder + loaded->refusedFile,
+                 QStringLiteral("this file is refused, so the year is not whole")};
   }
   if (loaded->grid.ReadingCount() == 0) return Error{what, folder, QStringLiteral("no readings")};
   return loaded;

@@ -21,9 +21,10 @@ void Complain(const QString& text);
 void ShowProgressLine(const QString& text);
 void EndProgressLine();
 
-/// Parses the command line of one verb. `positional` names its arguments, which must all be there. An exit code when
-/// the verb is not to run: help was asked for, or the use was wrong.
-std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& arguments, const QStringList& positional);
+/// Parses the command line of one verb. `positional` names its arguments, which must all be there. An exit
+/// code when the verb is not to run: help was asked for, or the use was wrong.
+std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& arguments,
+                             const QStringList& positional);
 
 /// The folder argument with one trailing "/"; fails when it is no folder.
 Result<QString> DataFolder(const QString& argument);

@@ -109,8 +109,11 @@ Status MakeTable(const StationYear& choice, const TableOptions& options, Spreads
   if (!report) return report.Failure();
   for (const QString& warning : report->warnings) Complain(warning);
   if (report->hourlyRowsLeftOut > 0) {
-    Complain(QStringLiteral("%1: %2 readings did not fit the hourly sheet and are not on it; the daily sheet is complete")
-                 .arg(report->path).arg(report->hourlyRowsLeftOut));
+    Complain(
+        QStringLiteral(
+            "%1: %2 readings did not fit the hourly sheet and are not on it; the daily sheet is complete")
+            .arg(report->path)
+            .arg(report->hourlyRowsLeftOut));
   }
   const QByteArray path = report->path.toUtf8() + '\n';
   std::fputs(path.constData(), stdout);
@@ -126,7 +129,8 @@ Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
   options.outFolder = *folder;
   if (parser.isSet(QStringLiteral("out-dir"))) {
     const QString wanted = parser.value(QStringLiteral("out-dir"));
-    if (!QDir().mkpath(wanted)) return Error{QStringLiteral("The output folder could not be made"), wanted, {}};
+    if (!QDir().mkpath(wanted))
+      return Error{QStringLiteral("The output folder could not be made"), wanted, {}};
     const auto out = DataFolder(wanted);
     if (!out) return out.Failure();
     options.outFolder = *out;
@@ -160,8 +164,8 @@ void AddTableOptions(QCommandLineParser& parser) {
                     QStringLiteral("D")});
   parser.addOption({QStringLiteral("register"), QStringLiteral("Station register for the stations' names."),
                     QStringLiteral("FILE")});
-  parser.addOption({QStringLiteral("templates"), QStringLiteral("Folder of the table templates."),
-                    QStringLiteral("D")});
+  parser.addOption(
+      {QStringLiteral("templates"), QStringLiteral("Folder of the table templates."), QStringLiteral("D")});
 }
 
 /// Wrong use of the options that choose what to compute; empty when they are right.
@@ -172,7 +176,8 @@ QString WrongChoice(const QCommandLineParser& parser) {
   if (all ? (station || year) : !(station && year)) {
     return QStringLiteral("give either --station and --water-year or --all");
   }
-  if (!IsExtremesValue(parser.value(QStringLiteral("extremes")))) return QStringLiteral("--extremes is TF or FT");
+  if (!IsExtremesValue(parser.value(QStringLiteral("extremes"))))
+    return QStringLiteral("--extremes is TF or FT");
   return {};
 }
 
@@ -180,13 +185,15 @@ QString WrongChoice(const QCommandLineParser& parser) {
 
 int RunDailyVerb(const QStringList& arguments) {
   QCommandLineParser parser;
-  parser.setApplicationDescription(QStringLiteral("Writes what the daily sheet of a level table holds (CSV)."));
+  parser.setApplicationDescription(
+      QStringLiteral("Writes what the daily sheet of a level table holds (CSV)."));
   AddStationOptions(parser, true);
   parser.addOption(ExtremesOption());
   parser.addOption({QStringLiteral("out"), QStringLiteral("Writes to this file instead of standard output."),
                     QStringLiteral("FILE")});
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
-  if (const QString wrong = WrongChoice(parser); !wrong.isEmpty()) return WrongUse(QStringLiteral("daily: ") + wrong);
+  if (const QString wrong = WrongChoice(parser); !wrong.isEmpty())
+    return WrongUse(QStringLiteral("daily: ") + wrong);
   const auto folder = DataFolder(parser.positionalArguments().front());
   if (!folder) return Fail(folder.Failure());
   const auto chosen = ChooseStationYears(parser, *folder);
@@ -217,7 +224,8 @@ int RunTableVerb(const QStringList& arguments) {
   parser.setApplicationDescription(QStringLiteral("Makes level table workbooks and prints their paths."));
   AddTableOptions(parser);
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
-  if (const QString wrong = WrongChoice(parser); !wrong.isEmpty()) return WrongUse(QStringLiteral("table: ") + wrong);
+  if (const QString wrong = WrongChoice(parser); !wrong.isEmpty())
+    return WrongUse(QStringLiteral("table: ") + wrong);
   const QString language = parser.value(QStringLiteral("language"));
   if (language != QLatin1String("TURKCE") && language != QLatin1String("ENGLISH")) {
     return WrongUse(QStringLiteral("table: --language is TURKCE or ENGLISH"));
