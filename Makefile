@@ -15,7 +15,7 @@ all:
 # Opens the program on sample data; without a display it makes a table, daily values and a graph and says where.
 run:
 	scripts/setup.sh build
-	scripts/run.sh
+	scripts/run.sh $(JOBS)
 
 # Every test, windows included, without a display.
 test: all

@@ -1,15 +1,18 @@
 #!/usr/bin/env bash
-# scripts/build.sh PRESET [JOBS]: configures when needed, then builds.
+# scripts/build.sh PRESET [JOBS [TARGET...]]: configures, then builds (everything when no target is named).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset=$1
 jobs=${2:-$(nproc)}
+shift $(($# < 2 ? $# : 2))
 folder=build/$preset
 [ "$preset" = ci ] && folder=build/release
-log=$(mktemp)
-trap 'rm -f "$log"' EXIT
-if ! cmake --preset "$preset" >"$log" 2>&1; then
-  cat "$log" >&2
+if ! log=$(cmake --preset "$preset" 2>&1); then
+  echo "$log" >&2
   exit 1
 fi
-cmake --build "$folder" -j "$jobs"
+if [ $# -gt 0 ]; then
+  cmake --build "$folder" -j "$jobs" --target "$@"
+else
+  cmake --build "$folder" -j "$jobs"
+fi

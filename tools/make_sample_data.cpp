@@ -1,10 +1,13 @@
-// make_sample_data FOLDER: writes the sample raw files.
-// make_sample_data --bulk COUNT FOLDER: writes COUNT files of a whole year for benchmarks.
+// make_sample_data [--register FILE] FOLDER: writes the sample raw files and, when asked, enters their
+// stations into an existing station register. make_sample_data --bulk COUNT FOLDER: writes COUNT files of a
+// whole year each for benchmarks.
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 
 #include <cstdio>
 
+#include "stations/station_register.h"
 #include "tools/sample_data.h"
 
 namespace {
@@ -14,24 +17,44 @@ int Fail(const QString& text) {
   return 1;
 }
 
+vesk::Status EnterStations(const QString& path) {
+  auto stations = vesk::OpenStationDatabase(path);
+  if (!stations) return stations.Failure();
+  for (const vesk::sample::SampleStation& station : vesk::sample::SampleStations()) {
+    const auto added = stations->Add(station.entry.right(5), station.name);
+    if (!added) return added.Failure();
+  }
+  return {};
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
-  const QStringList words = QCoreApplication::arguments().mid(1);
-  const bool bulk = words.size() == 3 && words[0] == QLatin1String("--bulk");
-  const int count = bulk ? words[1].toInt() : 0;
-  if ((!bulk && words.size() != 1) || (bulk && count <= 0)) {
-    std::fputs("use: make_sample_data FOLDER\n     make_sample_data --bulk COUNT FOLDER\n", stderr);
-    return 2;
-  }
-  const QString folder = words.last();
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral("Makes raw logger files, the same bytes every time."));
+  parser.addHelpOption();
+  parser.addOption({QStringLiteral("register"),
+                    QStringLiteral("Station register to enter the stations into."), QStringLiteral("FILE")});
+  parser.addOption({QStringLiteral("bulk"),
+                    QStringLiteral("Writes COUNT one-year files instead of the sample."),
+                    QStringLiteral("COUNT")});
+  parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Made when missing."));
+  parser.process(application);
+  const QStringList folders = parser.positionalArguments();
+  const bool bulk = parser.isSet(QStringLiteral("bulk"));
+  const int count = parser.value(QStringLiteral("bulk")).toInt();
+  if (folders.size() != 1 || (bulk && count <= 0)) parser.showHelp(2);
+
+  const QString& folder = folders.front();
   if (!QDir().mkpath(folder)) return Fail(QStringLiteral("folder could not be made: ") + folder);
   const auto names =
       bulk ? vesk::sample::WriteBulkData(folder, count) : vesk::sample::WriteSampleData(folder);
   if (!names) return Fail(names.Failure().Text());
-  if (!bulk) {
-    for (const QString& name : *names) std::printf("%s\n", qUtf8Printable(QDir(folder).filePath(name)));
+  if (parser.isSet(QStringLiteral("register"))) {
+    const auto entered = EnterStations(parser.value(QStringLiteral("register")));
+    if (!entered) return Fail(entered.Failure().Text());
   }
+  for (const QString& name : *names) std::printf("%s\n", qUtf8Printable(QDir(folder).filePath(name)));
   return 0;
 }
