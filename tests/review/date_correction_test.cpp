@@ -1,0 +1,107 @@
+#include "review/date_correction.h"
+
+#include <gtest/gtest.h>
+
+#include "review/grid_maker.h"
+
+namespace vesk {
+namespace {
+
+using test::ReadingAt;
+
+DateTime At(const char* text) {
+  return ReadDateTime(QString::fromLatin1(text)).value();
+}
+
+/// "dd/mm hh:mm level label" of every row.
+QStringList Rows(const ReviewGrid& grid) {
+  QStringList rows;
+  for (int row = 1; row <= grid.ReadingCount(); ++row) {
+    rows += grid.Text(row, GridColumn::Date).left(5) + QLatin1Char(' ') + grid.Text(row, GridColumn::Time) +
+            QLatin1Char(' ') + grid.Text(row, GridColumn::Level) + QLatin1Char(' ') +
+            grid.Text(row, GridColumn::Label);
+  }
+  return rows;
+}
+
+TEST(DateCorrection, StretchesLinearlyAndCutsToTheMinute) {
+  const struct {
+    const char *time, *last, *target, *expected;
+  } kCases[] = {
+      {"06/01/2010 00:00", "11/01/2010 00:00", "12/01/2010 00:00", "06/01/2010 12:00"},  // factor 1.1
+      {"01/01/2010 00:00", "11/01/2010 00:00", "12/01/2010 00:00",
+       "01/01/2010 00:00"},  // the first never moves
+      {"11/01/2010 00:00", "11/01/2010 00:00", "12/01/2010 00:00", "12/01/2010 00:00"},
+      {"06/01/2010 00:00", "11/01/2010 00:00", "06/01/2010 00:00", "03/01/2010 12:00"},  // factor 0.5
+      {"01/01/2010 01:00", "01/01/2010 03:00", "01/01/2010 03:01", "01/01/2010 01:00"},  // 30 s are cut
+      {"01/01/2010 02:00", "01/01/2010 03:00", "01/01/2010 03:03", "01/01/2010 02:02"},
+      {"01/01/2010 20:00", "01/01/2011 00:00", "01/01/2011 00:01", "01/01/2010 20:00"},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(DateTimeText(RetimedReading(At(c.time), At("01/01/2010 00:00"), At(c.last), At(c.target))),
+              QLatin1String(c.expected))
+        << c.time << " of " << c.last << " to " << c.target;
+  }
+}
+
+TEST(DateCorrection, RebuildsTheGridWithDailyExtremes) {
+  ReviewGrid grid =
+      test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 12:00", 70),
+                    ReadingAt("02/01/2010 00:00", 60),
+                    ReadingAt("01/01/2010 13:00", 75, ReadingKind::Maximum),  // the logger's own
+                    ReadingAt("02/01/2010 12:00", 40), ReadingAt("03/01/2010 00:00", 45)});
+  ASSERT_TRUE(CorrectDates(grid, At("05/01/2010 00:00")));  // factor 2
+  EXPECT_EQ(Rows(grid),
+            QStringList({QStringLiteral("01/01 00:00 50 01-ort"), QStringLiteral("01/01 00:00 50 01-Max"),
+                         QStringLiteral("01/01 00:00 50 01-Min"), QStringLiteral("02/01 00:00 70 01-ort"),
+                         QStringLiteral("02/01 02:00 75 01-Max"), QStringLiteral("02/01 00:00 70 01-Min"),
+                         QStringLiteral("03/01 00:00 60 01-ort"), QStringLiteral("03/01 00:00 60 01-Max"),
+                         QStringLiteral("03/01 00:00 60 01-Min"), QStringLiteral("04/01 00:00 40 01-ort"),
+                         QStringLiteral("04/01 00:00 40 01-Max"), QStringLiteral("04/01 00:00 40 01-Min"),
+                         QStringLiteral("05/01 00:00 45 01-ort")}));
+  for (int row = 1; row <= grid.ReadingCount(); ++row) EXPECT_EQ(grid.Mark(row).shade, RowShade::Corrected);
+}
+
+TEST(DateCorrection, CarriesWhatTheOperatorAddedToAReading) {
+  ReviewGrid grid =
+      test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 12:00", 70, {}, 'a'),
+                    ReadingAt("03/01/2010 00:00", 60)});
+  grid.SetLevel(3, 61);
+  grid.SetMark(3, {.baselineCm = 60, .editCode = 2, .shade = RowShade::Changed});
+  grid.SetDischarge(3, QStringLiteral("1.5"));
+  ASSERT_TRUE(CorrectDates(grid, At("02/01/2010 00:00")));
+  const int last = grid.ReadingCount();
+  ASSERT_EQ(Rows(grid).back(), QStringLiteral("02/01 00:00 61 01-ort"));
+  EXPECT_EQ(grid.Text(last, GridColumn::Code), QStringLiteral("2"));
+  EXPECT_EQ(grid.Mark(last).baselineCm, 60);
+  EXPECT_EQ(grid.Discharge(last), QStringLiteral("1.5"));
+  EXPECT_EQ(grid.Text(2, GridColumn::Code), QStringLiteral("a"));
+  EXPECT_EQ(grid.Text(3, GridColumn::Code), QString());  // the inserted maximum
+  EXPECT_FALSE(grid.IsChanged(3));
+}
+
+TEST(DateCorrection, TheOwnTimeOfTheLastReadingChangesNothing) {
+  ReviewGrid grid = test::HourlyGrid("01/01/2010 00:00", 30);
+  EXPECT_FALSE(CorrectDates(grid, At("02/01/2010 05:00")));
+  EXPECT_EQ(grid.ReadingCount(), 30);
+  EXPECT_EQ(grid.Mark(1).shade, RowShade::None);
+}
+
+TEST(DateCorrection, RefusesWhatIsNoTimeBehindTheFirstReading) {
+  const ReviewGrid grid = test::HourlyGrid("02/01/2010 00:00", 30);
+  for (const char* text : {"", "x", "2010-01-05 10:00", "05/01/2010", "31/02/2010 10:00", "05/01/2010 10:61",
+                           "01/01/2010 23:59", "02/01/2010 00:00"}) {
+    const auto target = ReadCorrectionTarget(QString::fromLatin1(text), grid);
+    ASSERT_FALSE(target) << text;
+    EXPECT_TRUE(target.Failure().reason.contains(QLatin1String(kDateTimeForm))) << text;
+  }
+  const auto target = ReadCorrectionTarget(QStringLiteral(" 2.1.2010 00:01 "), grid);
+  ASSERT_TRUE(target);
+  EXPECT_EQ(*target, At("02/01/2010 00:01"));
+  EXPECT_FALSE(ReadCorrectionTarget(QStringLiteral("05/01/2010 10:00"), ReviewGrid()));
+  EXPECT_FALSE(
+      ReadCorrectionTarget(QStringLiteral("05/01/2010 10:00"), test::HourlyGrid("02/01/2010 00:00", 1)));
+}
+
+}  // namespace
+}  // namespace vesk

@@ -1,0 +1,74 @@
+// Review grids made up for a test.
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+#include "review/load_readings.h"
+#include "review/review_grid.h"
+
+namespace vesk::test {
+
+/// A reading at "dd/mm/yyyy hh:mm".
+inline Reading ReadingAt(const char* time, double levelCm, ReadingKind kind = ReadingKind::Ordinary,
+                         char flag = ' ') {
+  const DateTime at = ReadDateTime(QString::fromLatin1(time)).value();
+  Reading reading;
+  reading.day = std::chrono::floor<std::chrono::days>(at);
+  reading.minuteOfDay = static_cast<std::int16_t>((at - reading.day).count());
+  reading.levelCm = levelCm;
+  reading.kind = kind;
+  reading.flag = flag;
+  return reading;
+}
+
+inline ReviewGrid GridOf(std::vector<Reading> readings) {
+  ReviewGrid grid;
+  grid.Assign(std::move(readings));
+  return grid;
+}
+
+/// Hourly readings from a start on: 100, 101, 102 ... cm.
+inline ReviewGrid HourlyGrid(const char* start, int count) {
+  std::vector<Reading> readings;
+  const DateTime first = ReadDateTime(QString::fromLatin1(start)).value();
+  for (int i = 0; i < count; ++i) {
+    const QByteArray time = DateTimeText(first + std::chrono::hours(i)).toLatin1();
+    readings.push_back(ReadingAt(time.constData(), 100 + i));
+  }
+  return GridOf(std::move(readings));
+}
+
+/// A load as the loader hands it over: one change log a water year, or the one of a single file.
+inline LoadedReadings LoadOf(ReviewGrid grid, const QString& folder, const std::vector<int>& waterYears) {
+  LoadedReadings loaded;
+  loaded.grid = std::move(grid);
+  loaded.files = {QStringLiteral("001-12345-010203=0001.txt")};
+  loaded.waterYear = waterYears.empty() ? 0 : waterYears.back();
+  for (const int year : waterYears.empty() ? std::vector<int>{0} : waterYears) {
+    LoadedChangeLog log;
+    log.waterYear = year;
+    log.saveTo =
+        ChangeLogPath(folder, QStringLiteral("001-12345"), year == 0 ? QString() : QString::number(year));
+    log.readFrom = log.saveTo;
+    loaded.changeLogs.push_back(std::move(log));
+  }
+  return loaded;
+}
+
+inline QByteArray ContentOf(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline bool WriteContent(const QString& path, const QByteArray& content) {
+  QFile file(path);
+  return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+/// "level/code" of a row, the two texts that editing changes.
+inline QString LevelAndCode(const ReviewGrid& grid, int row) {
+  return grid.Text(row, GridColumn::Level) + QLatin1Char('/') + grid.Text(row, GridColumn::Code);
+}
+
+}  // namespace vesk::test
