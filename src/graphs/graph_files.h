@@ -17,8 +17,8 @@ inline constexpr int kMostGraphStations = 4;  ///< one series colour each among 
 
 /// An entry of the graph list: nine characters of station, anything, four digits of the water year.
 struct GraphListEntry {
-  QString station;     ///< station entry, trimmed
-  int waterYear = 0;   ///< calendar year in which the water year ends
+  QString station;    ///< station entry, trimmed
+  int waterYear = 0;  ///< calendar year in which the water year ends
 };
 
 /// "station/year" as it is put into the list, whatever mark follows the year in the water-year entry.
@@ -29,9 +29,9 @@ std::optional<GraphListEntry> ReadGraphListText(const QString& text);
 
 /// One written graph data file.
 struct GraphFileEntry {
-  QString path;       ///< data directory and file name
-  QString fileName;   ///< "Graf2011--12345.txt"
-  QString station;    ///< station number as the file name carries it
+  QString path;      ///< data directory and file name
+  QString fileName;  ///< "Graf2011--12345.txt"
+  QString station;   ///< station number as the file name carries it
   int waterYear = 0;
 };
 
@@ -43,8 +43,9 @@ struct GraphFilesBuilt {
 /// Loads one station's water year, as the review window does.
 using LoadWaterYear = std::function<Result<LoadedReadings>(const GraphListEntry& entry)>;
 
-/// Deletes every "Graf*.*" in dataDirectory, then loads each entry and writes its graph data file. Fails on an empty
-/// list, on more than kMostGraphStations entries and on an entry that cannot be read, before anything is deleted.
+/// Deletes every "Graf*.*" in dataDirectory, then loads each entry and writes its graph data file. Fails on
+/// an empty list, on more than kMostGraphStations entries and on an entry that cannot be read, before
+/// anything is deleted.
 Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const QStringList& entries,
                                         const LoadWaterYear& load);
 

@@ -1,0 +1,196 @@
+#include "graphs/graph_page.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+#include "datafiles/helpers.h"
+#include "graphs/graph_trace.h"
+
+namespace vesk {
+namespace {
+
+constexpr double kTickLength = 10;
+constexpr double kMarkWidth = 3;
+constexpr double kLegendX = 45 + 650;
+constexpr double kLegendY = 400;
+constexpr double kLegendStep = 15;
+constexpr double kLegendLine = 20;
+constexpr double kLabelSize = 11;
+constexpr double kTitleSize = 14;
+constexpr double kLevelLabelWidth = 23;  // between the level caption and the ticks
+
+constexpr QRgb kMaximumColour = 0xFFFF0000;  // palette colour 12
+constexpr QRgb kMinimumColour = 0xFF0000FF;  // palette colour 9
+
+enum class Place { EndsAt, StartsAt, Centred };
+
+// Sizes are whole page units, so glyphs come out alike on every device.
+QFont PageFont(double size, bool bold = false) {
+  QFont font(QStringLiteral("Arial"));
+  font.setPixelSize(static_cast<int>(size));
+  font.setBold(bold);
+  return font;
+}
+
+// point: where the text ends, starts or is centred; the text's middle line runs through it.
+void DrawLabel(QPainter& painter, QPointF point, const QString& text, const QFont& font, Place place) {
+  const QFontMetricsF plain(font);
+  const double width = plain.horizontalAdvance(text);
+  double x = point.x();
+  if (place == Place::EndsAt) x -= width;
+  if (place == Place::Centred) x -= width / 2;
+  painter.setFont(font);
+  painter.setPen(Qt::black);
+  painter.drawText(QPointF(x, point.y() + plain.capHeight() / 2), text);
+}
+
+// Upwards; point as for DrawLabel along the turned text.
+void DrawVerticalLabel(QPainter& painter, QPointF point, const QString& text, const QFont& font,
+                       Place place) {
+  painter.save();
+  painter.translate(point);
+  painter.rotate(-90);
+  DrawLabel(painter, {0, 0}, text, font, place);
+  painter.restore();
+}
+
+QRectF PlotRect(const PageScale& scale) {
+  return {QPointF(scale.PlotLeft(), scale.PlotTop()), QPointF(scale.PlotRight(), scale.PlotBottom())};
+}
+
+void DrawLevelScale(QPainter& painter, const PageScale& scale, const GraphStyle& style) {
+  for (const double level : LevelTicks(scale)) {
+    const double y = YOfLevel(scale, level);
+    painter.setPen(QPen(style.scale, 1));
+    painter.drawLine(QLineF(scale.PlotLeft() - kTickLength, y, scale.PlotRight(), y));
+    const QString text = QString::number(static_cast<qint64>(std::llround(level)));
+    QFont font = PageFont(kLabelSize);
+    const double width = QFontMetricsF(font).horizontalAdvance(text);
+    if (width > kLevelLabelWidth) font = PageFont(std::max(6.0, kLabelSize * kLevelLabelWidth / width));
+    DrawLabel(painter, {scale.PlotLeft() - kTickLength - 1, y}, text, font, Place::EndsAt);
+  }
+}
+
+void DrawTimeTick(QPainter& painter, const PageScale& scale, const GraphStyle& style, double t,
+                  const QString& text) {
+  const double x = XOfTime(scale, t);
+  painter.setPen(QPen(style.scale, 1));
+  painter.drawLine(QLineF(x, scale.PlotTop(), x, scale.PlotBottom() + kTickLength));
+  DrawVerticalLabel(painter, {x, scale.PlotBottom() + kTickLength + 2}, text, PageFont(kLabelSize),
+                    Place::EndsAt);
+}
+
+void DrawTimeScale(QPainter& painter, const PageScale& scale, const GraphSheet& sheet) {
+  for (const Day day : DayTicks(scale, sheet.firstDay)) {
+    DrawTimeTick(painter, scale, sheet.style, TimeCoordinate(sheet.firstDay, DateTime(day)), DateText(day));
+  }
+  for (const DateTime time : ClockTicks(scale, sheet.firstDay)) {
+    const Day day = std::chrono::floor<std::chrono::days>(time);
+    const QString clock = ClockText(static_cast<int>((time - DateTime(day)).count()));
+    DrawTimeTick(painter, scale, sheet.style, TimeCoordinate(sheet.firstDay, time), clock);
+  }
+}
+
+// Marks are squares cut at the frame: no ink outside, on devices that cannot clip as well.
+void DrawMarks(QPainter& painter, const PageScale& scale, const std::vector<QPointF>& points, double width,
+               const QColor& colour) {
+  const QRectF plot = PlotRect(scale);
+  QList<QRectF> squares;
+  for (const QPointF& point : points) {
+    const QRectF square =
+        QRectF(point.x() - width / 2, point.y() - width / 2, width, width).intersected(plot);
+    if (!square.isEmpty() && (squares.isEmpty() || squares.back() != square)) squares.append(square);
+  }
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(colour);
+  painter.drawRects(squares);
+  painter.setBrush(Qt::NoBrush);
+}
+
+void DrawSeries(QPainter& painter, const PageScale& scale, const GraphSeries& series, const QColor& colour,
+                double columnsPerUnit) {
+  const SeriesTrace trace = TraceSeries(series, scale, columnsPerUnit);
+  QPen pen(colour, 1);
+  pen.setJoinStyle(Qt::RoundJoin);
+  pen.setCapStyle(Qt::RoundCap);
+  painter.setPen(pen);
+  for (const std::vector<QPointF>& line : trace.lines) {
+    painter.drawPolyline(line.data(), static_cast<int>(line.size()));
+  }
+  DrawMarks(painter, scale, trace.dots, 1, colour);
+  DrawMarks(painter, scale, trace.maxima, kMarkWidth, QColor(kMaximumColour));
+  DrawMarks(painter, scale, trace.minima, kMarkWidth, QColor(kMinimumColour));
+}
+
+void DrawAllSeries(QPainter& painter, const PageScale& scale, const GraphSheet& sheet,
+                   double columnsPerUnit) {
+  const QTransform device = painter.deviceTransform();
+  const double columns = columnsPerUnit > 0 ? columnsPerUnit : std::max(1.0, std::abs(device.m11()));
+  painter.save();
+  painter.setClipRect(PlotRect(scale));
+  for (std::size_t i = 0; i < sheet.series.size(); ++i) {
+    DrawSeries(painter, scale, sheet.series[i], sheet.style.stations[i % sheet.style.stations.size()],
+               columns);
+  }
+  painter.restore();
+}
+
+void DrawCaptions(QPainter& painter, const PageScale& scale, const GraphTexts& texts) {
+  const double middleX = (scale.PlotLeft() + scale.PlotRight()) / 2;
+  QFont title = PageFont(kTitleSize, true);
+  const double width = QFontMetricsF(title).horizontalAdvance(texts.title);
+  const double room = scale.width - 10;
+  if (width > room) title = PageFont(std::max(6.0, kTitleSize * room / width), true);
+  DrawLabel(painter, {scale.width / 2, kTopMargin / 2}, texts.title, title, Place::Centred);
+  DrawLabel(painter, {middleX, scale.height - 9}, texts.timeCaption, PageFont(kLabelSize), Place::Centred);
+  DrawVerticalLabel(painter, {6, (scale.PlotTop() + scale.PlotBottom()) / 2}, texts.levelCaption,
+                    PageFont(kLabelSize), Place::Centred);
+}
+
+// At its fixed place; on a page too small for that, as near to it as the plot allows.
+void DrawLegend(QPainter& painter, const PageScale& scale, const GraphSheet& sheet) {
+  const QFont font = PageFont(kLabelSize + 1);
+  double widest = 0;
+  for (const QString& text : sheet.texts.legend) {
+    widest = std::max(widest, QFontMetricsF(font).horizontalAdvance(text));
+  }
+  const double endX =
+      std::max(scale.PlotLeft() + kLegendLine + 2, std::min(kLegendX, scale.PlotRight() - widest - 10));
+  const double baseY = std::min(kLegendY, scale.PlotBottom());
+  for (qsizetype i = 0; i < sheet.texts.legend.size(); ++i) {
+    const double y = baseY - kLegendStep * static_cast<double>(i + 1);
+    painter.setPen(QPen(sheet.style.stations[static_cast<std::size_t>(i) % sheet.style.stations.size()], 2));
+    painter.drawLine(QLineF(endX - kLegendLine, y, endX, y));
+    DrawLabel(painter, {endX + 5, y}, sheet.texts.legend[i], font, Place::StartsAt);
+  }
+}
+
+}  // namespace
+
+PageScale ScaleOfPage(const GraphPage& page, const GraphSheet& sheet, QSizeF size) {
+  return MakePageScale(size, TimeCoordinate(sheet.firstDay, page.start),
+                       TimeCoordinate(sheet.firstDay, page.end), page.maximumCm);
+}
+
+void DrawGraphPage(QPainter& painter, QSizeF size, const GraphPage& page, const GraphSheet& sheet,
+                   double columnsPerUnit) {
+  const PageScale scale = ScaleOfPage(page, sheet, size);
+  painter.save();
+  painter.fillRect(QRectF(0, 0, scale.width, scale.height), sheet.style.background);
+  DrawLevelScale(painter, scale, sheet.style);
+  DrawTimeScale(painter, scale, sheet);
+  painter.setPen(QPen(Qt::black, 1));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(PlotRect(scale));
+  // Last of what lies in the plot: a level that runs along a grid line stays visible.
+  DrawAllSeries(painter, scale, sheet, columnsPerUnit);
+  DrawCaptions(painter, scale, sheet.texts);
+  if (!sheet.texts.legend.isEmpty()) DrawLegend(painter, scale, sheet);
+  painter.restore();
+}
+
+}  // namespace vesk

@@ -1,0 +1,147 @@
+#include "graphs/graph_scales.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace vesk {
+namespace {
+
+constexpr int kMostLevelSteps = 15;
+constexpr double kLeastLabelWidth = 200;  // page units that 15 labelled days must exceed
+
+using Month = std::chrono::year_month;
+
+int LabelledMonthLength(Month month) {
+  constexpr std::array<int, 12> kLengths = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  return kLengths[static_cast<unsigned>(month.month()) - 1];
+}
+
+std::vector<int> LabelledDays(Month month, int interval) {
+  const int length = LabelledMonthLength(month);
+  std::vector<int> days;
+  const int last = interval == 1 ? length : 30;
+  for (int day = interval; day <= last; day += interval)
+    days.push_back(interval > 1 && day == 30 ? length : day);
+  return days;
+}
+
+Month MonthOfDay(Day day) {
+  const std::chrono::year_month_day date(day);
+  return date.year() / date.month();
+}
+
+}  // namespace
+
+int GraphMinutes(Day firstDay, DateTime time) {
+  const auto sinceStart = time - DateTime(firstDay - std::chrono::days(1));
+  return static_cast<int>(sinceStart.count());
+}
+
+double TimeCoordinate(Day firstDay, DateTime time) {
+  return GraphMinutes(firstDay, time) * kMinuteUnits;
+}
+
+DateTime TimeOfCoordinate(Day firstDay, double t) {
+  // The small addition keeps 36.3, which no double holds exactly, from reading as the minute before.
+  const auto minutes = static_cast<long>(std::floor(t / kMinuteUnits + 1e-4));
+  return DateTime(firstDay - std::chrono::days(1)) + std::chrono::minutes(minutes);
+}
+
+LevelAxis LevelAxisFor(double maximumCm) {
+  LevelAxis axis{10000, maximumCm};
+  for (const double power : {10.0, 100.0, 1000.0}) {
+    for (const double factor : {1.0, 2.5, 5.0, 10.0}) {
+      const double step = factor * power;
+      const double count = std::floor(maximumCm / step) + 1;
+      if (count <= kMostLevelSteps) return {step, count * step};
+    }
+  }
+  return axis;
+}
+
+PageScale MakePageScale(QSizeF size, double startT, double endT, double maximumCm) {
+  const LevelAxis axis = LevelAxisFor(std::max(0.0, maximumCm));
+  PageScale scale;
+  scale.width = std::max(size.width(), kLeftMargin + kRightMargin + 1);
+  scale.height = std::max(size.height(), kTopMargin + kBottomMargin + 1);
+  scale.startT = startT;
+  scale.endT = std::max(endT, startT + kMinuteUnits);
+  scale.topCm = axis.topCm;
+  scale.stepCm = axis.stepCm;
+  const double perX = (scale.endT - startT) / (scale.width - kLeftMargin - kRightMargin);
+  const double perY = (scale.topCm - scale.bottomCm) / (scale.height - kTopMargin - kBottomMargin);
+  scale.xMin = startT - perX * kLeftMargin;
+  scale.xMax = scale.endT + perX * kRightMargin;
+  scale.yMin = scale.bottomCm - perY * kBottomMargin;
+  scale.yMax = scale.topCm + perY * kTopMargin;
+  return scale;
+}
+
+double XOfTime(const PageScale& scale, double t) {
+  return scale.width * (t - scale.xMin) / (scale.xMax - scale.xMin);
+}
+
+double YOfLevel(const PageScale& scale, double levelCm) {
+  return scale.height - scale.height * (levelCm - scale.yMin) / (scale.yMax - scale.yMin);
+}
+
+double TimeOfX(const PageScale& scale, double x) {
+  return scale.xMin + (scale.xMax - scale.xMin) * x / scale.width;
+}
+
+double LevelOfY(const PageScale& scale, double y) {
+  return scale.yMin + (scale.yMax - scale.yMin) * (scale.height - y) / scale.height;
+}
+
+std::vector<double> LevelTicks(const PageScale& scale) {
+  std::vector<double> ticks;
+  const auto count = static_cast<int>(std::floor((scale.topCm - scale.bottomCm) / scale.stepCm + 1e-9));
+  const int stride = std::max(1, count / (4 * kMostLevelSteps));  // a level beyond the table of steps
+  for (int i = 0; i <= count; i += stride) ticks.push_back(scale.bottomCm + i * scale.stepCm);
+  return ticks;
+}
+
+int DayInterval(const PageScale& scale) {
+  const double dayWidth = XOfTime(scale, kDayUnits) - XOfTime(scale, 0);
+  for (const int days : {1, 5, 10, 15}) {
+    if (days * 15 * dayWidth > kLeastLabelWidth) return days;
+  }
+  return 30;
+}
+
+std::vector<Day> DayTicks(const PageScale& scale, Day firstDay) {
+  const DateTime start = TimeOfCoordinate(firstDay, scale.startT);
+  const DateTime end = TimeOfCoordinate(firstDay, scale.endT);
+  const int interval = DayInterval(scale);
+  std::vector<Day> ticks;
+  const Month last = MonthOfDay(std::chrono::floor<std::chrono::days>(end));
+  for (Month month = MonthOfDay(std::chrono::floor<std::chrono::days>(start)); month <= last;
+       month += std::chrono::months(1)) {
+    for (const int number : LabelledDays(month, interval)) {
+      const Day day = month / std::chrono::day(static_cast<unsigned>(number));
+      if (DateTime(day) >= start && DateTime(day) <= end) ticks.push_back(day);
+    }
+  }
+  return ticks;
+}
+
+std::vector<DateTime> ClockTicks(const PageScale& scale, Day firstDay) {
+  constexpr double kLeastSpacing = kLeastLabelWidth / 15;
+  const double minuteWidth = XOfTime(scale, kMinuteUnits) - XOfTime(scale, 0);
+  for (const int minutes : {1, 5, 10, 15, 30, 60, 120, 180, 360, 720}) {
+    if (minutes * minuteWidth <= kLeastSpacing) continue;
+    const DateTime end = TimeOfCoordinate(firstDay, scale.endT);
+    std::vector<DateTime> ticks;
+    const std::chrono::minutes step(minutes);
+    DateTime time(std::chrono::floor<std::chrono::days>(TimeOfCoordinate(firstDay, scale.startT)));
+    for (; time <= end; time += step) {
+      const bool midnight = time == DateTime(std::chrono::floor<std::chrono::days>(time));
+      if (!midnight && TimeCoordinate(firstDay, time) >= scale.startT) ticks.push_back(time);
+    }
+    return ticks;
+  }
+  return {};
+}
+
+}  // namespace vesk

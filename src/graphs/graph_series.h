@@ -1,0 +1,58 @@
+// The readings of one station, ready to be drawn and searched: any page of them is found by binary search.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "graphs/graph_points.h"
+
+namespace vesk {
+
+/// One reading, in 16 bytes.
+struct SeriesPoint {
+  double levelCm = 0;
+  std::int32_t minutes = 0;  ///< time coordinate x 100
+  ReadingKind kind = ReadingKind::Ordinary;
+};
+
+class GraphSeries {
+ public:
+  GraphSeries() = default;
+  /// points in record order; extremes are left out unless withExtremes.
+  GraphSeries(std::vector<SeriesPoint> points, bool withExtremes);
+
+  [[nodiscard]] const std::vector<SeriesPoint>& Points() const { return points_; }
+  [[nodiscard]] bool Empty() const { return points_.empty(); }
+  [[nodiscard]] double HighestCm() const { return highestCm_; }  ///< 0 when no level is above it
+
+  /// Records that a page from startMinutes to endMinutes looks at, in record order: from the first one that
+  /// is not before the page up to the first one behind it, or to the first negative level. Records before the
+  /// page may still lie between, where read-outs overlap; the caller passes over them.
+  [[nodiscard]] std::span<const SeriesPoint> OnPage(int startMinutes, int endMinutes) const;
+  /// The negative level that ends the series on that page.
+  [[nodiscard]] std::optional<SeriesPoint> EndedByNegative(int startMinutes, int endMinutes) const;
+
+  /// Drawable readings (no negative level) in time order: how the read-out walks.
+  [[nodiscard]] int ReadableCount() const { return static_cast<int>(byTime_.size()); }
+  /// position: 0 to ReadableCount() - 1.
+  [[nodiscard]] const SeriesPoint& Readable(int position) const;
+  /// Position of the reading nearest in time, -1 when there is none.
+  [[nodiscard]] int NearestReadable(int minutes) const;
+
+ private:
+  struct PageRange {
+    std::size_t first = 0, last = 0;
+    bool endsNegative = false;
+  };
+  [[nodiscard]] PageRange RangeOf(int startMinutes, int endMinutes) const;
+
+  std::vector<SeriesPoint> points_;
+  std::vector<std::int32_t> latestSoFar_;  ///< per record: the latest time up to it, so that it only grows
+  std::vector<std::uint32_t> negatives_;   ///< records with a negative level
+  std::vector<std::uint32_t> byTime_;
+  double highestCm_ = 0;
+};
+
+}  // namespace vesk

@@ -1,0 +1,190 @@
+#include "graphs/graph_sheet.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "datafiles/graph_file.h"
+#include "graphs/graph_scales.h"
+
+namespace vesk {
+namespace {
+
+constexpr int kFirstColourSlot = 2;  // background, station 1, scale, stations 2 to 4
+
+QString YearText(int waterYear) {
+  return QStringLiteral("%1").arg(waterYear, 4, 10, QLatin1Char('0'));
+}
+
+GraphTexts AxisTexts(const Language& language) {
+  return {{}, language.Text(Caption::TimeAxis), language.Text(Caption::LevelAxis), {}};
+}
+
+SeriesPoint PointOf(const GraphPoint& point) {
+  return {point.levelCm, point.Minutes(), point.kind};
+}
+
+std::vector<SeriesPoint> PointsOfGrid(const ReviewGrid& grid, Day firstDay) {
+  std::vector<SeriesPoint> points;
+  points.reserve(static_cast<std::size_t>(grid.ReadingCount()));
+  for (int row = 1;; ++row) {
+    const auto point = LoadGridPoint(grid, row, firstDay);
+    if (!point) return points;
+    points.push_back(PointOf(*point));
+  }
+}
+
+struct FilePoints {
+  std::vector<SeriesPoint> points;
+  qint64 damagedRecord = 0;  // number of the first record without a date; 0 when all have one
+};
+
+FilePoints PointsOfFile(const QByteArray& content, Day firstDay) {
+  FilePoints result;
+  result.points.reserve(static_cast<std::size_t>(GraphRecordCount(content)));
+  ReadingKind kind = ReadingKind::Ordinary;
+  for (qint64 n = 1;; ++n) {
+    const FilePoint record = LoadFilePoint(content, n, firstDay, kind);
+    if (record.state == FilePointState::Unreadable) result.damagedRecord = n;
+    if (record.state != FilePointState::Point) return result;
+    kind = record.point.kind;
+    result.points.push_back(PointOf(record.point));
+  }
+}
+
+// The water years of all stations, from the earliest start to the latest end.
+void SetYears(GraphSheet& sheet, int firstYear, int earliest, int latest) {
+  sheet.waterYear = firstYear;
+  sheet.firstDay = WaterYearFirstDay(firstYear);
+  sheet.start = WaterYearFirstDay(earliest);
+  sheet.end = WaterYearLastDay(latest);
+}
+
+template <class Sources>
+GraphSheet EmptyMultipleSheet(const Sources& sources, const Options& options, const Language& language) {
+  GraphSheet sheet;
+  sheet.style = StyleOf(options);
+  sheet.texts = AxisTexts(language);
+  if (sources.empty()) return sheet;
+  const auto byYear = [](const auto& a, const auto& b) { return a.waterYear < b.waterYear; };
+  const auto [earliest, latest] = std::minmax_element(sources.begin(), sources.end(), byYear);
+  SetYears(sheet, sources.front().waterYear, earliest->waterYear, latest->waterYear);
+  sheet.texts.title =
+      language.Text(Caption::WaterYearTitle) + QLatin1Char(':') + YearText(sources.front().waterYear);
+  return sheet;
+}
+
+void AddStation(GraphSheet& sheet, const QString& station, std::vector<SeriesPoint> points,
+                const Language& language) {
+  sheet.series.emplace_back(std::move(points), sheet.style.withExtremes);
+  sheet.stationNames.append(station);
+  sheet.texts.legend.append(station + QLatin1Char(' ') + language.Text(Caption::GaugingStation));
+}
+
+QString DamageText(const QString& path, qint64 record, const Language& language) {
+  return path + QStringLiteral(": ") +
+         Either(language, QStringLiteral("%1. kayıttan sonrası okunamadı"),
+                QStringLiteral("unreadable from record %1 on"))
+             .arg(record);
+}
+
+}  // namespace
+
+QColor ColourOf(qint32 number) {
+  const auto bits = static_cast<quint32>(number);
+  if ((bits & 0x80000000U) == 0) {
+    return QColor(static_cast<int>(bits & 0xFFU), static_cast<int>((bits >> 8U) & 0xFFU),
+                  static_cast<int>((bits >> 16U) & 0xFFU));
+  }
+  // Classic system colours that a colour choice can hold; paper stays paper whatever the desktop's theme.
+  switch (bits & 0xFFU) {
+    case 5:
+      return Qt::white;  // window background
+    case 15:
+      return QColor(0xF0, 0xF0, 0xF0);  // button face
+    case 6:
+    case 7:
+    case 8:
+    case 18:
+      return Qt::black;  // frames and texts
+    default:
+      return Qt::white;
+  }
+}
+
+GraphStyle StyleOf(const Options& options) {
+  const auto swatch = [&options](int index) {
+    return ColourOf(ColourNumber(options.Slot(kFirstColourSlot + index)));
+  };
+  GraphStyle style;
+  style.background = swatch(0);
+  style.scale = swatch(2);
+  style.stations = {swatch(1), swatch(3), swatch(4), swatch(5)};
+  style.withExtremes = options.Slot(1) != QLatin1String("0");
+  return style;
+}
+
+double GraphSheet::HighestCm() const {
+  double highest = 0;
+  for (const GraphSeries& one : series) highest = std::max(highest, one.HighestCm());
+  return highest;
+}
+
+GraphSheet MakeSingleSheet(const ReviewGrid& grid, const GraphStation& station, const Options& options,
+                           const Language& language) {
+  GraphSheet sheet;
+  const bool yearFromReadings = station.waterYear == 0 && grid.ReadingCount() > 0;
+  const int year = yearFromReadings ? WaterYearOf(grid.At(1).day) : station.waterYear;
+  const int lastYear = yearFromReadings ? WaterYearOf(grid.At(grid.ReadingCount()).day) : year;
+  SetYears(sheet, year, year, std::max(year, lastYear));
+  sheet.style = StyleOf(options);
+  sheet.texts = AxisTexts(language);
+  sheet.texts.title = station.number + QLatin1Char(' ') + station.name + QStringLiteral(" AGI  (") +
+                      language.Text(Caption::WaterYearTitle) + QLatin1Char(':') + YearText(year) +
+                      QLatin1Char(')');
+  sheet.series.emplace_back(PointsOfGrid(grid, sheet.firstDay), sheet.style.withExtremes);
+  sheet.stationNames.append(station.number);
+  return sheet;
+}
+
+GraphSheet MakeMultipleSheet(const std::vector<GraphSource>& sources, const Options& options,
+                             const Language& language) {
+  GraphSheet sheet = EmptyMultipleSheet(sources, options, language);
+  for (const GraphSource& source : sources) {
+    AddStation(sheet, source.station, PointsOfGrid(*source.grid, sheet.firstDay), language);
+  }
+  return sheet;
+}
+
+GraphSheet ReadMultipleSheet(const std::vector<GraphFileEntry>& files, const Options& options,
+                             const Language& language) {
+  GraphSheet sheet = EmptyMultipleSheet(files, options, language);
+  for (const GraphFileEntry& file : files) {
+    const auto content = ReadGraphFile(file.path);
+    if (!content) {
+      sheet.messages.append(content.Failure().Text());
+      continue;
+    }
+    FilePoints read = PointsOfFile(*content, sheet.firstDay);
+    if (read.damagedRecord > 0) sheet.messages.append(DamageText(file.path, read.damagedRecord, language));
+    AddStation(sheet, file.station, std::move(read.points), language);
+  }
+  return sheet;
+}
+
+QStringList NegativeMessages(const GraphSheet& sheet, double startT, double endT, const Language& language) {
+  const auto start = static_cast<int>(std::lround(startT / kMinuteUnits));
+  const auto end = static_cast<int>(std::lround(endT / kMinuteUnits));
+  QStringList messages;
+  for (std::size_t i = 0; i < sheet.series.size(); ++i) {
+    const auto point = sheet.series[i].EndedByNegative(start, end);
+    if (!point) continue;
+    const DateTime time = TimeOfCoordinate(sheet.firstDay, point->minutes * kMinuteUnits);
+    messages.append(Either(language, QStringLiteral("%1: çizgi eksi seviyede bitiyor: %2  %3 cm"),
+                           QStringLiteral("%1: the line ends at a negative level: %2  %3 cm"))
+                        .arg(sheet.stationNames.value(static_cast<qsizetype>(i)), DateTimeText(time),
+                             NumberText(point->levelCm)));
+  }
+  return messages;
+}
+
+}  // namespace vesk

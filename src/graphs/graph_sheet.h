@@ -1,0 +1,78 @@
+// Everything that the pages of one graph share: the series, the texts and the colours.
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "graphs/graph_files.h"
+#include "graphs/graph_series.h"
+#include "graphs/graph_station.h"
+#include "review/review_grid.h"
+#include "shell/language.h"
+#include "shell/options.h"
+
+namespace vesk {
+
+struct GraphStyle {
+  QColor background;
+  QColor scale;                                     ///< ticks and grid lines
+  std::array<QColor, kMostGraphStations> stations;  ///< series colours
+  bool withExtremes = true;                         ///< mark the logger's extremes
+};
+
+/// Colours and extreme marks of the options record (slots 1 to 7).
+GraphStyle StyleOf(const Options& options);
+
+/// Colour of a stored colour number: 0x00BBGGRR, or 0x80000000 + n for a system colour.
+QColor ColourOf(qint32 number);
+
+struct GraphTexts {
+  QString title;
+  QString timeCaption;
+  QString levelCaption;
+  QStringList legend;  ///< one entry a station; empty in a single-station graph
+};
+
+struct GraphSheet {
+  int waterYear = 0;   ///< of the first station; dates without a year are read in it
+  Day firstDay{};      ///< 1 October of that water year: where the time coordinate starts
+  Day start{}, end{};  ///< first and last day of page 0
+  GraphTexts texts;
+  GraphStyle style;
+  std::vector<GraphSeries> series;
+  QStringList stationNames;  ///< beside the read-out, one a series
+  QStringList messages;      ///< what could not be read, for the operator
+
+  /// Highest level of all series, cm; 0 when nothing is above it.
+  [[nodiscard]] double HighestCm() const;
+};
+
+/// One station's grid (station mode "Tekli").
+GraphSheet MakeSingleSheet(const ReviewGrid& grid, const GraphStation& station, const Options& options,
+                           const Language& language);
+
+/// One series of a multiple-station graph that is at hand already.
+struct GraphSource {
+  QString station;  ///< station number as the legend shows it
+  int waterYear = 0;
+  std::shared_ptr<const ReviewGrid> grid;
+};
+
+/// Several stations from their grids, without files; sources: 1 to kMostGraphStations.
+GraphSheet MakeMultipleSheet(const std::vector<GraphSource>& sources, const Options& options,
+                             const Language& language);
+
+/// Several stations from graph data files (station mode "Çoklu"); a file that cannot be read is named in the
+/// messages and left out.
+GraphSheet ReadMultipleSheet(const std::vector<GraphFileEntry>& files, const Options& options,
+                             const Language& language);
+
+/// "reading dd/mm/yyyy hh:mm" messages for every series that a negative level ends on a page of the sheet.
+QStringList NegativeMessages(const GraphSheet& sheet, double startT, double endT, const Language& language);
+
+}  // namespace vesk
