@@ -12,6 +12,7 @@
 
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
+#include "tables/tab_order.h"
 
 namespace vesk {
 
@@ -55,7 +56,7 @@ void Form2::CreateControls() {
   auto* all = new QVBoxLayout(this);
   all->addWidget(frameBox_, 1);
   all->addLayout(buttons);
-  setTabOrder({File3_, Command1_, CmdVazgec_});
+  ChainTabOrder({File3_, Command1_, CmdVazgec_});
   setFocusProxy(File3_);
   resize(460, 420);
 }

@@ -11,6 +11,7 @@
 #include "shell/run_values.h"
 #include "tables/folder_lists.h"
 #include "tables/rating_curve.h"
+#include "tables/tab_order.h"
 
 namespace vesk {
 namespace {
@@ -66,7 +67,7 @@ void Form5::CreateControls() {
   grid->setRowStretch(1, 1);
   grid->setColumnStretch(0, 1);
   grid->setColumnStretch(1, 1);
-  setTabOrder({Drive1_, Dir1_, File1_, Command2_, Command1_});
+  ChainTabOrder({Drive1_, Dir1_, File1_, Command2_, Command1_});
   resize(560, 380);
 }
 

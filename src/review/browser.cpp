@@ -1,0 +1,200 @@
+#include "review/browser.h"
+
+#include <algorithm>
+
+#include "datafiles/archive.h"
+#include "datafiles/raw_file_names.h"
+
+namespace vesk {
+namespace {
+
+constexpr int kPrefixLength = 4;  ///< logger prefix and "-"
+constexpr int kStationNumberLength = 5;
+
+QString NothingChosen() {
+  return QStringLiteral("...");
+}
+
+std::vector<QString> ListNames(const std::vector<RawFile>& files) {
+  std::vector<QString> names;
+  names.reserve(files.size());
+  for (const RawFile& file : files) names.push_back(file.listName.left(kListNameLength));
+  return names;
+}
+
+void AddTidying(const TidyReport& tidy, BrowserReport& report) {
+  report.renamed.insert(report.renamed.end(), tidy.done.begin(), tidy.done.end());
+  report.failures.insert(report.failures.end(), tidy.failures.begin(), tidy.failures.end());
+}
+
+}  // namespace
+
+QString StationNumberOf(const QString& stationEntry) {
+  return stationEntry.mid(kPrefixLength, kStationNumberLength);
+}
+
+LoadRequest WaterYearRequest(const QString& dataDirectory, const QString& station, int waterYear,
+                             const QString& convertedWord) {
+  LoadRequest request;
+  request.dataDirectory = dataDirectory;
+  request.station = station;
+  request.files = FilesInUse(ListRawFiles(dataDirectory, station));
+  ReadHeaders(dataDirectory, request.files);
+  for (const WaterYearEntry& entry : WaterYearsOf(request.files, dataDirectory, station, convertedWord)) {
+    if (entry.waterYear == waterYear) request.waterYears.push_back(entry.text);
+  }
+  if (request.waterYears.empty()) request.waterYears.push_back(QString::number(waterYear));
+  return request;
+}
+
+Browser::Browser(WorkMode mode, BrowserWords words) : workMode_(mode), words_(std::move(words)) {
+  confirm_.caption = NothingChosen();
+}
+
+void Browser::ForgetChoice() {
+  mode_ = SelectionMode::None;
+  chosenYears_.clear();
+  chosenFile_.reset();
+  marksShown_ = false;
+  confirm_ = {NothingChosen(), false};
+}
+
+BrowserReport Browser::OpenFolder(const QString& dataDirectory) {
+  ForgetChoice();
+  lastList_ = BrowserList::FormActivate;
+  dataDirectory_ = dataDirectory;
+  station_.clear();
+  waterYears_.clear();
+  BrowserReport report;
+  AddTidying(RenameRawFiles(dataDirectory_), report);
+  stations_ = ListStations(dataDirectory_);
+  files_ = ListRawFiles(dataDirectory_);
+  return report;
+}
+
+void Browser::ListFilesOf(const QString& station) {
+  files_ = ListRawFiles(dataDirectory_, station);
+}
+
+BrowserReport Browser::SelectStation(int index) {
+  BrowserReport report;
+  if (stations_.empty()) return report;
+  ForgetChoice();
+  lastList_ = BrowserList::ListIst;
+  const bool listed = index >= 0 && index < static_cast<int>(stations_.size());
+  station_ = stations_[listed ? static_cast<std::size_t>(index) : 0];
+  ListFilesOf(station_);
+  const ArchiveReport archive = ArchiveDuplicateRawFiles(dataDirectory_, ListNames(files_));
+  report.archived = archive.archived;
+  for (const Error& failure : archive.failures) report.failures.push_back(failure.Text());
+  if (archive.changed) {
+    AddTidying(RenameRawFiles(dataDirectory_), report);
+    ListFilesOf(station_);
+  }
+  files_ = FilesInUse(files_);  // read-outs that could not be archived take no part either
+  ReadHeaders(dataDirectory_, files_);
+  for (const RawFile& file : files_) {
+    if (file.reading.Usable()) continue;
+    const QString why = file.reading.detail.isEmpty() ? file.listName : file.reading.detail;
+    report.refused.push_back(file.reading.errorText + QStringLiteral(": ") + why);
+  }
+  waterYears_ = WaterYearsOf(files_, dataDirectory_, station_, words_.converted);
+  return report;
+}
+
+bool Browser::SelectRawFile(int index, const QString& stationName, SetupCells& cells,
+                            std::vector<QString>& messages) {
+  if (index < 0 || index >= static_cast<int>(files_.size())) return false;
+  mode_ = SelectionMode::SingleFile;
+  chosenYears_.clear();
+  chosenFile_ = index;
+  marksShown_ = false;
+  RawFile& file = files_[static_cast<std::size_t>(index)];
+  HeaderSinks sinks;
+  sinks.dataDirectory = dataDirectory_;
+  sinks.messages = &messages;
+  sinks.cells = &cells;
+  sinks.stationName = stationName;
+  file.reading = ReadRawHeader(file.diskName, HeaderScope::SingleFile, HeaderMode::Full, sinks);
+  if (!file.reading.Usable() && !file.reading.detail.isEmpty()) messages.push_back(file.reading.detail);
+  ApplyCaptionRule(BrowserList::ListOrjDos);
+  confirm_ = {words_.readFile, true};
+  return true;
+}
+
+void Browser::SelectWaterYears(const std::vector<int>& indexes) {
+  chosenFile_.reset();
+  chosenYears_.clear();
+  for (const int index : indexes) {
+    if (index >= 0 && index < static_cast<int>(waterYears_.size())) chosenYears_.push_back(index);
+  }
+  std::sort(chosenYears_.begin(), chosenYears_.end());
+  if (chosenYears_.empty()) {
+    ForgetChoice();
+    return;
+  }
+  mode_ = SelectionMode::WaterYears;
+  marksShown_ = true;
+  ApplyCaptionRule(BrowserList::ListSuYili);
+  confirm_.enabled = true;
+}
+
+std::vector<int> Browser::IndexesOf(const std::vector<int>& waterYears) const {
+  std::vector<int> indexes;
+  for (std::size_t i = 0; i < waterYears_.size(); ++i) {
+    if (std::find(waterYears.begin(), waterYears.end(), waterYears_[i].waterYear) != waterYears.end()) {
+      indexes.push_back(static_cast<int>(i));
+    }
+  }
+  return indexes;
+}
+
+bool Browser::HoldsChosenYear(const RawFile& file) const {
+  if (!file.reading.Usable()) return false;
+  const RawHeader& header = file.reading.header;
+  return std::any_of(chosenYears_.begin(), chosenYears_.end(), [&](int index) {
+    const int year = waterYears_[static_cast<std::size_t>(index)].waterYear;
+    return header.FirstWaterYear <= year && header.LastWaterYear >= year;
+  });
+}
+
+std::vector<QString> Browser::FileEntries() const {
+  std::vector<QString> entries = ListNames(files_);
+  if (!marksShown_) return entries;
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (HoldsChosenYear(files_[i])) entries[i] += QLatin1Char('<');
+  }
+  return entries;
+}
+
+void Browser::ApplyCaptionRule(BrowserList list) {
+  lastList_ = list;
+  if (workMode_ == WorkMode::DataFile) {
+    if (list == BrowserList::ListOrjDos) confirm_ = {QStringLiteral("Dosyayı Oku"), true};
+    if (list == BrowserList::ListSuYili) confirm_ = {QStringLiteral("Su Yılını Oku"), true};
+  } else if (workMode_ == WorkMode::MultipleGraph) {
+    confirm_ = {words_.add, mode_ == SelectionMode::WaterYears};  // an entry needs a water year
+  }
+}
+
+std::optional<LoadRequest> Browser::Request(const QString& stationName, const Regional& regional) const {
+  LoadRequest request;
+  request.dataDirectory = dataDirectory_;
+  request.stationName = stationName;
+  request.regional = regional;
+  if (mode_ == SelectionMode::SingleFile && chosenFile_) {
+    const RawFile& file = files_[static_cast<std::size_t>(*chosenFile_)];
+    request.station = station_.isEmpty() ? file.Station() : station_;
+    request.files = {file};
+    return request;
+  }
+  if (mode_ != SelectionMode::WaterYears || chosenYears_.empty()) return std::nullopt;
+  request.station = station_;
+  request.files = files_;
+  for (const int index : chosenYears_) {
+    request.waterYears.push_back(waterYears_[static_cast<std::size_t>(index)].text);
+  }
+  return request;
+}
+
+}  // namespace vesk

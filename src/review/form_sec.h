@@ -1,0 +1,132 @@
+// FormSec: the window that operators live in. They choose a folder, a station, water years or one raw file,
+// see the readings, correct them, and make tables and graphs from them.
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "review/browser.h"
+#include "review/editing.h"
+#include "review/form_sec_controls.h"
+#include "review/review_questions.h"
+
+namespace vesk {
+
+class MainFrame;
+class ReviewGridModel;
+struct RunValues;
+
+class FormSec : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// Opens in the mode that the run's work mode names. Without questions it asks in message boxes.
+  explicit FormSec(MainFrame& frame, std::unique_ptr<ReviewQuestions> questions = nullptr);
+  ~FormSec() override;
+
+  [[nodiscard]] QSize sizeHint() const override;
+
+ public Q_SLOTS:
+  /// Chooses water years by their number, as if the operator had clicked them.
+  void ChooseWaterYears(const std::vector<int>& waterYears);
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  /// What the review grid holds.
+  struct Loaded {
+    QString station;
+    QString stationName;
+    QString file;  ///< single-file mode: the raw file
+    int waterYear = 0;
+    std::vector<int> waterYears;
+    std::optional<int> fileIndex;
+  };
+
+  // Opening and closing.
+  void ConnectLists();
+  void ConnectGridCommands();
+  void ConnectSession();
+  void AddShortcuts();
+  void ArrangeForMode();
+  void RestoreLayout();
+  void KeepLayout() const;
+  void KeepDataDirectory();
+  [[nodiscard]] QString Text(const char16_t* turkish, const char16_t* english) const;
+
+  // Choosing.
+  void ChooseFolder(const QString& folder);
+  void ChooseStation();
+  void SelectStationEntry(int index);
+  void ChooseYears();
+  void ChooseFile();
+  void LoadFileByDoubleClick();
+  void ShowYearPicker();
+  void ShowStations();
+  void ShowFiles();
+  void ShowFileMarks();
+  void ShowWaterYears();
+  void RevertSelection();
+  void ShowReport(const BrowserReport& report);
+  void ShowMessages(const std::vector<QString>& messages);
+  void AddMessage(const QString& message);
+  void ShowSetup(const SetupCells& cells);
+  void ShowRatingCurve(const QString& path);
+  [[nodiscard]] QString StationName(const QString& station);
+  bool HandleListKey(QObject* watched, int key);
+
+  // Loading.
+  void Confirm();
+  void Load(const LoadRequest& request);
+  void ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded);
+  void OfferRecovery();
+  void ClearGrid();
+  /// True when nothing unsaved is in the way any more. False: the operator stays.
+  bool MayLeaveGrid();
+  void UpdateCommands();
+  [[nodiscard]] bool ChoiceIsLoaded() const;
+
+  // Editing.
+  bool SaveChanges();
+  void UndoAll();
+  void StepBack();
+  void StepForward();
+  void GoToChange(bool next);
+  void GoToDate();
+  void CorrectDates();
+  void ShowEditState();
+  void ShowChangedRows();
+  void TellStatus(const QString& text);
+
+  // Tables and graphs.
+  void MakeTable();
+  void DrawGraph();
+  void ChooseRatingCurve();
+  void AddGraphEntries();
+  void DrawGraphList();
+  void UpdateGraphList();
+
+  MainFrame& frame_;
+  RunValues& run_;
+  std::unique_ptr<ReviewQuestions> questions_;
+  WorkMode workMode_;
+  FormSecControls c_;
+  Browser browser_;
+  EditSession session_;
+  std::unique_ptr<ReviewGridModel> model_;
+  std::optional<Loaded> loaded_;
+  QString ratingCurve_;  ///< path of the chosen curve; empty when none is
+  bool busy_ = false;    ///< a table or a graph is being made: choices wait
+  bool opened_ = false;
+};
+
+/// The mode that a menu caption (without its "&") stands for in the current language.
+WorkMode WorkModeOf(const QString& openingCaption, const Language& language);
+
+}  // namespace vesk

@@ -1,0 +1,133 @@
+// Correcting readings in the selection window: changes, undo, saving, jumps, date correction.
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include "review/busy_cursor.h"
+#include "review/form_sec.h"
+#include "review/review_grid_model.h"
+#include "review/review_grid_view.h"
+#include "shell/main_frame.h"
+#include "shell/run_values.h"
+
+namespace vesk {
+
+void FormSec::ShowEditState() {
+  const EditCommands commands = session_.Commands();
+  const bool rows = session_.Grid().ReadingCount() > 0;
+  c_.Command4->setEnabled(commands.save);
+  c_.CmdUndo->setEnabled(commands.undoAll);
+  c_.Command6->setEnabled(rows);
+  c_.Command7->setEnabled(rows);
+  c_.Text5->setText(rows ? Text(u"Toplam %1 adet", u"Total: %1").arg(session_.ChangeCount()) : QString());
+  if (session_.HasUnsavedChanges()) c_.Frame4->show();
+  setWindowModified(session_.HasUnsavedChanges());
+  ShowChangedRows();
+}
+
+void FormSec::ShowChangedRows() {
+  const std::vector<int>& rows = session_.ChangedRows();
+  const QSignalBlocker blocker(c_.VSsatir);
+  // Only what differs is touched, so an edit costs little however many there were.
+  while (c_.VSsatir->count() > static_cast<int>(rows.size()))
+    delete c_.VSsatir->takeItem(c_.VSsatir->count() - 1);
+  for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
+    const QString text = QString::number(rows[static_cast<std::size_t>(i)]);
+    if (i == c_.VSsatir->count()) {
+      c_.VSsatir->addItem(text);
+    } else if (c_.VSsatir->item(i)->text() != text) {
+      c_.VSsatir->item(i)->setText(text);
+    }
+  }
+}
+
+bool FormSec::SaveChanges() {
+  const Status saved = [this] {
+    const BusyCursor busy;
+    return session_.Save();
+  }();
+  if (!saved) {
+    questions_->Warn(this, run_.language.attentionTitle,
+                     Text(u"Değişiklikler kaydedilemedi.", u"The changes could not be saved.") +
+                         QLatin1Char('\n') + saved.Failure().Text());
+    return false;
+  }
+  TellStatus(Text(u"Değişiklikler kaydedildi.", u"The changes are saved."));
+  return true;
+}
+
+void FormSec::UndoAll() {
+  session_.UndoAll();
+  TellStatus(Text(u"Değişikliklerden vazgeçildi.", u"The unsaved changes are undone."));
+}
+
+void FormSec::StepBack() {
+  const std::optional<int> row = session_.UndoStep();
+  if (!row) return;
+  c_.Command10->setVisible(true);  // a date correction may have been taken back
+  if (*row > 0) c_.VS1->GoTo(*row, GridColumn::Level, false);
+  UpdateCommands();
+}
+
+void FormSec::StepForward() {
+  const std::optional<int> row = session_.RedoStep();
+  if (!row) return;
+  if (*row > 0) c_.VS1->GoTo(*row, GridColumn::Level, false);
+  UpdateCommands();
+}
+
+void FormSec::GoToChange(bool next) {
+  const int from = c_.VS1->CurrentRow();
+  const int row = next ? session_.NextChange(from) : session_.PreviousChange(from);
+  if (row > 0) {
+    c_.VS1->GoTo(row, GridColumn::Discharge, true);
+    TellStatus({});
+  } else {
+    TellStatus(next ? Text(u"Bundan sonra değişiklik yok.", u"No change after this row.")
+                    : Text(u"Bundan önce değişiklik yok.", u"No change before this row."));
+  }
+}
+
+void FormSec::GoToDate() {
+  const DateJump jump = session_.GoToDate(c_.Text6->text());
+  if (jump.text.isEmpty()) return;
+  c_.Text6->setText(jump.text);
+  if (jump.row > 0) {
+    c_.VS1->GoTo(jump.row, GridColumn::Level, true);
+    c_.VS1->setFocus();
+    TellStatus({});
+  } else {
+    TellStatus(Text(u"%1 tarihi yüklenen verilerde yok.", u"The loaded readings have no %1.").arg(jump.text));
+  }
+}
+
+void FormSec::CorrectDates() {
+  const Result<bool> corrected = [this] {
+    const BusyCursor busy;
+    return session_.CorrectDates(c_.Text8->text().trimmed());
+  }();
+  if (!corrected) {
+    questions_->Warn(this, run_.language.attentionTitle,
+                     Text(u"Tarih düzeltmesi yapılamadı; beklenen biçim: gg/aa/yyyy ss:dd",
+                          u"The dates were not corrected; expected form: dd/mm/yyyy hh:mm") +
+                         QLatin1Char('\n') + corrected.Failure().Text());
+    return;
+  }
+  if (!*corrected) {
+    TellStatus(
+        Text(u"Son verinin tarihi zaten bu; değişiklik yok.", u"The last reading has that time already."));
+    return;
+  }
+  c_.Command10->hide();
+  c_.VS1->GoTo(1, GridColumn::Level, true);
+  UpdateCommands();
+}
+
+void FormSec::TellStatus(const QString& text) {
+  c_.StatusLine->setText(text);
+  c_.StatusLine->setToolTip(text);
+}
+
+}  // namespace vesk

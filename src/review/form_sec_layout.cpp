@@ -1,0 +1,83 @@
+// Sizes of the selection window: where it starts, and what the operator made of it, kept between runs.
+#include <QSplitter>
+
+#include "review/form_sec.h"
+#include "shell/main_frame.h"
+#include "shell/run_values.h"
+
+namespace vesk {
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+
+QString Section() {
+  return QStringLiteral("FormSec");
+}
+
+/// Starting height of a mode, pixels.
+int StartingHeight(WorkMode mode) {
+  switch (mode) {
+    case WorkMode::LevelTable:
+    case WorkMode::DischargeTable:
+      return 4365 / kTwipsPerPixel;
+    case WorkMode::MultipleGraph:
+      return 6300 / kTwipsPerPixel;
+    default:
+      return 8595 / kTwipsPerPixel;
+  }
+}
+
+QString JoinSizes(const QList<int>& sizes) {
+  QStringList texts;
+  for (const int size : sizes) texts += QString::number(size);
+  return texts.join(QLatin1Char(','));
+}
+
+/// Empty unless the text holds exactly that many numbers, none of them negative.
+QList<int> SplitSizes(const QString& text, qsizetype count) {
+  QList<int> sizes;
+  for (const QString& part : text.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+    bool ok = false;
+    const int size = part.trimmed().toInt(&ok);
+    if (!ok || size < 0 || size > 20000) return {};
+    sizes += size;
+  }
+  return sizes.size() == count ? sizes : QList<int>();
+}
+
+}  // namespace
+
+QSize FormSec::sizeHint() const {
+  const bool collecting = workMode_ == WorkMode::MultipleGraph;
+  const int width = collecting ? 640 : 1200;
+  return QSize(width, StartingHeight(workMode_)).expandedTo(minimumSizeHint());
+}
+
+void FormSec::RestoreLayout() {
+  const bool collecting = workMode_ == WorkMode::MultipleGraph;
+  const auto read = [this](const char* key) {
+    return run_.settings.ReadSetting(Section(), QLatin1String(key));
+  };
+  const QList<int> size = SplitSizes(read(collecting ? "GraphSize" : "Size"), 2);
+  resize(size.isEmpty() ? sizeHint() : QSize(size[0], size[1]).expandedTo(minimumSizeHint()));
+  const QList<int> columns = SplitSizes(read(collecting ? "GraphColumns" : "Columns"), c_.Columns->count());
+  const QList<int> left = SplitSizes(read("LeftParts"), c_.LeftParts->count());
+  const QList<int> right = SplitSizes(read("RightParts"), c_.RightParts->count());
+  c_.Columns->setSizes(columns.isEmpty() ? QList<int>{250, collecting ? 0 : 640, 300, 380} : columns);
+  c_.LeftParts->setSizes(left.isEmpty() ? QList<int>{150, 130, 200} : left);
+  c_.RightParts->setSizes(right.isEmpty() ? QList<int>{330, 90, 100} : right);
+}
+
+void FormSec::KeepLayout() const {
+  const bool collecting = workMode_ == WorkMode::MultipleGraph;
+  // A layout that cannot be kept is no loss worth a message on the way out.
+  const auto write = [this](const char* key, const QList<int>& sizes) {
+    static_cast<void>(run_.settings.WriteSetting(Section(), QLatin1String(key), JoinSizes(sizes)));
+  };
+  write(collecting ? "GraphSize" : "Size", {width(), height()});
+  write(collecting ? "GraphColumns" : "Columns", c_.Columns->sizes());
+  write("LeftParts", c_.LeftParts->sizes());
+  if (!collecting) write("RightParts", c_.RightParts->sizes());
+}
+
+}  // namespace vesk

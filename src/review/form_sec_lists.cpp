@@ -1,0 +1,226 @@
+// Choosing in the selection window: folder, station, water years, raw file.
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QTableWidget>
+
+#include "review/busy_cursor.h"
+#include "review/form_sec.h"
+#include "review/setup_parameters.h"
+#include "shell/main_frame.h"
+#include "shell/run_values.h"
+#include "stations/station_register.h"
+#include "tables/folder_lists.h"
+
+namespace vesk {
+namespace {
+
+constexpr int kListedFailures = 5;
+
+void Fill(QListWidget& list, const std::vector<QString>& entries) {
+  const QSignalBlocker blocker(&list);
+  list.clear();
+  for (const QString& entry : entries) list.addItem(entry);
+}
+
+std::vector<int> SelectedRows(const QListWidget& list) {
+  std::vector<int> rows;
+  for (int row = 0; row < list.count(); ++row) {
+    if (list.item(row)->isSelected()) rows.push_back(row);
+  }
+  return rows;
+}
+
+void Select(QListWidget& list, const std::vector<int>& rows) {
+  const QSignalBlocker blocker(&list);
+  list.clearSelection();
+  list.setCurrentRow(rows.empty() ? -1 : rows.front(), QItemSelectionModel::NoUpdate);
+  for (const int row : rows) {
+    if (QListWidgetItem* item = list.item(row)) item->setSelected(true);
+  }
+}
+
+}  // namespace
+
+void FormSec::ChooseFolder(const QString& folder) {
+  if (busy_ || !MayLeaveGrid()) return;
+  const BusyCursor busy;
+  run_.dataDirectory = NormaliseFolderPath(folder);
+  const BrowserReport report = browser_.OpenFolder(run_.dataDirectory);
+  c_.Drive1->ShowVolumeOf(run_.dataDirectory);
+  // The list stays as it is while the chosen folder is an entry of it, so a press does not move the entries.
+  if (QDir::cleanPath(c_.Dir1->SelectedPath()) != QDir::cleanPath(run_.dataDirectory)) {
+    c_.Dir1->SetPath(run_.dataDirectory);
+  }
+  ShowStations();
+  ShowFiles();
+  ShowWaterYears();
+  ShowSetup({});
+  ShowReport(report);
+  UpdateCommands();
+}
+
+void FormSec::ShowStations() {
+  Fill(*c_.ListIst, browser_.Stations());
+  c_.Text1->setText(QString::number(browser_.Stations().size()));
+}
+
+void FormSec::ShowFiles() {
+  c_.Label8->setText(run_.language.Text(Caption::Files));
+  Fill(*c_.ListOrjDos, browser_.FileEntries());
+}
+
+// Changes the entries in place: the list may be in the middle of a press.
+void FormSec::ShowFileMarks() {
+  const QString title = run_.language.Text(Caption::Files);
+  c_.Label8->setText(browser_.MarksShown() ? title + QLatin1Char(':') : title);
+  const QSignalBlocker blocker(c_.ListOrjDos);
+  const std::vector<QString> entries = browser_.FileEntries();
+  for (int row = 0; row < c_.ListOrjDos->count() && row < static_cast<int>(entries.size()); ++row) {
+    c_.ListOrjDos->item(row)->setText(entries[static_cast<std::size_t>(row)]);
+  }
+}
+
+void FormSec::ShowWaterYears() {
+  std::vector<QString> texts;
+  for (const WaterYearEntry& entry : browser_.WaterYears()) texts.push_back(entry.text);
+  Fill(*c_.ListSuYili, texts);
+}
+
+void FormSec::ChooseStation() {
+  const std::vector<int> rows = SelectedRows(*c_.ListIst);
+  if (busy_ || !MayLeaveGrid()) {
+    RevertSelection();
+    return;
+  }
+  SelectStationEntry(rows.empty() ? -1 : rows.front());
+}
+
+void FormSec::SelectStationEntry(int index) {
+  if (browser_.Stations().empty()) return;
+  const BusyCursor busy;
+  const BrowserReport report = browser_.SelectStation(index);
+  Select(*c_.ListIst, {std::max(index, 0)});
+  ShowFiles();
+  ShowWaterYears();
+  ShowReport(report);
+  TellStatus(browser_.Station() + QStringLiteral("  ") + StationName(browser_.Station()));
+  c_.Text7->hide();
+  c_.Command2->setEnabled(false);
+  UpdateCommands();
+}
+
+// Puts the lists back to what is chosen, after the operator decided to stay.
+void FormSec::RevertSelection() {
+  const auto& stations = browser_.Stations();
+  const auto at = std::find(stations.begin(), stations.end(), browser_.Station());
+  Select(*c_.ListIst,
+         at == stations.end() ? std::vector<int>{} : std::vector{static_cast<int>(at - stations.begin())});
+  Select(*c_.ListSuYili, browser_.ChosenYears());
+  Select(*c_.ListOrjDos, browser_.ChosenFile() ? std::vector{*browser_.ChosenFile()} : std::vector<int>{});
+}
+
+void FormSec::ChooseYears() {
+  const std::vector<int> rows = SelectedRows(*c_.ListSuYili);
+  if (busy_ || !MayLeaveGrid()) {
+    RevertSelection();
+    return;
+  }
+  browser_.SelectWaterYears(rows);
+  Select(*c_.ListOrjDos, {});
+  ShowFileMarks();
+  ShowRatingCurve({});
+  UpdateCommands();
+}
+
+void FormSec::ChooseWaterYears(const std::vector<int>& waterYears) {
+  Select(*c_.ListSuYili, browser_.IndexesOf(waterYears));
+  ChooseYears();
+}
+
+void FormSec::ChooseFile() {
+  const std::vector<int> rows = SelectedRows(*c_.ListOrjDos);
+  if (rows.empty() || busy_) return;
+  if (!MayLeaveGrid()) {
+    RevertSelection();
+    return;
+  }
+  const QString station = browser_.Files()[static_cast<std::size_t>(rows.front())].Station();
+  SetupCells cells;
+  std::vector<QString> messages;
+  if (!browser_.SelectRawFile(rows.front(), StationName(station), cells, messages)) return;
+  Select(*c_.ListSuYili, {});
+  ShowFileMarks();
+  c_.Text5->clear();
+  c_.VS_Dosyalar->hide();
+  ShowSetup(cells);
+  ShowMessages(messages);
+  ShowRatingCurve({});
+  c_.Text7->setText(run_.settings.ReadSetting(QStringLiteral("Genel"), QStringLiteral("AnahtarDirectory")));
+  c_.Text7->setVisible(run_.language.Choice() != LanguageChoice::English);
+  UpdateCommands();
+  c_.Command2->setEnabled(true);
+  c_.Command6->setEnabled(false);
+  c_.Command7->setEnabled(false);
+}
+
+void FormSec::LoadFileByDoubleClick() {
+  if (!browser_.ChosenFile()) return;
+  const RawFile chosen = browser_.Files()[static_cast<std::size_t>(*browser_.ChosenFile())];
+  const auto& stations = browser_.Stations();
+  const auto station = std::find(stations.begin(), stations.end(), chosen.Station());
+  if (station == stations.end()) {
+    Confirm();
+    return;
+  }
+  SelectStationEntry(static_cast<int>(station - stations.begin()));
+  const auto& files = browser_.Files();
+  const auto again = std::find_if(files.begin(), files.end(),
+                                  [&](const RawFile& file) { return file.listName == chosen.listName; });
+  if (again == files.end()) return;  // archived meanwhile: a later read-out has taken its place
+  Select(*c_.ListOrjDos, {static_cast<int>(again - files.begin())});
+  ChooseFile();
+  Confirm();
+}
+
+void FormSec::ShowReport(const BrowserReport& report) {
+  std::vector<QString> lines = report.refused;
+  for (const QString& name : report.archived) lines.push_back(Text(u"Arşivlendi: ", u"Archived: ") + name);
+  if (!report.failures.empty()) {
+    lines.push_back(Text(u"Bu dizine yazılamıyor; %1 dosya olduğu gibi bırakıldı ve okunabilir.",
+                         u"This folder cannot be written; %1 file(s) stay as they are and can be read.")
+                        .arg(report.failures.size()));
+  }
+  for (std::size_t i = 0; i < report.failures.size() && i < kListedFailures; ++i)
+    lines.push_back(report.failures[i]);
+  ShowMessages(lines);
+}
+
+void FormSec::ShowMessages(const std::vector<QString>& messages) {
+  c_.ListMsj->clear();
+  for (const QString& message : messages) AddMessage(message);
+}
+
+void FormSec::AddMessage(const QString& message) {
+  if (!message.isEmpty()) c_.ListMsj->addItem(message);
+}
+
+void FormSec::ShowSetup(const SetupCells& cells) {
+  for (int row = 0; row < kSetupRows; ++row) {
+    QTableWidgetItem* item = c_.VS0->item(row, 1);
+    item->setText(cells[static_cast<std::size_t>(row)]);
+    item->setToolTip(item->text());
+  }
+}
+
+QString FormSec::StationName(const QString& station) {
+  const Result<QString> name = LookupStationName(run_.stationDatabasePath, StationNumberOf(station));
+  if (name) return *name;
+  AddMessage(name.Failure().Text());
+  return {};
+}
+
+}  // namespace vesk

@@ -1,0 +1,183 @@
+// Confirming a choice, loading it, and what happens to unsaved work on the way.
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTableWidget>
+
+#include <algorithm>
+
+#include "review/busy_cursor.h"
+#include "review/form_sec.h"
+#include "review/review_grid_view.h"
+#include "shell/main_frame.h"
+#include "shell/run_values.h"
+
+namespace vesk {
+
+void FormSec::Confirm() {
+  if (busy_ || !browser_.Confirm().enabled) return;
+  if (workMode_ == WorkMode::MultipleGraph) {
+    AddGraphEntries();
+    return;
+  }
+  const QString station = browser_.ChosenFile()
+                              ? browser_.Files()[static_cast<std::size_t>(*browser_.ChosenFile())].Station()
+                              : browser_.Station();
+  const std::optional<LoadRequest> request = browser_.Request(StationName(station), run_.regional);
+  if (!request || !MayLeaveGrid()) return;
+  Load(*request);
+}
+
+void FormSec::Load(const LoadRequest& request) {
+  browser_.ClearMarks();
+  ShowFileMarks();
+  c_.Command3->setEnabled(false);
+  KeepDataDirectory();
+  Result<LoadedReadings> loaded = [&request] {
+    const BusyCursor busy;
+    return LoadReadings(request);
+  }();
+  if (!loaded) {
+    questions_->Warn(this, run_.language.attentionTitle, loaded.Failure().Text());
+    UpdateCommands();
+    return;
+  }
+  c_.Text6->clear();
+  ShowLoaded(request, *loaded);
+  session_.Begin(*loaded);
+  c_.VS1->GoTo(1, GridColumn::Level, true);
+  c_.VS1->setFocus();
+  ShowEditState();
+  UpdateCommands();
+  OfferRecovery();
+}
+
+void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded) {
+  loaded_ = Loaded{.station = request.station,
+                   .stationName = request.stationName,
+                   .file = {},
+                   .waterYear = 0,
+                   .waterYears = {},
+                   .fileIndex = {}};
+  QString what;
+  if (request.waterYears.empty()) {
+    loaded_->file = request.files.front().listName;
+    loaded_->fileIndex = browser_.ChosenFile();
+    what = loaded_->file;
+  } else {
+    loaded_->waterYear = loaded.waterYear;
+    QStringList years;
+    for (const QString& entry : request.waterYears) {
+      loaded_->waterYears.push_back(entry.left(4).toInt());
+      years += entry.left(4);
+    }
+    what = years.join(QStringLiteral(", "));
+  }
+  const QString name = request.stationName.isEmpty() ? QString() : QLatin1Char(' ') + request.stationName;
+  c_.LoadedLabel->setText(request.station + name + QStringLiteral("  ·  ") + what + QStringLiteral("  ·  ") +
+                          Text(u"%1 satır", u"%1 rows").arg(loaded.grid.ReadingCount()));
+  c_.LoadedLabel->setToolTip(c_.LoadedLabel->text());
+  ShowSetup(loaded.setup);
+  ShowMessages(loaded.messages);
+  c_.VS_Dosyalar->setRowCount(static_cast<int>(loaded.files.size()));
+  for (int row = 0; row < c_.VS_Dosyalar->rowCount(); ++row) {
+    c_.VS_Dosyalar->setItem(row, 0, new QTableWidgetItem(loaded.files[static_cast<std::size_t>(row)]));
+  }
+  c_.VS_Dosyalar->setVisible(!request.waterYears.empty());
+  c_.Text8->setText(DateTimeText(loaded.header.LastRecordTime));
+  c_.Command10->show();
+  c_.Frame3->show();
+  c_.Frame4->show();
+  c_.Frame9->show();
+  c_.Frame10->show();
+  TellStatus({});
+}
+
+void FormSec::OfferRecovery() {
+  const Result<PendingEdits> pending = session_.Pending();
+  if (!pending) {
+    AddMessage(pending.Failure().Text());
+    return;
+  }
+  if (pending->Empty()) return;
+  const int edits = static_cast<int>(pending->records.size());
+  switch (questions_->AskToRecover(this, edits)) {
+    case RecoverAnswer::Restore:
+      if (const int lost = session_.Restore(*pending); lost > 0) {
+        AddMessage(Text(u"%1 değişiklik yüklenen verilere uymuyor; geri yüklenmedi.",
+                        u"%1 change(s) do not fit the loaded readings and were not restored.")
+                       .arg(lost));
+      }
+      break;
+    case RecoverAnswer::Discard:
+      if (const Status gone = session_.Discard(); !gone) AddMessage(gone.Failure().Text());
+      break;
+    case RecoverAnswer::Later:
+      break;
+  }
+  ShowEditState();
+}
+
+void FormSec::ClearGrid() {
+  session_.Clear();
+  loaded_.reset();
+  c_.LoadedLabel->clear();
+  c_.RowLabel->clear();
+  c_.VS_Dosyalar->setRowCount(0);
+  ShowEditState();
+  UpdateCommands();
+}
+
+bool FormSec::MayLeaveGrid() {
+  if (!session_.HasUnsavedChanges()) return true;
+  switch (questions_->AskAboutUnsavedChanges(this)) {
+    case UnsavedAnswer::Save:
+      return SaveChanges();
+    case UnsavedAnswer::Discard:
+      if (const Status gone = session_.Discard(); !gone) {
+        questions_->Warn(this, run_.language.attentionTitle, gone.Failure().Text());
+        return false;
+      }
+      ClearGrid();  // levels that were given up must not be taken for the readings
+      return true;
+    case UnsavedAnswer::Stay:
+      break;
+  }
+  return false;
+}
+
+// True when the choice in the lists is what the grid holds: a table must not bear another year's name.
+bool FormSec::ChoiceIsLoaded() const {
+  if (!loaded_) return false;
+  if (browser_.Mode() == SelectionMode::SingleFile) return loaded_->fileIndex == browser_.ChosenFile();
+  if (browser_.Mode() != SelectionMode::WaterYears || loaded_->station != browser_.Station()) return false;
+  std::vector<int> years;
+  for (const int index : browser_.ChosenYears()) {
+    years.push_back(browser_.WaterYears()[static_cast<std::size_t>(index)].waterYear);
+  }
+  return years == loaded_->waterYears;
+}
+
+void FormSec::UpdateCommands() {
+  const ConfirmButton confirm = browser_.Confirm();
+  c_.CmdTamam->setText(confirm.caption);
+  c_.CmdTamam->setEnabled(confirm.enabled && !busy_);
+  c_.CmdVazgec->setEnabled(!busy_);
+  const bool rows = session_.Grid().ReadingCount() > 0;
+  const bool ready = rows && ChoiceIsLoaded() && !busy_;
+  c_.Command3->setEnabled(ready && loaded_->waterYear > 0);
+  c_.CmdGrf->setEnabled(ready);
+  c_.Command8->setEnabled(rows || browser_.Mode() == SelectionMode::WaterYears);
+  const bool correctable = rows && session_.CanCorrectDates() && !busy_;
+  c_.Command10->setEnabled(correctable);
+  c_.Text8->setEnabled(correctable && !c_.Command10->isHidden());
+  const bool curve = loaded_ && loaded_->waterYear > 0;
+  if (curve && ChoiceIsLoaded()) {
+    c_.Command2->setEnabled(true);
+    c_.Text7->setVisible(run_.language.Choice() != LanguageChoice::English);
+  }
+}
+
+}  // namespace vesk

@@ -1,0 +1,163 @@
+// Tables and graphs made from the selection window.
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include "graphs/open_graph.h"
+#include "review/busy_cursor.h"
+#include "review/form_sec.h"
+#include "review/water_year_grid.h"
+#include "shell/main_frame.h"
+#include "shell/run_values.h"
+#include "tables/build_level_table.h"
+#include "tables/form5.h"
+
+namespace vesk {
+namespace {
+
+/// The build's questions, asked by the window; its progress, shown in a bar.
+class WindowBuildQuestions : public BuildQuestions {
+ public:
+  WindowBuildQuestions(QWidget& window, ReviewQuestions& questions, QProgressBar& bar)
+      : window_(window), questions_(questions), bar_(bar) {}
+
+  void TellWorkbooksAreOpen(const BuildMessage& message) override {
+    QApplication::beep();
+    questions_.Warn(&window_, message.title, message.text);
+  }
+  bool AskForHourlyValues(const BuildMessage& message) override {
+    return questions_.AskYesNo(&window_, message.title, message.text);
+  }
+  void WarnNotToSwitchSheets(const BuildMessage& message) override {
+    questions_.Warn(&window_, message.title, message.text);
+    bar_.show();
+  }
+  void ShowProgress(int percent) override {
+    bar_.setValue(percent);
+    bar_.repaint();
+  }
+
+ private:
+  QWidget& window_;
+  ReviewQuestions& questions_;
+  QProgressBar& bar_;
+};
+
+}  // namespace
+
+void FormSec::MakeTable() {
+  if (busy_ || !loaded_ || loaded_->waterYear == 0) return;
+  busy_ = true;
+  UpdateCommands();
+  const bool severalYears = loaded_->waterYears.size() > 1;
+  const ReviewGrid part = severalYears ? GridOfWaterYear(session_.Grid(), loaded_->waterYear) : ReviewGrid();
+  const BuildInput input{.grid = severalYears ? part : session_.Grid(),
+                         .stationNumber = StationNumberOf(loaded_->station),
+                         .stationName = loaded_->stationName,
+                         .waterYear = loaded_->waterYear,
+                         .extremeMode = ExtremeModeOf(run_.options.Slot(8)),
+                         .tableDirectory = run_.dataDirectory,
+                         .templateDirectory = run_.programFolder,
+                         .templateName = run_.language.templateName,
+                         .afterSave = AfterSaveOf(run_.options.Slot(9))};
+  WindowBuildQuestions asking(*this, *questions_, *c_.ProgressBar1);
+  const Result<BuildReport> report = BuildLevelTable(input, frame_.Office(), asking);
+  c_.ProgressBar1->hide();
+  busy_ = false;
+  UpdateCommands();
+  if (!report) {
+    questions_->Warn(this, run_.language.attentionTitle, report.Failure().Text());
+    return;
+  }
+  if (report->stoppedByOpenWorkbooks) return;
+  for (const QString& warning : report->warnings) AddMessage(warning);
+  TellStatus(Text(u"Tablo kaydedildi: %1", u"The table is saved: %1").arg(report->path));
+}
+
+void FormSec::DrawGraph() {
+  if (busy_ || !loaded_) return;
+  run_.stationMode = StationMode::Single;
+  // The graph window reads the grid before the call returns, so the session's own one will do.
+  const std::shared_ptr<const ReviewGrid> grid(std::shared_ptr<void>(), &session_.Grid());
+  OpenSingleGraph(frame_, grid,
+                  GraphStation{.number = StationNumberOf(loaded_->station),
+                               .name = loaded_->stationName,
+                               .waterYear = loaded_->waterYear});
+}
+
+void FormSec::ShowRatingCurve(const QString& path) {
+  ratingCurve_ = path;
+  c_.Text7->setText(path);
+  c_.Text7->setToolTip(path);
+}
+
+void FormSec::ChooseRatingCurve() {
+  auto* form = new Form5(frame_);
+  connect(form, &Form5::CurveChosen, this, [this](const QString& path) {
+    ShowRatingCurve(path);
+    if (path.isEmpty()) return;
+    c_.Text7->setVisible(run_.language.Choice() != LanguageChoice::English);
+    browser_.SetLastList(BrowserList::ListSuYili);
+  });
+  frame_.ShowChild(form);
+}
+
+void FormSec::AddGraphEntries() {
+  for (const int index : browser_.ChosenYears()) {
+    const QString entry =
+        GraphListText(browser_.Station(), browser_.WaterYears()[static_cast<std::size_t>(index)].text);
+    if (!c_.ListGraf->findItems(entry, Qt::MatchExactly).isEmpty()) continue;
+    if (c_.ListGraf->count() >= kMostGraphStations) {
+      questions_->Tell(
+          this, run_.language.attentionTitle,
+          Text(u"En çok %1 grafik birlikte çizilebilir.", u"At most %1 graphs are drawn together.")
+              .arg(kMostGraphStations));
+      break;
+    }
+    c_.ListGraf->addItem(entry);
+  }
+  UpdateGraphList();
+}
+
+void FormSec::UpdateGraphList() {
+  const bool any = c_.ListGraf->count() > 0;
+  c_.CmdCiz->setEnabled(any);
+  c_.CmdListSil->setEnabled(any);
+}
+
+void FormSec::DrawGraphList() {
+  QStringList entries;
+  for (int row = 0; row < c_.ListGraf->count(); ++row) entries += c_.ListGraf->item(row)->text();
+  c_.ProgressBar1->setRange(0, static_cast<int>(entries.size()));
+  c_.ProgressBar1->setValue(0);
+  c_.ProgressBar1->show();
+  const Result<GraphFilesBuilt> built = [&] {
+    const BusyCursor busy;
+    return BuildGraphFiles(run_.dataDirectory, entries, [this](const GraphListEntry& entry) {
+      c_.ProgressBar1->setValue(c_.ProgressBar1->value() + 1);
+      LoadRequest request =
+          WaterYearRequest(run_.dataDirectory, entry.station, entry.waterYear, run_.language.convertedWord);
+      request.regional = run_.regional;
+      return LoadReadings(request);
+    });
+  }();
+  c_.ProgressBar1->hide();
+  c_.ProgressBar1->setRange(0, 100);
+  if (!built) {
+    questions_->Warn(this, run_.language.attentionTitle, built.Failure().Text());
+    return;
+  }
+  if (!built->messages.isEmpty()) {
+    questions_->Tell(this, run_.language.attentionTitle, built->messages.join(QLatin1Char('\n')));
+  }
+  run_.stationMode = StationMode::Multiple;
+  MainFrame& frame = frame_;
+  const std::vector<GraphFileEntry> files = built->files;
+  if (close()) OpenMultipleGraph(frame, files);
+}
+
+void FormSec::ShowYearPicker() {}
+
+}  // namespace vesk

@@ -1,0 +1,95 @@
+#include "review/review_grid_view.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QShortcut>
+
+#include <algorithm>
+
+#include "review/review_grid_delegate.h"
+#include "review/review_grid_model.h"
+
+namespace vesk {
+
+ReviewGridView::ReviewGridView(QWidget* parent) : QTableView(parent) {
+  setItemDelegate(new ReviewGridDelegate(this));
+  setSelectionMode(QAbstractItemView::ContiguousSelection);
+  setEditTriggers(QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed |
+                  QAbstractItemView::DoubleClicked);
+  setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+  setWordWrap(false);
+  setCornerButtonEnabled(false);
+  setTabKeyNavigation(false);  // Tab goes on to the next control
+  verticalHeader()->hide();
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
+  horizontalHeader()->setMinimumSectionSize(20);
+  horizontalHeader()->setHighlightSections(false);
+  auto* copy = new QShortcut(QKeySequence::Copy, this);
+  copy->setContext(Qt::WidgetShortcut);  // an open editor copies its own text
+  connect(copy, &QShortcut::activated, this, &ReviewGridView::CopySelection);
+}
+
+void ReviewGridView::SetGridModel(ReviewGridModel& model) {
+  model_ = &model;
+  setModel(&model);
+  int least = 0;
+  for (int column = 0; column < kGridColumns; ++column) {
+    least += ReviewGridModel::ColumnWidthPixels(static_cast<GridColumn>(column));
+  }
+  setMinimumWidth(least / 2);
+  ShareWidth();
+}
+
+void ReviewGridView::GoTo(int gridRow, GridColumn column, bool atTop) {
+  if (model_ == nullptr) return;
+  const QModelIndex index = model_->IndexOf(gridRow, column);
+  if (!index.isValid()) return;
+  setCurrentIndex(index);
+  scrollTo(index, atTop ? QAbstractItemView::PositionAtTop : QAbstractItemView::EnsureVisible);
+}
+
+int ReviewGridView::CurrentRow() const {
+  return currentIndex().isValid() ? ReviewGridModel::GridRow(currentIndex()) : 0;
+}
+
+void ReviewGridView::CopySelection() const {
+  if (model_ == nullptr || selectionModel() == nullptr) return;
+  QGuiApplication::clipboard()->setText(model_->SelectionText(selectionModel()->selection()));
+}
+
+void ReviewGridView::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  ShareWidth();
+}
+
+void ReviewGridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  Q_EMIT RowEntered(current.isValid() ? ReviewGridModel::GridRow(current) : 0);
+}
+
+// Columns keep the proportions they are defined with; spare width is shared out, and too little is scrolled.
+void ReviewGridView::ShareWidth() {
+  if (model_ == nullptr) return;
+  std::array<int, kGridColumns> least{};
+  const QFontMetrics metrics(horizontalHeader()->font());
+  int sum = 0;
+  for (int column = 0; column < kGridColumns; ++column) {
+    const QString title = model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    int& width = least[static_cast<std::size_t>(column)];
+    width = std::max(ReviewGridModel::ColumnWidthPixels(static_cast<GridColumn>(column)),
+                     metrics.horizontalAdvance(title) + 12);
+    sum += width;
+  }
+  const int room = std::max(viewport()->width(), sum);
+  int left = room;
+  for (int column = 0; column < kGridColumns; ++column) {
+    const bool last = column == kGridColumns - 1;
+    const int width = last ? left : least[static_cast<std::size_t>(column)] * room / sum;
+    setColumnWidth(column, width);
+    left -= width;
+  }
+}
+
+}  // namespace vesk

@@ -1,0 +1,67 @@
+#include "review/review_questions.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "shell/language.h"
+
+namespace vesk {
+namespace {
+
+QString TitleOr(const QString& title) {
+  return title.isEmpty() ? QStringLiteral("Vesk4") : title;
+}
+
+}  // namespace
+
+UnsavedAnswer ReviewMessageBoxes::AskAboutUnsavedChanges(QWidget* parent) {
+  QMessageBox box(QMessageBox::Warning, TitleOr(language_.attentionTitle),
+                  language_.Text(Caption::DiscardChangesQuestion), QMessageBox::NoButton, parent);
+  const auto* save = box.addButton(language_.Text(Caption::SaveChanges), QMessageBox::AcceptRole);
+  const auto* discard =
+      box.addButton(Either(language_, QStringLiteral("Kaydetme"), QStringLiteral("Discard changes")),
+                    QMessageBox::DestructiveRole);
+  auto* stay = box.addButton(Either(language_, QStringLiteral("Bu sayfada kal"), QStringLiteral("Stay here")),
+                             QMessageBox::RejectRole);
+  box.setDefaultButton(stay);
+  box.setEscapeButton(stay);
+  box.exec();
+  if (box.clickedButton() == save) return UnsavedAnswer::Save;
+  return box.clickedButton() == discard ? UnsavedAnswer::Discard : UnsavedAnswer::Stay;
+}
+
+RecoverAnswer ReviewMessageBoxes::AskToRecover(QWidget* parent, int edits) {
+  const QString text =
+      Either(language_,
+             QStringLiteral("Bu seçim için daha önce yapılmış, ancak kaydedilmemiş %1 değişiklik bulundu. "
+                            "Geri yüklensin mi?"),
+             QStringLiteral("%1 earlier change(s) of this selection were never saved. Restore them?"))
+          .arg(edits);
+  QMessageBox box(QMessageBox::Question, TitleOr(language_.attentionTitle), text, QMessageBox::NoButton,
+                  parent);
+  auto* restore = box.addButton(Either(language_, QStringLiteral("Geri yükle"), QStringLiteral("Restore")),
+                                QMessageBox::AcceptRole);
+  const auto* discard = box.addButton(Either(language_, QStringLiteral("Sil"), QStringLiteral("Delete them")),
+                                      QMessageBox::DestructiveRole);
+  auto* later = box.addButton(Either(language_, QStringLiteral("Şimdi değil"), QStringLiteral("Not now")),
+                              QMessageBox::RejectRole);
+  box.setDefaultButton(restore);
+  box.setEscapeButton(later);
+  box.exec();
+  if (box.clickedButton() == restore) return RecoverAnswer::Restore;
+  return box.clickedButton() == discard ? RecoverAnswer::Discard : RecoverAnswer::Later;
+}
+
+bool ReviewMessageBoxes::AskYesNo(QWidget* parent, const QString& title, const QString& text) {
+  return QMessageBox::question(parent, TitleOr(title), text) == QMessageBox::Yes;
+}
+
+void ReviewMessageBoxes::Tell(QWidget* parent, const QString& title, const QString& text) {
+  QMessageBox::information(parent, TitleOr(title), text);
+}
+
+void ReviewMessageBoxes::Warn(QWidget* parent, const QString& title, const QString& text) {
+  QMessageBox::critical(parent, TitleOr(title), text);
+}
+
+}  // namespace vesk

@@ -1,0 +1,43 @@
+// What the selection window asks its operator. A test answers in the operator's place.
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace vesk {
+
+class Language;
+
+enum class UnsavedAnswer { Save, Discard, Stay };
+enum class RecoverAnswer { Restore, Discard, Later };
+
+class ReviewQuestions {
+ public:
+  virtual ~ReviewQuestions() = default;
+  /// Corrections would be lost by what the operator is about to do.
+  virtual UnsavedAnswer AskAboutUnsavedChanges(QWidget* parent) = 0;
+  /// Corrections of an earlier run were never saved. edits: how many.
+  virtual RecoverAnswer AskToRecover(QWidget* parent, int edits) = 0;
+  /// An empty title means the program's own.
+  virtual bool AskYesNo(QWidget* parent, const QString& title, const QString& text) = 0;
+  virtual void Tell(QWidget* parent, const QString& title, const QString& text) = 0;
+  /// As Tell, with the critical icon.
+  virtual void Warn(QWidget* parent, const QString& title, const QString& text) = 0;
+};
+
+/// Asks in message boxes, in the language at the time of asking.
+class ReviewMessageBoxes : public ReviewQuestions {
+ public:
+  explicit ReviewMessageBoxes(const Language& language) : language_(language) {}
+  UnsavedAnswer AskAboutUnsavedChanges(QWidget* parent) override;
+  RecoverAnswer AskToRecover(QWidget* parent, int edits) override;
+  bool AskYesNo(QWidget* parent, const QString& title, const QString& text) override;
+  void Tell(QWidget* parent, const QString& title, const QString& text) override;
+  void Warn(QWidget* parent, const QString& title, const QString& text) override;
+
+ private:
+  const Language& language_;
+};
+
+}  // namespace vesk
