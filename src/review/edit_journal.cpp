@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <iterator>
 #include <optional>
 
 #include "datafiles/helpers.h"
@@ -23,7 +24,8 @@ constexpr char kEditWord[] = "edit";
 constexpr char kDatesWord[] = "dates";
 constexpr char kUndoWord[] = "undo";
 constexpr char kRedoWord[] = "redo";
-constexpr char kOldSuffix[] = ".old";
+constexpr char kOldSuffix[] = ".old";      // work that no longer fits its readings
+constexpr char kLaterSuffix[] = ".later";  // work put off by the operator while new work goes on
 constexpr qint64 kLargestJournal = qint64{256} << 20;
 
 QByteArray Sealed(const QByteArray& fields) {
@@ -109,6 +111,14 @@ Error JournalError(const QString& path, const QString& reason) {
   return {QStringLiteral("The edit journal could not be written"), path, reason};
 }
 
+Status WriteJournal(const QString& path, const std::vector<JournalRecord>& records) {
+  QByteArray content = Sealed(kHeading);
+  for (const JournalRecord& record : records) content += Sealed(Fields(record));
+  QSaveFile file(path);
+  if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit()) return {};
+  return JournalError(path, file.errorString());
+}
+
 /// Makes a new directory entry last through a power cut.
 void SyncFolder(const QString& path) {
   const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
@@ -163,12 +173,7 @@ Status EditJournal::Restart(const std::vector<JournalRecord>& records, bool keep
       return JournalError(kept, QStringLiteral("the old journal could not be kept"));
   }
   if (records.empty()) return Remove();
-  QByteArray content = Sealed(kHeading);
-  for (const JournalRecord& record : records) content += Sealed(Fields(record));
-  QSaveFile fresh(path_);
-  if (!fresh.open(QIODevice::WriteOnly) || fresh.write(content) != content.size() || !fresh.commit()) {
-    return JournalError(path_, fresh.errorString());
-  }
+  if (const Status written = WriteJournal(path_, records); !written) return written;
   file_.setFileName(path_);
   if (!file_.open(QIODevice::ReadWrite) || !file_.seek(file_.size())) {
     return JournalError(path_, file_.errorString());
@@ -176,13 +181,24 @@ Status EditJournal::Restart(const std::vector<JournalRecord>& records, bool keep
   return {};
 }
 
+/// A journal that nobody took up makes room for a new one, and waits.
+Status EditJournal::SetAside() {
+  const QString aside = path_ + QLatin1String(kLaterSuffix);
+  std::vector<JournalRecord> records;
+  for (const QString& path : {aside, path_}) {
+    Result<PendingEdits> pending = JournalOf(path);
+    if (!pending) return pending.Failure();
+    std::move(pending->records.begin(), pending->records.end(), std::back_inserter(records));
+  }
+  if (const Status written = WriteJournal(aside, records); !written) return written;
+  if (!QFile::remove(path_)) return JournalError(path_, QStringLiteral("an older journal is in the way"));
+  return {};
+}
+
 Status EditJournal::OpenNew() {
   if (path_.isEmpty()) return JournalError(path_, QStringLiteral("no load is open"));
   if (QFileInfo::exists(path_)) {
-    const QString kept = path_ + QLatin1String(kOldSuffix);
-    QFile::remove(kept);
-    if (!QFile::rename(path_, kept))
-      return JournalError(path_, QStringLiteral("an older journal is in the way"));
+    if (const Status aside = SetAside(); !aside) return aside;
   }
   file_.setFileName(path_);
   if (!file_.open(QIODevice::ReadWrite | QIODevice::NewOnly)) return JournalError(path_, file_.errorString());
@@ -214,10 +230,19 @@ Status EditJournal::AppendRedo() {
   return AppendLine(kRedoWord);
 }
 
+Status EditJournal::Finish() {
+  if (!file_.isOpen()) return {};
+  const Status removed = Remove();
+  const QString aside = path_ + QLatin1String(kLaterSuffix);
+  if (removed && QFileInfo::exists(aside) && !QFile::rename(aside, path_)) {
+    return JournalError(path_, QStringLiteral("older unsaved work stays in %1").arg(aside));
+  }
+  return removed;
+}
+
 Status EditJournal::Remove() {
   file_.close();
-  if (path_.isEmpty() || !QFileInfo::exists(path_)) return {};
-  if (QFile::remove(path_)) return {};
+  if (path_.isEmpty() || !QFileInfo::exists(path_) || QFile::remove(path_)) return {};
   return Error{QStringLiteral("The edit journal could not be removed"), path_,
                QStringLiteral("the folder cannot be written")};
 }

@@ -55,18 +55,21 @@ class EditJournal {
 
   /// Starts over with these records and goes on behind them; no records remove it. The old journal is
   /// replaced whole or not at all, and kept under its name + ".old" when asked for. Without this call the
-  /// first record starts a new journal, and one that is there is kept likewise.
+  /// first record starts a new journal, and one that is there waits under its name + ".later" for Finish.
   Status Restart(const std::vector<JournalRecord>& records, bool keepOld);
 
   Status Append(const JournalRecord& record);
   Status AppendUndo();  ///< the last record not yet undone no longer counts
   Status AppendRedo();  ///< the last undone record counts again
-  /// Closes and deletes the journal; also right when there is none.
+  /// The work is saved or dropped: deletes what this object wrote, and brings back a journal that waits.
+  Status Finish();
+  /// Deletes the journal, whoever wrote it; also right when there is none.
   Status Remove();
 
  private:
   Status AppendLine(const QByteArray& fields);
   Status OpenNew();
+  Status SetAside();
 
   QString path_;
   QFile file_;

@@ -108,9 +108,10 @@ int EditSession::Restore(const PendingEdits& pending) {
 }
 
 Status EditSession::Discard() {
+  const bool ownWork = unsaved_;
   ResetSteps();
   Q_EMIT StateChanged();
-  return journals_.Remove();
+  return ownWork ? journals_.Finish() : journals_.Remove();
 }
 
 EditCommands EditSession::Commands() const {
@@ -234,7 +235,7 @@ void EditSession::UndoAll() {
   for (int row = 1; row <= grid_.ReadingCount(); ++row) UndoRow(grid_, row);
   ResetSteps();
   journalFailed_ = false;
-  Journal(journals_.Remove());
+  Journal(journals_.Finish());
   Q_EMIT AllRowsChanged();
   Q_EMIT StateChanged();
 }
@@ -250,7 +251,7 @@ Status EditSession::Save() {
   }
   ResetSteps();
   journalFailed_ = false;
-  Journal(journals_.Remove());
+  Journal(journals_.Finish());
   Q_EMIT AllRowsChanged();
   Q_EMIT StateChanged();
   return {};

@@ -46,10 +46,18 @@ Status SessionJournals::Restart(const std::vector<JournalRecord>& records, bool 
   return {};
 }
 
+Status SessionJournals::Finish() {
+  return OnEach(&EditJournal::Finish);
+}
 Status SessionJournals::Remove() {
+  return OnEach(&EditJournal::Remove);
+}
+
+/// All of them, also behind one that failed; the first failure.
+Status SessionJournals::OnEach(Status (EditJournal::*action)()) {
   Status first;
   for (const auto& journal : journals_) {
-    const Status status = journal->Remove();
+    const Status status = (journal.get()->*action)();
     if (first && !status) first = status;
   }
   return first;

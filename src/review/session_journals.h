@@ -22,9 +22,11 @@ class SessionJournals {
   Status AppendRedo(const JournalRecord& record) { return Of(record).AppendRedo(); }
   /// Starts every journal over with its share of the records.
   Status Restart(const std::vector<JournalRecord>& records, bool keepOld);
+  Status Finish();
   Status Remove();
 
  private:
+  Status OnEach(Status (EditJournal::*action)());
   [[nodiscard]] std::size_t IndexOf(const JournalRecord& record) const;
   EditJournal& Of(const JournalRecord& record) { return *journals_[IndexOf(record)]; }
 

@@ -106,11 +106,15 @@ TEST_F(Journal, GoesOnBehindWhatWasTakenUp) {
   EXPECT_FALSE(JournalOf(path_)->torn);
 }
 
-TEST_F(Journal, AJournalThatNobodyTookUpIsKeptAside) {
+TEST_F(Journal, WorkThatIsPutOffWaitsUntilNewWorkIsDone) {
   ASSERT_TRUE(EditJournal(path_).Append(EditOf(1, 10)));
-  ASSERT_TRUE(EditJournal(path_).Append(EditOf(2, 20)));
-  EXPECT_EQ(Pending(), std::vector({EditOf(2, 20)}));
-  EXPECT_EQ(JournalOf(path_ + QStringLiteral(".old"))->records, std::vector({EditOf(1, 10)}));
+  ASSERT_TRUE(EditJournal(path_).Append(EditOf(2, 20)));  // and crashed again
+  EditJournal journal(path_);
+  ASSERT_TRUE(journal.Finish());  // nothing of its own: nothing goes
+  ASSERT_TRUE(journal.Append(EditOf(3, 30)));
+  EXPECT_EQ(Pending(), std::vector({EditOf(3, 30)}));
+  ASSERT_TRUE(journal.Finish());
+  EXPECT_EQ(Pending(), std::vector({EditOf(1, 10), EditOf(2, 20)}));
 }
 
 TEST_F(Journal, SaysWhyItCannotBeWritten) {

@@ -1,0 +1,176 @@
+#include "review/review_grid_model.h"
+
+#include <QColor>
+#include <QFont>
+#include <QItemSelectionRange>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace vesk {
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr std::array<int, kGridColumns> kWidthsTwips = {1020, 570, 630, 585, 600, 405, 780};
+
+// The classic 16-colour palette, as far as the grid uses it.
+const QColor kLightGrey(0xC0, 0xC0, 0xC0);    // 7
+const QColor kLightBlue(0x00, 0x00, 0xFF);    // 9
+const QColor kLightGreen(0x00, 0xFF, 0x00);   // 10
+const QColor kLightRed(0xFF, 0x00, 0x00);     // 12
+const QColor kLightYellow(0xFF, 0xFF, 0x00);  // 14
+const QColor kWhite(0xFF, 0xFF, 0xFF);        // 15
+const QColor kRedOnGreen(0xC0, 0x00, 0x00);   // light red cannot be read on light green
+const QColor kMinimumBorder(0, 0, 125);
+
+QColor BackColour(RowShade shade, GridColumn column) {
+  const bool level = column == GridColumn::Level;
+  switch (shade) {
+    case RowShade::Corrected:
+      return kLightGreen;
+    case RowShade::Changed:
+      return level ? kLightYellow : kWhite;
+    case RowShade::Grey:
+      return level ? kLightGrey : kWhite;
+    case RowShade::None:
+      return kWhite;
+  }
+  return kWhite;
+}
+
+QColor TextColour(ReadingKind kind, RowShade shade) {
+  switch (kind) {
+    case ReadingKind::Maximum:
+      return shade == RowShade::Corrected ? kRedOnGreen : kLightRed;
+    case ReadingKind::Minimum:
+      return kLightBlue;
+    case ReadingKind::Ordinary:
+      return Qt::black;
+  }
+  return Qt::black;
+}
+
+Qt::Alignment AlignmentOf(GridColumn column) {
+  switch (column) {
+    case GridColumn::Level:
+    case GridColumn::Discharge:
+    case GridColumn::Baseline:
+      return Qt::AlignRight | Qt::AlignVCenter;
+    default:
+      return Qt::AlignLeft | Qt::AlignVCenter;
+  }
+}
+
+QVariant BoldFont() {
+  QFont font;
+  font.setBold(true);
+  return font;
+}
+
+}  // namespace
+
+ReviewGridModel::ReviewGridModel(EditSession& session, QObject* parent)
+    : QAbstractTableModel(parent), session_(session) {
+  connect(&session_, &EditSession::RowChanged, this, &ReviewGridModel::RowChanged);
+  connect(&session_, &EditSession::AllRowsChanged, this, &ReviewGridModel::AllRowsChanged);
+  connect(&session_, &EditSession::GridAboutToBeReplaced, this, [this] { beginResetModel(); });
+  connect(&session_, &EditSession::GridReplaced, this, [this] { endResetModel(); });
+}
+
+QModelIndex ReviewGridModel::IndexOf(int gridRow, GridColumn column) const {
+  return index(gridRow - 1, static_cast<int>(column));
+}
+
+int ReviewGridModel::ColumnWidthPixels(GridColumn column) {
+  return kWidthsTwips[static_cast<std::size_t>(column)] / kTwipsPerPixel;
+}
+
+int ReviewGridModel::rowCount(const QModelIndex& parent) const {
+  if (parent.isValid() || session_.Grid().ReadingCount() == 0) return 0;
+  return session_.Grid().RowCount() - 1;  // the titles are the header
+}
+
+int ReviewGridModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : kGridColumns;
+}
+
+QVariant ReviewGridModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid()) return {};
+  const ReviewGrid& grid = session_.Grid();
+  const int row = GridRow(index);
+  const auto column = static_cast<GridColumn>(index.column());
+  if (role == Qt::DisplayRole || role == Qt::EditRole) return grid.Text(row, column);
+  if (role == Qt::TextAlignmentRole) return QVariant(AlignmentOf(column));
+  if (!grid.IsReading(row)) return {};
+  const ReadingKind kind = grid.At(row).kind;
+  switch (role) {
+    case Qt::BackgroundRole:
+      return BackColour(grid.Mark(row).shade, column);
+    case Qt::ForegroundRole:
+      return TextColour(kind, grid.Mark(row).shade);
+    case Qt::FontRole:
+      return kind == ReadingKind::Ordinary ? QVariant() : BoldFont();
+    case BorderColourRole:
+      return kind == ReadingKind::Minimum ? QVariant(kMinimumBorder) : QVariant();
+    default:
+      return {};
+  }
+}
+
+QVariant ReviewGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (role != Qt::DisplayRole) return {};
+  if (orientation == Qt::Vertical) return section + 1;
+  if (section < 0 || section >= kGridColumns) return {};
+  return session_.Grid().Text(0, static_cast<GridColumn>(section));
+}
+
+Qt::ItemFlags ReviewGridModel::flags(const QModelIndex& index) const {
+  if (!index.isValid()) return Qt::NoItemFlags;
+  const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+  const bool editable = session_.IsEditable(GridRow(index), static_cast<GridColumn>(index.column()));
+  return editable ? flags | Qt::ItemIsEditable : flags;
+}
+
+bool ReviewGridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable)) return false;
+  const auto edited = session_.EditLevel(GridRow(index), value.toString());
+  if (edited) return true;
+  Q_EMIT EditRefused(edited.Failure().Text());
+  return false;
+}
+
+QString ReviewGridModel::SelectionText(const QItemSelection& selection) const {
+  if (selection.isEmpty()) return {};
+  std::vector<int> rows;
+  int firstColumn = kGridColumns;
+  int lastColumn = -1;
+  for (const QItemSelectionRange& range : selection) {
+    for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row);
+    firstColumn = std::min(firstColumn, range.left());
+    lastColumn = std::max(lastColumn, range.right());
+  }
+  std::sort(rows.begin(), rows.end());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+  QString text;
+  for (const int row : rows) {
+    for (int column = firstColumn; column <= lastColumn; ++column) {
+      if (column > firstColumn) text += QLatin1Char('\t');
+      const QModelIndex cell = index(row, column);
+      if (selection.size() == 1 || selection.contains(cell)) text += data(cell, Qt::DisplayRole).toString();
+    }
+    if (row != rows.back()) text += QLatin1Char('\n');
+  }
+  return text;
+}
+
+void ReviewGridModel::RowChanged(int gridRow) {
+  Q_EMIT dataChanged(IndexOf(gridRow, GridColumn::Date), IndexOf(gridRow, GridColumn::Baseline));
+}
+
+void ReviewGridModel::AllRowsChanged() {
+  if (rowCount() == 0) return;
+  Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kGridColumns - 1));
+}
+
+}  // namespace vesk
