@@ -2,9 +2,11 @@
 #include <QGuiApplication>
 
 #include <cstdio>
-#include <span>
+#include <memory>
+#include <string_view>
 
 #include "programs/batch.h"
+#include "programs/batch_graph.h"
 
 #ifndef VESK_VERSION
 #define VESK_VERSION "unknown"
@@ -20,8 +22,17 @@ constexpr BatchVerb kVerbs[] = {
     {"readings", "write the readings of a water year or of one file (CSV)", vesk::RunReadingsVerb},
     {"daily", "write daily extremes and means (CSV)", vesk::RunDailyVerb},
     {"table", "make level table workbooks", vesk::RunTableVerb},
+    {"graph", "draw a graph of one to four stations (PNG, PDF, SVG)", vesk::RunGraphVerb},
     {"tidy", "stamp, rename and archive raw files", vesk::RunTidyVerb},
 };
+
+/// Drawing needs fonts, and so a GUI application, but never a display. The other verbs start without either.
+std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
+  const bool draws = argc > 1 && std::string_view(argv[1]) == "graph";
+  if (!draws) return std::make_unique<QCoreApplication>(argc, argv);
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  return std::make_unique<QGuiApplication>(argc, argv);
+}
 
 void PrintHelp(std::FILE* to) {
   std::fputs("Usage: vesk4-batch VERB DIR [options]\n\nVerbs:\n", to);
@@ -35,9 +46,8 @@ void PrintHelp(std::FILE* to) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");  // drawing needs fonts, never a display
-  const QGuiApplication application(argc, argv);
-  const QStringList arguments = QGuiApplication::arguments().mid(1);
+  const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
+  const QStringList arguments = QCoreApplication::arguments().mid(1);
   if (arguments.isEmpty()) {
     PrintHelp(stderr);
     return vesk::kBatchWrongUse;
