@@ -8,7 +8,6 @@
 #include "graphs/open_graph.h"
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
-#include "review/water_year_grid.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "tables/build_level_table.h"
@@ -51,9 +50,7 @@ void FormSec::MakeTable() {
   if (busy_ || !loaded_ || loaded_->waterYear == 0) return;
   busy_ = true;
   UpdateCommands();
-  const bool severalYears = loaded_->waterYears.size() > 1;
-  const ReviewGrid part = severalYears ? GridOfWaterYear(session_.Grid(), loaded_->waterYear) : ReviewGrid();
-  const BuildInput input{.grid = severalYears ? part : session_.Grid(),
+  const BuildInput input{.grid = session_.Grid(),
                          .stationNumber = StationNumberOf(loaded_->station),
                          .stationName = loaded_->stationName,
                          .waterYear = loaded_->waterYear,

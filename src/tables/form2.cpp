@@ -72,10 +72,8 @@ void Form2::ConnectControls() {
 
 void Form2::ListTables() {
   Label1_->setText(frame_.Run().dataDirectory);
-  const int row = File3_->currentRow();
   File3_->clear();
   for (const QString& name : ListStoredTables(frame_.Run().dataDirectory)) File3_->addItem(name);
-  File3_->setCurrentRow(std::min(row, File3_->count() - 1));
 }
 
 void Form2::showEvent(QShowEvent* event) {
@@ -89,8 +87,9 @@ void Form2::changeEvent(QEvent* event) {
 }
 
 QString Form2::SelectedPath() const {
-  const QListWidgetItem* item = File3_->currentItem();
-  return item == nullptr ? QString() : frame_.Run().dataDirectory + item->text();
+  const QList<QListWidgetItem*> chosen =
+      File3_->selectedItems();  // the current entry need not be a chosen one
+  return chosen.isEmpty() ? QString() : frame_.Run().dataDirectory + chosen.first()->text();
 }
 
 void Form2::OpenSelected() {
@@ -115,7 +114,7 @@ void Form2::DeleteSelected() {
   if (path.isEmpty()) return;
   QApplication::beep();
   const Language& language = frame_.Run().language;
-  const QString name = File3_->currentItem()->text();
+  const QString name = File3_->selectedItems().first()->text();
   const Result<Removal> removed = RemoveStoredTable(path, trash);
   ListTables();
   if (!removed) {

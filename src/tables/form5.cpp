@@ -101,8 +101,9 @@ void Form5::ShowFolder(const QString& folder) {
 }
 
 void Form5::Accept() {
-  if (File1_->currentItem() == nullptr) return;
-  const QString path = RatingCurvePath(folder_, File1_->currentItem()->text());
+  const QList<QListWidgetItem*> chosen = File1_->selectedItems();
+  if (chosen.isEmpty()) return;
+  const QString path = RatingCurvePath(folder_, chosen.first()->text());
   // A folder that cannot be stored is asked for again next time; the choice itself stands.
   static_cast<void>(frame_.Run().settings.WriteSetting(kSection, kFolderKey, folder_));
   Q_EMIT CurveChosen(path);

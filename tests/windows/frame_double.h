@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QDir>
 #include <QPointer>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QWidget>
 
 #include <vector>
@@ -55,6 +57,8 @@ class FrameDouble : public MainFrame {
     window->setAttribute(Qt::WA_DeleteOnClose);
     children_.emplace_back(window);
     window->show();
+    QApplication::setActiveWindow(window);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window));
   }
   bool CloseChild(const QString& objectName) override {
     closeRequests.push_back(objectName);
