@@ -24,14 +24,14 @@ enum class AfterSave {
 AfterSave AfterSaveOf(const QString& optionText);
 
 struct BuildInput {
-  const ReviewGrid& grid;       ///< readings of one station and water year
-  QString stationNumber;        ///< five characters
-  QString stationName;          ///< from the station register; may be empty
-  int waterYear = 0;            ///< calendar year in which the water year ends, four digits
+  const ReviewGrid& grid;  ///< readings of one station and water year
+  QString stationNumber;   ///< five characters
+  QString stationName;     ///< from the station register; may be empty
+  int waterYear = 0;       ///< calendar year in which the water year ends, four digits
   ExtremeMode extremeMode = ExtremeMode::Recorded;
-  QString tableDirectory;       ///< where the table file goes: the data directory, unless another one is asked for
-  QString templateDirectory;    ///< where the template lies: the program folder
-  QString templateName;         ///< of the current language: "Sablon.xls" or "Sablon_E.xls"
+  QString tableDirectory;  ///< where the table file goes: the data directory, unless another one is asked for
+  QString templateDirectory;  ///< where the template lies: the program folder
+  QString templateName;       ///< of the current language: "Sablon.xls" or "Sablon_E.xls"
   AfterSave afterSave = AfterSave::LeaveOpen;
 };
 
@@ -41,7 +41,8 @@ struct BuildMessage {
   QString title;
 };
 
-/// What the build asks and tells on its way. A window answers with message boxes, the command line by its options.
+/// What the build asks and tells on its way. A window answers with message boxes, the command line by its
+/// options.
 class BuildQuestions {
  public:
   virtual ~BuildQuestions() = default;
@@ -59,15 +60,16 @@ struct BuildReport {
   bool stoppedByOpenWorkbooks = false;  ///< the operator was told; nothing was written
   QString path;                         ///< the finished table file
   bool withHourlyValues = false;
-  int hourlyRowsLeftOut = 0;            ///< readings beyond the last row of the hourly sheet
-  std::vector<QString> warnings;        ///< steps that failed without harming a figure, in words for the operator
+  int hourlyRowsLeftOut = 0;      ///< readings beyond the last row of the hourly sheet
+  std::vector<QString> warnings;  ///< steps that failed without harming a figure, in words for the operator
 };
 
 /// "Tablo-12345(2011).xls"
 QString TableFileName(const QString& stationNumber, int waterYear);
 
-/// Runs the build from start to end. On failure the table file of an earlier build is still there, unchanged, and
-/// no half table is left; the error names the file and the reason.
-Result<BuildReport> BuildLevelTable(const BuildInput& input, Spreadsheet& spreadsheet, BuildQuestions& questions);
+/// Runs the build from start to end. On failure the table file of an earlier build is still there, unchanged,
+/// and no half table is left; the error names the file and the reason.
+Result<BuildReport> BuildLevelTable(const BuildInput& input, Spreadsheet& spreadsheet,
+                                    BuildQuestions& questions);
 
 }  // namespace vesk

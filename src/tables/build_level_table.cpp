@@ -1,0 +1,219 @@
+#include "tables/build_level_table.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+#include "tables/level_table_workbook.h"
+
+namespace vesk {
+namespace {
+
+constexpr int kOpened = 10;  // progress, percent, once the workbook is open
+constexpr int kWritten = 80;
+constexpr int kCalculated = 90;
+
+BuildMessage WorkbooksAreOpen() {
+  return {
+      QStringLiteral("Öncelikle açık olan tüm EXCEL dosyalarını\nkapatmanız gerekmektedir (kaydederek veya "
+                     "kaydetmeden)"),
+      QStringLiteral("D İ K K A T")};
+}
+
+BuildMessage HourlyQuestion() {
+  return {QStringLiteral("Saatlik Değerler Tabloya Dahil Edilsin mi?"), QString()};
+}
+
+BuildMessage DoNotSwitchSheets() {
+  return {
+      QStringLiteral("Excel tablosu oluşturulurken, lütfen sayfalar arasında geçiş yapmayınız. Aksi taktirde "
+                     "Excel Tablosunda hatalar oluşacaktır."),
+      QString()};
+}
+
+/// The template's path, its name matched without regard to case.
+Result<QString> FindTemplate(const BuildInput& input) {
+  const QDir folder(input.templateDirectory);
+  const QStringList found = folder.entryList({input.templateName}, QDir::Files);
+  if (!found.isEmpty()) return folder.filePath(found.front());
+  return Error{QStringLiteral("The template of the level table is missing"),
+               folder.filePath(input.templateName),
+               folder.exists() ? QStringLiteral("no such file") : QStringLiteral("no such folder")};
+}
+
+std::filesystem::path NativePath(const QString& path) {
+  return QFile::encodeName(path).toStdString();
+}
+
+/// One run of the build, from the template's copy to the finished file. The workbook is made in a folder of
+/// its own beside the table file and takes its place only once it is saved whole.
+class TableBuild {
+ public:
+  TableBuild(const BuildInput& input, Spreadsheet& spreadsheet, BuildQuestions& questions)
+      : input_(input),
+        spreadsheet_(spreadsheet),
+        questions_(questions),
+        fileName_(TableFileName(input.stationNumber, input.waterYear)),
+        folder_(QDir(input.tableDirectory).filePath(QStringLiteral(".Tablo-XXXXXX"))) {
+    report_.path = QDir(input.tableDirectory).filePath(fileName_);
+  }
+
+  Result<BuildReport> Run(bool withHourly) {
+    report_.withHourlyValues = withHourly;
+    Status done = CopyTemplate();
+    if (done) done = OpenCopy();
+    if (done) done = Fill();
+    if (done) done = Calculate();
+    if (done) done = SaveWhole();
+    if (!done) {
+      if (workbook_) (void)workbook_->Close();
+      return UnderItsName(done.Failure());
+    }
+    HandOver();
+    questions_.ShowProgress(100);
+    return report_;
+  }
+
+ private:
+  Status CopyTemplate() {
+    const Result<QString> source = FindTemplate(input_);
+    if (!source) return source.Failure();
+    if (!folder_.isValid()) {
+      return Error{QStringLiteral("The level table cannot be written"), input_.tableDirectory,
+                   folder_.errorString()};
+    }
+    copy_ = folder_.filePath(fileName_);
+    QFile file(*source);
+    if (!file.copy(copy_)) {
+      return Error{QStringLiteral("The template of the level table could not be copied"), *source,
+                   file.errorString()};
+    }
+    // A template may be installed read-only; its copy is to be written.
+    if (!QFile::setPermissions(copy_, QFile::permissions(copy_) | QFile::ReadOwner | QFile::WriteOwner)) {
+      return Error{QStringLiteral("The level table cannot be written"), copy_,
+                   QStringLiteral("it is read-only")};
+    }
+    return {};
+  }
+
+  Status OpenCopy() {
+    auto opened = spreadsheet_.Open(copy_);
+    if (!opened) return opened.Failure();
+    workbook_ = std::move(*opened);
+    Forgive(spreadsheet_.Show());
+    Forgive(workbook_->ShowWindow());
+    questions_.ShowProgress(kOpened);
+    return {};
+  }
+
+  Status Fill() {
+    const QString title = input_.stationNumber + QStringLiteral(" - ") + input_.stationName;
+    const LevelTable table =
+        ComputeLevelTable(input_.grid, input_.waterYear, input_.extremeMode, title, report_.withHourlyValues);
+    auto written = WriteLevelTable(table, report_.withHourlyValues, *workbook_, [this](int percent) {
+      questions_.ShowProgress(kOpened + percent * (kWritten - kOpened) / 100);
+    });
+    if (!written) return written.Failure();
+    report_.hourlyRowsLeftOut = written->hourlyRowsLeftOut;
+    for (const Error& warning : written->warnings) Forgive(warning);
+    return {};
+  }
+
+  /// The template's own part. Nothing of it holds a figure of ours, so a failing step is told and passed
+  /// over.
+  Status Calculate() {
+    Forgive(workbook_->RunMacro(QStringLiteral("BosHucreleriSil")));
+    Forgive(spreadsheet_.Recalculate());
+    auto monthly = workbook_->Sheet(QStringLiteral("Aylik"));
+    if (monthly) {
+      Forgive((*monthly)->Select());
+      Forgive((*monthly)->SetFormulaR1C1(21, 4, QString()));
+    } else {
+      Forgive(monthly.Failure());
+    }
+    SelectDailySheet(*workbook_);
+    questions_.ShowProgress(kCalculated);
+    return {};
+  }
+
+  void SelectDailySheet(Workbook& workbook) {
+    auto daily = workbook.Sheet(QStringLiteral("Gunluk"));
+    Forgive(daily ? (*daily)->Select() : Status(daily.Failure()));
+  }
+
+  Status SaveWhole() {
+    if (Status saved = workbook_->Save(); !saved) return saved;
+    std::error_code failed;
+    std::filesystem::rename(NativePath(copy_), NativePath(report_.path), failed);
+    if (!failed) return {};
+    return Error{QStringLiteral("The level table could not be put in its place"), report_.path,
+                 QString::fromStdString(failed.message())};
+  }
+
+  /// The finished table is opened under its own name before the window of its making goes away.
+  void HandOver() {
+    std::unique_ptr<Workbook> finished;
+    if (input_.afterSave == AfterSave::LeaveOpen) {
+      auto opened = spreadsheet_.Open(report_.path);
+      if (opened) {
+        finished = std::move(*opened);
+        Forgive(finished->ShowWindow());
+        SelectDailySheet(*finished);
+      } else {
+        Forgive(opened.Failure());
+      }
+    }
+    Forgive(workbook_->Close());
+    workbook_.reset();
+    if (input_.afterSave == AfterSave::Quit) Forgive(spreadsheet_.Quit());
+  }
+
+  /// The operator knows the table by its own name, not by that of the copy in the making.
+  [[nodiscard]] Error UnderItsName(Error error) const {
+    if (error.path == copy_) error.path = report_.path;
+    return error;
+  }
+
+  void Forgive(const Status& step) {
+    if (!step) report_.warnings.push_back(UnderItsName(step.Failure()).Text());
+  }
+
+  const BuildInput& input_;
+  Spreadsheet& spreadsheet_;
+  BuildQuestions& questions_;
+  const QString fileName_;
+  QTemporaryDir folder_;
+  QString copy_;
+  std::unique_ptr<Workbook> workbook_;
+  BuildReport report_;
+};
+
+}  // namespace
+
+AfterSave AfterSaveOf(const QString& optionText) {
+  return optionText == QLatin1String("1") ? AfterSave::Quit : AfterSave::LeaveOpen;
+}
+
+QString TableFileName(const QString& stationNumber, int waterYear) {
+  return QStringLiteral("Tablo-%1(%2).xls").arg(stationNumber).arg(waterYear, 4, 10, QLatin1Char('0'));
+}
+
+Result<BuildReport> BuildLevelTable(const BuildInput& input, Spreadsheet& spreadsheet,
+                                    BuildQuestions& questions) {
+  if (spreadsheet.HasOpenWindow()) {
+    questions.TellWorkbooksAreOpen(WorkbooksAreOpen());
+    BuildReport report;
+    report.stoppedByOpenWorkbooks = true;
+    return report;
+  }
+  const bool withHourly = questions.AskForHourlyValues(HourlyQuestion());
+  questions.WarnNotToSwitchSheets(DoNotSwitchSheets());
+  questions.ShowProgress(0);
+  return TableBuild(input, spreadsheet, questions).Run(withHourly);
+}
+
+}  // namespace vesk

@@ -1,0 +1,205 @@
+#include "tables/level_table_workbook.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <memory>
+#include <utility>
+
+namespace vesk {
+namespace {
+
+constexpr int kRed = 3;         // font colour of a maximum
+constexpr int kLightBlue = 41;  // font colour of a minimum
+constexpr int kHourlyColumns = 9;
+constexpr int kRecordColumn = 6;
+constexpr int kRowsAtOnce = 10'000;  // of the hourly sheet; keeps the progress moving and each call short
+constexpr int kMaximumColumn = 2;
+constexpr int kMinimumColumn = 6;
+
+QString NoExtremesNote() {
+  return QStringLiteral("Cihaz Bu Günün Sonunda Çalışır Durumda Olmadığı İçin EXTREMLER KAYDEDİLEMEMİŞTİR.");
+}
+
+using Row = std::vector<CellValue>;
+
+Row ValuesOf(const LevelAt& value) {
+  return {ClockText(value.minuteOfDay), value.levelCm, DischargeValue(value.discharge)};
+}
+
+Row RecordCells(const HourlyRecord& record) {
+  Row cells = ValuesOf(record.value);
+  cells.insert(cells.begin(), record.maximum ? QStringLiteral("Maksimum") : QStringLiteral("Minimum"));
+  return cells;
+}
+
+CellRange RecordRange(int row) {
+  return {row, kRecordColumn, row, kHourlyColumns};
+}
+CellRange WholeRow(int row) {
+  return {row, 1, row, kHourlyColumns};
+}
+
+/// Fills the hourly sheet.
+class HourlyWriter {
+ public:
+  HourlyWriter(const LevelTable& table, Worksheet& sheet, WriteReport& report)
+      : table_(table), sheet_(sheet), report_(report), lastRow_(LastRow()) {}
+
+  Status Write(const WriteProgress& progress) {
+    CollectBesideReadings();
+    if (Status done = sheet_.PutValue(1, 3, table_.title); !done) return done;
+    if (Status done = sheet_.PutValue(2, 3, static_cast<double>(table_.waterYear)); !done) return done;
+    for (int first = kFirstHourlyRow; first <= lastRow_; first += kRowsAtOnce) {
+      const int last = std::min(lastRow_, first + kRowsAtOnce - 1);
+      if (Status done = sheet_.PutBlock(first, 1, Block(first, last)); !done) return done;
+      Forgive(sheet_.SelectCell(last, 1));  // the sheet follows the writing
+      progress(static_cast<int>(100LL * (last - kFirstHourlyRow + 1) / (lastRow_ - kFirstHourlyRow + 1)));
+    }
+    if (Status done = WriteAboveReadings(); !done) return done;
+    Format();
+    return {};
+  }
+
+ private:
+  [[nodiscard]] int LastRow() {
+    const int wanted = kFirstHourlyRow - 1 + static_cast<int>(table_.hourly.size());
+    const int last = std::min(wanted, sheet_.RowLimit());
+    report_.hourlyRowsLeftOut = wanted - last;
+    return last;
+  }
+
+  [[nodiscard]] bool IsWritten(int row) const { return row >= 1 && row <= lastRow_; }
+
+  /// What stands in columns 6 to 9. A later record takes the place of an earlier one, and of a note.
+  void CollectBesideReadings() {
+    for (const int row : table_.missingExtremesRows) {
+      if (!IsWritten(row)) continue;
+      beside_[row] = {NoExtremesNote()};
+      underlined_.push_back(WholeRow(row));
+    }
+    for (const HourlyRecord& record : table_.records) {
+      if (!IsWritten(record.row)) continue;
+      beside_[record.row] = RecordCells(record);
+      colourOf_[record.row] = record.maximum ? kRed : kLightBlue;
+      if (!record.maximum) underlined_.push_back(WholeRow(record.row));
+    }
+  }
+
+  [[nodiscard]] CellBlock Block(int firstRow, int lastRow) const {
+    CellBlock block;
+    block.reserve(static_cast<std::size_t>(lastRow - firstRow + 1));
+    auto beside = beside_.lower_bound(firstRow);
+    for (int row = firstRow; row <= lastRow; ++row) {
+      const HourlyReading& reading = table_.hourly[static_cast<std::size_t>(row - kFirstHourlyRow)];
+      Row& cells = block.emplace_back(kHourlyColumns);
+      cells[0] = reading.day;
+      std::ranges::move(ValuesOf(reading.value), cells.begin() + 1);
+      if (beside == beside_.end() || beside->first != row) continue;
+      std::ranges::copy(beside->second, cells.begin() + kRecordColumn - 1);
+      ++beside;
+    }
+    return block;
+  }
+
+  /// Records of a first day with no or one reading stand in the heading rows.
+  Status WriteAboveReadings() {
+    for (const auto& [row, cells] : beside_) {
+      if (row >= kFirstHourlyRow) break;
+      if (Status done = sheet_.PutBlock(row, kRecordColumn, {cells}); !done) return done;
+    }
+    return {};
+  }
+
+  void Format() {
+    std::array<std::vector<CellRange>, 2> coloured;
+    for (const auto& [row, colour] : colourOf_) coloured[colour == kRed ? 0 : 1].push_back(RecordRange(row));
+    Forgive(sheet_.SetFontColourIndex(coloured[0], kRed));
+    Forgive(sheet_.SetFontColourIndex(coloured[1], kLightBlue));
+    Forgive(sheet_.SetBorder(underlined_, Border::Bottom, BorderWeight::Medium));
+  }
+
+  /// For steps that change no figure.
+  void Forgive(const Status& step) {
+    if (!step) report_.warnings.push_back(step.Failure());
+  }
+
+  const LevelTable& table_;
+  Worksheet& sheet_;
+  WriteReport& report_;
+  const int lastRow_;
+  std::map<int, Row> beside_;
+  std::map<int, int> colourOf_;
+  std::vector<CellRange> underlined_;
+};
+
+/// Writes rows that follow one another in one block each; what stands between them is the template's.
+Status PutRuns(Worksheet& sheet, int column, const std::map<int, Row>& rows) {
+  auto first = rows.begin();
+  while (first != rows.end()) {
+    CellBlock block;
+    auto next = first;
+    for (; next != rows.end() && next->first == first->first + static_cast<int>(block.size()); ++next) {
+      block.push_back(next->second);
+    }
+    if (Status done = sheet.PutBlock(first->first, column, block); !done) return done;
+    first = next;
+  }
+  return {};
+}
+
+Row MaximumCells(const DayRecord& day) {
+  Row cells = ValuesOf(*day.maximum);
+  cells.insert(cells.begin(), DateText(day.day));
+  return cells;
+}
+
+Row MinimumCells(const DayRecord& day) {
+  Row cells = ValuesOf(*day.minimum);
+  cells.push_back(day.meanCm ? CellValue(*day.meanCm) : CellValue());
+  return cells;
+}
+
+Status WriteDaily(const LevelTable& table, Worksheet& sheet) {
+  std::map<int, Row> maxima;
+  std::map<int, Row> minima;
+  for (const DayRecord& day : table.days) {
+    if (day.maximum) maxima[day.sheetRow] = MaximumCells(day);
+    if (day.minimum) minima[day.sheetRow] = MinimumCells(day);
+  }
+  if (Status done = sheet.PutValue(1, 4, table.title); !done) return done;
+  if (Status done = sheet.PutValue(1, 1, static_cast<double>(table.waterYear)); !done) return done;
+  if (Status done = PutRuns(sheet, kMaximumColumn, maxima); !done) return done;
+  return PutRuns(sheet, kMinimumColumn, minima);
+}
+
+}  // namespace
+
+CellValue DischargeValue(const QString& discharge) {
+  if (discharge.trimmed().isEmpty()) return {};
+  if (const std::optional<double> number = ReadWholeNumber(discharge)) return *number;
+  return discharge;
+}
+
+Result<WriteReport> WriteLevelTable(const LevelTable& table, bool withHourly, Workbook& workbook,
+                                    const WriteProgress& progress) {
+  WriteReport report;
+  auto daily = workbook.Sheet(QStringLiteral("Gunluk"));
+  if (!daily) return daily.Failure();
+  Status selected = (*daily)->Select();
+  if (withHourly) {
+    auto hourly = workbook.Sheet(QStringLiteral("Saatlik"));
+    if (hourly) {
+      selected = (*hourly)->Select();
+      if (Status done = HourlyWriter(table, **hourly, report).Write(progress); !done) return done.Failure();
+    } else {
+      report.warnings.push_back(hourly.Failure());
+    }
+  }
+  if (!selected) report.warnings.push_back(selected.Failure());
+  if (Status done = WriteDaily(table, **daily); !done) return done.Failure();
+  progress(100);
+  return report;
+}
+
+}  // namespace vesk

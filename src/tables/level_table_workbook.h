@@ -1,0 +1,32 @@
+// Writes a level table into a workbook made from the template: cells in blocks, formats over collected
+// ranges.
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+#include "platform/result.h"
+#include "platform/spreadsheet.h"
+#include "tables/level_table.h"
+
+namespace vesk {
+
+/// Called with the share of the work done, 0 to 100.
+using WriteProgress = std::function<void(int percent)>;
+
+struct WriteReport {
+  int hourlyRowsLeftOut = 0;    ///< readings that the hourly sheet has no row for
+  std::vector<Error> warnings;  ///< what is missing without harm to a figure: a sheet, a colour, a border
+};
+
+/// Fills the sheets "Saatlik" (only withHourly) and "Gunluk"; the last one selected is the one filled for the
+/// operator to watch. Fails when the daily sheet is missing or a cell cannot be written.
+Result<WriteReport> WriteLevelTable(const LevelTable& table, bool withHourly, Workbook& workbook,
+                                    const WriteProgress& progress);
+
+/// A discharge as a cell holds it: a number where it reads as one, nothing when it is empty.
+CellValue DischargeValue(const QString& discharge);
+
+}  // namespace vesk
