@@ -165,8 +165,9 @@ Status WriteProfileValues(const QString& path, const QString& section,
   const QByteArray before = loaded->Content();
   for (const auto& [key, value] : entries) {
     if (!FitsWindows1254(value)) {
-      return Error{QStringLiteral("The setting %1 could not be stored").arg(key), path,
-                   QStringLiteral("\"%1\" has letters that the settings file cannot hold").arg(value)};
+      return Error{QStringLiteral("The setting could not be stored"),
+                   QStringLiteral("%1 [%2] %3").arg(path, section, key),
+                   QStringLiteral("it has letters that the settings file cannot hold")};
     }
     loaded->SetValue(section, key, value);
   }

@@ -6,6 +6,7 @@
 
 #include "platform/folders.h"
 #include "platform/process_start.h"
+#include "shell/error_texts.h"
 
 namespace vesk {
 namespace {
@@ -71,7 +72,7 @@ Status StartCommunicationProgram(const RunValues& run) {
   if (!found) return found.Failure();
   const Status started = StartProgram(found.Value().program, found.Value().workingFolder);
   if (started) return {};
-  return Failure(run, started.Failure().path, started.Failure().reason);
+  return Failure(run, started.Failure().path, ErrorPart(started.Failure().reason, run.language));
 }
 
 }  // namespace vesk

@@ -61,6 +61,12 @@ void Language::Fill(const LanguageTexts& texts, LanguageChoice choice) {
   templateName = ToQString(texts.templateName);
 }
 
+QString WithoutAccessKey(const QString& caption) {
+  constexpr qsizetype kLongestRest = 200;
+  const qsizetype at = caption.indexOf(QLatin1Char('&'));
+  return at < 0 ? caption : caption.first(at) + caption.mid(at + 1, kLongestRest);
+}
+
 QString Either(const Language& language, const QString& turkish, const QString& english) {
   return language.Choice() == LanguageChoice::English ? english : turkish;
 }

@@ -44,4 +44,7 @@ class Language {
 /// English beyond the tables: the text for the current language; Turkish when no language is chosen.
 QString Either(const Language& language, const QString& turkish, const QString& english);
 
+/// A menu caption without its first "&" and with at most 200 characters behind it, as the work mode holds it.
+QString WithoutAccessKey(const QString& caption);
+
 }  // namespace vesk

@@ -1,0 +1,70 @@
+#include "shell/child_windows.h"
+
+#include <QMdiSubWindow>
+#include <QMouseEvent>
+
+namespace vesk {
+namespace {
+
+/// Size that the window asks for, its frame included.
+QSize WantedSize(const QMdiSubWindow& frame, const QWidget& window, const QSize& asked) {
+  const QSize extra = frame.sizeHint() - window.sizeHint();
+  return asked + extra;
+}
+
+}  // namespace
+
+ChildWindows::ChildWindows(QWidget* parent) : QMdiArea(parent) {
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  setBackground(palette().color(QPalette::Window).darker(112));
+}
+
+void ChildWindows::ShowAt(QWidget* window, const QPoint& place) {
+  const QSize asked = window->testAttribute(Qt::WA_Resized) ? window->size() : window->sizeHint();
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  QMdiSubWindow* frame = addSubWindow(window);
+  frame->setAttribute(Qt::WA_DeleteOnClose);
+  // A window that closes by its own button takes its frame along.
+  connect(window, &QObject::destroyed, frame, [frame] { frame->close(); });
+  connect(frame, &QObject::destroyed, this, &ChildWindows::WindowClosed);
+  frame->resize(WantedSize(*frame, *window, asked).boundedTo(viewport()->size()));
+  frame->move(place);
+  if ((window->windowState() & Qt::WindowMaximized) != 0) {
+    frame->showMaximized();
+  } else {
+    frame->show();
+  }
+  window->setFocus();
+}
+
+QMdiSubWindow* ChildWindows::Find(const QString& objectName) const {
+  for (QMdiSubWindow* frame : subWindowList()) {
+    const QWidget* window = frame->widget();
+    const bool open = window != nullptr && !frame->isHidden() && !window->isHidden();
+    if (open && window->objectName() == objectName) return frame;
+  }
+  return nullptr;
+}
+
+bool ChildWindows::Close(const QString& objectName) {
+  QMdiSubWindow* frame = Find(objectName);
+  return frame == nullptr || frame->close();
+}
+
+bool ChildWindows::CloseAll() {
+  for (const QPointer<QMdiSubWindow> frame : subWindowList(StackingOrder)) {
+    if (frame != nullptr && !frame->isHidden() && !frame->close()) return false;
+  }
+  return true;
+}
+
+bool ChildWindows::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::MouseButtonRelease) {
+    const QPoint place = static_cast<QMouseEvent*>(event)->position().toPoint();
+    if (viewport()->childAt(place) == nullptr) Q_EMIT EmptyAreaClicked();
+  }
+  return QMdiArea::viewportEvent(event);
+}
+
+}  // namespace vesk

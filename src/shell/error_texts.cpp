@@ -1,0 +1,92 @@
+#include "shell/error_texts.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace vesk {
+namespace {
+
+struct Translation {
+  std::u16string_view english;
+  std::u16string_view turkish;
+};
+
+constexpr Translation kTranslations[] = {
+    // What failed.
+    {u"An earlier graph data file could not be deleted", u"Önceki bir grafik veri dosyası silinemedi"},
+    {u"No raw file of that name", u"Bu adda ham dosya yok"},
+    {u"Not a data directory", u"Veri dizini değil"},
+    {u"The change log could not be read", u"Değişiklik dosyası okunamadı"},
+    {u"The change log could not be saved", u"Değişiklik dosyası kaydedilemedi"},
+    {u"The dates were not corrected", u"Tarihler düzeltilmedi"},
+    {u"The edit journal could not be read", u"Düzeltme günlüğü okunamadı"},
+    {u"The edit journal could not be removed", u"Düzeltme günlüğü silinemedi"},
+    {u"The empty station database is missing", u"Boş istasyon veri tabanı yok"},
+    {u"The file could not be copied", u"Dosya kopyalanamadı"},
+    {u"The first-run marker could not be deleted", u"İlk çalışma işareti silinemedi"},
+    {u"The first-run marker could not be written", u"İlk çalışma işareti yazılamadı"},
+    {u"The folder could not be made", u"Klasör oluşturulamadı"},
+    {u"The font colour could not be set", u"Yazı rengi verilemedi"},
+    {u"The graph data file could not be read", u"Grafik veri dosyası okunamadı"},
+    {u"The level was not changed", u"Seviye değiştirilmedi"},
+    {u"The output could not be written", u"Çıktı yazılamadı"},
+    {u"The output folder could not be made", u"Çıktı klasörü oluşturulamadı"},
+    {u"The program could not be started", u"Program başlatılamadı"},
+    {u"The program folder could not be made", u"Program klasörü oluşturulamadı"},
+    {u"The raw file could not be read", u"Ham dosya okunamadı"},
+    {u"The raw file is refused", u"Ham dosya kabul edilmedi"},
+    {u"The setting could not be stored", u"Ayar kaydedilemedi"},
+    {u"The settings file could not be read", u"Ayar dosyası okunamadı"},
+    {u"The settings file could not be written", u"Ayar dosyası yazılamadı"},
+    {u"The spreadsheet application cannot be reached", u"Tablolama programına ulaşılamıyor"},
+    {u"The superseded read-out could not be archived", u"Eski okuma dosyası arşivlenemedi"},
+    {u"The workbook could not be deleted", u"Tablo dosyası silinemedi"},
+    {u"The workbook could not be opened", u"Tablo dosyası açılamadı"},
+    {u"The workbook has no such sheet", u"Tablo dosyasında bu sayfa yok"},
+    // Why.
+    {u"No such file or directory", u"Böyle bir dosya veya dizin yok"},
+    {u"Permission denied", u"İzin verilmedi"},
+    {u"Read-only file system", u"Dosya sistemi salt okunur"},
+    {u"No space left on device", u"Diskte yer kalmadı"},
+    {u"Is a directory", u"Bu bir dizin"},
+    {u"a level cannot be empty", u"seviye boş olamaz"},
+    {u"it exists already", u"zaten var"},
+    {u"it has letters that the settings file cannot hold", u"ayar dosyasının tutamadığı harfler var"},
+    {u"it is a file", u"bu bir dosya"},
+    {u"it is no file", u"bu bir dosya değil"},
+    {u"it is no workbook, or it cannot be read", u"tablo dosyası değil veya okunamıyor"},
+    {u"it is too large", u"çok büyük"},
+    {u"it may not be executed", u"çalıştırma izni yok"},
+    {u"its folder cannot be entered", u"klasörüne girilemiyor"},
+    {u"larger than 1 GB, so no logger wrote it", u"1 GB'den büyük, bir cihazın dosyası olamaz"},
+    {u"no answer in time", u"zamanında yanıt yok"},
+    {u"no readings", u"kayıt yok"},
+    {u"no readings are loaded", u"yüklenmiş kayıt yok"},
+    {u"no such folder", u"böyle bir klasör yok"},
+    {u"only the readings of a single file can be re-timed", u"yalnız tek dosyanın kayıtları düzeltilebilir"},
+    {u"the folder cannot be written", u"klasöre yazılamıyor"},
+    {u"the row holds no reading", u"bu satırda kayıt yok"},
+    {u"the station is no longer in the register", u"istasyon artık kayıtlarda yok"},
+    {u"the workbook has no such macro", u"tablo dosyasında bu makro yok"},
+    {u"there is no such file", u"böyle bir dosya yok"},
+};
+
+/// The Turkish wording, or the text itself when it has none.
+QString Turkish(const QString& text) {
+  const QStringView wanted(text);
+  const auto found = std::ranges::find_if(
+      kTranslations, [wanted](const Translation& entry) { return wanted == QStringView(entry.english); });
+  return found == std::end(kTranslations) ? text : QStringView(found->turkish).toString();
+}
+
+}  // namespace
+
+QString ErrorText(const Error& error, const Language& language) {
+  return Error{ErrorPart(error.what, language), error.path, ErrorPart(error.reason, language)}.Text();
+}
+
+QString ErrorPart(const QString& english, const Language& language) {
+  return language.Choice() == LanguageChoice::English ? english : Turkish(english);
+}
+
+}  // namespace vesk

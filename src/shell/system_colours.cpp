@@ -1,0 +1,45 @@
+#include "shell/system_colours.h"
+
+namespace vesk {
+namespace {
+
+QPalette::ColorRole RoleOf(quint32 systemColour) {
+  switch (systemColour) {
+    case 4:   // menu
+    case 15:  // button face
+      return QPalette::Button;
+    case 5:  // window background
+      return QPalette::Base;
+    case 7:  // menu text
+    case 8:  // window text
+      return QPalette::Text;
+    case 18:  // button text
+      return QPalette::ButtonText;
+    case 13:
+      return QPalette::Highlight;
+    case 14:
+      return QPalette::HighlightedText;
+    case 16:  // button shadow
+    case 17:  // grey text
+      return QPalette::Dark;
+    case 20:
+      return QPalette::Light;
+    case 23:
+      return QPalette::ToolTipText;
+    case 24:
+      return QPalette::ToolTipBase;
+    default:  // scroll bars, captions and borders have no place of their own in the palette
+      return QPalette::Window;
+  }
+}
+
+}  // namespace
+
+QColor DesktopColour(qint32 number, const QPalette& palette) {
+  const auto bits = static_cast<quint32>(number);
+  if ((bits & 0x80000000U) != 0) return palette.color(QPalette::Active, RoleOf(bits & 0xFFU));
+  return {static_cast<int>(bits & 0xFFU), static_cast<int>((bits >> 8U) & 0xFFU),
+          static_cast<int>((bits >> 16U) & 0xFFU)};
+}
+
+}  // namespace vesk
