@@ -14,6 +14,7 @@ namespace vesk {
 namespace {
 
 constexpr double kTickLength = 10;
+constexpr int kGridAlpha = 80;  // grid lines keep the scale's colour but stand back behind the series
 constexpr double kMarkWidth = 3;
 constexpr double kLegendX = 45 + 650;
 constexpr double kLegendY = 400;
@@ -62,11 +63,21 @@ QRectF PlotRect(const PageScale& scale) {
   return {QPointF(scale.PlotLeft(), scale.PlotTop()), QPointF(scale.PlotRight(), scale.PlotBottom())};
 }
 
+// A tick outside the plot and a grid line through it.
+void DrawScaleLine(QPainter& painter, const QColor& colour, const QLineF& tick, const QLineF& grid) {
+  QColor faint = colour;
+  faint.setAlpha(kGridAlpha);
+  painter.setPen(QPen(faint, 1));
+  painter.drawLine(grid);
+  painter.setPen(QPen(colour, 1));
+  painter.drawLine(tick);
+}
+
 void DrawLevelScale(QPainter& painter, const PageScale& scale, const GraphStyle& style) {
   for (const double level : LevelTicks(scale)) {
     const double y = YOfLevel(scale, level);
-    painter.setPen(QPen(style.scale, 1));
-    painter.drawLine(QLineF(scale.PlotLeft() - kTickLength, y, scale.PlotRight(), y));
+    DrawScaleLine(painter, style.scale, {scale.PlotLeft() - kTickLength, y, scale.PlotLeft(), y},
+                  {scale.PlotLeft(), y, scale.PlotRight(), y});
     const QString text = QString::number(static_cast<qint64>(std::llround(level)));
     QFont font = PageFont(kLabelSize);
     const double width = QFontMetricsF(font).horizontalAdvance(text);
@@ -78,8 +89,8 @@ void DrawLevelScale(QPainter& painter, const PageScale& scale, const GraphStyle&
 void DrawTimeTick(QPainter& painter, const PageScale& scale, const GraphStyle& style, double t,
                   const QString& text) {
   const double x = XOfTime(scale, t);
-  painter.setPen(QPen(style.scale, 1));
-  painter.drawLine(QLineF(x, scale.PlotTop(), x, scale.PlotBottom() + kTickLength));
+  DrawScaleLine(painter, style.scale, {x, scale.PlotBottom(), x, scale.PlotBottom() + kTickLength},
+                {x, scale.PlotTop(), x, scale.PlotBottom()});
   DrawVerticalLabel(painter, {x, scale.PlotBottom() + kTickLength + 2}, text, PageFont(kLabelSize),
                     Place::EndsAt);
 }

@@ -1,0 +1,203 @@
+// FormGraf: pages and commands.
+#include "graphs/form_graf.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QStatusBar>
+
+#include "datafiles/helpers.h"
+#include "graphs/graph_output.h"
+#include "graphs/graph_picture.h"
+#include "graphs/graph_print.h"
+
+namespace vesk {
+
+FormGraf::FormGraf(GraphSheet sheet, const Language& language, double mouseAdjustment, QWidget* parent)
+    : QMainWindow(parent),
+      sheet_(std::move(sheet)),
+      language_(language),
+      mouseAdjustment_(mouseAdjustment),
+      pages_(WholePeriodPage(sheet_)) {
+  setObjectName(QStringLiteral("FormGraf"));
+  setWindowTitle(language_.Text(Caption::GraphicTab) + QStringLiteral(" - ") + sheet_.texts.title);
+  CreateActions();
+  CreateMenus();
+  CreateWidgets();
+  ConnectPicture();
+  resize(1120, 660);
+  picture_->setFocus();
+  DrawPage(Mode::Yeni);
+}
+
+QString FormGraf::Words(const char* turkish, const char* english) const {
+  return Either(language_, QString::fromUtf8(turkish), QString::fromUtf8(english));
+}
+
+void FormGraf::Say(const QString& message) {
+  message_->setText(message);
+  message_->setToolTip(message);
+}
+
+void FormGraf::DrawPage(Mode mode) {
+  const double ratio = picture_->devicePixelRatioF();
+  const QSize size = picture_->size();
+  SetRectangle(std::nullopt);
+  place_.reset();
+  picture_->SetMark(std::nullopt);
+  scale_ = ScaleOfPage(pages_.Current(), sheet_, size);
+  QImage image;
+  if (mode == Mode::Eski) image = images_.Load(pages_.Number(), (QSizeF(size) * ratio).toSize(), ratio);
+  if (image.isNull()) {
+    image = GraphPageImage(pages_.Current(), sheet_, size, ratio);
+    images_.Save(pages_.Number(), image);
+  }
+  picture_->SetImage(image);
+  ShowPageFields();
+  ShowPageMessages();
+}
+
+void FormGraf::ShowPageFields() {
+  const auto apart = [](DateTime time) {
+    return DateTimeText(time).replace(QLatin1Char(' '), QStringLiteral("  "));
+  };
+  pageStart_->setText(apart(pages_.Current().start));
+  pageEnd_->setText(apart(pages_.Current().end));
+  levelBottom_->setText(QString::number(static_cast<qint64>(scale_.bottomCm)));
+  levelTop_->setText(QString::number(static_cast<qint64>(scale_.topCm)));
+  previous_->setEnabled(pages_.CanGoBack());
+  next_->setEnabled(pages_.CanGoOn());
+  pageLabel_->setText(QStringLiteral("%1 %2 / %3")
+                          .arg(language_.Text(Caption::Page))
+                          .arg(pages_.Number() + 1)
+                          .arg(pages_.LastNumber() + 1));
+}
+
+void FormGraf::ShowPageMessages() {
+  QStringList messages = sheet_.messages;
+  messages += NegativeMessages(sheet_, scale_.startT, scale_.endT, language_);
+  if (sheet_.series.empty()) messages.append(Words("Çizilecek okuma yok", "There are no readings to draw"));
+  Say(messages.join(QStringLiteral("; ")));
+}
+
+void FormGraf::AddPage(const GraphPage& page) {
+  const bool room = pages_.Add(page);
+  DrawPage(Mode::Yeni);
+  if (room) return;
+  Say(Words("En çok 11 sayfa olabilir: son sayfanın yerine çizildi.",
+            "There can be 11 pages at most: the last page has been replaced."));
+}
+
+void FormGraf::DrawFirst() {
+  pages_.GoFirst();
+  DrawPage(Mode::Eski);
+}
+
+void FormGraf::DrawPrevious() {
+  pages_.GoBack();
+  DrawPage(Mode::Eski);
+}
+
+void FormGraf::DrawNext() {
+  pages_.GoOn();
+  DrawPage(Mode::Eski);
+}
+
+void FormGraf::DrawSelection() {
+  if (cornerFields_[0][0]->text().isEmpty()) {
+    QApplication::beep();
+    return;
+  }
+  AddPage(PageOfCorners(corners_[0], corners_[1]));
+}
+
+void FormGraf::ShowDateEntry() {
+  startEntry_->setText(QStringLiteral("1.10"));
+  endEntry_->setText(QStringLiteral("30.9"));
+  dateMessage_->clear();
+  dateBox_->show();
+  startEntry_->setFocus();
+  startEntry_->selectAll();
+}
+
+void FormGraf::DrawDates() {
+  const auto refuse = [this](QLineEdit* entry, const QString& message) {
+    dateMessage_->setText(message);
+    Say(message);
+    entry->setFocus();
+    entry->selectAll();
+    QApplication::beep();
+  };
+  const QString expected = Words("\"%1\" gün.ay değil", "\"%1\" is no day.month");
+  const auto start = ReadDayOfWaterYear(startEntry_->text(), sheet_.waterYear);
+  if (!start) return refuse(startEntry_, expected.arg(startEntry_->text()));
+  const auto end = ReadDayOfWaterYear(endEntry_->text(), sheet_.waterYear);
+  if (!end) return refuse(endEntry_, expected.arg(endEntry_->text()));
+  if (*end < *start)
+    return refuse(endEntry_, Words("Bitiş başlangıçtan önce", "The end lies before the start"));
+  dateMessage_->clear();
+  AddPage(PageOfDates(*start, *end, pages_.First().maximumCm));
+}
+
+Status FormGraf::PrintPage(QPrinter& printer) const {
+  return PrintGraphPage(printer, pages_.Current(), sheet_);
+}
+
+void FormGraf::PrepareForPaper(QPrinter& printer) const {
+  printer.setPageSize(QPageSize(QPageSize::A4));
+  printer.setPageOrientation(QPageLayout::Landscape);
+  printer.setDocName(sheet_.texts.title);
+}
+
+void FormGraf::Print() {
+  QPrinter printer(QPrinter::HighResolution);
+  PrepareForPaper(printer);
+  QPrintDialog dialog(&printer, this);
+  dialog.setWindowTitle(language_.Text(Caption::Print));
+  if (dialog.exec() != QDialog::Accepted) return;
+  if (const Status printed = PrintPage(printer); !printed) {
+    QMessageBox::warning(this, language_.attentionTitle, printed.Failure().Text());
+  }
+}
+
+void FormGraf::Preview() {
+  QPrinter printer(QPrinter::HighResolution);
+  PrepareForPaper(printer);
+  QPrintPreviewDialog dialog(&printer, this);
+  dialog.setWindowTitle(preview_->text());
+  connect(&dialog, &QPrintPreviewDialog::paintRequested, this, [this](QPrinter* paper) {
+    if (const Status printed = PrintPage(*paper); !printed) Say(printed.Failure().Text());
+  });
+  dialog.resize(size().expandedTo({900, 640}));
+  dialog.exec();
+}
+
+Status FormGraf::SavePage(const QString& path) const {
+  return SaveGraphPage(path, pages_.Current(), sheet_, picture_->size());
+}
+
+void FormGraf::Save() {
+  QString path = QFileDialog::getSaveFileName(this, save_->text(), {},
+                                              QStringLiteral("PNG (*.png);;PDF (*.pdf);;SVG (*.svg)"));
+  if (path.isEmpty()) return;
+  if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".png");
+  const Status saved = SavePage(path);
+  if (saved) return Say(Words("Kaydedildi: %1", "Saved: %1").arg(path));
+  QMessageBox::warning(this, language_.attentionTitle, saved.Failure().Text());
+}
+
+void FormGraf::Copy() {
+  QApplication::clipboard()->setImage(GraphPageImage(pages_.Current(), sheet_, picture_->size()));
+  Say(Words("Grafik panoya kopyalandı", "The graph has been copied"));
+}
+
+}  // namespace vesk

@@ -1,0 +1,144 @@
+#include "graphs/frm_gr_lis.h"
+
+#include <QBoxLayout>
+#include <QDir>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+#include "datafiles/graph_file.h"
+
+namespace vesk {
+
+FrmGrLis::FrmGrLis(const QStringList& entries, QString dataDirectory, const Language& language,
+                   QWidget* parent)
+    : QDialog(parent), dataDirectory_(std::move(dataDirectory)), language_(language) {
+  setObjectName(QStringLiteral("FrmGrLis"));
+  setWindowTitle(language_.Text(Caption::List));
+  CreateWidgets();
+  FillLists(entries);
+  resize(560, 320);
+}
+
+void FrmGrLis::CreateWidgets() {
+  const auto list = [this](const char* name, const QString& accessible) {
+    auto* widget = new QListWidget(this);
+    widget->setObjectName(QString::fromLatin1(name));
+    widget->setAccessibleName(accessible);
+    return widget;
+  };
+  const QString state = Either(language_, QStringLiteral("Durum"), QStringLiteral("State"));
+  files_ = list("List1", language_.Text(Caption::List));
+  states_ = list("List2", state);
+  stored_ = list("List3", language_.Text(Caption::Files));
+  states_->setSelectionMode(QAbstractItemView::NoSelection);
+  states_->setFocusPolicy(Qt::NoFocus);
+  message_ = new QLabel(this);
+  message_->setObjectName(QStringLiteral("LabelMessage"));
+  message_->setWordWrap(true);
+  clear_ = new QPushButton(language_.Text(Caption::ClearList), this);
+  clear_->setObjectName(QStringLiteral("Command1"));
+  draw_ = new QPushButton(language_.Text(Caption::Draw), this);
+  draw_->setObjectName(QStringLiteral("Command2"));
+  draw_->setDefault(true);
+  auto* leave = new QPushButton(language_.Text(Caption::ExitList), this);
+  connect(clear_, &QPushButton::clicked, this, &FrmGrLis::Clear);
+  connect(draw_, &QPushButton::clicked, this, &FrmGrLis::Accept);
+  connect(leave, &QPushButton::clicked, this, &QDialog::reject);
+  connect(files_, &QListWidget::itemDoubleClicked, this,
+          [this](QListWidgetItem* item) { RemoveRow(files_->row(item)); });
+  connect(stored_, &QListWidget::itemDoubleClicked, this,
+          [this](QListWidgetItem* item) { AddFile(item->text()); });
+
+  auto* grid = new QGridLayout(this);
+  grid->addWidget(new QLabel(language_.Text(Caption::List), this), 0, 0);
+  grid->addWidget(new QLabel(state, this), 0, 1);
+  grid->addWidget(new QLabel(language_.Text(Caption::Files), this), 0, 2);
+  grid->addWidget(files_, 1, 0);
+  grid->addWidget(states_, 1, 1);
+  grid->addWidget(stored_, 1, 2);
+  grid->setColumnStretch(0, 3);
+  grid->setColumnStretch(1, 2);
+  grid->setColumnStretch(2, 3);
+  grid->addWidget(message_, 2, 0, 1, 3);
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(clear_);
+  buttons->addStretch(1);
+  buttons->addWidget(draw_);
+  buttons->addWidget(leave);
+  grid->addLayout(buttons, 3, 0, 1, 3);
+}
+
+void FrmGrLis::FillLists(const QStringList& entries) {
+  QStringList stored = QDir(dataDirectory_).entryList({QStringLiteral("Graf*.txt")}, QDir::Files, QDir::Name);
+  stored.removeIf([](const QString& name) { return WaterYearOfGraphFile(name) == 0; });
+  stored_->addItems(stored);
+  for (const QString& text : entries) {
+    if (const auto entry = ReadGraphListText(text)) AddFile(GraphFileName(entry->waterYear, entry->station));
+  }
+  if (entries.isEmpty()) {
+    for (const QString& name : stored.first(std::min<qsizetype>(stored.size(), kMostGraphStations)))
+      AddFile(name);
+  }
+  ShowState();
+}
+
+QString FrmGrLis::StateOf(const QString& fileName) const {
+  const QFileInfo file(dataDirectory_ + fileName);
+  if (!file.exists()) return Either(language_, QStringLiteral("Dosya yok"), QStringLiteral("Missing"));
+  return Either(language_, QStringLiteral("%1 okuma"), QStringLiteral("%1 readings"))
+      .arg(file.size() / kGraphRecordBytes);
+}
+
+void FrmGrLis::AddFile(const QString& fileName) {
+  if (!files_->findItems(fileName, Qt::MatchFixedString | Qt::MatchCaseSensitive).isEmpty()) return;
+  files_->addItem(fileName);
+  states_->addItem(StateOf(fileName));
+  ShowState();
+}
+
+void FrmGrLis::RemoveRow(int row) {
+  delete files_->takeItem(row);
+  delete states_->takeItem(row);
+  ShowState();
+}
+
+void FrmGrLis::Clear() {
+  files_->clear();
+  states_->clear();
+  stored_->clear();
+  ShowState();
+}
+
+void FrmGrLis::ShowState() {
+  const bool any = files_->count() > 0;
+  clear_->setEnabled(any);
+  draw_->setEnabled(any);
+  message_->clear();
+}
+
+void FrmGrLis::Accept() {
+  std::vector<GraphFileEntry> files;
+  for (int row = 0; row < files_->count(); ++row) {
+    const QString name = files_->item(row)->text();
+    if (!QFileInfo::exists(dataDirectory_ + name)) {
+      message_->setText(
+          Either(language_, QStringLiteral("Dosya yok: %1"), QStringLiteral("There is no file %1"))
+              .arg(name));
+      return;
+    }
+    files.push_back({dataDirectory_ + name, name, StationOfGraphFile(name), WaterYearOfGraphFile(name)});
+  }
+  if (files.size() > kMostGraphStations) {
+    message_->setText(Either(language_, QStringLiteral("En çok %1 istasyon birlikte çizilebilir"),
+                             QStringLiteral("At most %1 stations can be drawn together"))
+                          .arg(kMostGraphStations));
+    return;
+  }
+  chosen_ = std::move(files);
+  accept();
+}
+
+}  // namespace vesk

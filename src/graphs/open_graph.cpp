@@ -1,0 +1,32 @@
+#include "graphs/open_graph.h"
+
+#include "graphs/form_graf.h"
+#include "graphs/graph_sheet.h"
+#include "shell/main_frame.h"
+#include "shell/run_values.h"
+
+namespace vesk {
+namespace {
+
+void Open(MainFrame& frame, GraphSheet sheet) {
+  const RunValues& run = frame.Run();
+  frame.ShowChild(new FormGraf(std::move(sheet), run.language, run.options.mouseAdjustment));
+}
+
+}  // namespace
+
+void OpenSingleGraph(MainFrame& frame, std::shared_ptr<const ReviewGrid> grid, const GraphStation& station) {
+  if (!frame.CloseChild(QStringLiteral("FormGraf"))) return;
+  RunValues& run = frame.Run();
+  run.stationMode = StationMode::Single;
+  Open(frame, MakeSingleSheet(*grid, station, run.options, run.language));
+}
+
+void OpenMultipleGraph(MainFrame& frame, const std::vector<GraphFileEntry>& files) {
+  if (!frame.CloseChild(QStringLiteral("FormGraf"))) return;
+  RunValues& run = frame.Run();
+  run.stationMode = StationMode::Multiple;
+  Open(frame, ReadMultipleSheet(files, run.options, run.language));
+}
+
+}  // namespace vesk
