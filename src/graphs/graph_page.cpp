@@ -14,7 +14,7 @@ namespace vesk {
 namespace {
 
 constexpr double kTickLength = 10;
-constexpr int kGridAlpha = 80;  // grid lines keep the scale's colour but stand back behind the series
+constexpr int kGridAlpha = 56;  // grid lines keep the scale's colour but stand back behind the series
 constexpr double kMarkWidth = 3;
 constexpr double kLegendX = 45 + 650;
 constexpr double kLegendY = 400;

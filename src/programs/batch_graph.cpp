@@ -1,0 +1,186 @@
+#include "programs/batch_graph.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+#include "graphs/graph_output.h"
+#include "graphs/graph_sheet.h"
+#include "programs/batch.h"
+#include "programs/batch_support.h"
+
+namespace vesk {
+namespace {
+
+constexpr QSize kPictureSize(1600, 900);
+constexpr QSize kPaperSize(1123, 794);  // A4 landscape
+constexpr int kLeastSide = 160;
+constexpr int kMostSide = 20000;
+
+struct GraphRequest {
+  QString folder, outPath, registerPath;
+  QStringList stations;
+  int waterYear = 0;
+  std::optional<Day> from, to;
+  QSize size;
+  Language language;
+};
+
+/// The colours of a first run, as the options dialog stores them.
+Options FirstRunColours() {
+  Options options;
+  const char* const slots_[] = {"1", "-2147483643", "16711680", "0", "0", "16711680", "33023"};
+  for (int i = 0; i < 7; ++i) options.Slot(i + 1) = QString::fromLatin1(slots_[i]);
+  return options;
+}
+
+void AddGraphOptions(QCommandLineParser& parser) {
+  const auto add = [&parser](const char* name, const char* text, const char* value) {
+    parser.addOption({QString::fromLatin1(name), QString::fromLatin1(text), QString::fromLatin1(value)});
+  };
+  add("station", "Station: five-character number or nine-character entry; up to four times.", "S");
+  add("water-year", "Water year: the year in which it ends.", "Y");
+  add("from", "First day drawn, day and month (1.10).", "d.m");
+  add("to", "Last day drawn, day and month (30.9).", "d.m");
+  add("size", "Size of the page, 1/96 inch (1600x900 for .png, A4 landscape for .pdf and .svg).", "WxH");
+  add("language", "Language of the texts (TURKCE).", "TURKCE|ENGLISH");
+  add("register", "Station register for the station's name.", "FILE");
+  add("out", "File to write: .png, .pdf or .svg.", "FILE");
+}
+
+Error Wrong(const QString& option, const QString& reason) {
+  return {QStringLiteral("graph: --") + option, {}, reason + QStringLiteral(" (see --help)")};
+}
+
+Result<QSize> ReadSize(const QString& text, const QString& ending) {
+  if (text.isEmpty()) return ending == QLatin1String("png") ? kPictureSize : kPaperSize;
+  static const QRegularExpression pattern(QStringLiteral("^(\\d{1,5})[xX](\\d{1,5})$"));
+  const auto match = pattern.match(text);
+  const QSize size(match.capturedView(1).toInt(), match.capturedView(2).toInt());
+  const auto fits = [](int side) { return side >= kLeastSide && side <= kMostSide; };
+  if (fits(size.width()) && fits(size.height())) return size;
+  return Wrong(QStringLiteral("size"),
+               QStringLiteral("expected WxH, each %1 to %2").arg(kLeastSide).arg(kMostSide));
+}
+
+Status ReadRange(const QCommandLineParser& parser, GraphRequest& request) {
+  const auto read = [&](const QString& name, std::optional<Day>& day) {
+    if (!parser.isSet(name)) return true;
+    day = ReadDayOfWaterYear(parser.value(name), request.waterYear);
+    return day.has_value();
+  };
+  for (const auto& [name, day] :
+       {std::pair(QStringLiteral("from"), &request.from), std::pair(QStringLiteral("to"), &request.to)}) {
+    if (!read(name, *day)) return Wrong(name, QStringLiteral("no day and month of the water year"));
+  }
+  const Day first = request.from.value_or(WaterYearFirstDay(request.waterYear));
+  if (request.to.value_or(WaterYearLastDay(request.waterYear)) < first) {
+    return Wrong(QStringLiteral("to"), QStringLiteral("the end lies before the start"));
+  }
+  return {};
+}
+
+/// Everything but the data directory; whatever is wrong here is wrong use.
+Result<GraphRequest> ReadRequest(const QCommandLineParser& parser) {
+  GraphRequest request;
+  request.stations = parser.values(QStringLiteral("station"));
+  if (request.stations.isEmpty()) return Wrong(QStringLiteral("station"), QStringLiteral("missing"));
+  if (request.stations.size() > kMostGraphStations) {
+    return Wrong(QStringLiteral("station"), QStringLiteral("at most %1").arg(kMostGraphStations));
+  }
+  request.waterYear = parser.value(QStringLiteral("water-year")).toInt();
+  if (request.waterYear < 1000 || request.waterYear > 9999) {
+    return Wrong(QStringLiteral("water-year"), QStringLiteral("expected a year in four digits"));
+  }
+  if (const Status range = ReadRange(parser, request); !range) return range.Failure();
+  request.outPath = parser.value(QStringLiteral("out"));
+  const QString ending = QFileInfo(request.outPath).suffix().toLower();
+  if (!IsGraphFormat(ending)) {
+    return Wrong(QStringLiteral("out"), QStringLiteral("expected a file ending in .png, .pdf or .svg"));
+  }
+  const auto size = ReadSize(parser.value(QStringLiteral("size")), ending);
+  if (!size) return size.Failure();
+  request.size = *size;
+  const QString language = parser.value(QStringLiteral("language"));
+  if (language == QLatin1String("ENGLISH")) {
+    request.language.FillEnglish();
+  } else if (language.isEmpty() || language == QLatin1String("TURKCE")) {
+    request.language.FillTurkish();
+  } else {
+    return Wrong(QStringLiteral("language"), QStringLiteral("expected TURKCE or ENGLISH"));
+  }
+  request.registerPath = parser.value(QStringLiteral("register"));
+  return request;
+}
+
+Result<StationYear> ChooseStation(const GraphRequest& request, const std::vector<RawFile>& inUse,
+                                  const QString& wanted) {
+  const auto station = FindStation(inUse, wanted);
+  if (!station) return station.Failure();
+  StationYear choice{*station, request.waterYear, {}};
+  std::copy_if(inUse.begin(), inUse.end(), std::back_inserter(choice.files), [&station](const RawFile& file) {
+    return QString::compare(file.Station(), *station, Qt::CaseInsensitive) == 0;
+  });
+  ReadHeaders(request.folder, choice.files);
+  return choice;
+}
+
+Result<GraphSheet> LoadSheet(const GraphRequest& request) {
+  const std::vector<RawFile> inUse = FilesInUse(ListRawFiles(request.folder));
+  std::vector<GraphSource> sources;
+  for (const QString& wanted : request.stations) {
+    const auto choice = ChooseStation(request, inUse, wanted);
+    if (!choice) return choice.Failure();
+    auto loaded = LoadStationYear(request.folder, *choice);
+    if (!loaded) return loaded.Failure();
+    sources.push_back({choice->station.mid(4), request.waterYear,
+                       std::make_shared<const ReviewGrid>(std::move(loaded->grid))});
+  }
+  const Options colours = FirstRunColours();
+  if (sources.size() > 1) return MakeMultipleSheet(sources, colours, request.language);
+  const GraphSource& only = sources.front();
+  const GraphStation station{only.station, StationNameFrom(request.registerPath, only.station),
+                             request.waterYear};
+  return MakeSingleSheet(*only.grid, station, colours, request.language);
+}
+
+Status DrawGraph(const GraphRequest& request) {
+  const auto sheet = LoadSheet(request);
+  if (!sheet) return sheet.Failure();
+  GraphPage page = WholePeriodPage(*sheet);
+  page = PageOfDates(request.from.value_or(sheet->start), request.to.value_or(sheet->end), page.maximumCm);
+  const PageScale scale = ScaleOfPage(page, *sheet, request.size);
+  for (const QString& message : NegativeMessages(*sheet, scale.startT, scale.endT, request.language)) {
+    Complain(message);
+  }
+  return SaveGraphPage(request.outPath, page, *sheet, request.size);
+}
+
+}  // namespace
+
+int RunGraphVerb(const QStringList& arguments) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral(
+      "Draws the levels of one station, or of up to four together, over a water year or a part of it."));
+  AddGraphOptions(parser);
+  if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
+  auto request = ReadRequest(parser);
+  if (!request) {
+    Complain(request.Failure().Text());
+    return kBatchWrongUse;
+  }
+  const auto folder = DataFolder(parser.positionalArguments().front());
+  if (!folder) {
+    Complain(folder.Failure().Text());
+    return kBatchFailed;
+  }
+  request->folder = *folder;
+  if (const Status drawn = DrawGraph(*request); !drawn) {
+    Complain(drawn.Failure().Text());
+    return kBatchFailed;
+  }
+  return kBatchDone;
+}
+
+}  // namespace vesk
