@@ -68,8 +68,11 @@ int MinuteOf(const char* p) {
 /// Readings come in runs of one date: the last date text is remembered with its day.
 class DateReader {
  public:
+  [[nodiscard]] bool IsLast(const char* p) const { return std::memcmp(p, text_.data(), text_.size()) == 0; }
+  [[nodiscard]] Day Last() const { return day_; }
+
   std::optional<Day> Read(const char* p) {
-    if (known_ && std::memcmp(p, text_.data(), text_.size()) == 0) return day_;
+    if (IsLast(p)) return day_;
     const int d = TwoDigits(p);
     const int m = TwoDigits(p + 3);
     const int century = TwoDigits(p + 6);
@@ -81,14 +84,12 @@ class DateReader {
     if (!date.ok()) return std::nullopt;
     std::memcpy(text_.data(), p, text_.size());
     day_ = Day(date);
-    known_ = true;
     return day_;
   }
 
  private:
-  std::array<char, 10> text_{};
+  std::array<char, 10> text_{'-'};  // no date begins so
   Day day_{};
-  bool known_ = false;
 };
 
 enum class LineEnd { Next, Stop };
@@ -125,6 +126,7 @@ class Decoder {
     const auto level = LevelCm(text.substr(static_cast<std::size_t>(kLevelColumn), kLevelWidth));
     if (!level) return Refuse("a level in metres in columns 23-27");
 
+    lastWasOrdinary_ = !extreme;
     if (!extreme) {
       place_ = Place(*day);
       if (place_ == Position::Behind) {
@@ -149,6 +151,33 @@ class Decoder {
     return LineEnd::Next;
   }
 
+  /// The line that almost every line is: 27 columns, the date of the line before, a level with two decimals.
+  /// False, and nothing done, when it is another one; that one goes the general way, which gives the same for
+  /// both.
+  bool PlainLine(const char* line, qint64 levelByte) {
+    if (!lastWasOrdinary_ || place_ != Position::Inside || !dates_.IsLast(line)) return false;
+    const int hour = TwoDigits(line + 12);
+    const int minute = TwoDigits(line + 15);
+    const int tens = line[22] == ' ' ? 0 : line[22] - '0';
+    const int metres = line[23] - '0';
+    const int hundredths = TwoDigits(line + 25);
+    const int total = hour * 60 + minute;
+    const bool plain = hour >= 0 && minute >= 0 && minute < 60 && total <= 1440 && line[14] == ':' &&
+                       tens >= 0 && tens <= 9 && metres >= 0 && metres <= 9 && line[24] == '.' &&
+                       hundredths >= 0;
+    if (!plain) return false;
+    ++line_;
+    ++tally_.kept;
+    Reading& reading = out_.emplace_back();
+    reading.levelCm = tens * 1000 + metres * 100 + hundredths;
+    reading.levelByte = levelByte;
+    reading.day = dates_.Last();
+    reading.minuteOfDay = total == 0 || total == 1440 ? kEndOfDay : static_cast<std::int16_t>(total);
+    reading.flag = line[21];
+    reading.sourceFile = sourceFile_;
+    return true;
+  }
+
  private:
   enum class Position { Unknown, Before, Inside, Behind };
 
@@ -171,7 +200,8 @@ class Decoder {
   std::vector<Reading>& out_;
   DataLineTally& tally_;
   DateReader dates_;
-  Position place_ = Position::Unknown;
+  Position place_ = Position::Unknown;  ///< of the last ordinary reading
+  bool lastWasOrdinary_ = false;        ///< the remembered date is that reading's, and so place_ holds for it
   qint64 line_ = kHeaderLines;
 };
 
@@ -191,8 +221,14 @@ DataLineTally DecodeDataLines(QByteArrayView file, qint64 headerEnd, std::uint8_
   if (headerEnd < 1 || headerEnd > file.size()) return tally;
   Decoder decoder(sourceFile, window, out, tally);
 
+  constexpr std::ptrdiff_t kPlainLine = kFieldsEnd + 2;  // with CR LF
   const char* at = begin + (headerEnd - 1);
   while (end - at >= kLeastTail) {
+    if (end - at >= kPlainLine && at[kFieldsEnd] == '\r' && at[kFieldsEnd + 1] == '\n' &&
+        decoder.PlainLine(at, (at - begin) + 1 + kLevelColumn)) {
+      at += kPlainLine;
+      continue;
+    }
     const auto* lineBreak =
         static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
     const char* lineEnd = lineBreak ? lineBreak : end;

@@ -3,6 +3,10 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <array>
+#include <charconv>
+#include <cmath>
+
 #include "platform/libreoffice/office.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
@@ -33,12 +37,34 @@ bool IsExtremesValue(const QString& value) {
   return value == QLatin1String("TF") || value == QLatin1String("FT");
 }
 
+void AppendTwoDigits(QByteArray& line, int value) {
+  line += static_cast<char>('0' + value / 10);
+  line += static_cast<char>('0' + value % 10);
+}
+
+/// Levels are whole centimetres but for a few: those skip the general number text.
+void AppendNumber(QByteArray& line, double value) {
+  const auto whole = static_cast<qint64>(value);
+  constexpr double kExactLimit = 1e14;
+  if (std::abs(value) < kExactLimit && static_cast<double>(whole) == value) {
+    std::array<char, 24> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), whole).ptr;
+    line.append(digits.data(), end - digits.data());
+  } else {
+    line += NumberText(value).toLatin1();
+  }
+}
+
 /// A level of the daily sheet as "time,level"; two empty fields when the day has none.
 void AppendLevelAt(QByteArray& line, const std::optional<LevelAt>& level) {
   line += ',';
-  if (level) line += ClockText(level->minuteOfDay).toLatin1();
+  if (level) {
+    AppendTwoDigits(line, level->minuteOfDay / 60);
+    line += ':';
+    AppendTwoDigits(line, level->minuteOfDay % 60);
+  }
   line += ',';
-  if (level) line += NumberText(level->levelCm).toLatin1();
+  if (level) AppendNumber(line, level->levelCm);
 }
 
 void AppendDays(const QString& stationNumber, const LevelTable& table, QByteArray& text) {
@@ -49,13 +75,13 @@ void AppendDays(const QString& stationNumber, const LevelTable& table, QByteArra
     AppendLevelAt(text, day.maximum);
     AppendLevelAt(text, day.minimum);
     text += ',';
-    if (day.meanCm) text += NumberText(*day.meanCm).toLatin1();
+    if (day.meanCm) AppendNumber(text, *day.meanCm);
     text += ',';
-    text += QByteArray::number(day.readings);
+    AppendNumber(text, day.readings);
     text += ',';
-    text += NumberText(day.weightedSum).toLatin1();
+    AppendNumber(text, day.weightedSum);
     text += ',';
-    text += QByteArray::number(day.lastMinute);
+    AppendNumber(text, day.lastMinute);
     text += '\n';
   }
 }

@@ -1,6 +1,8 @@
 // vesk4-batch: the operations of the windows without windows.
 #include <QGuiApplication>
 
+#include <malloc.h>
+
 #include <cstdio>
 #include <memory>
 #include <string_view>
@@ -34,6 +36,14 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
   return std::make_unique<QGuiApplication>(argc, argv);
 }
 
+/// Station after station takes and gives back blocks of a few megabytes. Kept by the allocator, they are not
+/// zeroed by the kernel again each time, which took a third of a run over many files.
+void KeepFreedMemory() {
+  constexpr int kLargestBlock = 32 * 1024 * 1024;
+  mallopt(M_MMAP_THRESHOLD, kLargestBlock);
+  mallopt(M_TRIM_THRESHOLD, kLargestBlock);
+}
+
 void PrintHelp(std::FILE* to) {
   std::fputs("Usage: vesk4-batch VERB DIR [options]\n\nVerbs:\n", to);
   for (const BatchVerb& verb : kVerbs) std::fprintf(to, "  %-10s%s\n", verb.name, verb.summary);
@@ -46,6 +56,7 @@ void PrintHelp(std::FILE* to) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  KeepFreedMemory();
   const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
   const QStringList arguments = QCoreApplication::arguments().mid(1);
   if (arguments.isEmpty()) {

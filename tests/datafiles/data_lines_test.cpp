@@ -107,6 +107,16 @@ TEST(DataLines, ACutLastLineGivesNoFigure) {
   EXPECT_TRUE(tail.Balanced());
 }
 
+TEST(DataLines, AnExtremeOfTheNextDayDoesNotOpenTheWindowForItsReadings) {
+  const DayWindow window{WaterYearFirstDay(2009), WaterYearLastDay(2009)};
+  const Decoded decoded = Decode(
+      "30/09/2009  23:45      1.00\r\n"
+      "Max 01/10/2009 00:00   5.00\r\n"
+      "01/10/2009  00:15      1.03\r\n",
+      window);
+  EXPECT_EQ(decoded.readings.size(), 2U);
+}
+
 TEST(DataLines, WindowKeepsWholeDaysAndTheExtremesThatGoWithThem) {
   const DayWindow window{WaterYearFirstDay(2009), WaterYearLastDay(2009)};
   const Decoded decoded = Decode(
