@@ -20,12 +20,16 @@ ChildWindows::ChildWindows(QWidget* parent) : QMdiArea(parent) {
   setBackground(palette().color(QPalette::Window).darker(112));
 }
 
+ChildWindows::~ChildWindows() {
+  qDeleteAll(subWindowList());
+}
+
 void ChildWindows::ShowAt(QWidget* window, const QPoint& place) {
   const QSize asked = window->testAttribute(Qt::WA_Resized) ? window->size() : window->sizeHint();
   window->setAttribute(Qt::WA_DeleteOnClose);
   QMdiSubWindow* frame = addSubWindow(window);
   frame->setAttribute(Qt::WA_DeleteOnClose);
-  // A window that closes by its own button takes its frame along.
+  window->installEventFilter(this);
   connect(window, &QObject::destroyed, frame, [frame] { frame->close(); });
   connect(frame, &QObject::destroyed, this, &ChildWindows::WindowClosed);
   frame->resize(WantedSize(*frame, *window, asked).boundedTo(viewport()->size()));
@@ -57,6 +61,15 @@ bool ChildWindows::CloseAll() {
     if (frame != nullptr && !frame->isHidden() && !frame->close()) return false;
   }
   return true;
+}
+
+bool ChildWindows::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::HideToParent) return QMdiArea::eventFilter(watched, event);
+  // A window that closes by its own button takes its frame along; one that is minimised does not.
+  auto* frame = qobject_cast<QMdiSubWindow*>(watched->parent());
+  if (frame != nullptr && frame->widget() == watched && !frame->isMinimized() && !frame->isShaded())
+    frame->hide();
+  return false;
 }
 
 bool ChildWindows::viewportEvent(QEvent* event) {

@@ -13,6 +13,7 @@ class ChildWindows : public QMdiArea {
 
  public:
   explicit ChildWindows(QWidget* parent = nullptr);
+  ~ChildWindows() override;
 
   /// Shows a window at a place of the area, no larger than the area. It is deleted when it closes.
   void ShowAt(QWidget* window, const QPoint& place);
@@ -29,6 +30,7 @@ class ChildWindows : public QMdiArea {
 
  protected:
   bool viewportEvent(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 }  // namespace vesk
