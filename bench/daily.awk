@@ -20,7 +20,7 @@ FNR <= 15 { next }
     min_time = substr($0, 16, 5)
     if (min_time == "24:00") min_time = "23:59"
     date = substr($0, 5, 10)
-    year = substr(date, 7, 4) + (substr(date, 4, 2) > 9)
+    year = substr(date, 7, 4) + (substr(date, 4, 2) + 0 > 9)
     printf "%s,%d,%s,%s,%d,%s,%d,%d,%d,%d,%d\n", station, year, date, max_time, max_cm, min_time, cm,
            int(sum / last + 0.5), count, sum, last
     sum = count = last = 0
