@@ -126,20 +126,18 @@ Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& gri
   const QString what = QStringLiteral("The dates were not corrected");
   const auto refuse = [&what](const QString& reason) { return Error{what, {}, reason}; };
   if (grid.ReadingCount() == 0) return refuse(QStringLiteral("no readings are loaded"));
-  const QString form = QString::fromLatin1(kDateTimeForm);
   const QString trimmed = text.trimmed();
   const auto target = ReadDateTime(trimmed);
   if (!target || !trimmed.contains(QLatin1Char(':'))) {
-    return refuse(QStringLiteral("the true time of the last reading is expected as %1").arg(form));
+    return refuse(QStringLiteral("the true time of the last reading is expected as dd/mm/yyyy hh:mm"));
   }
   const DateTime first = grid.At(1).Time();
   if (grid.At(grid.ReadingCount()).Time() <= first) {
     return refuse(QStringLiteral("the last reading does not lie after the first one"));
   }
   if (*target <= first) {
-    return refuse(
-        QStringLiteral("the true time of the last reading (%1) must lie after the first reading, %2")
-            .arg(form, DateTimeText(first)));
+    return refuse(QStringLiteral(
+        "the true time of the last reading (dd/mm/yyyy hh:mm) must lie after the first reading"));
   }
   return *target;
 }

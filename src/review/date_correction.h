@@ -9,15 +9,13 @@
 
 namespace vesk {
 
-/// Form of the text that the operator types; refusals name it.
-inline constexpr char kDateTimeForm[] = "dd/mm/yyyy hh:mm";
-
 /// Time of a reading after the correction, to the minute: first + (time - first) x (target - first)/(last -
 /// first). last must differ from first.
 DateTime RetimedReading(DateTime time, DateTime first, DateTime last, DateTime target);
 
-/// Reads the operator's text and checks it against the grid. Refused (the reason says why): a text that is no
-/// date-time, a time not after the first reading, a grid whose last reading does not lie after its first.
+/// Reads the operator's text (dd/mm/yyyy hh:mm) and checks it against the grid. Refused (the reason says
+/// why): a text that is no date-time, a time not after the first reading, a grid whose last reading does not
+/// lie after its first.
 Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& grid);
 
 /// Re-times and re-orders the readings, replaces the logger's extreme records by computed ones at every

@@ -32,7 +32,7 @@ Result<double> ReadTypedLevel(const QString& typed) {
   const QString text = NormaliseTypedLevel(typed);
   if (text.isEmpty()) return Error{what, {}, QStringLiteral("a level cannot be empty")};
   const auto level = ReadWholeNumber(text);
-  if (!level) return Error{what, {}, QStringLiteral("\"%1\" is no number").arg(typed.trimmed())};
+  if (!level) return Error{what, {}, QStringLiteral("a level must be a number")};
   return *level;
 }
 
@@ -287,7 +287,7 @@ DateJump EditSession::GoToDate(const QString& typed) const {
 void EditSession::Journal(const Status& status) {
   if (status) return;
   journalFailed_ = true;
-  Q_EMIT JournalFailed(status.Failure().Text());
+  Q_EMIT JournalFailed(status.Failure().Text(), status.Failure());
 }
 
 }  // namespace vesk

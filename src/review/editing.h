@@ -92,9 +92,10 @@ class EditSession : public QObject {
   void RowChanged(int row);      ///< one row's cells
   void GridAboutToBeReplaced();  ///< before rows come or go
   void GridReplaced();
-  void AllRowsChanged();                    ///< cells anywhere, same rows
-  void StateChanged();                      ///< count, commands or the unsaved flag
-  void JournalFailed(const QString& text);  ///< once a load: edits go on, but do not survive a crash
+  void AllRowsChanged();  ///< cells anywhere, same rows
+  void StateChanged();    ///< count, commands or the unsaved flag
+  /// Once between saves: edits go on, but do not survive a crash.
+  void JournalFailed(const QString& text, const vesk::Error& error);
 
  private:
   /// One step that can be taken back: a level with its mark before and after, or a whole grid.

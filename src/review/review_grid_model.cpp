@@ -136,7 +136,7 @@ bool ReviewGridModel::setData(const QModelIndex& index, const QVariant& value, i
   if (role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable)) return false;
   const auto edited = session_.EditLevel(GridRow(index), value.toString());
   if (edited) return true;
-  Q_EMIT EditRefused(edited.Failure().Text());
+  Q_EMIT EditRefused(edited.Failure().Text(), edited.Failure());
   return false;
 }
 

@@ -38,7 +38,8 @@ class ReviewGridModel : public QAbstractTableModel {
   [[nodiscard]] QString SelectionText(const QItemSelection& selection) const;
 
  Q_SIGNALS:
-  void EditRefused(const QString& reason);  ///< a typed level that was not taken
+  /// A typed level that was not taken; the error's parts are for wording it in the operator's language.
+  void EditRefused(const QString& text, const vesk::Error& error);
 
  private:
   void RowChanged(int gridRow);

@@ -1,0 +1,230 @@
+#include "stations/form_ist_gir.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QTableView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+#include "shell/error_texts.h"
+#include "shell/main_frame.h"
+#include "shell/run_values.h"
+#include "stations/station_table_model.h"
+
+namespace vesk {
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr int kNumberWidth = 1500 / kTwipsPerPixel;
+constexpr int kNameWidth = 4500 / kTwipsPerPixel;
+constexpr QRgb kArmedColour = 0xFF8000;
+constexpr int kLeastHeight = 360;
+
+/// Asks whether to close although a change could not be saved. True: close.
+bool ConfirmLoss(QWidget* parent, const Language& language, const Error& error) {
+  const QString question =
+      Either(language, QStringLiteral("Bu değişiklik kaydedilemedi. Pencere yine de kapatılsın mı?"),
+             QStringLiteral("This change could not be saved. Close the window all the same?"));
+  const QString text = ErrorText(error, language) + QStringLiteral("\n\n") + question;
+  const auto answer = QMessageBox::question(parent, language.attentionTitle, text,
+                                            QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+  return answer == QMessageBox::Yes;
+}
+
+}  // namespace
+
+Form_IstGir::Form_IstGir(MainFrame& frame, QWidget* parent) : QWidget(parent), frame_(frame) {
+  setObjectName(QStringLiteral("Form_IstGir"));
+  CreateControls();
+  LayOut();
+  OpenRegister();
+}
+
+void Form_IstGir::CreateControls() {
+  const Language& language = frame_.Run().language;
+  setWindowTitle(language.Text(Caption::StationNoAndNameInput));
+
+  search_ = new QLineEdit(this);
+  search_->setObjectName(QStringLiteral("TextAra"));
+  search_->setClearButtonEnabled(true);
+  search_->setPlaceholderText(
+      Either(language, QStringLiteral("No veya ad"), QStringLiteral("Number or name")));
+  searchLabel_ = new QLabel(Either(language, QStringLiteral("&Ara:"), QStringLiteral("&Search:")), this);
+  searchLabel_->setBuddy(search_);
+
+  grid_ = new QTableView(this);
+  grid_->setObjectName(QStringLiteral("DBGrid1"));
+  grid_->setAccessibleName(windowTitle());
+  grid_->setSelectionMode(QAbstractItemView::SingleSelection);
+  grid_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
+                         QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
+  grid_->setAlternatingRowColors(true);
+
+  message_ = new QLabel(this);
+  message_->setObjectName(QStringLiteral("LabelMesaj"));
+  message_->setWordWrap(true);
+  message_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  QPalette red = message_->palette();
+  red.setColor(QPalette::WindowText, QColor(0xB0, 0x00, 0x00));
+  message_->setPalette(red);
+  message_->hide();
+
+  delete_ = new QPushButton(language.Text(Caption::DeleteRecord), this);
+  delete_->setObjectName(QStringLiteral("Command2"));
+  exit_ = new QPushButton(language.Text(Caption::ExitRegister), this);
+  exit_->setObjectName(QStringLiteral("Command1"));
+
+  connect(exit_, &QPushButton::clicked, this, &Form_IstGir::ExitClicked);
+  connect(delete_, &QPushButton::clicked, this, &Form_IstGir::DeleteClicked);
+  auto* find = new QShortcut(QKeySequence::Find, this);
+  connect(find, &QShortcut::activated, search_, qOverload<>(&QLineEdit::setFocus));
+}
+
+void Form_IstGir::LayOut() {
+  auto* searchRow = new QHBoxLayout;
+  searchRow->addWidget(searchLabel_);
+  searchRow->addWidget(search_, 1);
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(delete_);
+  buttons->addStretch(1);
+  buttons->addWidget(exit_);
+  auto* all = new QVBoxLayout(this);
+  all->addLayout(searchRow);
+  all->addWidget(grid_, 1);
+  all->addWidget(message_);
+  all->addLayout(buttons);
+
+  grid_->horizontalHeader()->setStretchLastSection(true);
+  grid_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+  const int frame = 2 * grid_->frameWidth() + grid_->verticalScrollBar()->sizeHint().width();
+  const int rowNumbers = fontMetrics().horizontalAdvance(QStringLiteral("00000")) + 8;
+  grid_->setMinimumWidth(kNumberWidth + kNameWidth + rowNumbers + frame);
+  grid_->setMinimumHeight(kLeastHeight / 2);
+  resize(minimumSizeHint().expandedTo({0, kLeastHeight}));
+  QWidget::setTabOrder(search_, grid_);
+  QWidget::setTabOrder(grid_, delete_);
+  QWidget::setTabOrder(delete_, exit_);
+}
+
+void Form_IstGir::OpenRegister() {
+  Result<StationRegister> opened = OpenStationDatabase(frame_.Run().stationDatabasePath);
+  if (opened) {
+    register_.emplace(std::move(*opened));
+    const Language& language = frame_.Run().language;
+    table_ = new StationTableModel(*register_, {language.Text(Caption::Number), language.Text(Caption::Name)},
+                                   this);
+    table_->setObjectName(QStringLiteral("Data1"));
+    const Status read = table_->Reload();
+    if (read) return ShowTable();
+    opened = read.Failure();
+  }
+  for (QWidget* control : std::initializer_list<QWidget*>{search_, grid_, delete_})
+    control->setEnabled(false);
+  ShowFailure(opened.Failure());
+}
+
+void Form_IstGir::ShowTable() {
+  filter_ = new StationFilterModel(*table_, this);
+  grid_->setModel(filter_);
+  grid_->setSortingEnabled(true);
+  QHeaderView* header = grid_->horizontalHeader();
+  header->setSortIndicatorClearable(true);  // a third click gives the stored order back
+  grid_->sortByColumn(-1, Qt::AscendingOrder);
+  header->resizeSection(
+      StationTableModel::Number,
+      std::max(kNumberWidth, fontMetrics().horizontalAdvance(QStringLiteral("0000000000"))));
+  header->setMinimumSectionSize(kNumberWidth);
+
+  connect(search_, &QLineEdit::textChanged, filter_, &StationFilterModel::SetSearchText);
+  connect(search_, &QLineEdit::textChanged, this, &Form_IstGir::Disarm);
+  connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this, &Form_IstGir::Disarm);
+  connect(grid_, &QAbstractItemView::pressed, this, &Form_IstGir::Disarm);
+  connect(table_, &StationTableModel::SaveFailed, this, &Form_IstGir::ShowFailure);
+  connect(table_, &StationTableModel::Saved, this, &Form_IstGir::ClearMessage);
+  grid_->setCurrentIndex(filter_->index(0, StationTableModel::Number));
+  grid_->setFocus();
+}
+
+void Form_IstGir::ShowFailure(const Error& error) {
+  message_->setText(ErrorText(error, frame_.Run().language));
+  message_->show();
+}
+
+void Form_IstGir::ClearMessage() {
+  message_->clear();
+  message_->hide();
+}
+
+void Form_IstGir::mousePressEvent(QMouseEvent* event) {
+  Disarm();
+  QWidget::mousePressEvent(event);
+}
+
+void Form_IstGir::closeEvent(QCloseEvent* event) {
+  setFocus();  // ends an edit that is still open, as leaving its cell does
+  if (table_ != nullptr && table_->HasUnsaved()) {
+    const Status saved = table_->SaveUnsaved();
+    if (!saved && !ConfirmLoss(this, frame_.Run().language, saved.Failure())) {
+      ShowFailure(saved.Failure());
+      event->ignore();
+      return;
+    }
+  }
+  event->accept();
+}
+
+void Form_IstGir::ExitClicked() {
+  if (frame_.CloseChild(QStringLiteral("FormSec"))) close();
+}
+
+void Form_IstGir::DeleteClicked() {
+  if (!IsArmed()) {
+    QApplication::beep();
+    Arm();
+    return;
+  }
+  Disarm();
+  DeleteCurrent();
+}
+
+// The captions of the two-step delete are Turkish in both languages.
+void Form_IstGir::Arm() {
+  armed_ = true;
+  delete_->setText(QStringLiteral("Onayla"));
+  QPalette orange = delete_->palette();
+  orange.setColor(QPalette::Button, QColor(kArmedColour));
+  orange.setColor(QPalette::ButtonText, Qt::black);
+  delete_->setPalette(orange);
+}
+
+void Form_IstGir::Disarm() {
+  if (!IsArmed()) return;
+  armed_ = false;
+  delete_->setText(QStringLiteral("Kayıt Sil"));
+  delete_->setPalette(QPalette());
+}
+
+void Form_IstGir::DeleteCurrent() {
+  const QModelIndex current = grid_->currentIndex();
+  const QModelIndex source = filter_->mapToSource(current);
+  if (!source.isValid() || table_->IsNewRow(source.row())) {
+    QApplication::beep();
+    return;
+  }
+  const Status deleted = table_->DeleteRow(source.row());
+  if (!deleted) return ShowFailure(deleted.Failure());
+  ClearMessage();
+  const int next = std::min(current.row(), filter_->rowCount() - 1);
+  grid_->setCurrentIndex(filter_->index(next, current.column()));
+}
+
+}  // namespace vesk
