@@ -235,7 +235,7 @@ Status EditJournal::Finish() {
   const Status removed = Remove();
   const QString aside = path_ + QLatin1String(kLaterSuffix);
   if (removed && QFileInfo::exists(aside) && !QFile::rename(aside, path_)) {
-    return JournalError(path_, QStringLiteral("older unsaved work stays in %1").arg(aside));
+    return JournalError(aside, QStringLiteral("older unsaved work stays in this file"));
   }
   return removed;
 }
