@@ -56,7 +56,8 @@ class Office:
         self.desktop = remote.ServiceManager.createInstanceWithContext("com.sun.star.frame.Desktop", remote)
 
     def open(self, url):
-        return self.desktop.loadComponentFromURL(url, "_blank", 0, settings(Hidden=True, MacroExecutionMode=4))
+        # Not hidden: the active sheet and the frozen panes of a hidden workbook are not saved.
+        return self.desktop.loadComponentFromURL(url, "_blank", 0, settings(Hidden=False, MacroExecutionMode=4))
 
     def end(self):
         self.desktop.terminate()

@@ -141,4 +141,4 @@ def add_project(plain, result, work, sheet_code_names, macro_source):
     write_project(work, sheet_code_names, macro_source)
     parts = ["Workbook", "_VBA_PROJECT_CUR"]
     command = ["gsf", "createole", str(pathlib.Path(result).resolve()), *parts]
-    subprocess.run(command, check=True, cwd=work, stdout=subprocess.DEVNULL)
+    subprocess.run(command, check=True, cwd=work, capture_output=True)

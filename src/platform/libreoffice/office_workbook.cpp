@@ -1,8 +1,9 @@
 #include "platform/libreoffice/office_workbook.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QUrl>
 
-#include <array>
 #include <utility>
 
 #include <com/sun/star/awt/XTopWindow.hpp>
@@ -71,6 +72,15 @@ QString MacroAddress(const Reference<css::sheet::XSpreadsheetDocument>& document
   return {};
 }
 
+/// The office refuses a file without a word; this tells the usual causes apart.
+QString WhyUnreadable(const QString& path) {
+  const QFileInfo file(path);
+  if (!file.exists()) return QStringLiteral("no such file");
+  const QString lock = file.dir().filePath(QStringLiteral(".~lock.%1#").arg(file.fileName()));
+  if (QFileInfo::exists(lock)) return QStringLiteral("it is open elsewhere; its lock is ") + lock;
+  return QStringLiteral("it is no workbook, or it cannot be read");
+}
+
 }  // namespace
 
 OfficeWorkbook::OfficeWorkbook(std::shared_ptr<OfficeSession> session, const QString& path)
@@ -85,19 +95,20 @@ Result<std::unique_ptr<OfficeWorkbook>> OfficeWorkbook::Load(std::shared_ptr<Off
   std::unique_ptr<OfficeWorkbook> workbook(new OfficeWorkbook(std::move(session), path));
   const QString what = QStringLiteral("The workbook could not be opened");
   OfficeSession& office = *workbook->session_;
+  const css::beans::PropertyValue macrosMayRun =
+      Setting("MacroExecutionMode", Any(css::document::MacroExecMode::ALWAYS_EXECUTE_NO_WARN));
   const Status loaded = office.Ask(what, path, [&] {
-    const std::array settings{
-        Setting("Hidden", Any(office.IsPrivate())),
-        Setting("MacroExecutionMode", Any(css::document::MacroExecMode::ALWAYS_EXECUTE_NO_WARN))};
+    // Never hidden, a headless office has no screen anyway: a hidden workbook is saved without its active
+    // sheet.
+    const Sequence<css::beans::PropertyValue> settings(&macrosMayRun, 1);
     const rtl::OUString url = ToOffice(QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
-    const Reference<css::lang::XComponent> component = office.Desktop()->loadComponentFromURL(
-        url, ToOffice("_blank"), 0, Sequence<css::beans::PropertyValue>(settings.data(), settings.size()));
+    const Reference<css::lang::XComponent> component =
+        office.Desktop()->loadComponentFromURL(url, ToOffice("_blank"), 0, settings);
     workbook->document_.set(component, UNO_QUERY);
     if (!workbook->document_.is() && component.is()) component->dispose();
   });
   if (!loaded) return loaded.Failure();
-  if (!workbook->document_.is())
-    return Error{what, path, QStringLiteral("it is no workbook, or it cannot be read")};
+  if (!workbook->document_.is()) return Error{what, path, WhyUnreadable(path)};
   return workbook;
 }
 

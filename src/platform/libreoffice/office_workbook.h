@@ -11,7 +11,7 @@ namespace vesk {
 
 class OfficeWorkbook : public Workbook {
  public:
-  /// Loads the file; its macros may run, and a private office shows nothing of it.
+  /// Loads the file; its macros may run.
   static Result<std::unique_ptr<OfficeWorkbook>> Load(std::shared_ptr<OfficeSession> session,
                                                       const QString& path);
   ~OfficeWorkbook() override;
