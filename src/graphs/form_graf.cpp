@@ -19,6 +19,7 @@
 #include "graphs/graph_output.h"
 #include "graphs/graph_picture.h"
 #include "graphs/graph_print.h"
+#include "shell/error_texts.h"
 
 namespace vesk {
 
@@ -165,7 +166,7 @@ void FormGraf::Print() {
   dialog.setWindowTitle(language_.Text(Caption::Print));
   if (dialog.exec() != QDialog::Accepted) return;
   if (const Status printed = PrintPage(printer); !printed) {
-    QMessageBox::warning(this, language_.attentionTitle, printed.Failure().Text());
+    QMessageBox::warning(this, language_.attentionTitle, ErrorText(printed.Failure(), language_));
   }
 }
 
@@ -175,7 +176,7 @@ void FormGraf::Preview() {
   QPrintPreviewDialog dialog(&printer, this);
   dialog.setWindowTitle(preview_->text());
   connect(&dialog, &QPrintPreviewDialog::paintRequested, this, [this](QPrinter* paper) {
-    if (const Status printed = PrintPage(*paper); !printed) Say(printed.Failure().Text());
+    if (const Status printed = PrintPage(*paper); !printed) Say(ErrorText(printed.Failure(), language_));
   });
   dialog.resize(size().expandedTo({900, 640}));
   dialog.exec();
@@ -192,7 +193,7 @@ void FormGraf::Save() {
   if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".png");
   const Status saved = SavePage(path);
   if (saved) return Say(Words("Kaydedildi: %1", "Saved: %1").arg(path));
-  QMessageBox::warning(this, language_.attentionTitle, saved.Failure().Text());
+  QMessageBox::warning(this, language_.attentionTitle, ErrorText(saved.Failure(), language_));
 }
 
 void FormGraf::Copy() {

@@ -43,29 +43,42 @@ Status DeleteGraphFiles(const QString& dataDirectory) {
   return {};
 }
 
-QString CutMessage(const GraphFileWritten& written) {
-  return QStringLiteral(
-             "%1: %2 levels have more than six characters and lost their first ones, first in record %3")
+QString CutMessage(const GraphFileWritten& written, const Language& language) {
+  return Either(language, QStringLiteral("%1: %2 seviye altı karakterden uzun, başı kesildi; ilki %3. kayıt"),
+                QStringLiteral(
+                    "%1: %2 levels have more than six characters and lost their first ones; the first is "
+                    "record %3"))
       .arg(written.name)
       .arg(written.cutRecords.size())
       .arg(written.cutRecords.front());
 }
 
+QString RefusedMessage(const QString& file, const Language& language) {
+  return Either(language, QStringLiteral("%1: başlık kabul edilmedi, sonraki dosyalar alınmadı"),
+                QStringLiteral("%1: header refused, later files left out"))
+      .arg(file);
+}
+
+QString EmptyMessage(const GraphListEntry& entry, const Language& language) {
+  return Either(language, QStringLiteral("%1/%2: okuma yok"), QStringLiteral("%1/%2: no readings"))
+      .arg(entry.station)
+      .arg(entry.waterYear);
+}
+
 Status BuildOne(const QString& dataDirectory, const GraphListEntry& entry, const LoadWaterYear& load,
-                GraphFilesBuilt& built) {
+                const Language& language, GraphFilesBuilt& built) {
   const auto loaded = load(entry);
   if (!loaded) return loaded.Failure();
   for (const QString& message : loaded->messages) built.messages.append(message);
   if (!loaded->refusedFile.isEmpty()) {
-    built.messages.append(
-        QStringLiteral("%1: header refused, later files left out").arg(loaded->refusedFile));
+    built.messages.append(RefusedMessage(loaded->refusedFile, language));
   }
   const auto written = WriteGraphFile(dataDirectory, entry.waterYear, entry.station, loaded->grid.Readings());
   if (!written) return written.Failure();
   if (written->records == 0) {
-    built.messages.append(QStringLiteral("%1/%2: no readings").arg(entry.station).arg(entry.waterYear));
+    built.messages.append(EmptyMessage(entry, language));
   }
-  if (!written->cutRecords.empty()) built.messages.append(CutMessage(*written));
+  if (!written->cutRecords.empty()) built.messages.append(CutMessage(*written, language));
   built.files.push_back(
       {dataDirectory + written->name, written->name, StationOfGraphFile(written->name), entry.waterYear});
   return {};
@@ -88,13 +101,14 @@ std::optional<GraphListEntry> ReadGraphListText(const QString& text) {
 }
 
 Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const QStringList& entries,
-                                        const LoadWaterYear& load) {
+                                        const LoadWaterYear& load, const Language& language) {
   const auto list = ReadList(entries);
   if (!list) return list.Failure();
   if (const Status deleted = DeleteGraphFiles(dataDirectory); !deleted) return deleted.Failure();
   GraphFilesBuilt built;
   for (const GraphListEntry& entry : *list) {
-    if (const Status status = BuildOne(dataDirectory, entry, load, built); !status) return status.Failure();
+    if (const Status status = BuildOne(dataDirectory, entry, load, language, built); !status)
+      return status.Failure();
   }
   return built;
 }

@@ -10,6 +10,7 @@
 
 #include "platform/result.h"
 #include "review/load_readings.h"
+#include "shell/language.h"
 
 namespace vesk {
 
@@ -46,7 +47,8 @@ using LoadWaterYear = std::function<Result<LoadedReadings>(const GraphListEntry&
 /// Deletes every "Graf*.*" in dataDirectory, then loads each entry and writes its graph data file. Fails on
 /// an empty list, on more than kMostGraphStations entries and on an entry that cannot be read, before
 /// anything is deleted.
+/// language: of the messages.
 Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const QStringList& entries,
-                                        const LoadWaterYear& load);
+                                        const LoadWaterYear& load, const Language& language = {});
 
 }  // namespace vesk

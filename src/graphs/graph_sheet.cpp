@@ -5,6 +5,7 @@
 
 #include "datafiles/graph_file.h"
 #include "graphs/graph_scales.h"
+#include "shell/error_texts.h"
 
 namespace vesk {
 namespace {
@@ -161,7 +162,7 @@ GraphSheet ReadMultipleSheet(const std::vector<GraphFileEntry>& files, const Opt
   for (const GraphFileEntry& file : files) {
     const auto content = ReadGraphFile(file.path);
     if (!content) {
-      sheet.messages.append(content.Failure().Text());
+      sheet.messages.append(ErrorText(content.Failure(), language));
       continue;
     }
     FilePoints read = PointsOfFile(*content, sheet.firstDay);
