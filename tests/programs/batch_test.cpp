@@ -1,0 +1,157 @@
+// The command line as a user calls it: the program itself, on the sample data.
+#include <gtest/gtest.h>
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QDirIterator>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "tools/sample_data.h"
+
+namespace vesk {
+namespace {
+
+struct Outcome {
+  int exit = -1;
+  QString out, err;
+  [[nodiscard]] QStringList Lines() const { return out.split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
+};
+
+Outcome Batch(const QStringList& arguments) {
+  QProcess process;
+  process.start(QStringLiteral(VESK_BATCH_PROGRAM), arguments);
+  Outcome run;
+  if (!process.waitForFinished(60'000)) return run;
+  run.exit = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+  run.out = QString::fromUtf8(process.readAllStandardOutput());
+  run.err = QString::fromUtf8(process.readAllStandardError());
+  return run;
+}
+
+/// Names and contents of everything in a folder.
+QByteArray Fingerprint(const QString& folder) {
+  QStringList names;
+  QDirIterator walk(folder, QDir::Files, QDirIterator::Subdirectories);
+  while (walk.hasNext()) names << walk.next();
+  names.sort();
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  for (const QString& name : names) {
+    QFile file(name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    hash.addData(name.toUtf8());
+    hash.addData(file.readAll());
+  }
+  return hash.result();
+}
+
+class BatchTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(temporary_.isValid());
+    const auto written = sample::WriteSampleData(Folder());
+    ASSERT_TRUE(written.Ok());
+    written_ = *written;
+  }
+  [[nodiscard]] QString Folder() const { return temporary_.path(); }
+
+  QTemporaryDir temporary_;
+  QStringList written_;
+};
+
+TEST_F(BatchTest, ReadingVerbsLeaveTheFolderAsItIs) {
+  const QByteArray before = Fingerprint(Folder());
+  const Outcome files = Batch({QStringLiteral("files"), Folder()});
+  EXPECT_EQ(files.exit, 0);
+  EXPECT_EQ(files.Lines().size(), written_.size() + 1) << "one line a file, and the heading";
+  EXPECT_EQ(files.Lines().front(),
+            QStringLiteral("file\tstation\tversion\tfirst\tlast\tdays\twater_years\tstatus"));
+  EXPECT_EQ(files.out.count(QStringLiteral("\tsuperseded\n")), 1);
+  EXPECT_EQ(files.out.count(QStringLiteral("\tVersion Hatasi\n")), 1);
+  EXPECT_TRUE(files.err.contains(QStringLiteral("line 3"))) << files.err.toStdString();
+
+  const Outcome header = Batch({QStringLiteral("header"), Folder(), written_.front()});
+  EXPECT_EQ(header.exit, 0);
+  EXPECT_EQ(header.Lines().size(), 15);
+
+  const Outcome daily = Batch({QStringLiteral("daily"), Folder(), QStringLiteral("--all")});
+  EXPECT_EQ(daily.exit, 0) << daily.err.toStdString();
+  EXPECT_GT(daily.Lines().size(), 4 * 365);
+  const Outcome computed = Batch({QStringLiteral("daily"), Folder(), QStringLiteral("--all"),
+                                  QStringLiteral("--extremes"), QStringLiteral("FT")});
+  EXPECT_EQ(computed.Lines().size(), daily.Lines().size());
+
+  const Outcome graph =
+      Batch({QStringLiteral("readings"), Folder(), QStringLiteral("--file"), written_.front()});
+  EXPECT_EQ(graph.exit, 0);
+  EXPECT_EQ(graph.Lines().front(), QStringLiteral("date,time,level_cm,discharge,label,code,baseline_cm"));
+  EXPECT_EQ(Fingerprint(Folder()), before);
+}
+
+TEST_F(BatchTest, TidyingChangesNoFigure) {
+  const QStringList daily = {QStringLiteral("daily"), Folder(), QStringLiteral("--all")};
+  const QString before = Batch(daily).out;
+  const Outcome tidy = Batch({QStringLiteral("tidy"), Folder()});
+  EXPECT_EQ(tidy.exit, 0) << tidy.err.toStdString();
+  EXPECT_TRUE(tidy.out.contains(QStringLiteral("archived in Arsiv")));
+  EXPECT_EQ(Batch(daily).out, before);
+  EXPECT_TRUE(Batch({QStringLiteral("tidy"), Folder()}).out.isEmpty()) << "nothing is left to tidy";
+}
+
+TEST_F(BatchTest, CorrectionsAreLaidOverTheReadings) {
+  const QString station = written_.front().left(9);
+  const QStringList call = {QStringLiteral("readings"),     Folder(),
+                            QStringLiteral("--station"),    station.mid(4),
+                            QStringLiteral("--water-year"), QStringLiteral("2024")};
+  const Outcome raw = Batch(call);
+  ASSERT_EQ(raw.exit, 0) << raw.err.toStdString();
+  const QStringList fields = raw.Lines().at(10).split(QLatin1Char(','));
+  QFile log(Folder() + QStringLiteral("/%1-Degisiklikler2024.txt").arg(station));
+  ASSERT_TRUE(log.open(QIODevice::WriteOnly));
+  log.write((fields[0] + QLatin1Char('\t') + fields[1] + QStringLiteral("\t4321.5\t\r\n")).toLatin1());
+  log.close();
+  const Outcome corrected = Batch(call);
+  const QStringList changed = corrected.Lines().at(10).split(QLatin1Char(','));
+  EXPECT_EQ(changed.mid(0, 3), (QStringList{fields[0], fields[1], QStringLiteral("4321.5")}));
+  EXPECT_EQ(changed.at(5), QStringLiteral("999"));
+}
+
+TEST_F(BatchTest, WrongUseAndFailuresDiffer) {
+  const QString outFile = Folder() + QStringLiteral("/no/such/folder/out.csv");
+  const struct {
+    QStringList arguments;
+    int exit;
+    const char* told;
+  } rows[] = {
+      {{}, 2, "Usage"},
+      {{QStringLiteral("fly")}, 2, "no verb"},
+      {{QStringLiteral("files")}, 2, "DIR"},
+      {{QStringLiteral("files"), Folder(), QStringLiteral("--bogus")}, 2, "bogus"},
+      {{QStringLiteral("daily"), Folder()}, 2, "--all"},
+      {{QStringLiteral("daily"), Folder(), QStringLiteral("--all"), QStringLiteral("--extremes"),
+        QStringLiteral("X")},
+       2,
+       "TF or FT"},
+      {{QStringLiteral("readings"), Folder()}, 2, "--file"},
+      {{QStringLiteral("files"), Folder() + QStringLiteral("/none")}, 1, "no such folder"},
+      {{QStringLiteral("header"), Folder(), QStringLiteral("none.txt")}, 1, "none.txt"},
+      {{QStringLiteral("readings"), Folder(), QStringLiteral("--station"), QStringLiteral("99999"),
+        QStringLiteral("--water-year"), QStringLiteral("2024")},
+       1,
+       "99999"},
+      {{QStringLiteral("daily"), Folder(), QStringLiteral("--all"), QStringLiteral("--out"), outFile},
+       1,
+       "out.csv"},
+      {{QStringLiteral("table"), QStringLiteral("--help")}, 0, "--hourly"},
+  };
+  for (const auto& row : rows) {
+    const Outcome run = Batch(row.arguments);
+    EXPECT_EQ(run.exit, row.exit) << row.arguments.join(QLatin1Char(' ')).toStdString()
+                                  << run.err.toStdString();
+    EXPECT_TRUE((run.err + run.out).contains(QLatin1String(row.told)))
+        << row.arguments.join(QLatin1Char(' ')).toStdString() << ": " << run.err.toStdString();
+  }
+}
+
+}  // namespace
+}  // namespace vesk
