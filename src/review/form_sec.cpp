@@ -16,6 +16,7 @@
 
 #include "review/review_grid_model.h"
 #include "review/review_grid_view.h"
+#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "tables/folder_lists.h"
@@ -127,10 +128,7 @@ void FormSec::ConnectSession() {
                     u"Changes are kept by Save only; the journal cannot be written: ") +
                reason);
   });
-  connect(model_.get(), &ReviewGridModel::EditRefused, this, [this](const QString& reason) {
-    QApplication::beep();
-    TellStatus(reason);
-  });
+  connect(model_.get(), &ReviewGridModel::EditRefused, this, &FormSec::TellRefusal);
   connect(c_.VS1, &ReviewGridView::RowEntered, this, [this](int row) {
     const int rows = session_.Grid().ReadingCount();
     c_.RowLabel->setText(row >= 1 && row <= rows ? Text(u"Satır %1 / %2", u"Row %1 / %2").arg(row).arg(rows)
@@ -207,7 +205,7 @@ void FormSec::closeEvent(QCloseEvent* event) {
 void FormSec::KeepDataDirectory() {
   const Status kept = run_.settings.WriteSetting(QStringLiteral("Genel"), QStringLiteral("DataDirectory"),
                                                  run_.dataDirectory);
-  if (!kept) TellStatus(kept.Failure().Text());
+  if (!kept) TellStatus(ErrorText(kept.Failure(), run_.language));
 }
 
 bool FormSec::eventFilter(QObject* watched, QEvent* event) {

@@ -93,6 +93,9 @@ class FormSec : public QWidget {
   [[nodiscard]] bool ChoiceIsLoaded() const;
 
   // Editing.
+  /// Takes over a level that is being typed; false when it was refused.
+  bool FinishEditing();
+  void TellRefusal(const QString& reason);
   bool SaveChanges();
   void UndoAll();
   void StepBack();
@@ -124,6 +127,7 @@ class FormSec : public QWidget {
   QString ratingCurve_;  ///< path of the chosen curve; empty when none is
   bool busy_ = false;    ///< a table or a graph is being made: choices wait
   bool opened_ = false;
+  bool refused_ = false;  ///< the level typed last was not taken
 };
 
 /// The mode that a menu caption (without its "&") stands for in the current language.

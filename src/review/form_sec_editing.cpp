@@ -4,11 +4,13 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QToolTip>
 
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
 #include "review/review_grid_model.h"
 #include "review/review_grid_view.h"
+#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 
@@ -23,7 +25,6 @@ void FormSec::ShowEditState() {
   c_.Command7->setEnabled(rows);
   c_.Text5->setText(rows ? Text(u"Toplam %1 adet", u"Total: %1").arg(session_.ChangeCount()) : QString());
   if (session_.HasUnsavedChanges()) c_.Frame4->show();
-  setWindowModified(session_.HasUnsavedChanges());
   ShowChangedRows();
 }
 
@@ -43,7 +44,22 @@ void FormSec::ShowChangedRows() {
   }
 }
 
+bool FormSec::FinishEditing() {
+  refused_ = false;
+  c_.VS1->FinishEditing();
+  return !refused_;
+}
+
+void FormSec::TellRefusal(const QString& reason) {
+  refused_ = true;
+  QApplication::beep();
+  TellStatus(reason);
+  const QRect cell = c_.VS1->visualRect(c_.VS1->currentIndex());
+  QToolTip::showText(c_.VS1->viewport()->mapToGlobal(cell.bottomLeft()), reason, c_.VS1);
+}
+
 bool FormSec::SaveChanges() {
+  if (!FinishEditing()) return false;
   const Status saved = [this] {
     const BusyCursor busy;
     return session_.Save();
@@ -51,7 +67,7 @@ bool FormSec::SaveChanges() {
   if (!saved) {
     questions_->Warn(this, run_.language.attentionTitle,
                      Text(u"Değişiklikler kaydedilemedi.", u"The changes could not be saved.") +
-                         QLatin1Char('\n') + saved.Failure().Text());
+                         QLatin1Char('\n') + ErrorText(saved.Failure(), run_.language));
     return false;
   }
   TellStatus(Text(u"Değişiklikler kaydedildi.", u"The changes are saved."));
@@ -112,7 +128,7 @@ void FormSec::CorrectDates() {
     questions_->Warn(this, run_.language.attentionTitle,
                      Text(u"Tarih düzeltmesi yapılamadı; beklenen biçim: gg/aa/yyyy ss:dd",
                           u"The dates were not corrected; expected form: dd/mm/yyyy hh:mm") +
-                         QLatin1Char('\n') + corrected.Failure().Text());
+                         QLatin1Char('\n') + ErrorText(corrected.Failure(), run_.language));
     return;
   }
   if (!*corrected) {

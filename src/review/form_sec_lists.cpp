@@ -10,6 +10,7 @@
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
 #include "review/setup_parameters.h"
+#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "stations/station_register.h"
@@ -219,7 +220,7 @@ void FormSec::ShowSetup(const SetupCells& cells) {
 QString FormSec::StationName(const QString& station) {
   const Result<QString> name = LookupStationName(run_.stationDatabasePath, StationNumberOf(station));
   if (name) return *name;
-  AddMessage(name.Failure().Text());
+  AddMessage(ErrorText(name.Failure(), run_.language));
   return {};
 }
 

@@ -11,6 +11,7 @@
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
 #include "review/review_grid_view.h"
+#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 
@@ -40,7 +41,7 @@ void FormSec::Load(const LoadRequest& request) {
     return LoadReadings(request);
   }();
   if (!loaded) {
-    questions_->Warn(this, run_.language.attentionTitle, loaded.Failure().Text());
+    questions_->Warn(this, run_.language.attentionTitle, ErrorText(loaded.Failure(), run_.language));
     UpdateCommands();
     return;
   }
@@ -98,7 +99,7 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
 void FormSec::OfferRecovery() {
   const Result<PendingEdits> pending = session_.Pending();
   if (!pending) {
-    AddMessage(pending.Failure().Text());
+    AddMessage(ErrorText(pending.Failure(), run_.language));
     return;
   }
   if (pending->Empty()) return;
@@ -112,7 +113,7 @@ void FormSec::OfferRecovery() {
       }
       break;
     case RecoverAnswer::Discard:
-      if (const Status gone = session_.Discard(); !gone) AddMessage(gone.Failure().Text());
+      if (const Status gone = session_.Discard(); !gone) AddMessage(ErrorText(gone.Failure(), run_.language));
       break;
     case RecoverAnswer::Later:
       break;
@@ -131,13 +132,14 @@ void FormSec::ClearGrid() {
 }
 
 bool FormSec::MayLeaveGrid() {
+  if (!FinishEditing()) return false;
   if (!session_.HasUnsavedChanges()) return true;
   switch (questions_->AskAboutUnsavedChanges(this)) {
     case UnsavedAnswer::Save:
       return SaveChanges();
     case UnsavedAnswer::Discard:
       if (const Status gone = session_.Discard(); !gone) {
-        questions_->Warn(this, run_.language.attentionTitle, gone.Failure().Text());
+        questions_->Warn(this, run_.language.attentionTitle, ErrorText(gone.Failure(), run_.language));
         return false;
       }
       ClearGrid();  // levels that were given up must not be taken for the readings

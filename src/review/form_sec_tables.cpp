@@ -5,9 +5,11 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include "graphs/form_coklu_secim.h"
 #include "graphs/open_graph.h"
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
+#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "tables/build_level_table.h"
@@ -65,7 +67,7 @@ void FormSec::MakeTable() {
   busy_ = false;
   UpdateCommands();
   if (!report) {
-    questions_->Warn(this, run_.language.attentionTitle, report.Failure().Text());
+    questions_->Warn(this, run_.language.attentionTitle, ErrorText(report.Failure(), run_.language));
     return;
   }
   if (report->stoppedByOpenWorkbooks) return;
@@ -132,18 +134,21 @@ void FormSec::DrawGraphList() {
   c_.ProgressBar1->show();
   const Result<GraphFilesBuilt> built = [&] {
     const BusyCursor busy;
-    return BuildGraphFiles(run_.dataDirectory, entries, [this](const GraphListEntry& entry) {
-      c_.ProgressBar1->setValue(c_.ProgressBar1->value() + 1);
-      LoadRequest request =
-          WaterYearRequest(run_.dataDirectory, entry.station, entry.waterYear, run_.language.convertedWord);
-      request.regional = run_.regional;
-      return LoadReadings(request);
-    });
+    return BuildGraphFiles(
+        run_.dataDirectory, entries,
+        [this](const GraphListEntry& entry) {
+          c_.ProgressBar1->setValue(c_.ProgressBar1->value() + 1);
+          LoadRequest request = WaterYearRequest(run_.dataDirectory, entry.station, entry.waterYear,
+                                                 run_.language.convertedWord);
+          request.regional = run_.regional;
+          return LoadReadings(request);
+        },
+        run_.language);
   }();
   c_.ProgressBar1->hide();
   c_.ProgressBar1->setRange(0, 100);
   if (!built) {
-    questions_->Warn(this, run_.language.attentionTitle, built.Failure().Text());
+    questions_->Warn(this, run_.language.attentionTitle, ErrorText(built.Failure(), run_.language));
     return;
   }
   if (!built->messages.isEmpty()) {
@@ -155,6 +160,16 @@ void FormSec::DrawGraphList() {
   if (close()) OpenMultipleGraph(frame, files);
 }
 
-void FormSec::ShowYearPicker() {}
+void FormSec::ShowYearPicker() {
+  QStringList all;
+  for (const WaterYearEntry& entry : browser_.WaterYears()) all += entry.text;
+  QStringList chosen;
+  for (const int index : browser_.ChosenYears()) chosen += all[index];
+  FormCokluSecim picker(all, chosen, run_.language, this);
+  if (picker.exec() != QDialog::Accepted) return;
+  std::vector<int> years;
+  for (const QString& text : picker.Chosen()) years.push_back(text.left(4).toInt());
+  ChooseWaterYears(years);
+}
 
 }  // namespace vesk

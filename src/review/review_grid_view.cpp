@@ -1,11 +1,12 @@
 #include "review/review_grid_view.h"
 
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QShortcut>
 
 #include <algorithm>
+#include <array>
 
 #include "review/review_grid_delegate.h"
 #include "review/review_grid_model.h"
@@ -57,6 +58,12 @@ int ReviewGridView::CurrentRow() const {
 void ReviewGridView::CopySelection() const {
   if (model_ == nullptr || selectionModel() == nullptr) return;
   QGuiApplication::clipboard()->setText(model_->SelectionText(selectionModel()->selection()));
+}
+
+void ReviewGridView::FinishEditing() {
+  const QWidget* focus = QApplication::focusWidget();
+  if (focus != nullptr && viewport()->isAncestorOf(focus))
+    setFocus();  // an editor commits when it loses the focus
 }
 
 void ReviewGridView::resizeEvent(QResizeEvent* event) {

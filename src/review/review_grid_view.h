@@ -21,6 +21,8 @@ class ReviewGridView : public QTableView {
   /// Grid row of the current cell; 0 when there is none.
   [[nodiscard]] int CurrentRow() const;
   void CopySelection() const;
+  /// Takes over what stands in an open editor and closes it.
+  void FinishEditing();
 
  Q_SIGNALS:
   void RowEntered(int gridRow);

@@ -10,6 +10,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "tables/tab_order.h"
@@ -106,7 +107,7 @@ void Form2::OpenSelected() {
   QApplication::restoreOverrideCursor();
   if (opened) return;
   Tell(Either(language, QStringLiteral("Dosya açılamadı."), QStringLiteral("The file could not be opened.")) +
-       QLatin1Char(' ') + opened.Failure().Text());
+       QLatin1Char(' ') + ErrorText(opened.Failure(), language));
 }
 
 void Form2::DeleteSelected() {
@@ -120,7 +121,7 @@ void Form2::DeleteSelected() {
   if (!removed) {
     Tell(Either(language, QStringLiteral("Dosya silinemedi."),
                 QStringLiteral("The file could not be deleted.")) +
-         QLatin1Char(' ') + removed.Failure().Text());
+         QLatin1Char(' ') + ErrorText(removed.Failure(), language));
   } else if (*removed == Removal::Trashed) {
     Tell(Either(language, QStringLiteral("Çöp kutusuna taşındı: "), QStringLiteral("Moved to the trash: ")) +
          name);

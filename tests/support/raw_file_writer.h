@@ -22,8 +22,9 @@ struct RawFileSketch {
   DateTime first{};
   DateTime last{};
   int stepMinutes = 60;
-  bool withExtremes = true;  ///< a Max and a Min line after the last reading of each day
-  QByteArray firstLine;      ///< correction code or marker; empty for a blank line
+  bool midnightAs24 = false;  ///< as loggers write it: midnight is 24:00 of the day that ends
+  bool withExtremes = true;   ///< a Max and a Min line after the last reading of each day
+  QByteArray firstLine;       ///< correction code or marker; empty for a blank line
   QByteArray version = "10";
   QByteArray type = "Optical Encoder";
 
@@ -41,28 +42,36 @@ inline QByteArray HeaderLine(const char* label, const QByteArray& value) {
   return QByteArray(label).leftJustified(26, ' ', true) + value + "\r\n";
 }
 
+/// Date and time as the loggers write them, "dd/mm/yyyy hh:mm".
+inline QString LoggerTimeText(DateTime time, bool midnightAs24) {
+  const Day day = std::chrono::floor<std::chrono::days>(time);
+  if (!midnightAs24 || time != DateTime(day)) return DateTimeText(time);
+  return DateText(day - std::chrono::days(1)) + QStringLiteral(" 24:00");
+}
+
 inline QByteArray SketchHeader(const RawFileSketch& sketch, int samples) {
-  const QByteArray first = DateTimeText(sketch.first).toLatin1();
+  const QByteArray first = LoggerTimeText(sketch.first, sketch.midnightAs24).toLatin1();
+  const QByteArray last = LoggerTimeText(sketch.last, sketch.midnightAs24).toLatin1();
   const QByteArray step = QByteArray::number(sketch.stepMinutes);
   return sketch.firstLine + "\r\n" + HeaderLine("Unit", "1") + HeaderLine("Version", sketch.version) +
          HeaderLine("Type", sketch.type) + HeaderLine("Region", "26") + HeaderLine("Basin", "7") +
          HeaderLine("Station", sketch.station.toLatin1()) + HeaderLine("Setup", first) +
-         HeaderLine("First record", first) + HeaderLine("Last record", DateTimeText(sketch.last).toLatin1()) +
+         HeaderLine("First record", first) + HeaderLine("Last record", last) +
          HeaderLine("Samples", QByteArray::number(samples)) + HeaderLine("Sampling", step) +
          HeaderLine("Recording", step) + HeaderLine("-", "0") + HeaderLine("-", "0");
 }
 
-inline QByteArray OrdinaryLine(DateTime time, int levelCm, char flag = ' ') {
+inline QByteArray OrdinaryLine(DateTime time, int levelCm, char flag = ' ', bool midnightAs24 = false) {
   char level[16];
   std::snprintf(level, sizeof level, "%5.2f", levelCm / 100.0);
-  const QString text = DateTimeText(time);
+  const QString text = LoggerTimeText(time, midnightAs24);
   return text.left(10).toLatin1() + "  " + text.mid(11, 5).toLatin1() + "    " + flag + level + "\r\n";
 }
 
-inline QByteArray ExtremeLine(const char* kind, DateTime time, int levelCm) {
+inline QByteArray ExtremeLine(const char* kind, DateTime time, int levelCm, bool midnightAs24 = false) {
   char level[16];
   std::snprintf(level, sizeof level, "%5.2f", levelCm / 100.0);
-  return QByteArray(kind) + ' ' + DateTimeText(time).toLatin1() + "  " + level + "\r\n";
+  return QByteArray(kind) + ' ' + LoggerTimeText(time, midnightAs24).toLatin1() + "  " + level + "\r\n";
 }
 
 /// The whole content of a sketch.
@@ -74,12 +83,14 @@ inline QByteArray SketchContent(const RawFileSketch& sketch) {
   const std::chrono::minutes step(sketch.stepMinutes);
   for (DateTime time = sketch.first; time <= sketch.last; time += step, ++index) {
     const int level = SketchLevelCm(index);
-    lines += OrdinaryLine(time, level);
+    lines += OrdinaryLine(time, level, ' ', sketch.midnightAs24);
     highest = std::max(highest, level);
     lowest = std::min(lowest, level);
-    const Day day = std::chrono::floor<std::chrono::days>(time);
-    if (!sketch.withExtremes || std::chrono::floor<std::chrono::days>(time + step) == day) continue;
-    lines += ExtremeLine("Max", time, highest) + ExtremeLine("Min", time, lowest);
+    const std::chrono::minutes shift(sketch.midnightAs24 ? 1 : 0);
+    const auto dayOf = [shift](DateTime t) { return std::chrono::floor<std::chrono::days>(t - shift); };
+    if (!sketch.withExtremes || dayOf(time + step) == dayOf(time)) continue;
+    lines += ExtremeLine("Max", time, highest, sketch.midnightAs24) +
+             ExtremeLine("Min", time, lowest, sketch.midnightAs24);
     highest = 0;
     lowest = 9999;
   }

@@ -1,0 +1,193 @@
+// Choosing and loading in the selection window.
+#include <gmock/gmock.h>
+
+#include <QClipboard>
+#include <QDir>
+#include <QTableWidget>
+
+#include "tables/folder_lists.h"
+#include "windows/review_fixture.h"
+
+namespace vesk::test {
+namespace {
+
+class Choosing : public ReviewWindowTest {};
+
+class ChoosingInEnglish : public ReviewWindowTest {
+ protected:
+  ChoosingInEnglish() : ReviewWindowTest(LanguageChoice::English) {}
+};
+
+QString Texts(const char* text) {
+  return QString::fromUtf8(text);
+}
+
+TEST_F(Choosing, OpensWithStationsListedFilesRenamedAndMenusOff) {
+  Open();
+  EXPECT_EQ(form_->windowTitle(), Texts("DATA DOSYASINI OKU"));
+  EXPECT_FALSE(frame_.menusEnabled);
+  EXPECT_EQ(Entries("ListIst"), QStringList({Texts("001-12345"), Texts("001-20000")}));
+  EXPECT_EQ(Find<QLineEdit>("Text1").text(), Texts("2"));
+  EXPECT_EQ(Find<QLabel>("Label2").text(), Texts("İstasyon Sayısı"));
+  EXPECT_TRUE(Entries("ListOrjDos").isEmpty());
+  EXPECT_TRUE(QFile::exists(Data() + Texts("001-12345-010203=0091.txt")));
+  EXPECT_EQ(Button("CmdTamam").text(), Texts("..."));
+  EXPECT_FALSE(Button("CmdTamam").isEnabled());
+  EXPECT_FALSE(Button("Command3").isEnabled());
+  auto& setup = Find<QTableWidget>("VS0");
+  EXPECT_EQ(setup.rowCount(), 15);
+  EXPECT_EQ(setup.item(14, 0)->text(), Texts("Kapsadığı Su Yılları"));
+  EXPECT_TRUE(setup.item(0, 1)->text().isEmpty());
+}
+
+TEST_F(Choosing, TwoWaterYearsAreLoadedTogether) {
+  Open();
+  Click("ListIst", 0);
+  EXPECT_EQ(Entries("ListSuYili"), QStringList({Texts("2010 "), Texts("2011 ")}));
+  EXPECT_EQ(Button("CmdTamam").text(), Texts("..."));
+  Click("ListSuYili", 1);
+  EXPECT_EQ(Find<QLabel>("Label8").text(), Texts("Dosyalar:"));
+  EXPECT_EQ(Entries("ListOrjDos"),
+            QStringList({Texts("001-12345-010203=0091.txt"), Texts("001-12345-010204=0010.txt<")}));
+  Click("ListSuYili", 0, Qt::ControlModifier);
+  EXPECT_EQ(Button("CmdTamam").text(), Texts("Su Yılını Oku"));
+  Push("CmdTamam");
+  EXPECT_EQ(Readings(), (92 + 11) * 26);
+  EXPECT_EQ(Cell(1, GridColumn::Date), Texts("01/11/2009"));
+  EXPECT_EQ(Cell(Readings() + 1, GridColumn::Date), QString());
+  EXPECT_EQ(Entries("ListOrjDos"),
+            QStringList({Texts("001-12345-010203=0091.txt"), Texts("001-12345-010204=0010.txt")}));
+  EXPECT_TRUE(Find<QTableWidget>("VS_Dosyalar").isVisible());
+  EXPECT_TRUE(Button("Command3").isEnabled());
+  EXPECT_FALSE(Button("Command10").isEnabled());
+  EXPECT_FALSE(Find<QLineEdit>("Text8").isEnabled());
+  EXPECT_EQ(Find<QLineEdit>("Text5").text(), Texts("Toplam 0 adet"));
+  EXPECT_EQ(Find<QTableWidget>("VS0").item(11, 1)->text(), Texts("--"));
+  EXPECT_EQ(Grid().CurrentRow(), 1);
+  EXPECT_EQ(Grid().currentIndex().column(), 2);
+}
+
+TEST_F(Choosing, ATableIsOnlyOfferedForWhatTheListsShow) {
+  Open();
+  LoadWaterYear();
+  EXPECT_TRUE(Button("Command3").isEnabled());
+  Click("ListSuYili", 1);
+  EXPECT_FALSE(Button("Command3").isEnabled());
+  EXPECT_FALSE(Button("CmdGrf").isEnabled());
+  Click("ListSuYili", 0);
+  EXPECT_TRUE(Button("Command3").isEnabled());
+}
+
+TEST_F(Choosing, ARawFileShowsItsHeaderAndIsLoadedByADoubleClick) {
+  Open();
+  Click("ListIst", 0);
+  Click("ListSuYili", 0);
+  Click("ListOrjDos", 1);
+  EXPECT_TRUE(Chosen("ListSuYili").isEmpty());
+  EXPECT_EQ(Find<QLabel>("Label8").text(), Texts("Dosyalar"));
+  EXPECT_EQ(Button("CmdTamam").text(), Texts("Dosyayı Oku"));
+  EXPECT_EQ(Find<QTableWidget>("VS0").item(9, 1)->text(), Texts("05/10/2010 23:59"));
+  EXPECT_TRUE(Find<QLineEdit>("Text7").isVisible());
+  auto& files = Find<QListWidget>("ListOrjDos");
+  QTest::mouseDClick(files.viewport(), Qt::LeftButton, {}, files.visualItemRect(files.item(1)).center());
+  EXPECT_EQ(Readings(), 11 * 26);
+  EXPECT_EQ(Cell(1, GridColumn::Label), Texts("01-ort"));
+  EXPECT_EQ(Find<QLineEdit>("Text8").text(), Texts("05/10/2010 23:59"));
+  EXPECT_TRUE(Button("Command10").isEnabled());
+  EXPECT_FALSE(Button("Command3").isEnabled());
+  EXPECT_FALSE(Find<QTableWidget>("VS_Dosyalar").isVisible());
+}
+
+TEST_F(Choosing, ADirectoryPressListsThatFolderAndKeepsItInTheSettings) {
+  const QString other = Data() + Texts("other");
+  ASSERT_TRUE(QDir().mkpath(other));
+  Open();
+  auto& folders = Find<DirList>("Dir1");
+  const int row = folders.count() - 1;
+  ASSERT_EQ(folders.item(row)->text().trimmed(), Texts("other"));
+  Click("Dir1", row);
+  EXPECT_TRUE(Entries("ListIst").isEmpty());
+  EXPECT_EQ(Find<QLineEdit>("Text1").text(), Texts("0"));
+  Push("CmdVazgec");
+  EXPECT_EQ(form_, nullptr);
+  EXPECT_TRUE(frame_.menusEnabled);
+  EXPECT_EQ(frame_.Run().settings.ReadSetting(Texts("Genel"), Texts("DataDirectory")), other + Texts("/"));
+  EXPECT_THAT(frame_.closeRequests, testing::ElementsAre(Texts("FormGraf")));
+}
+
+TEST_F(Choosing, AFolderThatCannotBeWrittenIsToldAndReadAllTheSame) {
+  const QString blocked = Data() + Texts("001-20000-010203=0001.txt/inside");
+  ASSERT_TRUE(QDir().mkpath(blocked));  // the new name is taken by a folder, so renaming fails for anyone
+  Open();
+  EXPECT_TRUE(Entries("ListMsj").join(QLatin1Char('\n')).contains(Texts("yazılamıyor")));
+  LoadWaterYear(1);
+  EXPECT_EQ(Readings(), 2 * 26);
+}
+
+TEST_F(Choosing, DeleteInTheWaterYearListStartsTheStationAfresh) {
+  Open();
+  Click("ListIst", 0);
+  Click("ListSuYili", 1);
+  QTest::keyClick(&Find<QListWidget>("ListSuYili"), Qt::Key_Delete);
+  EXPECT_EQ(Entries("ListSuYili").size(), 2);
+  EXPECT_TRUE(Chosen("ListSuYili").isEmpty());
+  EXPECT_EQ(Find<QListWidget>("ListSuYili").currentRow(), 1);
+  EXPECT_EQ(Button("CmdTamam").text(), Texts("..."));
+}
+
+TEST_F(Choosing, SizesAreKeptInASectionOfTheirOwn) {
+  Open();
+  form_->resize(1180, 640);
+  Settle();
+  form_->close();
+  EXPECT_EQ(frame_.Run().settings.ReadSetting(Texts("FormSec"), Texts("Size")), Texts("1180,640"));
+  Settle();
+  Open();
+  EXPECT_EQ(form_->size(), QSize(1180, 640));
+}
+
+TEST_F(Choosing, MultipleGraphsCollectUpToFourEntriesInsteadOfReadings) {
+  for (int year = 2014; year <= 2018; ++year) {
+    Write("30000", QByteArray::number(100000 + year).constData(), At(year, 2, 1), At(year, 2, 2));
+  }
+  Open(Caption::MultipleGraph);
+  EXPECT_FALSE(Find<QWidget>("Frame3").isVisible());
+  EXPECT_FALSE(Find<QListWidget>("ListMsj").isVisible());
+  EXPECT_FALSE(Find<QTableWidget>("VS0").isVisible());
+  EXPECT_TRUE(Find<QListWidget>("ListGraf").isVisible());
+  EXPECT_FALSE(Find<QListWidget>("ListOrjDos").isEnabled());
+  EXPECT_EQ(Button("CmdTamam").text(), Texts("Ekle"));
+  EXPECT_FALSE(Button("CmdCiz").isEnabled());
+  LoadWaterYear(1);
+  EXPECT_EQ(Entries("ListGraf"), QStringList({Texts("001-20000/2010")}));
+  Push("CmdTamam");
+  EXPECT_EQ(Entries("ListGraf").size(), 1);  // once is enough
+  Click("ListIst", 2);
+  Click("ListSuYili", 0);
+  Click("ListSuYili", 4, Qt::ShiftModifier);
+  Push("CmdTamam");
+  EXPECT_EQ(Entries("ListGraf").size(), 4);
+  EXPECT_EQ(operator_.told.size(), 1);
+  EXPECT_TRUE(Button("CmdCiz").isEnabled());
+  Find<QListWidget>("ListGraf").setCurrentRow(0);
+  QTest::keyClick(&Find<QListWidget>("ListGraf"), Qt::Key_Delete);
+  EXPECT_EQ(Entries("ListGraf").size(), 3);
+  Push("CmdListSil");
+  EXPECT_TRUE(Entries("ListGraf").isEmpty());
+}
+
+TEST_F(ChoosingInEnglish, CaptionsAreEnglishWhereTheyAreTranslated) {
+  Open();
+  EXPECT_EQ(form_->windowTitle(), Texts("OPEN DATA FILE"));
+  EXPECT_EQ(Find<QLabel>("Label2").text(), Texts("Number:"));
+  LoadWaterYear();
+  EXPECT_EQ(Button("CmdTamam").text(), Texts("Su Yılını Oku"));  // the same in both languages
+  EXPECT_EQ(Button("Command3").text(), Texts("Make Table"));
+  EXPECT_FALSE(Find<QLineEdit>("Text7").isVisible());
+  Click("ListOrjDos", 0);
+  EXPECT_EQ(Button("CmdTamam").text(), Texts("Read Data File"));
+  EXPECT_FALSE(Find<QLineEdit>("Text7").isVisible());
+}
+
+}  // namespace
+}  // namespace vesk::test

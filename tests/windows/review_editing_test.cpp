@@ -1,0 +1,227 @@
+// Correcting readings in the selection window, saving them and never losing them.
+#include <gmock/gmock.h>
+
+#include <QClipboard>
+#include <QDir>
+
+#include "windows/review_fixture.h"
+
+namespace vesk::test {
+namespace {
+
+QString Texts(const char* text) {
+  return QString::fromUtf8(text);
+}
+
+class Editing : public ReviewWindowTest {
+ protected:
+  void SetUp() override {
+    Open();
+    LoadWaterYear();
+  }
+  [[nodiscard]] QString ChangeLog() { return Data() + Texts("001-12345-Degisiklikler2010.txt"); }
+  QByteArray ChangeLogContent() {
+    QFile file(ChangeLog());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  void Reopen() {
+    Open();
+    LoadWaterYear();
+  }
+};
+
+TEST_F(Editing, EditUndoEditSaveReload) {
+  TypeLevel(3, Texts("12,5"));
+  EXPECT_EQ(Cell(3, GridColumn::Level), Texts("12.5"));
+  EXPECT_EQ(Cell(3, GridColumn::Code), Texts("1"));
+  EXPECT_EQ(Find<QLineEdit>("Text5").text(), Texts("Toplam 1 adet"));
+  EXPECT_EQ(Entries("VSsatir"), QStringList({Texts("3")}));
+  EXPECT_TRUE(Button("Command4").isEnabled());
+  Push("CmdUndo");
+  EXPECT_EQ(Cell(3, GridColumn::Level), QString::number(SketchLevelCm(2)));
+  EXPECT_FALSE(Button("Command4").isEnabled());
+  EXPECT_FALSE(Button("CmdUndo").isEnabled());
+
+  TypeLevel(3, Texts("77"));
+  QTest::keyClick(form_, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_FALSE(Button("Command4").isEnabled());
+  EXPECT_EQ(ChangeLogContent(), QByteArray("01/11/2009\t03:00\t77\t\r\n"));
+  Push("CmdTamam");
+  EXPECT_EQ(operator_.unsavedQuestions, 0);
+  EXPECT_EQ(Cell(3, GridColumn::Level), Texts("77"));
+  EXPECT_EQ(Cell(3, GridColumn::Code), Texts("999"));
+  EXPECT_EQ(Cell(3, GridColumn::Baseline), Texts("77"));
+}
+
+TEST_F(Editing, ALevelThatIsNoNumberIsRefusedAndNothingIsStored) {
+  TypeLevel(2, Texts("x"));
+  EXPECT_EQ(Cell(2, GridColumn::Level), QString::number(SketchLevelCm(1)));
+  EXPECT_FALSE(Find<QLabel>("StatusLine").text().isEmpty());
+  EXPECT_FALSE(Button("Command4").isEnabled());
+}
+
+TEST_F(Editing, OnlyLevelsOpenAnEditor) {
+  for (const GridColumn column : {GridColumn::Date, GridColumn::Discharge, GridColumn::Code}) {
+    Grid().GoTo(2, column, false);
+    QTest::mouseDClick(Grid().viewport(), Qt::LeftButton, {},
+                       Grid().visualRect(Grid().currentIndex()).center());
+    EXPECT_EQ(Grid().findChild<QLineEdit*>(), nullptr);
+  }
+}
+
+TEST_F(Editing, SingleStepsGoBackAndForth) {
+  TypeLevel(3, Texts("50"));
+  TypeLevel(4, Texts("60"));
+  QTest::keyClick(&Grid(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Cell(4, GridColumn::Level), QString::number(SketchLevelCm(3)));
+  EXPECT_EQ(Cell(3, GridColumn::Level), Texts("50"));
+  QTest::keyClick(&Grid(), Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_EQ(Cell(4, GridColumn::Level), Texts("60"));
+}
+
+TEST_F(Editing, ChangesAndDatesAreFoundByKey) {
+  TypeLevel(40, Texts("50"));
+  TypeLevel(900, Texts("60"));
+  Grid().GoTo(1, GridColumn::Level, false);
+  QTest::keyClick(&Grid(), Qt::Key_F8);
+  EXPECT_EQ(Grid().CurrentRow(), 40);
+  EXPECT_EQ(Grid().currentIndex().column(), 3);
+  EXPECT_EQ(Grid().rowAt(0), 39);  // at the top of the grid
+  QTest::keyClick(&Grid(), Qt::Key_F8);
+  EXPECT_EQ(Grid().CurrentRow(), 900);
+  QTest::keyClick(&Grid(), Qt::Key_F8, Qt::ShiftModifier);
+  EXPECT_EQ(Grid().CurrentRow(), 40);
+
+  QTest::keyClick(&Grid(), Qt::Key_G, Qt::ControlModifier);
+  auto& date = Find<QLineEdit>("Text6");
+  ASSERT_TRUE(date.hasFocus());
+  QTest::keyClicks(&date, Texts("5.11.2009"));
+  QTest::keyClick(&date, Qt::Key_Return);
+  EXPECT_EQ(date.text(), Texts("05/11/2009"));
+  EXPECT_EQ(Grid().CurrentRow(), 4 * 26 + 1);
+  EXPECT_EQ(Grid().rowAt(0), 4 * 26);
+}
+
+TEST_F(Editing, ASelectionIsCopiedAsTabSeparatedText) {
+  Grid().GoTo(1, GridColumn::Date, false);
+  Grid().selectionModel()->select(QItemSelection(Grid().model()->index(0, 0), Grid().model()->index(1, 2)),
+                                  QItemSelectionModel::ClearAndSelect);
+  QTest::keyClick(&Grid(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), Texts("01/11/2009\t01:00\t100\n01/11/2009\t02:00\t101"));
+}
+
+TEST_F(Editing, UnsavedChangesAreAskedAboutBeforeAnythingReplacesThem) {
+  TypeLevel(3, Texts("50"));
+  Click("ListSuYili", 1);
+  EXPECT_EQ(operator_.unsavedQuestions, 1);
+  EXPECT_EQ(Chosen("ListSuYili"), QStringList({Texts("2010 ")}));  // stayed
+  Click("ListIst", 1);
+  EXPECT_EQ(operator_.unsavedQuestions, 2);
+  EXPECT_EQ(Chosen("ListIst"), QStringList({Texts("001-12345")}));
+  Push("CmdTamam");
+  EXPECT_EQ(operator_.unsavedQuestions, 3);
+  EXPECT_EQ(Cell(3, GridColumn::Level), Texts("50"));
+  Push("CmdVazgec");
+  EXPECT_EQ(operator_.unsavedQuestions, 4);
+  ASSERT_NE(form_, nullptr);
+  EXPECT_FALSE(frame_.menusEnabled);
+
+  operator_.unsaved = UnsavedAnswer::Save;
+  Click("ListIst", 1);
+  EXPECT_EQ(ChangeLogContent(), QByteArray("01/11/2009\t03:00\t50\t\r\n"));
+  EXPECT_EQ(Chosen("ListIst"), QStringList({Texts("001-20000")}));
+}
+
+TEST_F(Editing, DiscardedChangesAreGoneForGood) {
+  TypeLevel(3, Texts("50"));
+  operator_.unsaved = UnsavedAnswer::Discard;
+  Push("CmdVazgec");
+  Settle();
+  EXPECT_EQ(form_, nullptr);
+  EXPECT_FALSE(QFile::exists(ChangeLog()));
+  Reopen();
+  EXPECT_EQ(operator_.recoverQuestions, 0);
+  EXPECT_EQ(Cell(3, GridColumn::Level), QString::number(SketchLevelCm(2)));
+}
+
+TEST_F(Editing, AnEditSurvivesTheEndOfTheProgram) {
+  TypeLevel(3, Texts("50"));
+  TypeLevel(5, Texts("60"));
+  Kill();
+  operator_.recover = RecoverAnswer::Later;
+  Reopen();
+  EXPECT_EQ(operator_.recoverQuestions, 1);
+  EXPECT_EQ(Cell(3, GridColumn::Level), QString::number(SketchLevelCm(2)));
+  Kill();
+  operator_.recover = RecoverAnswer::Restore;
+  Reopen();
+  EXPECT_EQ(operator_.recoverQuestions, 2);
+  EXPECT_EQ(Cell(3, GridColumn::Level), Texts("50"));
+  EXPECT_EQ(Cell(5, GridColumn::Level), Texts("60"));
+  EXPECT_EQ(Find<QLineEdit>("Text5").text(), Texts("Toplam 2 adet"));
+  Push("Command4");
+  EXPECT_FALSE(ChangeLogContent().isEmpty());
+  Push("CmdTamam");
+  EXPECT_EQ(operator_.recoverQuestions, 2);  // nothing is pending any more
+  EXPECT_EQ(Cell(3, GridColumn::Level), Texts("50"));
+}
+
+TEST_F(Editing, AChangeLogThatCannotBeWrittenKeepsTheChangesAndTheOperator) {
+  TypeLevel(3, Texts("50"));
+  ASSERT_TRUE(QDir().mkpath(ChangeLog() + Texts("/inside")));
+  Push("Command4");
+  EXPECT_EQ(operator_.told.size(), 1);
+  EXPECT_TRUE(Button("Command4").isEnabled());
+  operator_.unsaved = UnsavedAnswer::Save;
+  Push("CmdVazgec");
+  EXPECT_NE(form_, nullptr);
+  EXPECT_EQ(Cell(3, GridColumn::Level), Texts("50"));
+}
+
+class DateCorrection : public ReviewWindowTest {
+ protected:
+  void SetUp() override {
+    Open();
+    Click("ListIst", 0);
+    Click("ListOrjDos", 1);
+    Push("CmdTamam");
+  }
+  void TypeTarget(const QString& text) {
+    auto& box = Find<QLineEdit>("Text8");
+    QTest::mouseClick(&box, Qt::LeftButton);
+    box.selectAll();
+    QTest::keyClicks(&box, text);
+    Push("Command10");
+  }
+};
+
+TEST_F(DateCorrection, RetimesASingleFileAndIsSavedLikeAnyEdit) {
+  const int readings = Readings();
+  TypeTarget(Texts("05/10/2010 22:00"));
+  EXPECT_EQ(Cell(1, GridColumn::Time), Texts("01:00"));
+  EXPECT_EQ(Cell(Readings(), GridColumn::Time), Texts("22:00"));
+  EXPECT_LT(Readings(), readings);  // the last day has no extremes of its own yet
+  EXPECT_TRUE(Button("Command10").isHidden());
+  EXPECT_FALSE(Find<QLineEdit>("Text8").isEnabled());
+  EXPECT_TRUE(Button("Command4").isEnabled());
+  QTest::keyClick(&Grid(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Readings(), readings);
+  EXPECT_FALSE(Button("Command10").isHidden());
+}
+
+TEST_F(DateCorrection, ATextThatIsNoTimeIsRefusedByNameOfTheForm) {
+  for (const char* text : {"yesterday", "05/13/2010 22:00", "01/01/2001 00:00"}) {
+    operator_.told.clear();
+    TypeTarget(QLatin1String(text));
+    ASSERT_EQ(operator_.told.size(), 1) << text;
+    EXPECT_TRUE(operator_.told.first().contains(Texts("gg/aa/yyyy ss:dd")));
+    EXPECT_FALSE(Button("Command4").isEnabled());
+  }
+  operator_.told.clear();
+  TypeTarget(Texts("05/10/2010 23:59"));  // its time already
+  EXPECT_TRUE(operator_.told.isEmpty());
+  EXPECT_FALSE(Button("Command4").isEnabled());
+}
+
+}  // namespace
+}  // namespace vesk::test
