@@ -79,6 +79,7 @@ def page_style(document, name, page_word, **scaling):
     style.TopMargin, style.BottomMargin = 1200, 900
     style.HeaderIsOn, style.FooterIsOn, style.FooterHeight = False, True, 700
     style.CenterHorizontally = True
+    style.FirstPageNumber = 0  # goes on from the sheet before
     for key, value in scaling.items():
         setattr(style, key, value)
     content = style.RightPageFooterContent
@@ -251,6 +252,8 @@ def year_summary(sheet, t):
         for where in ("C{0}:D{0}", "G{0}:H{0}") + (("L{0}:M{0}",) if row > 5 else ()):
             sheet.merge(where.format(row))
     sheet.heading("A4:M5")
+    sheet.style("A4:M5", CharHeight=8.0)
+    sheet.style("A6:M18", VertJustify=MIDDLE)
     sheet.style("B6:M18", HoriJustify=CENTER)
     for column in "CG":
         sheet.number_format(f"{column}6:{column}18", "DD/MM/YYYY")
@@ -274,7 +277,7 @@ def daily_means(sheet, t):
         if DAYS[index] < 31:
             sheet.style(f"{column}{23 + DAYS[index]}:{column}53", CellBackColor=NO_DAY_FILL)
     sheet.heading("A22:M22")
-    sheet.style("A23:M53", HoriJustify=CENTER)
+    sheet.style("A23:M53", HoriJustify=CENTER, VertJustify=MIDDLE)
     sheet.style("A23:A53", CharWeight=150.0)
     sheet.style("A22:M22", CharHeight=8.0)
     sheet.frame("A22:M53", 9)
@@ -294,8 +297,8 @@ def year_sheet(document, t):
     daily_means(sheet, t)
     sheet.heights(3, 3, 0.2)
     sheet.heights(4, 4, 0.55)
-    sheet.heights(5, 5, 0.55)
-    sheet.heights(6, 18, 0.45)
+    sheet.heights(5, 5, 0.9)
+    sheet.heights(6, 18, 0.56)
     sheet.heights(21, 21, 0.15)
-    sheet.heights(22, 53, 0.45)
+    sheet.heights(22, 53, 0.56)
     page_style(document, "Aylik", t["page"], ScaleToPagesX=1, ScaleToPagesY=1)
