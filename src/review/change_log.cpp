@@ -120,6 +120,20 @@ QByteArray LogContent(const ReviewGrid& grid, const std::vector<int>& rows,
   return content;
 }
 
+/// The file's content; nothing when it is not there.
+Result<QByteArray> ReadContent(const QString& path) {
+  const QString what = QStringLiteral("The change log could not be read");
+  const QFileInfo info(path);
+  if (!info.exists()) return QByteArray();
+  if (!info.isFile()) return Error{what, path, QStringLiteral("it is no file")};
+  if (info.size() > kLargestChangeLog) return Error{what, path, QStringLiteral("it is too large")};
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return Error{what, path, file.errorString()};
+  const QByteArray content = file.readAll();
+  if (file.error() != QFileDevice::NoError) return Error{what, path, file.errorString()};
+  return content;
+}
+
 std::vector<int> RowsToSave(const ReviewGrid& grid, std::optional<int> waterYear) {
   std::vector<int> rows;
   for (int row = 1; row <= grid.ReadingCount(); ++row) {
@@ -176,16 +190,26 @@ ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName,
 }
 
 Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid) {
-  const QString what = QStringLiteral("The change log could not be read");
-  const QFileInfo info(path);
-  if (!info.exists()) return ChangeLogOverlay{};
-  if (!info.isFile()) return Error{what, path, QStringLiteral("it is no file")};
-  if (info.size() > kLargestChangeLog) return Error{what, path, QStringLiteral("it is too large")};
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return Error{what, path, file.errorString()};
-  const QByteArray content = file.readAll();
-  if (file.error() != QFileDevice::NoError) return Error{what, path, file.errorString()};
-  return ApplyChangeLog(content, info.fileName(), grid);
+  const Result<SavedCorrection> correction = ReadSavedCorrection(path, grid);
+  if (!correction) return correction.Failure();
+  const Result<QByteArray> content = ReadContent(path);
+  if (!content) return content.Failure();
+  const QString fileName = QFileInfo(path).fileName();
+  if (!correction->targets.empty()) {
+    // A first run finds the corrected levels, so that the second one computes the daily extremes from them.
+    ReviewGrid trial = grid;
+    ApplySavedCorrection(*correction, trial);
+    ApplyChangeLog(*content, fileName, trial);
+    TakeLevels(trial, grid);
+  }
+  const bool corrected = ApplySavedCorrection(*correction, grid);
+  ChangeLogOverlay overlay = ApplyChangeLog(*content, fileName, grid);
+  overlay.correction = *correction;
+  if (!corrected) {
+    overlay.messages.push_back(QStringLiteral("%1: the saved date correction does not fit these readings")
+                                   .arg(QFileInfo(SavedCorrectionPath(path)).fileName()));
+  }
+  return overlay;
 }
 
 Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<QByteArray>& orphans,

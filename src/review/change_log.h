@@ -10,6 +10,7 @@
 
 #include "platform/result.h"
 #include "review/review_grid.h"
+#include "review/saved_corrections.h"
 
 namespace vesk {
 
@@ -26,6 +27,7 @@ struct ChangeLogOverlay {
   int applied = 0;                  ///< rows changed
   std::vector<QByteArray> orphans;  ///< lines whose row is not in the grid; the next save writes them back
   std::vector<QString> messages;    ///< file, line number and what was expected, for unreadable lines
+  SavedCorrection correction;       ///< the file's saved date correction, already applied
 };
 
 /// dataDirectory + station + "-Degisiklikler" + trimmed water-year entry + ".txt".
@@ -40,7 +42,8 @@ QString ChangeLogToRead(const QString& dataDirectory, const QString& station, co
 /// Lays the lines over the grid: each is looked for from the previous hit on, then from row 1.
 ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName, ReviewGrid& grid);
 
-/// Reads and applies the file; a missing file is no error and changes nothing.
+/// Re-times the grid when a date correction was saved for it, then reads and applies the file; a missing file
+/// is no error and changes nothing.
 Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid);
 
 /// Writes every changed row, then the orphans of the load, whole or not at all; on success the changed rows'

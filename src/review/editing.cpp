@@ -241,20 +241,39 @@ void EditSession::UndoAll() {
 }
 
 Status EditSession::Save() {
+  Status saved = SaveChangeLogs();
+  if (saved) saved = SaveCorrection();
+  if (saved) {
+    ResetSteps();
+    journalFailed_ = false;
+    Journal(journals_.Finish());
+  }
+  Q_EMIT AllRowsChanged();  // also behind a failure: an earlier log of this load may have been saved
+  Q_EMIT StateChanged();
+  return saved;
+}
+
+Status EditSession::SaveChangeLogs() {
   for (const LoadedChangeLog& log : logs_) {
     const std::optional<int> waterYear = singleFile_ ? std::nullopt : std::optional(log.waterYear);
     const Status saved = SaveChangeLog(log.saveTo, grid_, log.overlay.orphans, waterYear);
-    if (!saved) {
-      Q_EMIT AllRowsChanged();  // an earlier log of this load may have been saved
-      return saved;
-    }
+    if (!saved) return saved;
   }
-  ResetSteps();
-  journalFailed_ = false;
-  Journal(journals_.Finish());
-  Q_EMIT AllRowsChanged();
-  Q_EMIT StateChanged();
   return {};
+}
+
+// The change log now holds corrected times; the next load re-times its readings before it lays the log over
+// them.
+Status EditSession::SaveCorrection() {
+  if (logs_.empty()) return {};
+  SavedCorrection correction = logs_.front().overlay.correction;
+  for (const Step& step : done_) {
+    if (step.gridBefore) correction.targets.push_back(step.record.target);
+  }
+  if (correction == logs_.front().overlay.correction) return {};
+  const Status saved = WriteSavedCorrection(logs_.front().saveTo, correction);
+  if (saved) logs_.front().overlay.correction = correction;
+  return saved;
 }
 
 int EditSession::NextChange(int fromRow) const {

@@ -110,6 +110,8 @@ class EditSession : public QObject {
   bool ApplyEdit(int row, double levelCm);
   bool ApplyCorrection(DateTime target);
   void Redo(const Step& step);
+  Status SaveChangeLogs();
+  Status SaveCorrection();
   void ReplaceGrid(ReviewGrid grid);
   void Journal(const Status& status);
   int ResolveRow(const JournalRecord& record) const;

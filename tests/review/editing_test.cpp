@@ -246,6 +246,42 @@ TEST_F(Editing, ADateCorrectionIsAStepLikeAnother) {
   EXPECT_EQ(session_.Grid().Text(3, GridColumn::Time), QStringLiteral("02:00"));
 }
 
+TEST_F(Editing, ASavedDateCorrectionComesBackWithItsEdits) {
+  const ReviewGrid raw = HourlyGrid("01/10/2010 00:00", 48);
+  Load(raw, {});
+  Edit(2, "7");
+  ASSERT_TRUE(session_.Save());
+  Edit(3, "8");
+  ASSERT_TRUE(session_.CorrectDates(QStringLiteral("03/10/2010 22:00")));
+  ASSERT_TRUE(session_.Save());
+  const ReviewGrid saved = session_.Grid();
+  Load(raw, {});
+  EXPECT_FALSE(session_.HasUnsavedChanges());
+  ASSERT_EQ(session_.Grid().ReadingCount(), saved.ReadingCount());
+  for (int row = 1; row <= saved.ReadingCount(); ++row) {
+    for (int column = 0; column < kGridColumns; ++column) {
+      EXPECT_EQ(session_.Grid().Text(row, GridColumn(column)), saved.Text(row, GridColumn(column)))
+          << row << ' ' << column;
+    }
+  }
+
+  Edit(5, "9");  // 04:04 by now
+  ASSERT_TRUE(session_.CorrectDates(QStringLiteral("03/10/2010 20:30")));
+  ASSERT_TRUE(session_.Save());
+  Load(raw, {});
+  const ReviewGrid& again = session_.Grid();
+  EXPECT_EQ(DateTimeText(again.At(again.ReadingCount()).Time()), QStringLiteral("03/10/2010 20:30"));
+  for (const auto& [row, level] : {std::pair(2, "7/999"), std::pair(3, "8/999"), std::pair(5, "9/999")}) {
+    EXPECT_EQ(Row(row), QLatin1String(level));
+  }
+
+  ReviewGrid other = HourlyGrid("01/10/2010 00:00", 40);  // another raw file of the station
+  const auto overlay = LoadChangeLog(logPath_, other);
+  ASSERT_TRUE(overlay);
+  EXPECT_TRUE(overlay->correction.targets.empty());
+  EXPECT_EQ(other.ReadingCount(), 40);
+}
+
 TEST_F(Editing, UnsavedWorkComesBackAfterACrash) {
   Load(HourlyGrid("01/10/2010 00:00", 48), {});
   Edit(2, "7");

@@ -39,7 +39,7 @@ inline ReviewGrid HourlyGrid(const char* start, int count) {
   return GridOf(std::move(readings));
 }
 
-/// A load as the loader hands it over: one change log a water year, or the one of a single file.
+/// A load as the loader hands it over: the change logs of the water years, or of a single file, laid over it.
 inline LoadedReadings LoadOf(ReviewGrid grid, const QString& folder, const std::vector<int>& waterYears) {
   LoadedReadings loaded;
   loaded.grid = std::move(grid);
@@ -51,8 +51,11 @@ inline LoadedReadings LoadOf(ReviewGrid grid, const QString& folder, const std::
     log.saveTo =
         ChangeLogPath(folder, QStringLiteral("001-12345"), year == 0 ? QString() : QString::number(year));
     log.readFrom = log.saveTo;
+    auto overlay = LoadChangeLog(log.readFrom, loaded.grid);
+    if (overlay) log.overlay = std::move(*overlay);
     loaded.changeLogs.push_back(std::move(log));
   }
+  loaded.grid.TakeBaseline();
   return loaded;
 }
 
