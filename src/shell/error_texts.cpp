@@ -18,6 +18,8 @@ constexpr Translation kTranslations[] = {
     {u"Not a data directory", u"Veri dizini değil"},
     {u"The change log could not be read", u"Değişiklik dosyası okunamadı"},
     {u"The change log could not be saved", u"Değişiklik dosyası kaydedilemedi"},
+    {u"The date correction could not be saved", u"Tarih düzeltmesi kaydedilemedi"},
+    {u"The saved date corrections could not be read", u"Kaydedilmiş tarih düzeltmeleri okunamadı"},
     {u"The dates were not corrected", u"Tarihler düzeltilmedi"},
     {u"The edit journal could not be read", u"Düzeltme günlüğü okunamadı"},
     {u"The edit journal could not be written", u"Düzeltme günlüğü yazılamadı"},
