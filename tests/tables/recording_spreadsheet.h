@@ -1,0 +1,125 @@
+// A spreadsheet application that keeps what is written into it, and refuses the steps that a test names.
+#pragma once
+
+#include <QFile>
+#include <QStringList>
+
+#include <map>
+#include <utility>
+
+#include "platform/spreadsheet.h"
+
+namespace vesk::test {
+
+struct RecordedSheet {
+  std::map<std::pair<int, int>, CellValue> cells;  ///< (row, column); only what is not empty
+  std::map<std::pair<int, int>, int> colours;
+  std::vector<CellRange> underlined;
+  int calls = 0;
+};
+
+class RecordingSpreadsheet : public Spreadsheet {
+ public:
+  std::map<QString, RecordedSheet> sheets{
+      {QStringLiteral("Saatlik"), {}}, {QStringLiteral("Gunluk"), {}}, {QStringLiteral("Aylik"), {}}};
+  QStringList steps;
+  QStringList failing;  ///< beginnings of steps that fail
+  bool windowIsOpen = false;
+  int rowLimit = 65'536;
+
+  bool HasOpenWindow() override { return windowIsOpen; }
+  Result<std::unique_ptr<Workbook>> Open(const QString& path) override {
+    if (const Status done = Do(QStringLiteral("open ") + path); !done) return done.Failure();
+    return std::unique_ptr<Workbook>(new Book(*this, path));
+  }
+  Status Show() override { return Do(QStringLiteral("show")); }
+  Status Recalculate() override { return Do(QStringLiteral("recalculate")); }
+  Status Quit() override { return Do(QStringLiteral("quit")); }
+
+  [[nodiscard]] CellValue At(const char* sheet, int row, int column) {
+    const auto& cells = sheets[QString::fromLatin1(sheet)].cells;
+    const auto found = cells.find({row, column});
+    return found == cells.end() ? CellValue() : found->second;
+  }
+
+ private:
+  class Page : public Worksheet {
+   public:
+    Page(RecordingSpreadsheet& office, QString name) : office_(office), name_(std::move(name)) {}
+    Status Select() override { return office_.Do(QStringLiteral("select ") + name_); }
+    Status SelectCell(int, int) override { return {}; }
+    Status PutValue(int row, int column, const CellValue& value) override {
+      return PutBlock(row, column, {{value}});
+    }
+    Status PutBlock(int row, int column, const CellBlock& block) override {
+      if (const Status done = office_.Do(QStringLiteral("put ") + name_); !done) return done;
+      ++Mine().calls;
+      for (std::size_t i = 0; i < block.size(); ++i) {
+        for (std::size_t j = 0; j < block[i].size(); ++j) {
+          const std::pair at{row + static_cast<int>(i), column + static_cast<int>(j)};
+          Mine().cells.erase(at);
+          if (block[i][j] != CellValue()) Mine().cells[at] = block[i][j];
+        }
+      }
+      return {};
+    }
+    Status SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) override {
+      if (const Status done = office_.Do(QStringLiteral("colour ") + name_); !done) return done;
+      for (const CellRange& range : ranges) {
+        for (int column = range.firstColumn; column <= range.lastColumn; ++column) {
+          Mine().colours[{range.firstRow, column}] = colourIndex;
+        }
+      }
+      return {};
+    }
+    Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) override {
+      if (border != Border::Bottom || weight != BorderWeight::Medium) return Error{};
+      Mine().underlined = ranges;
+      return {};
+    }
+    Status SetFormulaR1C1(int row, int column, const QString& formula) override {
+      return office_.Do(QStringLiteral("formula %1 %2,%3 '%4'").arg(name_).arg(row).arg(column).arg(formula));
+    }
+    [[nodiscard]] int RowLimit() const override { return office_.rowLimit; }
+
+   private:
+    RecordedSheet& Mine() { return office_.sheets[name_]; }
+    RecordingSpreadsheet& office_;
+    QString name_;
+  };
+
+  class Book : public Workbook {
+   public:
+    Book(RecordingSpreadsheet& office, QString path) : office_(office), path_(std::move(path)) {}
+    Result<std::unique_ptr<Worksheet>> Sheet(const QString& name) override {
+      if (!office_.sheets.contains(name)) return Error{QStringLiteral("No sheet"), path_, name};
+      return std::unique_ptr<Worksheet>(new Page(office_, name));
+    }
+    Status ShowWindow() override { return office_.Do(QStringLiteral("window")); }
+    Status RunMacro(const QString& name) override { return office_.Do(QStringLiteral("macro ") + name); }
+    Status Save() override {
+      if (const Status done = office_.Do(QStringLiteral("save ") + path_); !done) return done;
+      QFile file(path_);
+      if (!file.open(QIODevice::WriteOnly) || file.write("saved") != 5)
+        return Error{{}, path_, file.errorString()};
+      return {};
+    }
+    Status Close() override { return office_.Do(QStringLiteral("close ") + path_); }
+
+   private:
+    RecordingSpreadsheet& office_;
+    QString path_;
+  };
+
+  Status Do(const QString& step) {
+    steps += step;
+    for (const QString& refused : std::as_const(failing)) {
+      if (!step.startsWith(refused)) continue;
+      const QString path = step.section(QLatin1Char(' '), 1);
+      return Error{QStringLiteral("Refused"), path.startsWith(QLatin1Char('/')) ? path : QString(), refused};
+    }
+    return {};
+  }
+};
+
+}  // namespace vesk::test
