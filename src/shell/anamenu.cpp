@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QMdiSubWindow>
 #include <QMessageBox>
+#include <QScreen>
 #include <QStatusBar>
 
 #include "platform/spreadsheet.h"
@@ -38,7 +39,7 @@ Anamenu::Anamenu(RunValues& run, WindowMakers makers) : run_(run), makers_(std::
   statusBar()->addWidget(dataDirectory_);
   CreateMenus();
   ApplyMenuCaptions();
-  resize(1280, 720);
+  resize(QSize(1280, 720).boundedTo(screen()->availableSize()));
 }
 
 Anamenu::~Anamenu() {

@@ -32,7 +32,8 @@ void ChildWindows::ShowAt(QWidget* window, const QPoint& place) {
   window->installEventFilter(this);
   connect(window, &QObject::destroyed, frame, [frame] { frame->close(); });
   connect(frame, &QObject::destroyed, this, &ChildWindows::WindowClosed);
-  frame->resize(WantedSize(*frame, *window, asked).boundedTo(viewport()->size()));
+  frame->resize(
+      WantedSize(*frame, *window, asked).boundedTo(viewport()->size() - QSize(place.x(), place.y())));
   frame->move(place);
   if ((window->windowState() & Qt::WindowMaximized) != 0) {
     frame->showMaximized();

@@ -59,8 +59,8 @@ void ColourCell::SetNumber(qint32 number) {
 }
 
 QSize ColourCell::sizeHint() const {
-  const int side = fontMetrics().height() * 3 / 2;
-  return {side, side};
+  const int line = fontMetrics().height();
+  return {line * 2, line * 7 / 4};
 }
 
 void ColourCell::paintEvent(QPaintEvent* /*event*/) {

@@ -70,7 +70,8 @@ QWidget* FormGenelSetup::CreateGraphicTab() {
   auto* adjustment = new QHBoxLayout;
   adjustment->addWidget(label);
   adjustment->addWidget(Text1_);
-  adjustment->addWidget(CreateHint(QStringLiteral("Vertical mouse adjustment of the graph read-out")), 1);
+  adjustment->addWidget(CreateHint(QStringLiteral("Vertical mouse adjustment of the graph read-out")), 100);
+  adjustment->addStretch(1);  // what the hint leaves, or all when it is hidden
   layout->addLayout(adjustment, 2, 0, 1, 2);
   layout->setRowStretch(0, 1);
   layout->setColumnStretch(1, 1);

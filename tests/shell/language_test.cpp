@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "shell/error_texts.h"
+
 namespace vesk {
 namespace {
 
@@ -96,6 +98,28 @@ TEST(Language, TurkishLeavesTheEntryThatItLacksAsItWas) {
   language.FillTurkish();
   EXPECT_EQ(language.Text(Caption::FirstRecordTime), QStringLiteral("Time of First Record"));
   EXPECT_EQ(language.Text(Caption::Print), QStringLiteral("Yazdır"));
+}
+
+TEST(Language, TheWorkModeLosesTheFirstAccessKeyMarkOnly) {
+  const struct {
+    QString caption;
+    QString mode;
+  } cases[] = {{QStringLiteral("OPEN DATA FILE"), QStringLiteral("OPEN DATA FILE")},
+               {QStringLiteral("SEVİYE-&DEBİ &X"), QStringLiteral("SEVİYE-DEBİ &X")},
+               {QStringLiteral("&"), {}},
+               {QLatin1Char('&') + QString(250, QLatin1Char('x')), QString(200, QLatin1Char('x'))}};
+  for (const auto& c : cases) EXPECT_EQ(WithoutAccessKey(c.caption), c.mode) << c.caption.toStdString();
+}
+
+TEST(ErrorText, SpeaksTheOperatorsLanguageWhereItKnowsTheWords) {
+  Language language;
+  const Error error{QStringLiteral("The settings file could not be written"), QStringLiteral("/x/vesk4.ini"),
+                    QStringLiteral("a reason of the system")};
+  language.FillEnglish();
+  EXPECT_EQ(ErrorText(error, language), error.Text());
+  language.FillTurkish();
+  EXPECT_EQ(ErrorText(error, language),
+            QStringLiteral("Ayar dosyası yazılamadı: /x/vesk4.ini: a reason of the system"));
 }
 
 }  // namespace
