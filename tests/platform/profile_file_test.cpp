@@ -124,7 +124,7 @@ TEST(WriteProfileValues, RefusesWhatItCannotStoreAndLeavesTheFile) {
   MakeFile(path, before);
   const Status unknownLetters = WriteProfileValues(path, kSection, {{kKey, QStringLiteral("/home/Ωmega/")}});
   ASSERT_FALSE(unknownLetters);
-  EXPECT_EQ(unknownLetters.Failure().path, path);
+  EXPECT_EQ(unknownLetters.Failure().path, path + QStringLiteral(" [Genel] Dir"));
   EXPECT_EQ(FileContent(path), before);
 
   const QString noFolder = folder.filePath(QStringLiteral("none/vesk4.ini"));
