@@ -6,6 +6,7 @@
 #include <QSaveFile>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/code_page.h"
 
@@ -21,22 +22,18 @@ class RowIndex {
  public:
   explicit RowIndex(const ReviewGrid& grid) {
     entries_.reserve(static_cast<std::size_t>(grid.ReadingCount()));
-    for (int row = 1; row <= grid.ReadingCount(); ++row) entries_.push_back({grid.At(row).Time(), row});
+    for (int row = 1; row <= grid.ReadingCount(); ++row) entries_.emplace_back(grid.At(row).Time(), row);
     if (!std::is_sorted(entries_.begin(), entries_.end())) std::sort(entries_.begin(), entries_.end());
   }
 
   /// First row at or after startRow with that time; 0 when there is none.
   [[nodiscard]] int Find(DateTime time, int startRow) const {
     const auto found = std::lower_bound(entries_.begin(), entries_.end(), Entry{time, startRow});
-    return found != entries_.end() && found->time == time ? found->row : 0;
+    return found != entries_.end() && found->first == time ? found->second : 0;
   }
 
  private:
-  struct Entry {
-    DateTime time;
-    int row;
-    auto operator<=>(const Entry&) const = default;
-  };
+  using Entry = std::pair<DateTime, int>;
   std::vector<Entry> entries_;
 };
 
@@ -151,7 +148,7 @@ QString ChangeLogPath(const QString& dataDirectory, const QString& station, cons
 }
 
 QString ChangeLogToRead(const QString& dataDirectory, const QString& station, const QString& waterYearEntry) {
-  const QString given = ChangeLogPath(dataDirectory, station, waterYearEntry);
+  QString given = ChangeLogPath(dataDirectory, station, waterYearEntry);
   const QString year = waterYearEntry.trimmed().left(4);
   if (year.isEmpty()) return given;
   QString newest = given;

@@ -173,7 +173,7 @@ Status EditJournal::Restart(const std::vector<JournalRecord>& records, bool keep
       return JournalError(kept, QStringLiteral("the old journal could not be kept"));
   }
   if (records.empty()) return Remove();
-  if (const Status written = WriteJournal(path_, records); !written) return written;
+  if (Status written = WriteJournal(path_, records); !written) return written;
   file_.setFileName(path_);
   if (!file_.open(QIODevice::ReadWrite) || !file_.seek(file_.size())) {
     return JournalError(path_, file_.errorString());
@@ -190,7 +190,7 @@ Status EditJournal::SetAside() {
     if (!pending) return pending.Failure();
     std::move(pending->records.begin(), pending->records.end(), std::back_inserter(records));
   }
-  if (const Status written = WriteJournal(aside, records); !written) return written;
+  if (Status written = WriteJournal(aside, records); !written) return written;
   if (!QFile::remove(path_)) return JournalError(path_, QStringLiteral("an older journal is in the way"));
   return {};
 }
@@ -198,7 +198,7 @@ Status EditJournal::SetAside() {
 Status EditJournal::OpenNew() {
   if (path_.isEmpty()) return JournalError(path_, QStringLiteral("no load is open"));
   if (QFileInfo::exists(path_)) {
-    if (const Status aside = SetAside(); !aside) return aside;
+    if (Status aside = SetAside(); !aside) return aside;
   }
   file_.setFileName(path_);
   if (!file_.open(QIODevice::ReadWrite | QIODevice::NewOnly)) return JournalError(path_, file_.errorString());
@@ -208,7 +208,7 @@ Status EditJournal::OpenNew() {
 
 Status EditJournal::AppendLine(const QByteArray& fields) {
   if (!file_.isOpen()) {
-    if (const Status opened = OpenNew(); !opened) return opened;
+    if (Status opened = OpenNew(); !opened) return opened;
   }
   const qint64 start = file_.pos();
   const QByteArray line = Sealed(fields);
@@ -232,7 +232,7 @@ Status EditJournal::AppendRedo() {
 
 Status EditJournal::Finish() {
   if (!file_.isOpen()) return {};
-  const Status removed = Remove();
+  Status removed = Remove();
   const QString aside = path_ + QLatin1String(kLaterSuffix);
   if (removed && QFileInfo::exists(aside) && !QFile::rename(aside, path_)) {
     return JournalError(aside, QStringLiteral("older unsaved work stays in this file"));

@@ -256,7 +256,7 @@ Status EditSession::Save() {
 Status EditSession::SaveChangeLogs() {
   for (const LoadedChangeLog& log : logs_) {
     const std::optional<int> waterYear = singleFile_ ? std::nullopt : std::optional(log.waterYear);
-    const Status saved = SaveChangeLog(log.saveTo, grid_, log.overlay.orphans, waterYear);
+    Status saved = SaveChangeLog(log.saveTo, grid_, log.overlay.orphans, waterYear);
     if (!saved) return saved;
   }
   return {};
@@ -271,7 +271,7 @@ Status EditSession::SaveCorrection() {
     if (step.gridBefore) correction.targets.push_back(step.record.target);
   }
   if (correction == logs_.front().overlay.correction) return {};
-  const Status saved = WriteSavedCorrection(logs_.front().saveTo, correction);
+  Status saved = WriteSavedCorrection(logs_.front().saveTo, correction);
   if (saved) logs_.front().overlay.correction = correction;
   return saved;
 }

@@ -40,7 +40,7 @@ Status SessionJournals::Restart(const std::vector<JournalRecord>& records, bool 
   std::vector<std::vector<JournalRecord>> shares(journals_.size());
   for (const JournalRecord& record : records) shares[IndexOf(record)].push_back(record);
   for (std::size_t i = 0; i < journals_.size(); ++i) {
-    const Status status = journals_[i]->Restart(shares[i], keepOld);
+    Status status = journals_[i]->Restart(shares[i], keepOld);
     if (!status) return status;
   }
   return {};
@@ -57,7 +57,7 @@ Status SessionJournals::Remove() {
 Status SessionJournals::OnEach(Status (EditJournal::*action)()) {
   Status first;
   for (const auto& journal : journals_) {
-    const Status status = (journal.get()->*action)();
+    Status status = (journal.get()->*action)();
     if (first && !status) first = status;
   }
   return first;

@@ -135,9 +135,8 @@ Result<qint64> StationRegister::Add(const QString& number, const QString& name) 
 
 Status StationRegister::Change(const Station& station) {
   QSqlQuery query(connection_->Database());
-  const Status run =
-      connection_->Run(query, QStringLiteral("UPDATE IstNoAd SET No = ?, Ad = ? WHERE rowid = ?"),
-                       {station.number, station.name, station.key}, kWriteFailed);
+  Status run = connection_->Run(query, QStringLiteral("UPDATE IstNoAd SET No = ?, Ad = ? WHERE rowid = ?"),
+                                {station.number, station.name, station.key}, kWriteFailed);
   if (!run) return run;
   if (query.numRowsAffected() == 1) return {};
   return Error{QLatin1String(kWriteFailed), Path(),

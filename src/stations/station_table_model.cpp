@@ -72,7 +72,7 @@ bool StationTableModel::HasUnsaved() const {
 
 Status StationTableModel::Write(Row& row) {
   if (row.station.key != 0) {
-    const Status changed = stations_.Change(row.station);
+    Status changed = stations_.Change(row.station);
     row.saved = changed.Ok();
     return changed;
   }
@@ -86,7 +86,7 @@ Status StationTableModel::Write(Row& row) {
 Status StationTableModel::SaveUnsaved() {
   for (int row = 0; row < StationCount(); ++row) {
     if (!IsUnsaved(row)) continue;
-    const Status written = Write(rows_[static_cast<std::size_t>(row)]);
+    Status written = Write(rows_[static_cast<std::size_t>(row)]);
     RowChanged(row);
     if (!written) return written;
   }
@@ -96,7 +96,7 @@ Status StationTableModel::SaveUnsaved() {
 Status StationTableModel::DeleteRow(int row) {
   const qint64 key = rows_[static_cast<std::size_t>(row)].station.key;
   if (key != 0) {
-    if (const Status deleted = stations_.Delete(key); !deleted) return deleted;
+    if (Status deleted = stations_.Delete(key); !deleted) return deleted;
   }
   beginRemoveRows({}, row, row);
   rows_.erase(rows_.begin() + row);
