@@ -175,6 +175,7 @@ void FormSec::ArrangeForMode() {
   c_.Frame9->hide();
   c_.Frame10->hide();
   c_.VS_Dosyalar->hide();
+  ShowEditState();
   UpdateGraphList();
   UpdateCommands();
 }

@@ -95,7 +95,7 @@ class FormSec : public QWidget {
   // Editing.
   /// Takes over a level that is being typed; false when it was refused.
   bool FinishEditing();
-  void TellRefusal(const QString& reason);
+  void TellRefusal(const QString& text, const Error& error);
   bool SaveChanges();
   void UndoAll();
   void StepBack();

@@ -41,7 +41,10 @@ class Builder {
     c_.Columns->setStretchFactor(1, 1);
     c_.Columns->setStretchFactor(2, 0);
     c_.Columns->setStretchFactor(3, 1);
-    c_.Columns->setChildrenCollapsible(false);
+    for (QSplitter* splitter : {c_.Columns, c_.LeftParts, c_.RightParts}) {
+      splitter->setChildrenCollapsible(false);
+      splitter->setHandleWidth(kGap + 2);
+    }
     auto* all = new QVBoxLayout(&form_);
     all->setContentsMargins(kGap, kGap, kGap, kGap);
     all->addWidget(c_.Columns, 1);
@@ -98,7 +101,6 @@ class Builder {
 
   QWidget* LeftColumn() {
     c_.LeftParts = Named(new QSplitter(Qt::Vertical, &form_), "LeftParts");
-    c_.LeftParts->setChildrenCollapsible(false);
     c_.LeftParts->addWidget(Place());
     c_.LeftParts->addWidget(StationsAndYears());
     c_.Label8 = Named(new QLabel(language_.Text(Caption::Files), &form_), "Label8");
@@ -271,7 +273,6 @@ class Builder {
 
   QWidget* RightColumn() {
     c_.RightParts = Named(new QSplitter(Qt::Vertical, &form_), "RightParts");
-    c_.RightParts->setChildrenCollapsible(false);
     c_.RightParts->addWidget(SetupParameters());
     c_.RightParts->addWidget(LoadedFiles());
     c_.Label10 = Named(new QLabel(Text(u"Açıklamalar", u"Messages"), &form_), "Label10");
@@ -309,15 +310,15 @@ class Builder {
     c_.VS_Dosyalar = Table("VS_Dosyalar", 0, 1);
     c_.VS_Dosyalar->setHorizontalHeaderLabels({Text(u"Yüklenen dosyalar", u"Loaded files")});
     c_.VSsatir = List("VSsatir");
-    c_.VSsatirTitle = new QLabel(Text(u"Satir No", u"Row no."), &form_);
-    QWidget* changed = Titled(c_.VSsatirTitle, c_.VSsatir);
+    QWidget* changed = Titled(new QLabel(Text(u"Satir No", u"Row no."), &form_), c_.VSsatir);
     changed->setMaximumWidth(90);
-    auto* part = new QWidget(&form_);
-    auto* row = new QHBoxLayout(part);
+    c_.ChangedRows = changed;
+    c_.LoadedFiles = new QWidget(&form_);
+    auto* row = new QHBoxLayout(c_.LoadedFiles);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(c_.VS_Dosyalar, 1);
     row->addWidget(changed);
-    return part;
+    return c_.LoadedFiles;
   }
 
   QWidget* GraphColumn() {

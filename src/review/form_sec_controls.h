@@ -58,7 +58,8 @@ struct FormSecControls {
   QTableWidget* VS0 = nullptr;
   QTableWidget* VS_Dosyalar = nullptr;
   QListWidget* VSsatir = nullptr;
-  QLabel* VSsatirTitle = nullptr;
+  QWidget* LoadedFiles = nullptr;  ///< holds VS_Dosyalar and ChangedRows
+  QWidget* ChangedRows = nullptr;  ///< holds VSsatir
   QLabel* Label10 = nullptr;
   QListWidget* ListMsj = nullptr;
   QWidget* GraphPanel = nullptr;

@@ -4,6 +4,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QTableWidget>
 #include <QToolTip>
 
 #include "review/busy_cursor.h"
@@ -42,6 +43,8 @@ void FormSec::ShowChangedRows() {
       c_.VSsatir->item(i)->setText(text);
     }
   }
+  c_.ChangedRows->setVisible(!rows.empty());
+  c_.LoadedFiles->setVisible(!rows.empty() || c_.VS_Dosyalar->rowCount() > 0);
 }
 
 bool FormSec::FinishEditing() {
@@ -50,8 +53,9 @@ bool FormSec::FinishEditing() {
   return !refused_;
 }
 
-void FormSec::TellRefusal(const QString& reason) {
+void FormSec::TellRefusal(const QString& /*text*/, const Error& error) {
   refused_ = true;
+  const QString reason = ErrorText(error, run_.language);
   QApplication::beep();
   TellStatus(reason);
   const QRect cell = c_.VS1->visualRect(c_.VS1->currentIndex());

@@ -49,7 +49,7 @@ QList<int> SplitSizes(const QString& text, qsizetype count) {
 
 QSize FormSec::sizeHint() const {
   const bool collecting = workMode_ == WorkMode::MultipleGraph;
-  const int width = collecting ? 640 : 1200;
+  const int width = collecting ? 720 : 1340;
   return QSize(width, StartingHeight(workMode_)).expandedTo(minimumSizeHint());
 }
 
@@ -63,7 +63,7 @@ void FormSec::RestoreLayout() {
   const QList<int> columns = SplitSizes(read(collecting ? "GraphColumns" : "Columns"), c_.Columns->count());
   const QList<int> left = SplitSizes(read("LeftParts"), c_.LeftParts->count());
   const QList<int> right = SplitSizes(read("RightParts"), c_.RightParts->count());
-  c_.Columns->setSizes(columns.isEmpty() ? QList<int>{250, collecting ? 0 : 640, 300, 380} : columns);
+  c_.Columns->setSizes(columns.isEmpty() ? QList<int>{260, 720, 310, 380} : columns);
   c_.LeftParts->setSizes(left.isEmpty() ? QList<int>{150, 130, 200} : left);
   c_.RightParts->setSizes(right.isEmpty() ? QList<int>{330, 90, 100} : right);
 }

@@ -108,7 +108,8 @@ void FormSec::SelectStationEntry(int index) {
   ShowFiles();
   ShowWaterYears();
   ShowReport(report);
-  TellStatus(browser_.Station() + QStringLiteral("  ") + StationName(browser_.Station()));
+  const QString name = StationName(browser_.Station());
+  TellStatus(browser_.Station() + (name == QLatin1String("-") ? QString() : QStringLiteral("  ") + name));
   c_.Text7->hide();
   c_.Command2->setEnabled(false);
   UpdateCommands();

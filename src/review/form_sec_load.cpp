@@ -76,17 +76,19 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
     }
     what = years.join(QStringLiteral(", "));
   }
-  const QString name = request.stationName.isEmpty() ? QString() : QLatin1Char(' ') + request.stationName;
+  const bool named = !request.stationName.isEmpty() && request.stationName != QLatin1String("-");
+  const QString name = named ? QLatin1Char(' ') + request.stationName : QString();
   c_.LoadedLabel->setText(request.station + name + QStringLiteral("  ·  ") + what + QStringLiteral("  ·  ") +
                           Text(u"%1 satır", u"%1 rows").arg(loaded.grid.ReadingCount()));
   c_.LoadedLabel->setToolTip(c_.LoadedLabel->text());
   ShowSetup(loaded.setup);
   ShowMessages(loaded.messages);
-  c_.VS_Dosyalar->setRowCount(static_cast<int>(loaded.files.size()));
+  const bool severalFiles = !request.waterYears.empty();
+  c_.VS_Dosyalar->setRowCount(severalFiles ? static_cast<int>(loaded.files.size()) : 0);
   for (int row = 0; row < c_.VS_Dosyalar->rowCount(); ++row) {
     c_.VS_Dosyalar->setItem(row, 0, new QTableWidgetItem(loaded.files[static_cast<std::size_t>(row)]));
   }
-  c_.VS_Dosyalar->setVisible(!request.waterYears.empty());
+  c_.VS_Dosyalar->setVisible(severalFiles);
   c_.Text8->setText(DateTimeText(loaded.header.LastRecordTime));
   c_.Command10->show();
   c_.Frame3->show();

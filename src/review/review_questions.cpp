@@ -18,9 +18,9 @@ UnsavedAnswer ReviewMessageBoxes::AskAboutUnsavedChanges(QWidget* parent) {
   QMessageBox box(QMessageBox::Warning, TitleOr(language_.attentionTitle),
                   language_.Text(Caption::DiscardChangesQuestion), QMessageBox::NoButton, parent);
   const auto* save = box.addButton(language_.Text(Caption::SaveChanges), QMessageBox::AcceptRole);
-  const auto* discard =
-      box.addButton(Either(language_, QStringLiteral("Kaydetme"), QStringLiteral("Discard changes")),
-                    QMessageBox::DestructiveRole);
+  const auto* discard = box.addButton(
+      Either(language_, QStringLiteral("Kaydetmeden devam et"), QStringLiteral("Discard changes")),
+      QMessageBox::DestructiveRole);
   auto* stay = box.addButton(Either(language_, QStringLiteral("Bu sayfada kal"), QStringLiteral("Stay here")),
                              QMessageBox::RejectRole);
   box.setDefaultButton(stay);

@@ -80,6 +80,7 @@ void DriveList::showPopup() {
 
 DirList::DirList(QWidget* parent) : QListWidget(parent) {
   setUniformItemSizes(true);
+  setIconSize(QSize(16, 16));
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   connect(this, &QListWidget::itemPressed, this, [this] { Q_EMIT FolderPressed(SelectedPath()); });
   connect(this, &QListWidget::itemDoubleClicked, this, &DirList::OpenCurrent);
