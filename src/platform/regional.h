@@ -1,4 +1,5 @@
-// The regional conventions that the file helpers depend on, handed in so that nothing reads the process locale.
+// The regional conventions that the file helpers depend on, handed in so that nothing reads the process
+// locale.
 #pragma once
 
 #include <QChar>
