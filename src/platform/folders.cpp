@@ -44,7 +44,7 @@ Status FillProgramFolder(const QString& folder, const QString& installed) {
   for (const QLatin1String name : kDeliveredFiles) {
     const std::optional<QString> source = FindEntry(installed, name);
     if (!source || FindEntry(folder, name)) continue;
-    if (const Status copied = CopyNewFile(*source, folder + name); !copied) return copied;
+    if (Status copied = CopyNewFile(*source, folder + name); !copied) return copied;
   }
   return {};
 }

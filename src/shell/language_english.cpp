@@ -134,19 +134,19 @@ constexpr CaptionText kCaptions[] = {
 };
 
 constexpr std::u16string_view kMessages[] = {
-    u"passing of the day numbers after last resetting logger should be;\r"
-    u" ",
+    (u"passing of the day numbers after last resetting logger should be;\r"
+     u" "),
     u" please, set the date-format as dd/mm/yyyy from regional setting",
-    u"'s format is not true version...\r"
-    u" therefore, this file will be skipped ..",
-    u"' FILENAME IS FALSE.\n"
-    u"First 5 characters of the filename must be same of the station number.\n"
-    u" DATA-MERGE-PROCESS CAN NOT BE EXECUTED.",
+    (u"'s format is not true version...\r"
+     u" therefore, this file will be skipped .."),
+    (u"' FILENAME IS FALSE.\n"
+     u"First 5 characters of the filename must be same of the station number.\n"
+     u" DATA-MERGE-PROCESS CAN NOT BE EXECUTED."),
     u"This file has different format from version-4. It can not be used.",
-    u"This program calculated different first-record-time.\n"
-    u" It is not the same of the value in logger.\n"
-    u" The value calculated by program is recommended.\n"
-    u" First-record-time is ",
+    (u"This program calculated different first-record-time.\n"
+     u" It is not the same of the value in logger.\n"
+     u" The value calculated by program is recommended.\n"
+     u" First-record-time is "),
     u"The time of extereme values are false..",
 };
 

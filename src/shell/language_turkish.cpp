@@ -134,19 +134,19 @@ constexpr CaptionText kCaptions[] = {
 };
 
 constexpr std::u16string_view kMessages[] = {
-    u"Setup Tarihinden Sonra Geçen Gün Sayısının Düzeltilmesi Önerilir....\r"
-    u" Önerilen Gün Sayısı:",
+    (u"Setup Tarihinden Sonra Geçen Gün Sayısının Düzeltilmesi Önerilir....\r"
+     u" Önerilen Gün Sayısı:"),
     u" Bölgesel Ayarlara girerek tarih formatını dd/mm/yyyy veya gg/aa/yyyy yapınız",
-    u" Dosyası VER4'den farklı...\r"
-    u" Bu nedenle, bu dosya atlanacak..",
-    u"  DOSYASININ  DOSYA İSMİ HATALI\n"
-    u"dosya isminin ilk 5 karakteri istasyon no. ile aynı olmalıdır.\n"
-    u" DONUSUM İŞLEMİ YAPILAMAZ..",
+    (u" Dosyası VER4'den farklı...\r"
+     u" Bu nedenle, bu dosya atlanacak.."),
+    (u"  DOSYASININ  DOSYA İSMİ HATALI\n"
+     u"dosya isminin ilk 5 karakteri istasyon no. ile aynı olmalıdır.\n"
+     u" DONUSUM İŞLEMİ YAPILAMAZ.."),
     u"VER4'DEN FARKLI VERSİYONLU DATA DOSYALARINI BU PROGRAMLA OKUTAMAZSINIZ..",
-    u" Cihazdan okunan ilk data zamanı ile Program tarafından \n"
-    u" tesbit edilen ilk data zamanı birbirinden farklıdır.\n\n"
-    u" PROGRAM TARAFINDAN TESBİT EDİLMİŞ OLAN AŞAĞIDAKİ DEĞERİN KULLANILMASI ÖNERİLİR..\n"
-    u" İlk datanın zamanı:",
+    (u" Cihazdan okunan ilk data zamanı ile Program tarafından \n"
+     u" tesbit edilen ilk data zamanı birbirinden farklıdır.\n\n"
+     u" PROGRAM TARAFINDAN TESBİT EDİLMİŞ OLAN AŞAĞIDAKİ DEĞERİN KULLANILMASI ÖNERİLİR..\n"
+     u" İlk datanın zamanı:"),
     u"MAKSİMUM ve/veya MİNİMUM DEĞERLERİN ZAMANLARI HATALI..",
 };
 

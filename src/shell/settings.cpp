@@ -62,7 +62,7 @@ Status Settings::WriteSettings(const QString& section, const std::vector<Profile
 
 QString Settings::ReadDataDirectory() {
   const QString stored = ReadSetting(kGeneral, kDataDirectory);
-  const QString folder = NormaliseFolderPath(stored, home_);
+  QString folder = NormaliseFolderPath(stored, home_);
   if (folder != stored) {
     // The folder is usable all the same; start-up compares the stored value and tells the operator.
     [[maybe_unused]] const Status written = WriteSetting(kGeneral, kDataDirectory, folder);
@@ -73,7 +73,7 @@ QString Settings::ReadDataDirectory() {
 QString NormaliseFolderPath(const QString& text, const QString& home) {
   const QString translated = TranslateFolderText(text, home);
   if (translated.isEmpty()) return home;
-  const QString folder = WithTrailingSlash(QDir::cleanPath(translated));
+  QString folder = WithTrailingSlash(QDir::cleanPath(translated));
   return IsReachableFolder(folder) ? folder : home;
 }
 
