@@ -109,6 +109,23 @@ QString LineText(const ReviewGrid& grid, int row) {
          grid.Text(row, GridColumn::Level) + tab + discharge;
 }
 
+/// The rows to write so that the next load finds the changed ones. A line names its row by date and time
+/// only, and an extreme record often has the minute of an ordinary reading further up: that reading's line,
+/// unchanged, goes first.
+std::vector<int> WithAnchors(const ReviewGrid& grid, const std::vector<int>& changedRows) {
+  std::vector<int> rows;
+  if (changedRows.empty()) return rows;
+  const RowIndex index(grid);
+  Search search;
+  for (const int changed : changedRows) {
+    const DateTime time = grid.At(changed).Time();
+    int found = search.Next(index, time);
+    for (; found != 0 && found < changed; found = search.Next(index, time)) rows.push_back(found);
+    rows.push_back(changed);
+  }
+  return rows;
+}
+
 QByteArray LogContent(const ReviewGrid& grid, const std::vector<int>& rows,
                       const std::vector<QByteArray>& orphans) {
   QByteArray content;
@@ -212,7 +229,7 @@ Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid) {
 Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<QByteArray>& orphans,
                      std::optional<int> waterYear) {
   const std::vector<int> rows = RowsToSave(grid, waterYear);
-  const QByteArray content = LogContent(grid, rows, orphans);
+  const QByteArray content = LogContent(grid, WithAnchors(grid, rows), orphans);
   QSaveFile file(path);
   const bool saved =
       file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit();

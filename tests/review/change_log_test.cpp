@@ -106,6 +106,31 @@ TEST(ChangeLog, AReadingAndItsExtremeRecordOfOneMinuteKeepTheirOwnLines) {
   EXPECT_EQ(grid.At(2).levelCm, 21);
 }
 
+TEST(ChangeLog, AnExtremeRecordChangedAloneIsFoundAgain) {
+  const auto load = [] {
+    ReviewGrid grid = test::GridOf({ReadingAt("01/10/2010 01:00", 10), ReadingAt("01/10/2010 02:00", 20),
+                                    ReadingAt("01/10/2010 02:00", 21, ReadingKind::Maximum),
+                                    ReadingAt("01/10/2010 01:00", 9, ReadingKind::Minimum)});
+    return grid;
+  };
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("log.txt"));
+  for (const std::vector<int>& changed :
+       {std::vector{3}, std::vector{4}, std::vector{3, 4}, std::vector{1, 3}, std::vector{2, 4}}) {
+    ReviewGrid grid = load();
+    for (const int row : changed) {
+      grid.SetLevel(row, 500 + row);
+      grid.SetMark(row, {.baselineCm = 0, .editCode = 1, .shade = RowShade::Changed});
+    }
+    ASSERT_TRUE(SaveChangeLog(path, grid, {}));
+    ReviewGrid again = load();
+    ASSERT_TRUE(LoadChangeLog(path, again));
+    for (int row = 1; row <= 4; ++row) {
+      EXPECT_EQ(again.Text(row, GridColumn::Level), grid.Text(row, GridColumn::Level)) << "row " << row;
+    }
+  }
+}
+
 TEST(ChangeLog, UnreadableLinesAreReportedAndKept) {
   const struct {
     const char* line;
