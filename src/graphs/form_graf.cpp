@@ -54,6 +54,7 @@ void FormGraf::DrawPage(Mode mode) {
   const QSize size = picture_->size();
   SetRectangle(std::nullopt);
   place_.reset();
+  readout_->clear();
   picture_->SetMark(std::nullopt);
   scale_ = ScaleOfPage(pages_.Current(), sheet_, size);
   QImage image;

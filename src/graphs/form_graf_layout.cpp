@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -99,6 +100,7 @@ void FormGraf::CreateWidgets() {
   readout_->setObjectName(QStringLiteral("Label3"));
   readout_->setAutoFillBackground(true);
   readout_->setMargin(3);
+  readout_->setMinimumHeight(readout_->fontMetrics().height() + 2 * kFieldMargin);
   QPalette colours = readout_->palette();
   colours.setColor(QPalette::Window, sheet_.style.background);
   colours.setColor(QPalette::WindowText, Qt::black);
@@ -124,6 +126,8 @@ void FormGraf::CreateWidgets() {
 
   message_ = new QLabel(this);
   message_->setObjectName(QStringLiteral("LabelMessage"));
+  message_->setIndent(kFieldMargin);
+  message_->setMinimumWidth(1);  // a long message never widens the window
   pageLabel_ = new QLabel(this);
   pageLabel_->setObjectName(QStringLiteral("LabelPage"));
   statusBar()->addWidget(message_, 1);
@@ -157,15 +161,15 @@ QGroupBox* FormGraf::MakePageFields() {
 QGroupBox* FormGraf::MakeCornerFields() {
   auto* box = new QGroupBox(language_.Text(Caption::SelectedArea), this);
   QGridLayout* layout = BoxLayout(box);
-  const QStringList heading =
-      language_.Text(Caption::DateTimeLevelHeading).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+  const QStringList heading = language_.Text(Caption::DateTimeLevelHeading)
+                                  .split(QRegularExpression(QStringLiteral("[ ,(]+")), Qt::SkipEmptyParts);
   const QStringList widest = {QStringLiteral("00/00/0000"), QStringLiteral("00:00"),
                               QStringLiteral("000000")};
   const std::array<QString, 2> names = {QStringLiteral("Text3_%1"), QStringLiteral("Text4_%1")};
   for (std::size_t corner = 0; corner < cornerFields_.size(); ++corner) {
     for (int field = 0; field < 3; ++field) {
       QLineEdit* shown = ShownField(box, names[corner].arg(field), widest[field], heading.value(field));
-      shown->setPlaceholderText(heading.value(field).left(widest[field].size()));
+      shown->setPlaceholderText(heading.value(field));
       cornerFields_[corner][static_cast<std::size_t>(field)] = shown;
       layout->addWidget(shown, static_cast<int>(corner), field);
     }

@@ -14,7 +14,8 @@ namespace vesk {
 namespace {
 
 constexpr double kTickLength = 10;
-constexpr int kGridAlpha = 56;  // grid lines keep the scale's colour but stand back behind the series
+constexpr double kGridStrength =
+    0.22;  // grid lines are the scale's colour thinned, to stand back behind the series
 constexpr double kMarkWidth = 3;
 constexpr double kLegendX = 45 + 650;
 constexpr double kLegendY = 400;
@@ -63,20 +64,28 @@ QRectF PlotRect(const PageScale& scale) {
   return {QPointF(scale.PlotLeft(), scale.PlotTop()), QPointF(scale.PlotRight(), scale.PlotBottom())};
 }
 
+// Mixed here instead of drawn half transparent, which the raster engine blends pixel by pixel.
+QColor GridColour(const GraphStyle& style) {
+  const auto mix = [](int scale, int paper) {
+    return static_cast<int>(std::lround(kGridStrength * scale + (1 - kGridStrength) * paper));
+  };
+  return QColor(mix(style.scale.red(), style.background.red()),
+                mix(style.scale.green(), style.background.green()),
+                mix(style.scale.blue(), style.background.blue()));
+}
+
 // A tick outside the plot and a grid line through it.
-void DrawScaleLine(QPainter& painter, const QColor& colour, const QLineF& tick, const QLineF& grid) {
-  QColor faint = colour;
-  faint.setAlpha(kGridAlpha);
-  painter.setPen(QPen(faint, 1));
+void DrawScaleLine(QPainter& painter, const GraphStyle& style, const QLineF& tick, const QLineF& grid) {
+  painter.setPen(QPen(GridColour(style), 1));
   painter.drawLine(grid);
-  painter.setPen(QPen(colour, 1));
+  painter.setPen(QPen(style.scale, 1));
   painter.drawLine(tick);
 }
 
 void DrawLevelScale(QPainter& painter, const PageScale& scale, const GraphStyle& style) {
   for (const double level : LevelTicks(scale)) {
     const double y = YOfLevel(scale, level);
-    DrawScaleLine(painter, style.scale, {scale.PlotLeft() - kTickLength, y, scale.PlotLeft(), y},
+    DrawScaleLine(painter, style, {scale.PlotLeft() - kTickLength, y, scale.PlotLeft(), y},
                   {scale.PlotLeft(), y, scale.PlotRight(), y});
     const QString text = QString::number(static_cast<qint64>(std::llround(level)));
     QFont font = PageFont(kLabelSize);
@@ -89,7 +98,7 @@ void DrawLevelScale(QPainter& painter, const PageScale& scale, const GraphStyle&
 void DrawTimeTick(QPainter& painter, const PageScale& scale, const GraphStyle& style, double t,
                   const QString& text) {
   const double x = XOfTime(scale, t);
-  DrawScaleLine(painter, style.scale, {x, scale.PlotBottom(), x, scale.PlotBottom() + kTickLength},
+  DrawScaleLine(painter, style, {x, scale.PlotBottom(), x, scale.PlotBottom() + kTickLength},
                 {x, scale.PlotTop(), x, scale.PlotBottom()});
   DrawVerticalLabel(painter, {x, scale.PlotBottom() + kTickLength + 2}, text, PageFont(kLabelSize),
                     Place::EndsAt);
@@ -129,9 +138,15 @@ void DrawSeries(QPainter& painter, const PageScale& scale, const GraphSeries& se
   pen.setJoinStyle(Qt::RoundJoin);
   pen.setCapStyle(Qt::RoundCap);
   painter.setPen(pen);
+  std::size_t points = 0;
+  for (const std::vector<QPointF>& line : trace.lines) points += line.size();
+  // Smooth where single readings can be told apart; a dense trace is columns of pixels and gains nothing.
+  const double columns = (scale.PlotRight() - scale.PlotLeft()) * columnsPerUnit;
+  painter.setRenderHint(QPainter::Antialiasing, static_cast<double>(points) < columns);
   for (const std::vector<QPointF>& line : trace.lines) {
     painter.drawPolyline(line.data(), static_cast<int>(line.size()));
   }
+  painter.setRenderHint(QPainter::Antialiasing, false);
   DrawMarks(painter, scale, trace.dots, 1, colour);
   DrawMarks(painter, scale, trace.maxima, kMarkWidth, QColor(kMaximumColour));
   DrawMarks(painter, scale, trace.minima, kMarkWidth, QColor(kMinimumColour));

@@ -7,6 +7,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <cstdlib>
+
 #include "datafiles/helpers.h"
 #include "graphs/graph_output.h"
 
@@ -40,9 +42,25 @@ QRect InkOf(const QImage& image, const QColor& colour) {
   return box;
 }
 
+// Smooth lines blend with the paper: ink of a colour is what comes nearer to it than to the paper.
+bool IsNearerTo(const QColor& colour, const QColor& pixel) {
+  const auto distance = [&pixel](const QColor& other) {
+    return std::abs(pixel.red() - other.red()) + std::abs(pixel.green() - other.green()) +
+           std::abs(pixel.blue() - other.blue());
+  };
+  return distance(colour) < distance(Qt::white);
+}
+
 bool HasInkNear(const QImage& image, QPointF point, const QColor& colour) {
   const QPoint centre = point.toPoint();
-  return InkOf(image.copy(QRect(centre - QPoint(2, 2), QSize(5, 5))), colour).isValid();
+  for (int y = -2; y <= 2; ++y) {
+    for (int x = -2; x <= 2; ++x) {
+      const QColor pixel = image.pixelColor(centre + QPoint(x, y));
+      const bool grey = pixel.red() == pixel.green() && pixel.green() == pixel.blue();
+      if (!grey && IsNearerTo(colour, pixel)) return true;
+    }
+  }
+  return false;
 }
 
 TEST(GraphPageDrawing, InkLiesWhereReadingsLie) {
