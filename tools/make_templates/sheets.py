@@ -108,21 +108,24 @@ def hourly_sheet(document, t):
     sheet.put("A2", t["water_year"])
     sheet.style("A1:A2", CharWeight=150.0)
     sheet.style("C1:C2", CharWeight=150.0, CharHeight=11.0, HoriJustify=LEFT)
-    sheet.merge("A3:D3")
-    sheet.merge("F3:I3")
-    sheet.put("A3", t["hourly"])
-    sheet.put("F3", t["records"])
-    names = [t["date"], t["time"], t["level"], t["discharge"]]
-    for column, text in zip("ABCDFGHI", names + [t["record"]] + names[1:]):
-        sheet.put(f"{column}4", text)
-    for where in ("A3:D4", "F3:I4"):
+    # Row 4 stays free beside the records: the maximum of a first day with one reading stands there.
+    names = [t["time"], t["level"], t["discharge"]]
+    for where, group, row, columns, first in (
+        ("A3:D3", t["hourly"], 4, "ABCD", t["date"]),
+        ("F2:I2", t["records"], 3, "FGHI", t["record"]),
+    ):
+        sheet.merge(where)
+        sheet.put(where[:2], group)
+        for column, text in zip(columns, [first, *names]):
+            sheet.put(f"{column}{row}", text)
+    for where in ("A3:D4", "F2:I3"):
         sheet.heading(where)
     sheet.number_format(f"A5:A{LAST_SHEET_ROW}", "DD/MM/YYYY")
     sheet.style(f"A5:B{LAST_SHEET_ROW}", HoriJustify=CENTER)
     sheet.style(f"C5:D{LAST_SHEET_ROW}", HoriJustify=RIGHT)
-    sheet.style(f"F5:F{LAST_SHEET_ROW}", HoriJustify=LEFT)
-    sheet.style(f"G5:G{LAST_SHEET_ROW}", HoriJustify=CENTER)
-    sheet.style(f"H5:I{LAST_SHEET_ROW}", HoriJustify=RIGHT)
+    sheet.style(f"F4:F{LAST_SHEET_ROW}", HoriJustify=LEFT)
+    sheet.style(f"G4:G{LAST_SHEET_ROW}", HoriJustify=CENTER)
+    sheet.style(f"H4:I{LAST_SHEET_ROW}", HoriJustify=RIGHT)
     sheet.title_rows(1, 4)
     page_style(document, "Saatlik", t["page"], ScaleToPagesX=1, ScaleToPagesY=0)
 
@@ -279,7 +282,7 @@ def daily_means(sheet, t):
     sheet.heading("A22:M22")
     sheet.style("A23:M53", HoriJustify=CENTER, VertJustify=MIDDLE)
     sheet.style("A23:A53", CharWeight=150.0)
-    sheet.style("A22:M22", CharHeight=8.0)
+    sheet.style("A22:M22", CharHeight=7.0)
     sheet.frame("A22:M53", 9)
 
 
