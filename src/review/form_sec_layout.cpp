@@ -61,10 +61,12 @@ void FormSec::RestoreLayout() {
   const QList<int> size = SplitSizes(read(collecting ? "GraphSize" : "Size"), 2);
   resize(size.isEmpty() ? sizeHint() : QSize(size[0], size[1]).expandedTo(minimumSizeHint()));
   const QList<int> columns = SplitSizes(read(collecting ? "GraphColumns" : "Columns"), c_.Columns->count());
-  const QList<int> left = SplitSizes(read("LeftParts"), c_.LeftParts->count());
+  const QList<int> left =
+      SplitSizes(read(collecting ? "GraphLeftParts" : "LeftParts"), c_.LeftParts->count());
   const QList<int> right = SplitSizes(read("RightParts"), c_.RightParts->count());
   c_.Columns->setSizes(columns.isEmpty() ? QList<int>{260, 720, 310, 380} : columns);
-  c_.LeftParts->setSizes(left.isEmpty() ? QList<int>{150, 130, 200} : left);
+  c_.LeftParts->setSizes(left.isEmpty() ? QList<int>{150, collecting ? 220 : 130, collecting ? 110 : 200}
+                                        : left);
   c_.RightParts->setSizes(right.isEmpty() ? QList<int>{330, 90, 100} : right);
 }
 
@@ -76,7 +78,7 @@ void FormSec::KeepLayout() const {
   };
   write(collecting ? "GraphSize" : "Size", {width(), height()});
   write(collecting ? "GraphColumns" : "Columns", c_.Columns->sizes());
-  write("LeftParts", c_.LeftParts->sizes());
+  write(collecting ? "GraphLeftParts" : "LeftParts", c_.LeftParts->sizes());
   if (!collecting) write("RightParts", c_.RightParts->sizes());
 }
 

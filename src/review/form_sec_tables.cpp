@@ -34,6 +34,7 @@ class WindowBuildQuestions : public BuildQuestions {
   void WarnNotToSwitchSheets(const BuildMessage& message) override {
     questions_.Warn(&window_, message.title, message.text);
     bar_.show();
+    busy_.emplace();
   }
   void ShowProgress(int percent) override {
     bar_.setValue(percent);
@@ -44,6 +45,7 @@ class WindowBuildQuestions : public BuildQuestions {
   QWidget& window_;
   ReviewQuestions& questions_;
   QProgressBar& bar_;
+  std::optional<BusyCursor> busy_;  ///< from the last question on
 };
 
 }  // namespace
@@ -61,8 +63,10 @@ void FormSec::MakeTable() {
                          .templateDirectory = run_.programFolder,
                          .templateName = run_.language.templateName,
                          .afterSave = AfterSaveOf(run_.options.Slot(9))};
-  WindowBuildQuestions asking(*this, *questions_, *c_.ProgressBar1);
-  const Result<BuildReport> report = BuildLevelTable(input, frame_.Office(), asking);
+  const Result<BuildReport> report = [&] {
+    WindowBuildQuestions asking(*this, *questions_, *c_.ProgressBar1);
+    return BuildLevelTable(input, frame_.Office(), asking);
+  }();
   c_.ProgressBar1->hide();
   busy_ = false;
   UpdateCommands();

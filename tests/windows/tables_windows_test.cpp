@@ -7,10 +7,10 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "support/spreadsheet_steps.h"
 #include "tables/folder_lists.h"
 #include "tables/form2.h"
 #include "tables/form5.h"
+#include "tables/recording_spreadsheet.h"
 #include "windows/frame_double.h"
 
 namespace vesk {
@@ -117,7 +117,7 @@ class Form2Test : public testing::Test {
   }
   QString Message() { return Find<QLabel>(*form_, "Message")->text(); }
 
-  test::SpreadsheetSteps office_;
+  test::RecordingSpreadsheet office_;
   std::unique_ptr<test::FrameDouble> frame_;
   QString data_;
   Form2* form_ = nullptr;
