@@ -1,7 +1,9 @@
 #include "tables/build_level_table.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <filesystem>
@@ -45,6 +47,17 @@ Result<QString> FindTemplate(const BuildInput& input) {
                folder.exists() ? QStringLiteral("no such file") : QStringLiteral("no such folder")};
 }
 
+/// Folders of the making that a killed program left behind. Those of a day ago belong to nobody any more.
+void SweepForsakenFolders(const QString& directory) {
+  const QDir folder(directory);
+  const QDateTime yesterday = QDateTime::currentDateTimeUtc().addDays(-1);
+  const QFileInfoList left =
+      folder.entryInfoList({QStringLiteral(".Tablo-??????")}, QDir::Dirs | QDir::Hidden);
+  for (const QFileInfo& info : left) {
+    if (info.lastModified() < yesterday) QDir(info.filePath()).removeRecursively();
+  }
+}
+
 std::filesystem::path NativePath(const QString& path) {
   return QFile::encodeName(path).toStdString();
 }
@@ -60,6 +73,7 @@ class TableBuild {
         fileName_(TableFileName(input.stationNumber, input.waterYear)),
         folder_(QDir(input.tableDirectory).filePath(QStringLiteral(".Tablo-XXXXXX"))) {
     report_.path = QDir(input.tableDirectory).filePath(fileName_);
+    SweepForsakenFolders(input.tableDirectory);
   }
 
   Result<BuildReport> Run(bool withHourly) {

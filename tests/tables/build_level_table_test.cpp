@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <filesystem>
+
 #include "tables/recording_spreadsheet.h"
 
 namespace vesk::test {
@@ -176,6 +178,17 @@ TEST_F(BuildLevelTableTest, NothingIsLeftWhereThereWasNoTable) {
   office_.failing = {QStringLiteral("save")};
   EXPECT_FALSE(Build().Ok());
   EXPECT_TRUE(DataFolder().isEmpty());
+}
+
+TEST_F(BuildLevelTableTest, FolderOfAKilledBuildIsSweptAfterADay) {
+  const QDir data(data_.path());
+  ASSERT_TRUE(data.mkdir(QStringLiteral(".Tablo-abcdef")));
+  ASSERT_TRUE(data.mkdir(QStringLiteral(".Tablo-ghijkl")));
+  const auto twoDaysAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(48);
+  std::filesystem::last_write_time(data.filePath(QStringLiteral(".Tablo-abcdef")).toStdString(), twoDaysAgo);
+  ASSERT_TRUE(Build().Ok());
+  EXPECT_EQ(DataFolder(),
+            QStringList({QStringLiteral(".Tablo-ghijkl"), QStringLiteral("Tablo-12345(2011).xls")}));
 }
 
 TEST_F(BuildLevelTableTest, MissingTemplateAndFolderAreNamed) {
