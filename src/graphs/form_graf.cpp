@@ -188,10 +188,11 @@ Status FormGraf::SavePage(const QString& path) const {
 }
 
 void FormGraf::Save() {
-  QString path = QFileDialog::getSaveFileName(this, save_->text(), {},
-                                              QStringLiteral("PNG (*.png);;PDF (*.pdf);;SVG (*.svg)"));
+  QString filter;
+  QString path = QFileDialog::getSaveFileName(
+      this, save_->text(), {}, QStringLiteral("PNG (*.png);;PDF (*.pdf);;SVG (*.svg);;CSV (*.csv)"), &filter);
   if (path.isEmpty()) return;
-  if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".png");
+  if (QFileInfo(path).suffix().isEmpty()) path += QLatin1Char('.') + filter.left(3).toLower();
   const Status saved = SavePage(path);
   if (saved) return Say(Words("Kaydedildi: %1", "Saved: %1").arg(path));
   QMessageBox::warning(this, language_.attentionTitle, ErrorText(saved.Failure(), language_));

@@ -9,6 +9,8 @@
 #include <QSaveFile>
 #include <QSvgGenerator>
 
+#include "datafiles/helpers.h"
+
 namespace vesk {
 namespace {
 
@@ -112,6 +114,48 @@ Status PaintSvg(QIODevice& device, const GraphPage& page, const GraphSheet& shee
   return {};
 }
 
+const char* KindName(ReadingKind kind) {
+  switch (kind) {
+    case ReadingKind::Maximum:
+      return "Max";
+    case ReadingKind::Minimum:
+      return "Min";
+    case ReadingKind::Ordinary:
+      break;
+  }
+  return "Ort";
+}
+
+// The values behind the page: what is drawn, reading by reading.
+Status WriteCsv(QIODevice& device, const GraphPage& page, const GraphSheet& sheet, QSize /*size*/) {
+  QByteArray text = "station,date,time,level_cm,kind\n";
+  const int start = GraphMinutes(sheet.firstDay, page.start);
+  const int end = GraphMinutes(sheet.firstDay, page.end);
+  for (std::size_t i = 0; i < sheet.series.size(); ++i) {
+    const QByteArray station = sheet.stationNames.value(static_cast<qsizetype>(i)).toUtf8() + ',';
+    for (const SeriesPoint& point : sheet.series[i].OnPage(start, end)) {
+      if (point.minutes < start) continue;
+      QByteArray time =
+          DateTimeText(TimeOfCoordinate(sheet.firstDay, point.minutes * kMinuteUnits)).toLatin1();
+      text += station + time.replace(' ', ',') + ',' + NumberText(point.levelCm).toLatin1() + ',' +
+              KindName(point.kind) + '\n';
+    }
+  }
+  if (device.write(text) == text.size()) return {};
+  return Error{{}, {}, device.errorString()};
+}
+
+using PageWriter = Status (*)(QIODevice&, const GraphPage&, const GraphSheet&, QSize);
+
+// Null for an ending that is not known.
+PageWriter WriterOf(const QString& ending) {
+  if (ending == QLatin1String("png")) return &PaintPng;
+  if (ending == QLatin1String("pdf")) return &PaintPdf;
+  if (ending == QLatin1String("svg")) return &PaintSvg;
+  if (ending == QLatin1String("csv")) return &WriteCsv;
+  return nullptr;
+}
+
 }  // namespace
 
 QImage GraphPageImage(const GraphPage& page, const GraphSheet& sheet, QSize size, double pixelRatio) {
@@ -123,19 +167,16 @@ QImage GraphPageImage(const GraphPage& page, const GraphSheet& sheet, QSize size
 }
 
 bool IsGraphFormat(const QString& ending) {
-  return ending == QLatin1String("png") || ending == QLatin1String("pdf") || ending == QLatin1String("svg");
+  return WriterOf(ending) != nullptr;
 }
 
 Status SaveGraphPage(const QString& path, const GraphPage& page, const GraphSheet& sheet, QSize size) {
-  const QString ending = QFileInfo(path).suffix().toLower();
-  if (!IsGraphFormat(ending))
-    return SaveFailure(path, QStringLiteral("the name must end in .png, .pdf or .svg"));
+  const auto write = WriterOf(QFileInfo(path).suffix().toLower());
+  if (write == nullptr)
+    return SaveFailure(path, QStringLiteral("the name must end in .png, .pdf, .svg or .csv"));
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return SaveFailure(path, file.errorString());
-  const auto paint = ending == QLatin1String("png")   ? &PaintPng
-                     : ending == QLatin1String("pdf") ? &PaintPdf
-                                                      : &PaintSvg;
-  const Status painted = paint(file, page, sheet, size);
+  const Status painted = write(file, page, sheet, size);
   if (!painted) return SaveFailure(path, painted.Failure().reason);
   if (!file.commit()) return SaveFailure(path, file.errorString());
   return {};

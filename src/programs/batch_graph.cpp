@@ -46,7 +46,7 @@ void AddGraphOptions(QCommandLineParser& parser) {
   add("size", "Size of the page, 1/96 inch (1600x900 for .png, A4 landscape for .pdf and .svg).", "WxH");
   add("language", "Language of the texts (TURKCE).", "TURKCE|ENGLISH");
   add("register", "Station register for the station's name.", "FILE");
-  add("out", "File to write: .png, .pdf or .svg.", "FILE");
+  add("out", "File to write: .png, .pdf or .svg; .csv writes the readings that are drawn.", "FILE");
 }
 
 Error Wrong(const QString& option, const QString& reason) {
@@ -97,7 +97,7 @@ Result<GraphRequest> ReadRequest(const QCommandLineParser& parser) {
   request.outPath = parser.value(QStringLiteral("out"));
   const QString ending = QFileInfo(request.outPath).suffix().toLower();
   if (!IsGraphFormat(ending)) {
-    return Wrong(QStringLiteral("out"), QStringLiteral("expected a file ending in .png, .pdf or .svg"));
+    return Wrong(QStringLiteral("out"), QStringLiteral("expected a file ending in .png, .pdf, .svg or .csv"));
   }
   const auto size = ReadSize(parser.value(QStringLiteral("size")), ending);
   if (!size) return size.Failure();

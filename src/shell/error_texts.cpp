@@ -98,7 +98,7 @@ constexpr Translation kTranslations[] = {
      u"son verinin gerçek zamanı (gg/aa/yyyy ss:dd) ilk veriden sonra olmalıdır"},
     {u"the true time of the last reading is expected as dd/mm/yyyy hh:mm",
      u"son verinin gerçek zamanı gg/aa/yyyy ss:dd biçiminde yazılmalıdır"},
-    {u"the name must end in .png, .pdf or .svg", u"dosya adı .png, .pdf veya .svg ile bitmeli"},
+    {u"the name must end in .png, .pdf, .svg or .csv", u"dosya adı .png, .pdf, .svg veya .csv ile bitmeli"},
     {u"the page could not be begun", u"sayfaya başlanamadı"},
     {u"the page could not be finished", u"sayfa bitirilemedi"},
     {u"the workbook has no such macro", u"tablo dosyasında bu makro yok"},

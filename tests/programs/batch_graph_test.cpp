@@ -1,0 +1,102 @@
+// The graph verb, on the sample data.
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "tools/sample_data.h"
+
+namespace vesk {
+namespace {
+
+class GraphVerb : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(sample::WriteSampleData(data_.path()).Ok()); }
+
+  int Run(const QString& options, QString* out = nullptr) {
+    QProcess process;
+    QStringList arguments = options.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    arguments.replaceInStrings(QStringLiteral("DIR"), data_.path());
+    arguments.replaceInStrings(QStringLiteral("OUT"), out_.path());
+    process.start(QStringLiteral(VESK_BATCH_PROGRAM), arguments);
+    if (!process.waitForFinished(60'000)) return -1;
+    if (out != nullptr) *out = QString::fromUtf8(process.readAllStandardOutput());
+    return process.exitCode();
+  }
+  QStringList Read(const char* name) const {
+    QFile file(out_.filePath(QString::fromLatin1(name)));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+    return QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+  }
+
+  QTemporaryDir data_, out_;
+};
+
+TEST_F(GraphVerb, DrawsEveryFormatAndLeavesTheFolderAsItIs) {
+  const QStringList before = QDir(data_.path()).entryList();
+  const QString one = QStringLiteral("graph DIR --station 12001 --water-year 2024 ");
+  EXPECT_EQ(Run(one + QStringLiteral("--size 800x500 --out OUT/a.png")), 0);
+  EXPECT_EQ(QImage(out_.filePath(QStringLiteral("a.png"))).size(), QSize(800, 500));
+  EXPECT_EQ(Run(one + QStringLiteral("--language ENGLISH --out OUT/a.svg")), 0);
+  EXPECT_TRUE(Read("a.svg").join(QString()).contains(QStringLiteral("Water Year:2024")));
+  EXPECT_EQ(Run(one + QStringLiteral("--station 12002 --from 1.3 --to 31.3 --out OUT/a.pdf")), 0);
+  EXPECT_TRUE(Read("a.pdf").front().startsWith(QStringLiteral("%PDF")));
+  EXPECT_EQ(QDir(data_.path()).entryList(), before);
+}
+
+TEST_F(GraphVerb, TheValuesBehindThePageAreTheReadings) {
+  const QString station = QStringLiteral(" DIR --station 12002 --water-year 2024 ");
+  ASSERT_EQ(Run(QStringLiteral("graph") + station + QStringLiteral("--out OUT/page.csv")), 0);
+  QString readings;
+  ASSERT_EQ(Run(QStringLiteral("readings") + station, &readings), 0);
+  QStringList expected;
+  const QStringList lines = readings.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+  for (const QString& line : lines.mid(1)) {
+    expected += QStringLiteral("12002,") + line.section(QLatin1Char(','), 0, 2);
+  }
+  const QStringList page = Read("page.csv");
+  ASSERT_EQ(page.size(), expected.size() + 1);
+  for (qsizetype i = 0; i < expected.size(); ++i) {
+    ASSERT_EQ(page[i + 1].section(QLatin1Char(','), 0, 3), expected[i]);
+  }
+}
+
+TEST_F(GraphVerb, ADateRangeHoldsWholeDaysOnly) {
+  ASSERT_EQ(Run(QStringLiteral(
+                "graph DIR --station 12002 --water-year 2024 --from 5/3 --to 6.3 --out OUT/page.csv")),
+            0);
+  const QStringList page = Read("page.csv");
+  EXPECT_EQ(page.value(1).section(QLatin1Char(','), 1, 1), QStringLiteral("05/03/2024"));
+  EXPECT_EQ(page.back().section(QLatin1Char(','), 1, 1), QStringLiteral("06/03/2024"));
+}
+
+TEST_F(GraphVerb, WrongUseAndFailuresHaveTheirExitCodes) {
+  const QString one = QStringLiteral("graph DIR --station 12001 --water-year 2024 ");
+  struct Case {
+    QString options;
+    int exit;
+  };
+  const std::vector<Case> cases = {
+      {QStringLiteral("graph DIR --water-year 2024 --out OUT/b.png"), 2},
+      {QStringLiteral("graph DIR --station 12001 --out OUT/b.png"), 2},
+      {one, 2},
+      {one + QStringLiteral("--out OUT/b.jpg"), 2},
+      {one + QStringLiteral("--size 10x10 --out OUT/b.png"), 2},
+      {one + QStringLiteral("--from 31.11 --out OUT/b.png"), 2},
+      {one + QStringLiteral("--from 5.3 --to 5.11 --out OUT/b.png"), 2},
+      {one + QStringLiteral("--language Turkish --out OUT/b.png"), 2},
+      {one + QStringLiteral("--station 1 --station 2 --station 3 --station 4 --out OUT/b.png"), 2},
+      {QStringLiteral("graph DIR --station 77777 --water-year 2024 --out OUT/b.png"), 1},
+      {QStringLiteral("graph DIR --station 12001 --water-year 1999 --out OUT/b.png"), 1},
+      {QStringLiteral("graph DIR/none --station 12001 --water-year 2024 --out OUT/b.png"), 1},
+      {one + QStringLiteral("--out OUT/none/b.png"), 1},
+  };
+  for (const Case& wrong : cases) EXPECT_EQ(Run(wrong.options), wrong.exit) << wrong.options.toStdString();
+  EXPECT_TRUE(QDir(out_.path()).entryList(QDir::Files).isEmpty());
+}
+
+}  // namespace
+}  // namespace vesk
