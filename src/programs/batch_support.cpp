@@ -165,12 +165,6 @@ Result<std::vector<StationYear>> ChooseStationYears(const QCommandLineParser& pa
 
 void PrintLoadMessages(const LoadedReadings& loaded) {
   for (const QString& message : loaded.messages) Complain(message);
-  for (const LoadedChangeLog& log : loaded.changeLogs) {
-    if (log.overlay.orphans.empty()) continue;
-    Complain(QStringLiteral("%1: %2 line(s) belong to no reading and were left out")
-                 .arg(log.readFrom)
-                 .arg(log.overlay.orphans.size()));
-  }
 }
 
 Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear& choice,

@@ -93,8 +93,9 @@ struct Search {
   }
 };
 
-void AddMessage(ChangeLogOverlay& overlay, const QString& fileName, qint64 lineNumber,
-                const QString& expected) {
+void AddUnreadable(ChangeLogOverlay& overlay, const QString& fileName, qint64 lineNumber,
+                   const QString& expected) {
+  ++overlay.unreadable;
   if (overlay.messages.size() >= kMostMessages) return;
   overlay.messages.push_back(
       QStringLiteral("%1, line %2: expected %3").arg(fileName).arg(lineNumber).arg(expected));
@@ -148,6 +149,23 @@ Result<QByteArray> ReadContent(const QString& path) {
   return content;
 }
 
+void AddOrphanCount(ChangeLogOverlay& overlay, const QString& fileName) {
+  const int count = static_cast<int>(overlay.orphans.size()) - overlay.unreadable;
+  if (count == 0) return;
+  overlay.messages.push_back(
+      QStringLiteral("%1: %2 line(s) belong to no reading of this load; they are kept for the next save")
+          .arg(fileName)
+          .arg(count));
+}
+
+QString DatesNote(const QString& path, const SavedCorrection& correction, bool applied) {
+  const QString fileName = QFileInfo(SavedCorrectionPath(path)).fileName();
+  if (!applied)
+    return QStringLiteral("%1: the saved date correction does not fit these readings").arg(fileName);
+  return QStringLiteral("%1: the readings are re-timed as saved, the last one to %2")
+      .arg(fileName, DateTimeText(correction.targets.back()));
+}
+
 std::vector<int> RowsToSave(const ReviewGrid& grid, std::optional<int> waterYear) {
   std::vector<int> rows;
   for (int row = 1; row <= grid.ReadingCount(); ++row) {
@@ -190,7 +208,7 @@ ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName,
     if (bytes.trimmed().isEmpty()) continue;
     QString expected;
     const auto line = ReadLine(bytes, expected);
-    if (!line) AddMessage(overlay, fileName, lineNumber, expected);
+    if (!line) AddUnreadable(overlay, fileName, lineNumber, expected);
     const int row =
         line ? search.Next(index, DateTime(line->day) + std::chrono::minutes(line->minuteOfDay)) : 0;
     if (row == 0) {
@@ -219,9 +237,9 @@ Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid) {
   const bool corrected = ApplySavedCorrection(*correction, grid);
   ChangeLogOverlay overlay = ApplyChangeLog(*content, fileName, grid);
   overlay.correction = *correction;
-  if (!corrected) {
-    overlay.messages.push_back(QStringLiteral("%1: the saved date correction does not fit these readings")
-                                   .arg(QFileInfo(SavedCorrectionPath(path)).fileName()));
+  AddOrphanCount(overlay, fileName);
+  if (!correction->targets.empty()) {
+    overlay.messages.push_back(DatesNote(path, *correction, corrected));
   }
   return overlay;
 }

@@ -25,9 +25,11 @@ struct ChangeLogLine {
 /// What laying a change log over a grid did.
 struct ChangeLogOverlay {
   int applied = 0;                  ///< rows changed
+  int unreadable = 0;               ///< of the orphans: lines that could not be read
   std::vector<QByteArray> orphans;  ///< lines whose row is not in the grid; the next save writes them back
-  std::vector<QString> messages;    ///< file, line number and what was expected, for unreadable lines
-  SavedCorrection correction;       ///< the file's saved date correction, already applied
+  std::vector<QString>
+      messages;  ///< unreadable lines by number, how many lines found no reading, date correction
+  SavedCorrection correction;  ///< the file's saved date correction, already applied
 };
 
 /// dataDirectory + station + "-Degisiklikler" + trimmed water-year entry + ".txt".

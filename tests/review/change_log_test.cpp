@@ -201,6 +201,18 @@ TEST(ChangeLog, AFailedSaveLeavesTheGridAndTheOldFileAlone) {
   EXPECT_EQ(grid.Mark(1).baselineCm, 1);
 }
 
+TEST(ChangeLog, ALoadTellsHowManyLinesFoundNoReading) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("log.txt"));
+  ASSERT_TRUE(WriteContent(path, "01/01/1999\t00:00\t7\t\r\nrubbish\r\n01/01/1999\t01:00\t7\t\r\n"));
+  ReviewGrid grid = TwoDays();
+  const auto overlay = LoadChangeLog(path, grid);
+  ASSERT_TRUE(overlay);
+  EXPECT_EQ(overlay->orphans.size(), 3U);
+  ASSERT_EQ(overlay->messages.size(), 2U);
+  EXPECT_TRUE(overlay->messages[1].contains(QStringLiteral("log.txt: 2 line(s)")));
+}
+
 TEST(ChangeLog, AMissingFileIsNoErrorAndAFolderOfThatNameIs) {
   const QTemporaryDir folder;
   ReviewGrid grid = TwoDays();
