@@ -240,6 +240,9 @@ class Builder {
     c_.Text8->setAccessibleName(title->text());
     c_.Command10 =
         Button(Text(u"Tarih  Düzeltme  İşlemine Başla", u"Start the date correction"), "Command10");
+    QSizePolicy keepsItsPlace = c_.Command10->sizePolicy();
+    keepsItsPlace.setRetainSizeWhenHidden(true);
+    c_.Command10->setSizePolicy(keepsItsPlace);
     auto* column = new QVBoxLayout(c_.Frame10);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kGap / 2);

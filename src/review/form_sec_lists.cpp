@@ -9,6 +9,7 @@
 
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
+#include "review/message_texts.h"
 #include "review/setup_parameters.h"
 #include "shell/error_texts.h"
 #include "shell/main_frame.h"
@@ -207,7 +208,7 @@ void FormSec::ShowMessages(const std::vector<QString>& messages) {
 }
 
 void FormSec::AddMessage(const QString& message) {
-  if (!message.isEmpty()) c_.ListMsj->addItem(message);
+  if (!message.isEmpty()) c_.ListMsj->addItem(MessageText(message, run_.language));
 }
 
 void FormSec::ShowSetup(const SetupCells& cells) {

@@ -78,8 +78,7 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
   }
   const bool named = !request.stationName.isEmpty() && request.stationName != QLatin1String("-");
   const QString name = named ? QLatin1Char(' ') + request.stationName : QString();
-  c_.LoadedLabel->setText(request.station + name + QStringLiteral("  ·  ") + what + QStringLiteral("  ·  ") +
-                          Text(u"%1 satır", u"%1 rows").arg(loaded.grid.ReadingCount()));
+  c_.LoadedLabel->setText(request.station + name + QStringLiteral("  ·  ") + what);
   c_.LoadedLabel->setToolTip(c_.LoadedLabel->text());
   ShowSetup(loaded.setup);
   ShowMessages(loaded.messages);

@@ -176,6 +176,37 @@ TEST_F(Choosing, MultipleGraphsCollectUpToFourEntriesInsteadOfReadings) {
   EXPECT_TRUE(Entries("ListGraf").isEmpty());
 }
 
+TEST_F(Choosing, MessagesOfALoadAreInTheOperatorsLanguage) {
+  QFile raw(Data() + Texts("001-20000-010203.txt"));
+  ASSERT_TRUE(raw.open(QIODevice::ReadWrite));
+  QByteArray content = raw.readAll();
+  content.replace("1.03", "1x03");
+  content.replace("************", "01/03/2010  05:00\r\n************");
+  ASSERT_TRUE(raw.resize(0) && raw.seek(0));
+  ASSERT_EQ(raw.write(content), content.size());
+  raw.close();
+  Write("12345", "010205", At(2010, 3, 1, 1), At(2010, 3, 3));
+  QFile refused(Data() + Texts("001-12345-010205.txt"));
+  ASSERT_TRUE(refused.open(QIODevice::ReadWrite));
+  content = refused.readAll().replace("Version                   10", "Version                   12");
+  ASSERT_TRUE(refused.seek(0));
+  ASSERT_EQ(refused.write(content), content.size());
+  refused.close();
+
+  Open();
+  Click("ListIst", 0);
+  EXPECT_TRUE(
+      Entries("ListMsj").contains(Texts("Version Hatasi: 001-12345-010205=0000.txt, 3. satır: \"12\" sürümü "
+                                        "okunamıyor; beklenen: 10, 11 veya 21")));
+  LoadWaterYear(1);
+  const QString file = Texts("001-20000-010203=0001.txt");
+  const QStringList told = Entries("ListMsj");
+  EXPECT_TRUE(
+      told.contains(file + Texts(", 19. satır yüklenmedi; beklenen: 23-27. sütunlarda metre olarak seviye")))
+      << told.join(QLatin1Char('\n')).toStdString();
+  EXPECT_TRUE(told.contains(file + Texts(", 68. satır yüklenmedi; beklenen: en az 23 sütunluk satır")));
+}
+
 TEST_F(ChoosingInEnglish, CaptionsAreEnglishWhereTheyAreTranslated) {
   Open();
   EXPECT_EQ(form_->windowTitle(), Texts("OPEN DATA FILE"));

@@ -1,0 +1,85 @@
+#include "review/message_texts.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <utility>
+
+#include "shell/error_texts.h"
+
+namespace vesk {
+namespace {
+
+struct Sentence {
+  const char16_t* english;  ///< pattern of the whole line
+  const char16_t* turkish;  ///< %1, %2 ...: what the pattern caught
+};
+
+// The first pattern that fits is taken, so the more particular ones come first.
+constexpr Sentence kSentences[] = {
+    {u"(.*), line (\\d+): not loaded; expected (.*)", u"%1, %2. satır yüklenmedi; beklenen: %3"},
+    {u"(.*): (\\d+) lines were not loaded in all", u"%1: toplam %2 satır yüklenmedi"},
+    {u"(.*): water year (\\d+) has more than (\\d+) files; only the first \\d+ are loaded(.*)",
+     u"%1: %2 su yılının dosyası %3'den çok; yalnız ilk %3 dosya yüklendi%4"},
+    {u"(.*), line 3: version \"(.*)\" is not read; expected 10, 11 or 21",
+     u"%1, 3. satır: \"%2\" sürümü okunamıyor; beklenen: 10, 11 veya 21"},
+    {u"(.*), line (\\d+): expected (.*)", u"%1, %2. satır; beklenen: %3"},
+    {u"(.*): (\\d+) line\\(s\\) belong to no reading of this load; they are kept for the next save",
+     u"%1: %2 satır yüklenen hiçbir kayda ait değil; bir sonraki kaydetme için saklandı"},
+    {u"(.*): the saved date correction does not fit these readings",
+     u"%1: kaydedilmiş tarih düzeltmesi bu kayıtlara uymuyor"},
+    {u"(.*): the readings are re-timed as saved, the last one to (.*)",
+     u"%1: kayıt zamanları kaydedildiği gibi düzeltildi; son kayıt %2"},
+    {u"(.*) could not be renamed to (.*): (.*)", u"%1 dosyasının adı %2 yapılamadı: %3"},
+    {u"(.*) could not be stamped", u"%1 dosyasının okunma işareti silinemedi"},
+    {u"No raw file to load for station (.*)", u"%1 istasyonunun yüklenecek ham dosyası yok"},
+};
+
+constexpr std::pair<const char16_t*, const char16_t*> kExpected[] = {
+    {u"15 header lines", u"15 başlık satırı"},
+    {u"a date dd/mm/yyyy", u"gg/aa/yyyy biçiminde tarih"},
+    {u"a date dd/mm/yyyy hh:mm from column 27 on", u"27. sütundan başlayan gg/aa/yyyy ss:dd"},
+    {u"a level in cm", u"cm olarak seviye"},
+    {u"a level in metres in columns 23-27", u"23-27. sütunlarda metre olarak seviye"},
+    {u"a line of at least 23 columns", u"en az 23 sütunluk satır"},
+    {u"a time hh:mm", u"ss:dd biçiminde saat"},
+    {u"a whole line; the file ends in the middle of this one",
+     u"tam satır; dosya bu satırın ortasında bitiyor"},
+};
+
+QString PartInTurkish(const QString& text, const Language& language) {
+  const auto found = std::find_if(std::begin(kExpected), std::end(kExpected),
+                                  [&text](const auto& entry) { return text == QStringView(entry.first); });
+  return found == std::end(kExpected) ? ErrorPart(text, language) : QString::fromUtf16(found->second);
+}
+
+/// Puts what was caught in the places of %1, %2 ...; by hand, as a file name may hold a "%1" of its own.
+QString Filled(const QString& sentence, const QRegularExpressionMatch& match, const Language& language) {
+  QString text;
+  for (qsizetype i = 0; i < sentence.size(); ++i) {
+    const bool place = sentence[i] == QLatin1Char('%') && i + 1 < sentence.size();
+    const int number = place ? sentence[i + 1].digitValue() : -1;
+    if (number < 1) {
+      text += sentence[i];
+    } else {
+      text += PartInTurkish(match.captured(number), language);
+      ++i;
+    }
+  }
+  return text;
+}
+
+}  // namespace
+
+QString MessageText(const QString& english, const Language& language) {
+  if (language.Choice() == LanguageChoice::English) return english;
+  for (const Sentence& sentence : kSentences) {
+    const QRegularExpression pattern(QRegularExpression::anchoredPattern(QStringView(sentence.english)));
+    const QRegularExpressionMatch match = pattern.match(english);
+    if (!match.hasMatch()) continue;
+    return Filled(QString::fromUtf16(sentence.turkish), match, language);
+  }
+  return ErrorPart(english, language);
+}
+
+}  // namespace vesk
