@@ -33,6 +33,8 @@ if [ -n "$display" ]; then
   exec "$bin/vesk4" --program-folder "$program"
 fi
 
+mkdir -p -m 700 "$sample/runtime"
+export XDG_RUNTIME_DIR=$sample/runtime
 batch() {
   echo "\$ vesk4-batch $*"
   "$bin/vesk4-batch" "$@"
