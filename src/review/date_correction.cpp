@@ -29,12 +29,12 @@ void SetTime(Reading& reading, DateTime time) {
 }
 
 /// All rows with their new times, in the order of those times; rows of one minute keep their order.
-std::vector<CarriedRow> RetimedRows(const ReviewGrid& grid, DateTime first, DateTime last, DateTime target) {
+std::vector<CarriedRow> RetimedRows(const ReviewGrid& grid, const ReadingSpan& span, DateTime target) {
   std::vector<CarriedRow> rows;
   rows.reserve(static_cast<std::size_t>(grid.ReadingCount()));
   for (int row = 1; row <= grid.ReadingCount(); ++row) {
     CarriedRow carried{grid.At(row), grid.Mark(row), grid.Discharge(row)};
-    SetTime(carried.reading, RetimedReading(carried.reading.Time(), first, last, target));
+    SetTime(carried.reading, RetimedReading(carried.reading.Time(), span, target));
     carried.mark.shade = RowShade::Corrected;
     rows.push_back(std::move(carried));
   }
@@ -114,28 +114,37 @@ ReviewGrid GridOf(const std::vector<CarriedRow>& rows) {
 
 }  // namespace
 
-DateTime RetimedReading(DateTime time, DateTime first, DateTime last, DateTime target) {
-  const auto from = static_cast<double>((time - first).count());
-  const auto span = static_cast<double>((last - first).count());
-  const auto trueSpan = static_cast<double>((target - first).count());
+std::optional<ReadingSpan> SpanOf(const ReviewGrid& grid) {
+  const auto ordinary = [](const Reading& reading) { return reading.kind == ReadingKind::Ordinary; };
+  const std::vector<Reading>& readings = grid.Readings();
+  const auto first = std::find_if(readings.begin(), readings.end(), ordinary);
+  if (first == readings.end()) return std::nullopt;
+  const auto last = std::find_if(readings.rbegin(), readings.rend(), ordinary);
+  return ReadingSpan{first->Time(), last->Time()};
+}
+
+DateTime RetimedReading(DateTime time, const ReadingSpan& span, DateTime target) {
+  const auto from = static_cast<double>((time - span.first).count());
+  const auto length = static_cast<double>((span.last - span.first).count());
+  const auto trueLength = static_cast<double>((target - span.first).count());
   // Exact to the second, the way a clock shows it: the seconds are rounded, the minutes are not.
-  return first + floor<minutes>(seconds(std::llround(from * trueSpan / span * 60)));
+  return span.first + floor<minutes>(seconds(std::llround(from * trueLength / length * 60)));
 }
 
 Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& grid) {
   const QString what = QStringLiteral("The dates were not corrected");
   const auto refuse = [&what](const QString& reason) { return Error{what, {}, reason}; };
-  if (grid.ReadingCount() == 0) return refuse(QStringLiteral("no readings are loaded"));
+  const auto span = SpanOf(grid);
+  if (!span) return refuse(QStringLiteral("no readings are loaded"));
   const QString trimmed = text.trimmed();
   const auto target = ReadDateTime(trimmed);
   if (!target || !trimmed.contains(QLatin1Char(':'))) {
     return refuse(QStringLiteral("the true time of the last reading is expected as dd/mm/yyyy hh:mm"));
   }
-  const DateTime first = grid.At(1).Time();
-  if (grid.At(grid.ReadingCount()).Time() <= first) {
+  if (span->last <= span->first) {
     return refuse(QStringLiteral("the last reading does not lie after the first one"));
   }
-  if (*target <= first) {
+  if (*target <= span->first) {
     return refuse(QStringLiteral(
         "the true time of the last reading (dd/mm/yyyy hh:mm) must lie after the first reading"));
   }
@@ -143,10 +152,9 @@ Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& gri
 }
 
 bool CorrectDates(ReviewGrid& grid, DateTime target) {
-  const DateTime first = grid.At(1).Time();
-  const DateTime last = grid.At(grid.ReadingCount()).Time();
-  if (target == last) return false;
-  grid = GridOf(WithDailyExtremes(RetimedRows(grid, first, last, target)));
+  const auto span = SpanOf(grid);
+  if (!span || target == span->last) return false;
+  grid = GridOf(WithDailyExtremes(RetimedRows(grid, *span, target)));
   return true;
 }
 

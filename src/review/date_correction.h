@@ -4,14 +4,26 @@
 
 #include <QString>
 
+#include <optional>
+
 #include "platform/result.h"
 #include "review/review_grid.h"
 
 namespace vesk {
 
+/// Times of the first and the last ordinary reading. The logger's extreme records do not count: those of the
+/// last day stand behind its readings with earlier times.
+struct ReadingSpan {
+  DateTime first{};
+  DateTime last{};
+};
+
+/// Nothing when the grid has no ordinary reading.
+std::optional<ReadingSpan> SpanOf(const ReviewGrid& grid);
+
 /// Time of a reading after the correction, to the minute: first + (time - first) x (target - first)/(last -
 /// first). last must differ from first.
-DateTime RetimedReading(DateTime time, DateTime first, DateTime last, DateTime target);
+DateTime RetimedReading(DateTime time, const ReadingSpan& span, DateTime target);
 
 /// Reads the operator's text (dd/mm/yyyy hh:mm) and checks it against the grid. Refused (the reason says
 /// why): a text that is no date-time, a time not after the first reading, a grid whose last reading does not

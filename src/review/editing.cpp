@@ -170,7 +170,7 @@ Result<bool> EditSession::CorrectDates(const QString& targetText) {
 }
 
 bool EditSession::ApplyCorrection(DateTime target) {
-  if (target == grid_.At(grid_.ReadingCount()).Time()) return false;
+  if (target == SpanOf(grid_)->last) return false;
   Step step;
   step.record = {.kind = JournalRecord::Kind::CorrectDates, .target = target};
   step.gridBefore = grid_;

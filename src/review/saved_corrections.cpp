@@ -74,9 +74,10 @@ QString SavedCorrectionPath(const QString& changeLogPath) {
 
 Result<SavedCorrection> ReadSavedCorrection(const QString& changeLogPath, const ReviewGrid& grid) {
   SavedCorrection wanted;
-  if (grid.ReadingCount() == 0) return wanted;
-  wanted.first = grid.At(1).Time();
-  wanted.last = grid.At(grid.ReadingCount()).Time();
+  const auto span = SpanOf(grid);
+  if (!span) return wanted;
+  wanted.first = span->first;
+  wanted.last = span->last;
   const auto lines = Lines(SavedCorrectionPath(changeLogPath));
   if (!lines) return lines.Failure();
   for (const QByteArray& bytes : *lines) {

@@ -38,7 +38,7 @@ TEST(DateCorrection, StretchesLinearlyAndCutsToTheMinute) {
       {"01/01/2010 20:00", "01/01/2011 00:00", "01/01/2011 00:01", "01/01/2010 20:00"},
   };
   for (const auto& c : kCases) {
-    EXPECT_EQ(DateTimeText(RetimedReading(At(c.time), At("01/01/2010 00:00"), At(c.last), At(c.target))),
+    EXPECT_EQ(DateTimeText(RetimedReading(At(c.time), {At("01/01/2010 00:00"), At(c.last)}, At(c.target))),
               QLatin1String(c.expected))
         << c.time << " of " << c.last << " to " << c.target;
   }
@@ -85,6 +85,17 @@ TEST(DateCorrection, TheOwnTimeOfTheLastReadingChangesNothing) {
   EXPECT_FALSE(CorrectDates(grid, At("02/01/2010 05:00")));
   EXPECT_EQ(grid.ReadingCount(), 30);
   EXPECT_EQ(grid.Mark(1).shade, RowShade::None);
+}
+
+TEST(DateCorrection, TheRecordsBehindTheLastReadingAreNotTheLastReading) {
+  const ReviewGrid raw = test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 20:00", 60),
+                                       ReadingAt("01/01/2010 18:00", 70, ReadingKind::Maximum),
+                                       ReadingAt("01/01/2010 05:00", 40, ReadingKind::Minimum)});
+  ReviewGrid grid = raw;
+  EXPECT_FALSE(CorrectDates(grid, At("01/01/2010 20:00")));
+  ASSERT_TRUE(CorrectDates(grid, At("01/01/2010 22:00")));
+  EXPECT_EQ(Rows(grid),
+            QStringList({QStringLiteral("01/01 00:00 50 01-ort"), QStringLiteral("01/01 22:00 60 01-ort")}));
 }
 
 TEST(DateCorrection, RefusesWhatIsNoTimeBehindTheFirstReading) {
