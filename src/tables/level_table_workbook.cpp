@@ -88,7 +88,7 @@ class HourlyWriter {
 
   [[nodiscard]] CellBlock Block(int firstRow, int lastRow) const {
     CellBlock block;
-    block.reserve(static_cast<std::size_t>(lastRow - firstRow + 1));
+    block.reserve(static_cast<std::size_t>(lastRow) - static_cast<std::size_t>(firstRow) + 1);
     auto beside = beside_.lower_bound(firstRow);
     for (int row = firstRow; row <= lastRow; ++row) {
       const HourlyReading& reading = table_.hourly[static_cast<std::size_t>(row - kFirstHourlyRow)];

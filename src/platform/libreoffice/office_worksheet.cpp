@@ -87,12 +87,9 @@ Reference<css::sheet::XSpreadsheetView> ViewOf(const Reference<css::sheet::XSpre
 }  // namespace
 
 OfficeWorksheet::OfficeWorksheet(std::shared_ptr<OfficeSession> session,
-                                 Reference<css::sheet::XSpreadsheetDocument> document,
-                                 Reference<css::sheet::XSpreadsheet> sheet, QString path)
-    : session_(std::move(session)),
-      document_(std::move(document)),
-      sheet_(std::move(sheet)),
-      path_(std::move(path)) {}
+                                 const Reference<css::sheet::XSpreadsheetDocument>& document,
+                                 const Reference<css::sheet::XSpreadsheet>& sheet, QString path)
+    : session_(std::move(session)), document_(document), sheet_(sheet), path_(std::move(path)) {}
 
 Status OfficeWorksheet::Select() {
   return session_->Ask(QStringLiteral("The sheet could not be selected"), path_,

@@ -12,8 +12,8 @@ namespace vesk {
 class OfficeWorksheet : public Worksheet {
  public:
   OfficeWorksheet(std::shared_ptr<OfficeSession> session,
-                  css::uno::Reference<css::sheet::XSpreadsheetDocument> document,
-                  css::uno::Reference<css::sheet::XSpreadsheet> sheet, QString path);
+                  const css::uno::Reference<css::sheet::XSpreadsheetDocument>& document,
+                  const css::uno::Reference<css::sheet::XSpreadsheet>& sheet, QString path);
 
   Status Select() override;
   Status SelectCell(int row, int column) override;
