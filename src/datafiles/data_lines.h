@@ -24,7 +24,7 @@ struct LineFault {
 };
 
 inline constexpr int kHeaderLines = 15;
-inline constexpr std::size_t kMostFaultsKept = 100;  ///< faults named one by one; all are counted
+inline constexpr std::size_t kMostFaultsKept = 20;  ///< faults named one by one; all are counted
 
 /// kept + outsideWindow + blank + refused + afterEnd are all lines behind the header.
 struct DataLineTally {

@@ -192,6 +192,16 @@ void FillCells(const RawHeader& header, const QString& stationName, SetupCells& 
            header.WaterYearsText};
 }
 
+/// A short text without control characters, for messages about files that hold anything.
+QString Printable(const QString& text) {
+  constexpr qsizetype kEnough = 20;
+  QString result = text.left(kEnough);
+  for (QChar& c : result) {
+    if (!c.isPrint()) c = QLatin1Char('?');
+  }
+  return result;
+}
+
 void AddMessage(const HeaderSinks& sinks, const QString& text) {
   if (sinks.messages && !text.isEmpty() && !ListContains(*sinks.messages, text))
     sinks.messages->push_back(text);
@@ -229,7 +239,7 @@ RawHeaderReading DecodeRawHeader(QByteArrayView bytes, const QString& fileName, 
   if (!IsAcceptedVersion(result.header.Version)) {
     result.errorText = VersionErrorText();
     result.detail = QStringLiteral("%1, line 3: version \"%2\" is not read; expected 10, 11 or 21")
-                        .arg(fileName, result.header.Version);
+                        .arg(fileName, Printable(result.header.Version));
     AddMessage(sinks, VersionErrorText());
     return result;
   }

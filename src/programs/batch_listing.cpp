@@ -1,4 +1,6 @@
 // Verbs that list and tidy: files, header, readings, tidy.
+#include <algorithm>
+
 #include "datafiles/archive.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
@@ -19,14 +21,19 @@ QString StatusOf(const RawFile& file) {
 void AppendFileLine(QByteArray& text, const RawFile& file) {
   const RawHeader& header = file.reading.header;
   const QString station = header.StationNo.isEmpty() ? file.Station().mid(4) : header.StationNo;
-  const QStringList fields = {file.diskName,
-                              station,
-                              header.Version,
-                              DateTimeOrNothing(header.FirstRecordTime),
-                              DateTimeOrNothing(header.LastRecordTime),
-                              QString::number(header.DaysCovered),
-                              header.WaterYearsText.trimmed(),
-                              StatusOf(file)};
+  QStringList fields = {file.diskName,
+                        station,
+                        header.Version,
+                        DateTimeOrNothing(header.FirstRecordTime),
+                        DateTimeOrNothing(header.LastRecordTime),
+                        QString::number(header.DaysCovered),
+                        header.WaterYearsText.trimmed(),
+                        StatusOf(file)};
+  for (QString& field : fields) {
+    for (QChar& c : field) {
+      if (!c.isPrint()) c = QLatin1Char('?');  // a refused file can hold anything, tabs among it
+    }
+  }
   text += fields.join(QLatin1Char('\t')).toUtf8() + '\n';
 }
 
@@ -162,7 +169,7 @@ int RunReadingsVerb(const QStringList& arguments) {
   if (!loaded) return Fail(loaded.Failure());
   Output output(parser.value(QStringLiteral("out")));
   AppendReadings(loaded->grid, output.Text());
-  return Finish(output);
+  return std::max(Finish(output), ExitOf(*loaded));
 }
 
 int RunTidyVerb(const QStringList& arguments) {

@@ -180,11 +180,16 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
   PrintLoadMessages(*loaded);
   const QString what = QStringLiteral("Station %1, water year %2").arg(choice.station).arg(choice.waterYear);
   if (!loaded->refusedFile.isEmpty()) {
-    return Error{what, folder + loaded->refusedFile,
-                 QStringLiteral("this file is refused, so the year is not whole")};
+    Complain(Error{what, folder + loaded->refusedFile,
+                   QStringLiteral("this file is refused and ended the load, so the year may not be whole")}
+                 .Text());
   }
   if (loaded->grid.ReadingCount() == 0) return Error{what, folder, QStringLiteral("no readings")};
   return loaded;
+}
+
+int ExitOf(const LoadedReadings& loaded) {
+  return loaded.refusedFile.isEmpty() ? kBatchDone : kBatchFailed;
 }
 
 QString StationNameFrom(const QString& registerPath, const QString& stationNumber) {

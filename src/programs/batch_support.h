@@ -45,9 +45,13 @@ void AddStationOptions(QCommandLineParser& parser, bool withAll);
 /// What the options choose. Refused files of the chosen stations are complained about.
 Result<std::vector<StationYear>> ChooseStationYears(const QCommandLineParser& parser, const QString& folder);
 
-/// Loads one of them; what the load has to say is printed. Fails also when a refused file cut the load short.
+/// Loads one of them; what the load has to say is printed. Fails when there is no reading at all. A refused
+/// file ends a load: what was read before it is there, and the caller's exit code tells (ExitOf).
 Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear& choice,
                                        const QString& stationName = {});
+
+/// kBatchFailed when a refused file cut the load short.
+int ExitOf(const LoadedReadings& loaded);
 
 /// Prints the messages of a load on standard error.
 void PrintLoadMessages(const LoadedReadings& loaded);

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -115,7 +116,8 @@ QString DefaultTemplates() {
   return beside + QStringLiteral("../share/vesk4/");
 }
 
-Status MakeTable(const StationYear& choice, const TableOptions& options, Spreadsheet& office) {
+/// The exit code that the load asks for, once the table is made.
+Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Spreadsheet& office) {
   const QString number = choice.station.mid(4);
   const QString name = StationNameFrom(options.registerPath, number);
   const auto loaded = LoadStationYear(options.folder, choice, name);
@@ -144,7 +146,7 @@ Status MakeTable(const StationYear& choice, const TableOptions& options, Spreads
   const QByteArray path = report->path.toUtf8() + '\n';
   std::fputs(path.constData(), stdout);
   std::fflush(stdout);
-  return {};
+  return ExitOf(*loaded);
 }
 
 Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
@@ -237,6 +239,7 @@ int RunDailyVerb(const QStringList& arguments) {
       exit = Fail(loaded.Failure());
       continue;
     }
+    exit = std::max(exit, ExitOf(*loaded));
     AppendDays(choice.station.mid(4), ComputeLevelTable(loaded->grid, choice.waterYear, mode, {}, false),
                output.Text());
   }
@@ -263,7 +266,8 @@ int RunTableVerb(const QStringList& arguments) {
   const auto office = MakeUnattendedSpreadsheet();
   int exit = kBatchDone;
   for (const StationYear& choice : *chosen) {
-    if (const Status made = MakeTable(choice, *options, *office); !made) exit = Fail(made.Failure());
+    const Result<int> made = MakeTable(choice, *options, *office);
+    exit = std::max(exit, made ? *made : Fail(made.Failure()));
   }
   if (const Status ended = office->Quit(); !ended) Complain(ended.Failure().Text());
   return exit;

@@ -116,6 +116,19 @@ TEST_F(BatchTest, CorrectionsAreLaidOverTheReadings) {
   EXPECT_EQ(changed.at(5), QStringLiteral("999"));
 }
 
+TEST_F(BatchTest, ARefusedFileIsNamedAndWhatWasReadBeforeItIsThere) {
+  const QString station = written_.front().left(9);
+  QFile rubbish(Folder() + QStringLiteral("/%1-990101.txt").arg(station));
+  ASSERT_TRUE(rubbish.open(QIODevice::WriteOnly));
+  rubbish.write(QByteArray(3000, '\0'));
+  rubbish.close();
+  const Outcome daily = Batch({QStringLiteral("daily"), Folder(), QStringLiteral("--station"), station,
+                               QStringLiteral("--water-year"), QStringLiteral("2024")});
+  EXPECT_EQ(daily.exit, 1);
+  EXPECT_GT(daily.Lines().size(), 100);
+  EXPECT_TRUE(daily.err.contains(QStringLiteral("-990101=0000.txt: this file is refused")));
+}
+
 TEST_F(BatchTest, WrongUseAndFailuresDiffer) {
   const QString outFile = Folder() + QStringLiteral("/no/such/folder/out.csv");
   const struct {
