@@ -45,7 +45,7 @@ void FrmGrLis::CreateWidgets() {
   draw_->setDefault(true);
   auto* leave = new QPushButton(language_.Text(Caption::ExitList), this);
   connect(clear_, &QPushButton::clicked, this, &FrmGrLis::Clear);
-  connect(draw_, &QPushButton::clicked, this, &FrmGrLis::Accept);
+  connect(draw_, &QPushButton::clicked, this, &FrmGrLis::Finish);
   connect(leave, &QPushButton::clicked, this, &QDialog::reject);
   connect(files_, &QListWidget::itemDoubleClicked, this,
           [this](QListWidgetItem* item) { RemoveRow(files_->row(item)); });
@@ -119,7 +119,7 @@ void FrmGrLis::ShowState() {
   message_->clear();
 }
 
-void FrmGrLis::Accept() {
+void FrmGrLis::Finish() {
   std::vector<GraphFileEntry> files;
   for (int row = 0; row < files_->count(); ++row) {
     const QString name = files_->item(row)->text();

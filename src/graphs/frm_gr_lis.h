@@ -33,7 +33,7 @@ class FrmGrLis : public QDialog {
   void AddFile(const QString& fileName);
   void RemoveRow(int row);
   void Clear();
-  void Accept();
+  void Finish();
   void ShowState();
   [[nodiscard]] QString StateOf(const QString& fileName) const;
 

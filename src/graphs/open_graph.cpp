@@ -15,7 +15,8 @@ void Open(MainFrame& frame, GraphSheet sheet) {
 
 }  // namespace
 
-void OpenSingleGraph(MainFrame& frame, std::shared_ptr<const ReviewGrid> grid, const GraphStation& station) {
+void OpenSingleGraph(MainFrame& frame, const std::shared_ptr<const ReviewGrid>& grid,
+                     const GraphStation& station) {
   if (!frame.CloseChild(QStringLiteral("FormGraf"))) return;
   RunValues& run = frame.Run();
   run.stationMode = StationMode::Single;

@@ -15,7 +15,8 @@ class MainFrame;
 /// Opens the graph window on a loaded grid (station mode "Tekli"). A graph window that is already open is
 /// closed first. The grid is read once, before the call returns; later edits show when the graph is opened
 /// again.
-void OpenSingleGraph(MainFrame& frame, std::shared_ptr<const ReviewGrid> grid, const GraphStation& station);
+void OpenSingleGraph(MainFrame& frame, const std::shared_ptr<const ReviewGrid>& grid,
+                     const GraphStation& station);
 
 /// Opens the graph window on graph data files (station mode "Çoklu"); a file that cannot be read is reported
 /// and left out.
