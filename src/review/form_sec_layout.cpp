@@ -60,6 +60,8 @@ void FormSec::RestoreLayout() {
   };
   const QList<int> size = SplitSizes(read(collecting ? "GraphSize" : "Size"), 2);
   resize(size.isEmpty() ? sizeHint() : QSize(size[0], size[1]).expandedTo(minimumSizeHint()));
+  if (read(collecting ? "GraphMaximized" : "Maximized") == QLatin1String("1"))
+    setWindowState(Qt::WindowMaximized);
   const QList<int> columns = SplitSizes(read(collecting ? "GraphColumns" : "Columns"), c_.Columns->count());
   const QList<int> left =
       SplitSizes(read(collecting ? "GraphLeftParts" : "LeftParts"), c_.LeftParts->count());
@@ -76,7 +78,9 @@ void FormSec::KeepLayout() const {
   const auto write = [this](const char* key, const QList<int>& sizes) {
     static_cast<void>(run_.settings.WriteSetting(Section(), QLatin1String(key), JoinSizes(sizes)));
   };
-  write(collecting ? "GraphSize" : "Size", {width(), height()});
+  const QWidget* frame = parentWidget() == nullptr ? this : parentWidget();
+  write(collecting ? "GraphMaximized" : "Maximized", {frame->isMaximized() ? 1 : 0});
+  if (!frame->isMaximized()) write(collecting ? "GraphSize" : "Size", {width(), height()});
   write(collecting ? "GraphColumns" : "Columns", c_.Columns->sizes());
   write(collecting ? "GraphLeftParts" : "LeftParts", c_.LeftParts->sizes());
   if (!collecting) write("RightParts", c_.RightParts->sizes());

@@ -1,0 +1,91 @@
+// The right column of the selection window: what is known of the choice, or the graph list.
+#include <QHBoxLayout>
+#include <QSplitter>
+
+#include "review/form_sec_maker.h"
+#include "review/setup_parameters.h"
+
+namespace vesk {
+namespace {
+
+class RightColumnMaker : public FormSecMaker {
+ public:
+  using FormSecMaker::FormSecMaker;
+
+  QWidget* RightColumn() {
+    c_.RightParts = Named(new QSplitter(Qt::Vertical, &form_), "RightParts");
+    c_.RightParts->addWidget(SetupParameters());
+    c_.RightParts->addWidget(LoadedFiles());
+    c_.Label10 = Named(new QLabel(Text(u"Açıklamalar", u"Messages"), &form_), "Label10");
+    c_.ListMsj = List("ListMsj");
+    c_.ListMsj->setWordWrap(true);
+    c_.ListMsj->setUniformItemSizes(false);
+    c_.ListMsj->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    c_.RightParts->addWidget(Titled(c_.Label10, c_.ListMsj));
+    c_.RightParts->setStretchFactor(0, 3);
+    c_.RightParts->setStretchFactor(1, 1);
+    c_.RightParts->setStretchFactor(2, 1);
+    c_.Parameters = c_.RightParts;
+    c_.Parameters->setMinimumWidth(4030 / kTwipsPerPixel);
+    return c_.Parameters;
+  }
+
+  QWidget* GraphColumn() {
+    c_.ListGraf = List("ListGraf");
+    auto* title = new QLabel(language_.Text(Caption::List), &form_);
+    c_.CmdCiz = Button(language_.Text(Caption::Draw), "CmdCiz");
+    c_.CmdListSil = Button(Text(u"Listeyi Sil", Caption::ClearList), "CmdListSil");
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(c_.CmdCiz);
+    buttons->addWidget(c_.CmdListSil);
+    buttons->addStretch();
+    c_.GraphPanel = Titled(title, c_.ListGraf, buttons);
+    c_.GraphPanel->setObjectName(QStringLiteral("GraphPanel"));
+    return c_.GraphPanel;
+  }
+
+ private:
+  QWidget* SetupParameters() {
+    c_.Label4 = Named(new QLabel(Text(u"SET-UP PARAMETRELERİ", Caption::SetupParameters), &form_), "Label4");
+    c_.VS0 = Table("VS0", kSetupRows, 2);
+    c_.VS0->horizontalHeader()->hide();
+    for (int row = 0; row < kSetupRows; ++row) {
+      auto* label = new QTableWidgetItem(SetupLabels()[static_cast<std::size_t>(row)]);
+      label->setFlags(Qt::ItemIsEnabled);
+      c_.VS0->setItem(row, 0, label);
+      auto* value = new QTableWidgetItem;
+      value->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+      c_.VS0->setItem(row, 1, value);
+    }
+    c_.VS0->horizontalHeader()->setMinimumSectionSize(2000 / kTwipsPerPixel / 2);
+    c_.VS0->resizeColumnToContents(0);
+    return Titled(c_.Label4, c_.VS0);
+  }
+
+  QWidget* LoadedFiles() {
+    c_.VS_Dosyalar = Table("VS_Dosyalar", 0, 1);
+    c_.VS_Dosyalar->setHorizontalHeaderLabels({Text(u"Yüklenen dosyalar", u"Loaded files")});
+    c_.VSsatir = List("VSsatir");
+    QWidget* changed = Titled(new QLabel(Text(u"Satir No", u"Row no."), &form_), c_.VSsatir);
+    changed->setMaximumWidth(90);
+    c_.ChangedRows = changed;
+    c_.LoadedFiles = new QWidget(&form_);
+    auto* row = new QHBoxLayout(c_.LoadedFiles);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(c_.VS_Dosyalar, 1);
+    row->addWidget(changed);
+    return c_.LoadedFiles;
+  }
+};
+
+}  // namespace
+
+QWidget* MakeParameterColumn(QWidget& form, const Language& language, FormSecControls& controls) {
+  return RightColumnMaker(form, language, controls).RightColumn();
+}
+
+QWidget* MakeGraphColumn(QWidget& form, const Language& language, FormSecControls& controls) {
+  return RightColumnMaker(form, language, controls).GraphColumn();
+}
+
+}  // namespace vesk
