@@ -92,8 +92,12 @@ int main(int argc, char** argv) {
 
   QCommandLineParser parser;
   parser.addOption({QStringLiteral("program-folder"), QString(), QStringLiteral("DIR")});
-  if (!parser.parse(QApplication::arguments()) || !parser.positionalArguments().isEmpty()) {
+  if (!parser.parse(QApplication::arguments())) {
     std::fprintf(stderr, "vesk4: %s\n", qPrintable(parser.errorText()));
+    return PrintUsage(stderr, kWrongUse);
+  }
+  if (!parser.positionalArguments().isEmpty()) {
+    std::fprintf(stderr, "vesk4: no use for \"%s\"\n", qPrintable(parser.positionalArguments().front()));
     return PrintUsage(stderr, kWrongUse);
   }
   const QString executableName = QFileInfo(QApplication::applicationFilePath()).completeBaseName();

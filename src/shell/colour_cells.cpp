@@ -141,6 +141,13 @@ void ColourPalette::MarkColour(int row, qint32 number) {
   }
 }
 
+void ColourPalette::FocusRow(int row) {
+  for (int cell = row * kPaletteColumns; cell < (row + 1) * kPaletteColumns; ++cell) {
+    ColourCell* button = cells_[static_cast<std::size_t>(cell)];
+    if (button->focusPolicy() == Qt::StrongFocus) button->setFocus(Qt::TabFocusReason);
+  }
+}
+
 void ColourPalette::MoveFocus(int cell, int columns, int rows) {
   const int column = cell % kPaletteColumns + columns;
   const int row = cell / kPaletteColumns + rows;

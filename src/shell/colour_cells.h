@@ -44,6 +44,8 @@ class ColourPalette : public QGroupBox {
   explicit ColourPalette(const Language& language, QWidget* parent = nullptr);
   /// Marks the cell of that colour in a row, if there is one.
   void MarkColour(int row, qint32 number);
+  /// Puts the keyboard's focus on the row's tab stop.
+  void FocusRow(int row);
 
  Q_SIGNALS:
   void Chosen(int row, qint32 number);

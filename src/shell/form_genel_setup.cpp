@@ -49,6 +49,7 @@ FormGenelSetup::FormGenelSetup(MainFrame& frame) : frame_(frame) {
 QWidget* FormGenelSetup::CreateGraphicTab() {
   const Language& language = frame_.Run().language;
   auto* tab = new QWidget;
+  QWidget* swatches = CreateSwatches();
   Frame3_ = new ColourPalette(language);
   Frame3_->setObjectName(QStringLiteral("Frame3"));
   Frame3_->setTitle(language.Text(Caption::ColourSelection));
@@ -64,7 +65,7 @@ QWidget* FormGenelSetup::CreateGraphicTab() {
   label->setBuddy(Text1_);
 
   auto* layout = new QGridLayout(tab);
-  layout->addWidget(CreateSwatches(), 0, 0);
+  layout->addWidget(swatches, 0, 0);
   layout->addWidget(Frame3_, 0, 1);
   layout->addWidget(Check1_, 1, 0, 1, 2);
   auto* adjustment = new QHBoxLayout;
@@ -90,6 +91,7 @@ QWidget* FormGenelSetup::CreateSwatches() {
     auto* swatch = new ColourCell;
     swatch->setObjectName(Indexed("Label3", k));
     label->setBuddy(swatch);
+    connect(swatch, &QAbstractButton::clicked, this, [this, k] { Frame3_->FocusRow(k); });
     Label3_[static_cast<std::size_t>(k)] = swatch;
     grid->addWidget(label, k, 0);
     grid->addWidget(swatch, k, 1);

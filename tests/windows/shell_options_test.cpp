@@ -146,6 +146,28 @@ TEST_F(OptionsDialog, ThePaletteIsWorkedWithTheKeyboardAndHasNames) {
   EXPECT_EQ(Cell("Label2", 26).focusPolicy(), Qt::ClickFocus) << "one stop of the Tab key a row";
 }
 
+/// Controls that the Tab key reaches, in its order, from the dialog's first on.
+QStringList TabStops(const QWidget& dialog) {
+  QStringList names;
+  for (const QWidget* at = dialog.nextInFocusChain(); at != &dialog; at = at->nextInFocusChain()) {
+    const bool stops =
+        (at->focusPolicy() & Qt::TabFocus) != 0 && at->isVisible() && at->focusProxy() == nullptr;
+    if (stops && dialog.isAncestorOf(at) && !at->objectName().isEmpty()) names += at->objectName();
+  }
+  return names;
+}
+
+TEST_F(OptionsDialog, TheTabKeyWalksInReadingOrder) {
+  OpenDialog();
+  EXPECT_EQ(
+      TabStops(*Child("FormGenelSetup")).join(QLatin1Char(' ')).toStdString(),
+      "qt_tabwidget_tabbar Label3(0) Label3(1) Label3(2) Label3(3) Label3(4) Label3(5) Label2(0) Label2(19) "
+      "Label2(26) Label2(51) Label2(64) Label2(65) Check1(0) Text1 Command1 Command2");
+  QTest::mouseClick(&Cell("Label3", 1), Qt::LeftButton);
+  EXPECT_EQ(Child("FormGenelSetup")->window()->focusWidget(), &Cell("Label2", 19))
+      << "a swatch leads to its colours";
+}
+
 TEST_F(OptionsDialog, SystemColoursFollowTheDesktop) {
   QPalette palette;
   palette.setColor(QPalette::Base, QColor(1, 2, 3));
