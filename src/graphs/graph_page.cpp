@@ -22,6 +22,7 @@ constexpr double kLegendY = 400;
 constexpr double kLegendStep = 15;
 constexpr double kLegendLine = 20;
 constexpr double kLabelSize = 11;
+constexpr double kLeastDateSpacing = 10;  // upright digits of two dates side by side
 constexpr double kTitleSize = 14;
 constexpr double kLevelLabelWidth = 23;  // between the level caption and the ticks
 
@@ -105,8 +106,15 @@ void DrawTimeTick(QPainter& painter, const PageScale& scale, const GraphStyle& s
 }
 
 void DrawTimeScale(QPainter& painter, const PageScale& scale, const GraphSheet& sheet) {
-  for (const Day day : DayTicks(scale, sheet.firstDay)) {
-    DrawTimeTick(painter, scale, sheet.style, TimeCoordinate(sheet.firstDay, DateTime(day)), DateText(day));
+  const std::vector<Day> days = DayTicks(scale, sheet.firstDay);
+  for (std::size_t i = 0; i < days.size(); ++i) {
+    const double t = TimeCoordinate(sheet.firstDay, DateTime(days[i]));
+    // The 25th and the end of February come close: the date of the month's last day has the place then.
+    const bool room =
+        i + 1 == days.size() ||
+        XOfTime(scale, TimeCoordinate(sheet.firstDay, DateTime(days[i + 1]))) - XOfTime(scale, t) >=
+            kLeastDateSpacing;
+    DrawTimeTick(painter, scale, sheet.style, t, room ? DateText(days[i]) : QString());
   }
   for (const DateTime time : ClockTicks(scale, sheet.firstDay)) {
     const Day day = std::chrono::floor<std::chrono::days>(time);
