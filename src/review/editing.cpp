@@ -169,6 +169,12 @@ Result<bool> EditSession::CorrectDates(const QString& targetText) {
   return true;
 }
 
+bool EditSession::IsCorrected() const {
+  if (!logs_.empty() && !logs_.front().overlay.correction.targets.empty()) return true;
+  return std::any_of(done_.begin(), done_.end(),
+                     [](const Step& step) { return step.gridBefore.has_value(); });
+}
+
 bool EditSession::ApplyCorrection(DateTime target) {
   if (target == SpanOf(grid_)->last) return false;
   Step step;

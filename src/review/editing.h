@@ -74,6 +74,9 @@ class EditSession : public QObject {
   /// True for a single-file load: only such a grid can be re-timed.
   [[nodiscard]] bool CanCorrectDates() const { return singleFile_ && grid_.ReadingCount() > 0; }
 
+  /// True while the grid's readings are re-timed, by this session or as saved.
+  [[nodiscard]] bool IsCorrected() const;
+
   /// Steps back and forth through single edits (and date corrections). The row concerned; 0 when it was the
   /// whole grid; nothing when there was no step to take.
   std::optional<int> UndoStep();

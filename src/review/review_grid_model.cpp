@@ -24,25 +24,25 @@ const QColor kWhite(0xFF, 0xFF, 0xFF);        // 15
 const QColor kRedOnGreen(0xC0, 0x00, 0x00);   // light red cannot be read on light green
 const QColor kMinimumBorder(0, 0, 125);
 
-QColor BackColour(RowShade shade, GridColumn column) {
-  const bool level = column == GridColumn::Level;
+/// Of a level cell; the rest of a row stays green in a re-timed grid, whatever its level cell shows.
+QColor LevelBackColour(RowShade shade) {
   switch (shade) {
     case RowShade::Corrected:
       return kLightGreen;
     case RowShade::Changed:
-      return level ? kLightYellow : kWhite;
+      return kLightYellow;
     case RowShade::Grey:
-      return level ? kLightGrey : kWhite;
+      return kLightGrey;
     case RowShade::None:
       return kWhite;
   }
   return kWhite;
 }
 
-QColor TextColour(ReadingKind kind, RowShade shade) {
+QColor TextColour(ReadingKind kind, bool onGreen) {
   switch (kind) {
     case ReadingKind::Maximum:
-      return shade == RowShade::Corrected ? kRedOnGreen : kLightRed;
+      return onGreen ? kRedOnGreen : kLightRed;
     case ReadingKind::Minimum:
       return kLightBlue;
     case ReadingKind::Ordinary:
@@ -106,9 +106,10 @@ QVariant ReviewGridModel::data(const QModelIndex& index, int role) const {
   const ReadingKind kind = grid.At(row).kind;
   switch (role) {
     case Qt::BackgroundRole:
-      return BackColour(grid.Mark(row).shade, column);
+      if (column == GridColumn::Level) return LevelBackColour(grid.Mark(row).shade);
+      return session_.IsCorrected() ? kLightGreen : kWhite;
     case Qt::ForegroundRole:
-      return TextColour(kind, grid.Mark(row).shade);
+      return TextColour(kind, session_.IsCorrected());
     case Qt::FontRole:
       return kind == ReadingKind::Ordinary ? QVariant() : BoldFont();
     case BorderColourRole:

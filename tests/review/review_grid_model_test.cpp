@@ -73,6 +73,11 @@ TEST_F(GridModel, ExtremesAndChangesStandOut) {
     EXPECT_EQ(Back(row, GridColumn::Date), QColor(0, 0xFF, 0)) << row;
     EXPECT_EQ(Back(row, GridColumn::Level), QColor(0, 0xFF, 0)) << row;
   }
+  ASSERT_TRUE(Type(1, "5"));
+  EXPECT_EQ(Back(1, GridColumn::Level), yellow);
+  EXPECT_EQ(Back(1, GridColumn::Date), QColor(0, 0xFF, 0));
+  session_.UndoAll();
+  EXPECT_EQ(Back(1, GridColumn::Date), white);
 }
 
 TEST_F(GridModel, OnlyTheLevelOfAReadingIsEditable) {
