@@ -135,6 +135,21 @@ TEST_F(Choosing, DeleteInTheWaterYearListStartsTheStationAfresh) {
   EXPECT_EQ(Button("CmdTamam").text(), Texts("..."));
 }
 
+TEST_F(Choosing, TabFollowsTheOperatorsWay) {
+  Open();
+  LoadWaterYear();
+  Find<QWidget>("Drive1").setFocus();
+  QStringList way;
+  for (int i = 0; i < 14; ++i) {
+    way += QApplication::focusWidget()->objectName();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  }
+  EXPECT_EQ(way,
+            Texts("Drive1 Dir1 ListIst ListSuYili ListOrjDos Text7 Command2 CmdTamam VS1 Command7 Command6 "
+                  "Text6 Command8 Command3")
+                .split(QLatin1Char(' ')));
+}
+
 TEST_F(Choosing, SizesAreKeptInASectionOfTheirOwn) {
   Open();
   form_->resize(1180, 640);
