@@ -244,7 +244,7 @@ int Run() {
   const auto build = [&] {
     const auto report = BuildLevelTable(input, shared, questions);
     if (!report) Give(report.Failure());
-    for (const QString& warning : report->warnings) Give({warning, {}, {}});
+    for (const Error& warning : report->warnings) Give(warning);
   };
   build();
   const std::vector<Block> blocks =

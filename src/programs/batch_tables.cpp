@@ -135,7 +135,7 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
   const auto report = BuildLevelTable(input, office, answers);
   EndProgressLine();
   if (!report) return report.Failure();
-  for (const QString& warning : report->warnings) Complain(warning);
+  for (const Error& warning : report->warnings) Complain(warning.Text());
   if (report->hourlyRowsLeftOut > 0) {
     Complain(
         QStringLiteral(

@@ -193,7 +193,7 @@ class TableBuild {
   }
 
   void Forgive(const Status& step) {
-    if (!step) report_.warnings.push_back(UnderItsName(step.Failure()).Text());
+    if (!step) report_.warnings.push_back(UnderItsName(step.Failure()));
   }
 
   const BuildInput& input_;

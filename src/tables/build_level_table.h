@@ -61,7 +61,7 @@ struct BuildReport {
   QString path;                         ///< the finished table file
   bool withHourlyValues = false;
   int hourlyRowsLeftOut = 0;      ///< readings beyond the last row of the hourly sheet
-  std::vector<QString> warnings;  ///< steps that failed without harming a figure, in words for the operator
+  std::vector<Error> warnings;  ///< steps that failed without harming a figure
 };
 
 /// "Tablo-12345(2011).xls"

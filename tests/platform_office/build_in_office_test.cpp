@@ -79,7 +79,7 @@ struct Expected {
 TEST_F(OfficeTable, ReadsBackAsWritten) {
   const auto report = Build();
   ASSERT_TRUE(report.Ok()) << report.Failure().Text().toStdString();
-  for (const QString& warning : report->warnings) ADD_FAILURE() << warning.toStdString();
+  for (const Error& warning : report->warnings) ADD_FAILURE() << warning.Text().toStdString();
   EXPECT_EQ(report->path, folder_.filePath(QStringLiteral("Tablo-12345(2012).xls")));
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), 1);
   EXPECT_TRUE(std::ranges::is_sorted(questions_.progress));

@@ -11,6 +11,8 @@
 #include <functional>
 #include <thread>
 
+#include <unistd.h>
+
 #include "platform/libreoffice/office.h"
 #include "platform/libreoffice/office_process.h"
 #include "tables/build_level_table.h"
@@ -55,6 +57,9 @@ class OperatorOfficeTest : public testing::Test {
     if (const int left = OperatorOffice(); left > 0) {
       ::kill(left, SIGKILL);
       WaitUntil([] { return !OperatorOfficeRuns(); });
+      QDir(QStringLiteral("/tmp"))
+          .remove(
+              QStringLiteral("OSL_PIPE_%1_vesk4-%2").arg(getuid()).arg(QCoreApplication::applicationPid()));
     }
   }
 
@@ -109,7 +114,7 @@ TEST_F(OperatorOfficeTest, IsGivenUpAndNeverKilledWhenItHangs) {
   ASSERT_EQ(::kill(process, SIGSTOP), 0);
   const Status saved = (*own)->Save();
   ASSERT_FALSE(saved.Ok());
-  EXPECT_TRUE(saved.Failure().reason.contains(QLatin1String("did not answer")))
+  EXPECT_TRUE(saved.Failure().reason.contains(QLatin1String("no answer in time")))
       << saved.Failure().Text().toStdString();
   ASSERT_EQ(::kill(process, SIGCONT), 0);
   EXPECT_EQ(OperatorOffice(), process);
@@ -146,7 +151,7 @@ TEST_F(OperatorOfficeTest, FinishedTableStaysOpenUnderItsOwnName) {
                          AfterSave::LeaveOpen};
   const auto report = BuildLevelTable(input, *office, questions);
   ASSERT_TRUE(report.Ok()) << report.Failure().Text().toStdString();
-  for (const QString& warning : report->warnings) ADD_FAILURE() << warning.toStdString();
+  for (const Error& warning : report->warnings) ADD_FAILURE() << warning.Text().toStdString();
   const QStringList found =
       QDir(tables.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
   EXPECT_EQ(found, QStringList({QStringLiteral(".~lock.Tablo-12345(2011).xls#"),

@@ -214,7 +214,7 @@ TEST_F(BuildLevelTableTest, MissingMonthlySheetIsToldAndTheTableIsMade) {
   const auto report = Build();
   ASSERT_TRUE(report.Ok());
   ASSERT_EQ(report->warnings.size(), 1U);
-  EXPECT_TRUE(report->warnings.front().contains(QLatin1String("Aylik")));
+  EXPECT_TRUE(report->warnings.front().reason.contains(QLatin1String("Aylik")));
   EXPECT_EQ(TableContent(), "saved");
 }
 

@@ -115,9 +115,7 @@ void OfficeSession::GiveUp() {
 
 Error OfficeSession::Failure(const QString& what, const QString& path, const QString& reason) const {
   if (!watchdog_.TimedOut()) return {what, path, reason};
-  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(runningLimit_).count();
-  return {what, path,
-          QStringLiteral("the spreadsheet application did not answer within %1 seconds").arg(seconds)};
+  return {what, path, QStringLiteral("no answer in time")};
 }
 
 Status OfficeSession::Ask(const QString& what, const QString& path, const std::function<void()>& exchange) {

@@ -73,12 +73,12 @@ QString MacroAddress(const Reference<css::sheet::XSpreadsheetDocument>& document
 }
 
 /// The office refuses a file without a word; this tells the usual causes apart.
-QString WhyUnreadable(const QString& path) {
+Error Unreadable(const QString& what, const QString& path) {
   const QFileInfo file(path);
-  if (!file.exists()) return QStringLiteral("no such file");
+  if (!file.exists()) return {what, path, QStringLiteral("no such file")};
   const QString lock = file.dir().filePath(QStringLiteral(".~lock.%1#").arg(file.fileName()));
-  if (QFileInfo::exists(lock)) return QStringLiteral("it is open elsewhere; its lock is ") + lock;
-  return QStringLiteral("it is no workbook, or it cannot be read");
+  if (QFileInfo::exists(lock)) return {what, lock, QStringLiteral("it is open elsewhere; this is its lock")};
+  return {what, path, QStringLiteral("it is no workbook, or it cannot be read")};
 }
 
 }  // namespace
@@ -108,7 +108,7 @@ Result<std::unique_ptr<OfficeWorkbook>> OfficeWorkbook::Load(std::shared_ptr<Off
     if (!workbook->document_.is() && component.is()) component->dispose();
   });
   if (!loaded) return loaded.Failure();
-  if (!workbook->document_.is()) return Error{what, path, WhyUnreadable(path)};
+  if (!workbook->document_.is()) return Unreadable(what, path);
   return workbook;
 }
 
@@ -137,7 +137,7 @@ Status OfficeWorkbook::ShowWindow() {
 
 Status OfficeWorkbook::RunMacro(const QString& name) {
   QString address;
-  const QString what = QStringLiteral("The workbook's macro %1 could not be run").arg(name);
+  const QString what = QStringLiteral("The workbook's macro could not be run");
   const Status ran = session_->Ask(what, path_, [&] {
     address = MacroAddress(document_, name);
     if (address.isEmpty()) return;
