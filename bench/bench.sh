@@ -27,38 +27,38 @@ cmp "$work/ours.csv" "$work/mawk.csv"
 cmp "$work/ours.csv" "$work/pandas.csv"
 echo "equal: $(wc -l <"$work/ours.csv") station-days"
 
-# best_of RUNS COMMAND...: seconds of processor time of the fastest run, and the largest memory in KB
+# best_of RUNS COMMAND...: seconds of processor time of the fastest run
 best_of() {
-  local runs=$1 best="" memory=0 user system seconds kilobytes
+  local runs=$1 TIMEFORMAT='%3U %3S'
   shift
   for _ in $(seq "$runs"); do
-    /usr/bin/time -o "$work/time" -f '%U %S %M' $one_core "$@" >/dev/null
-    read -r user system kilobytes <"$work/time"
-    seconds=$(awk "BEGIN{print $user + $system}")
-    if [ -z "$best" ] || awk "BEGIN{exit !($seconds < $best)}"; then best=$seconds; fi
-    [ "$kilobytes" -gt "$memory" ] && memory=$kilobytes
-  done
-  echo "$best $memory"
+    { time $one_core "$@" >/dev/null 2>&1; } 2>&1
+  done | awk '{ seconds = $1 + $2; if (NR == 1 || seconds < best) best = seconds } END { print best }'
 }
 
 megabytes=$(du -cb "$many"/*.txt | awk 'END{printf "%.1f", $1 / 1e6}')
-read -r ours100 memory < <(best_of 7 "$bin/vesk4-batch" daily "$many" --all)
-read -r ours10 _ < <(best_of 7 "$bin/vesk4-batch" daily "$few" --all)
-read -r awk100 _ < <(best_of 2 mawk -f bench/daily.awk "$many"/*.txt)
-read -r pandas10 _ < <(best_of 1 /usr/bin/python3 bench/daily_pandas.py "$few")
+ours100=$(best_of 9 "$bin/vesk4-batch" daily "$many" --all)
+ours10=$(best_of 9 "$bin/vesk4-batch" daily "$few" --all)
+start=$(best_of 9 "$bin/vesk4-batch" --version)
+awk100=$(best_of 3 mawk -f bench/daily.awk "$many"/*.txt)
+pandas10=$(best_of 1 /usr/bin/python3 bench/daily_pandas.py "$few")
+memory=$(/usr/bin/time -f %M "$bin/vesk4-batch" daily "$many" --all 2>&1 >/dev/null)
 pandas100=$(awk "BEGIN{print $pandas10 * 10}")
 
 echo "== daily --all, 100 files x 35,040 readings, $megabytes MB, one core"
-awk -v o="$ours100" -v o10="$ours10" -v a="$awk100" -v p="$pandas100" -v mb="$megabytes" -v kb="$memory" 'BEGIN {
-  printf "%-28s %8.2f s %9.1f MB/s\n", "vesk4-batch", o, mb / o
+awk -v o="$ours100" -v o10="$ours10" -v s="$start" -v a="$awk100" -v p="$pandas100" -v mb="$megabytes" -v kb="$memory" 'BEGIN {
+  printf "%-28s %8.3f s %9.1f MB/s   of which %.3f s to start\n", "vesk4-batch", o, mb / o, s
   printf "%-28s %8.2f s %9.1f MB/s   %.1f times as long (goal: 10)\n", "mawk", a, mb / a, a / o
   printf "%-28s %8.2f s %9.1f MB/s   %.1f times as long (goal: 40)\n", "pandas (10 files x 10)", p, mb / p, p / o
   printf "time a file, 100 files over 10: %.2f (goal: at most 1.2)\n", (o / 100) / (o10 / 10)
   printf "memory: %.1f MB\n", kb / 1024
 }'
 
+echo "== graph of four stations against gnuplot"
+VESK_BENCH_BIN=$bin bench/graph_vs_gnuplot.sh
+
 for benchmark in "$bin"/*_bench; do
   [ -x "$benchmark" ] || continue
   echo "== $(basename "$benchmark")"
-  QT_QPA_PLATFORM=offscreen $one_core "$benchmark" --benchmark_min_time=0.3
+  QT_QPA_PLATFORM=offscreen "$benchmark" --benchmark_min_time=0.3
 done

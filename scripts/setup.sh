@@ -9,7 +9,7 @@ build="build-essential cmake ninja-build ccache qt6-base-dev qt6-svg-dev libqt6s
        libgtest-dev libgmock-dev locales-all poppler-utils python3-xlrd"
 lint="$build clang-format clang-tidy python3 git"
 fuzz="$build clang libclang-rt-14-dev"
-bench="$build libbenchmark-dev mawk python3-pandas time"
+bench="$build libbenchmark-dev mawk gnuplot-nox python3-pandas time"
 
 packages=""
 for purpose in "${@:-build}"; do
