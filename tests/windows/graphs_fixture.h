@@ -46,8 +46,8 @@ class GraphWindow : public testing::Test {
     for (int i = 0; i < 7; ++i) options.Slot(i + 1) = QString::fromLatin1(slots_[i]);
   }
 
-  void Open(std::shared_ptr<const ReviewGrid> grid = YearGrid()) {
-    OpenSingleGraph(frame_, std::move(grid), {QStringLiteral("12345"), QStringLiteral("Göksu"), 2011});
+  void Open(const std::shared_ptr<const ReviewGrid>& grid = YearGrid()) {
+    OpenSingleGraph(frame_, grid, {QStringLiteral("12345"), QStringLiteral("Göksu"), 2011});
     Take();
   }
   void Take() {
