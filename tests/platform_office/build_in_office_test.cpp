@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -164,6 +165,34 @@ TEST_F(OfficeTable, ColoursAndUnderlinesRecords) {
     for (const int column : {1, 5, 9}) EXPECT_GT(reader.At("Saatlik", row, column).lineBelow, 50) << row;
   }
   EXPECT_EQ(reader.At("Saatlik", 8, 1).lineBelow, 0);
+}
+
+QString RunPython(const QStringList& arguments, int& exitCode) {
+  QProcess python;
+  python.start(QStringLiteral("/usr/bin/python3"), arguments);
+  exitCode = python.waitForFinished(60'000) ? python.exitCode() : -1;
+  return QString::fromUtf8(python.readAllStandardOutput() + python.readAllStandardError());
+}
+
+TEST_F(OfficeTable, UnrelatedReaderFindsTheSameFigures) {
+  int exitCode = 0;
+  (void)RunPython({QStringLiteral("-c"), QStringLiteral("import xlrd")}, exitCode);
+  if (exitCode != 0) GTEST_SKIP() << "python3-xlrd is not installed";
+  const auto report = Build();
+  ASSERT_TRUE(report.Ok()) << report.Failure().Text().toStdString();
+  const QString checker = QStringLiteral(VESK_TOOLS "/check_table.py");
+  EXPECT_EQ(RunPython({checker, report->path}, exitCode).toStdString(),
+            "01/10/2011,18:30,131.5,20,03:15,90,,112\n"
+            "03/10/2011,20:00,142,,01:00,139,,140\n"
+            "29/02/2012,11:00,81,,23:00,69,,75\n");
+  EXPECT_EQ(exitCode, 0);
+  const QString hourly = RunPython({checker, QStringLiteral("--hourly"), report->path}, exitCode);
+  EXPECT_EQ(exitCode, 0) << hourly.toStdString();
+  EXPECT_TRUE(
+      hourly.startsWith(QLatin1String("01/10/2011,06:00,100,12.5,,,,,\n"
+                                      "01/10/2011,12:00,110,yok,,Maksimum,18:30,131.5,20\n"
+                                      "01/10/2011,23:59,120,,,Minimum,03:15,90,\n")))
+      << hourly.toStdString();
 }
 
 TEST_F(OfficeTable, MacroOfASavedTableStillEmptiesEmptyTexts) {

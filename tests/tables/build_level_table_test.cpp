@@ -115,7 +115,7 @@ TEST_F(BuildLevelTableTest, AsksAndWarnsBeforeItStarts) {
 
 TEST_F(BuildLevelTableTest, RunsItsStepsInOrder) {
   struct Case {
-    AfterSave afterSave;
+    AfterSave afterSave = AfterSave::Close;
     QStringList end;
   };
   const Case cases[] = {
