@@ -184,6 +184,7 @@ void FormSec::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (opened_) return;
   opened_ = true;
+  FitColumns();
   frame_.SetMenusEnabled(false);
   if (!QDir(run_.dataDirectory).exists()) ChooseFolder(NormaliseFolderPath({}));
   browser_.ApplyCaptionRule(BrowserList::FormActivate);

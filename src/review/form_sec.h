@@ -56,6 +56,7 @@ class FormSec : public QWidget {
   void AddShortcuts();
   void ArrangeForMode();
   void RestoreLayout();
+  void FitColumns();
   void KeepLayout() const;
   void KeepDataDirectory();
   [[nodiscard]] QString Text(const char16_t* turkish, const char16_t* english) const;
@@ -127,7 +128,8 @@ class FormSec : public QWidget {
   QString ratingCurve_;  ///< path of the chosen curve; empty when none is
   bool busy_ = false;    ///< a table or a graph is being made: choices wait
   bool opened_ = false;
-  bool refused_ = false;  ///< the level typed last was not taken
+  bool columnsAreKept_ = false;  ///< the columns' widths are the operator's own
+  bool refused_ = false;         ///< the level typed last was not taken
 };
 
 /// The mode that a menu caption (without its "&") stands for in the current language.

@@ -25,7 +25,6 @@ class ChoiceColumn : public FormSecMaker {
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(c_.LeftParts, 1);
     column->addWidget(RatingCurveBox());
-    left->setMinimumWidth(200);
     return left;
   }
 

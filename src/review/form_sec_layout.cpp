@@ -1,6 +1,8 @@
 // Sizes of the selection window: where it starts, and what the operator made of it, kept between runs.
 #include <QSplitter>
 
+#include <algorithm>
+
 #include "review/form_sec.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
@@ -66,10 +68,20 @@ void FormSec::RestoreLayout() {
   const QList<int> left =
       SplitSizes(read(collecting ? "GraphLeftParts" : "LeftParts"), c_.LeftParts->count());
   const QList<int> right = SplitSizes(read("RightParts"), c_.RightParts->count());
-  c_.Columns->setSizes(columns.isEmpty() ? QList<int>{260, 720, 310, 380} : columns);
+  columnsAreKept_ = !columns.isEmpty();
+  c_.Columns->setSizes(columnsAreKept_ ? columns : QList<int>{260, 720, 310, 380});
   c_.LeftParts->setSizes(left.isEmpty() ? QList<int>{150, collecting ? 220 : 130, collecting ? 110 : 200}
                                         : left);
   c_.RightParts->setSizes(right.isEmpty() ? QList<int>{330, 90, 100} : right);
+}
+
+// A narrow window, or large letters, leave the side columns what they need and give the grid the rest.
+void FormSec::FitColumns() {
+  if (columnsAreKept_ || workMode_ == WorkMode::MultipleGraph) return;
+  const int all = c_.Columns->width() - 2 * c_.Columns->handleWidth();
+  const int left = std::max(std::min(all * 19 / 100, 260), c_.Columns->widget(0)->minimumSizeHint().width());
+  const int right = std::max(std::min(all * 23 / 100, 310), c_.Parameters->minimumWidth());
+  c_.Columns->setSizes({left, all - left - right, right, 0});
 }
 
 void FormSec::KeepLayout() const {

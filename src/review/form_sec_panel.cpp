@@ -1,7 +1,7 @@
 // The middle of the selection window: the review grid, its corrections, and what is made from it.
-#include <QGridLayout>
 #include <QHBoxLayout>
 
+#include "review/flow_layout.h"
 #include "review/form_sec_maker.h"
 #include "review/review_grid_view.h"
 
@@ -25,13 +25,12 @@ class ReviewPanelMaker : public FormSecMaker {
     heading->addWidget(c_.LoadedLabel, 1);
     heading->addWidget(c_.RowLabel);
     c_.VS1 = Named(new ReviewGridView(&form_), "VS1");
-    c_.VS1->setMinimumHeight(8 * form_.fontMetrics().height());
+    c_.VS1->setMinimumHeight(5 * form_.fontMetrics().height());
     c_.VS1->setAccessibleName(language_.Text(Caption::RawData));
-    auto* lower = new QHBoxLayout;
+    auto* lower = new FlowLayout(kGap);
     lower->addWidget(DateJump());
     lower->addWidget(DateCorrectionBox());
-    lower->addStretch(1);
-    lower->addLayout(GridCommands());
+    AddGridCommands(*lower);
     auto* column = new QVBoxLayout(c_.Frame3);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kGap / 2);
@@ -53,17 +52,17 @@ class ReviewPanelMaker : public FormSecMaker {
     c_.Command6 = Button(Text(u"Bir Sonraki Değişikliğe Git", u"Next change"), "Command6");
     c_.CmdUndo = Button(Text(u"Son Yapılan Değişikliklerden Vazgeç", u"Undo unsaved changes"), "CmdUndo");
     c_.Command4 = Button(Text(u"Kaydet", u"Save"), "Command4");
-    auto* grid = new QGridLayout(c_.Frame4);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(kGap);
-    grid->setVerticalSpacing(kGap / 2);
-    grid->addWidget(title, 0, 0);
-    grid->addWidget(c_.Text5, 1, 0);
-    grid->addWidget(c_.Command7, 0, 1);
-    grid->addWidget(c_.Command6, 1, 1);
-    grid->addWidget(c_.CmdUndo, 0, 2);
-    grid->addWidget(c_.Command4, 1, 2);
-    grid->setColumnStretch(3, 1);
+    auto* count = new QWidget(&form_);
+    auto* pair = new QHBoxLayout(count);
+    pair->setContentsMargins(0, 0, 0, 0);
+    pair->addWidget(title);
+    pair->addWidget(c_.Text5);
+    auto* row = new FlowLayout(kGap);
+    for (QWidget* control :
+         std::initializer_list<QWidget*>{count, c_.Command7, c_.Command6, c_.CmdUndo, c_.Command4}) {
+      row->addWidget(control);
+    }
+    c_.Frame4->setLayout(row);
     return c_.Frame4;
   }
 
@@ -76,7 +75,6 @@ class ReviewPanelMaker : public FormSecMaker {
     auto* column = new QVBoxLayout(c_.Frame9);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kGap / 2);
-    column->addStretch();
     column->addWidget(c_.Text6);
     column->addWidget(c_.Command8);
     return c_.Frame9;
@@ -105,15 +103,11 @@ class ReviewPanelMaker : public FormSecMaker {
     return c_.Frame10;
   }
 
-  QLayout* GridCommands() {
+  void AddGridCommands(FlowLayout& row) {
     c_.Command3 = Button(language_.Text(Caption::MakeTable), "Command3");
     c_.CmdGrf = Button(language_.Text(Caption::GraphicTab), "CmdGrf");
     c_.Command1 = Button(Text(u"Pencereyi Kapat", u"Close this panel"), "Command1");
-    auto* column = new QVBoxLayout;
-    column->setSpacing(kGap / 2);
-    column->addStretch();
-    for (QPushButton* button : {c_.Command3, c_.CmdGrf, c_.Command1}) column->addWidget(button);
-    return column;
+    for (QPushButton* button : {c_.Command3, c_.CmdGrf, c_.Command1}) row.addWidget(button);
   }
 };
 

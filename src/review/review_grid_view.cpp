@@ -12,6 +12,13 @@
 #include "review/review_grid_model.h"
 
 namespace vesk {
+namespace {
+
+constexpr int kCellMargins = 12;  // pixels left and right of a cell's text together
+constexpr const char* kWidestTexts[kGridColumns] = {"00/00/0000", "00:00", "-000.0", "000.00",
+                                                    "00-Max",     "999",   "-000.0"};
+
+}  // namespace
 
 ReviewGridView::ReviewGridView(QWidget* parent) : QTableView(parent) {
   setItemDelegate(new ReviewGridDelegate(this));
@@ -81,12 +88,17 @@ void ReviewGridView::ShareWidth() {
   if (model_ == nullptr) return;
   std::array<int, kGridColumns> least{};
   const QFontMetrics metrics(horizontalHeader()->font());
+  QFont boldFont = font();  // of extreme records
+  boldFont.setBold(true);
+  const QFontMetrics bold(boldFont);
   int sum = 0;
   for (int column = 0; column < kGridColumns; ++column) {
     const QString title = model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
     int& width = least[static_cast<std::size_t>(column)];
-    width = std::max(ReviewGridModel::ColumnWidthPixels(static_cast<GridColumn>(column)),
-                     metrics.horizontalAdvance(title) + 12);
+    const QString widest = QLatin1String(kWidestTexts[column]);
+    width = std::max({ReviewGridModel::ColumnWidthPixels(static_cast<GridColumn>(column)),
+                      metrics.horizontalAdvance(title) + kCellMargins,
+                      bold.horizontalAdvance(widest) + kCellMargins});
     sum += width;
   }
   const int room = std::max(viewport()->width(), sum);
