@@ -60,7 +60,7 @@ struct BuildReport {
   bool stoppedByOpenWorkbooks = false;  ///< the operator was told; nothing was written
   QString path;                         ///< the finished table file
   bool withHourlyValues = false;
-  int hourlyRowsLeftOut = 0;      ///< readings beyond the last row of the hourly sheet
+  int hourlyRowsLeftOut = 0;    ///< readings beyond the last row of the hourly sheet
   std::vector<Error> warnings;  ///< steps that failed without harming a figure
 };
 
