@@ -8,7 +8,6 @@
 #include <QString>
 
 #include <algorithm>
-#include <cstdio>
 
 #include "datafiles/helpers.h"
 
@@ -61,17 +60,20 @@ inline QByteArray SketchHeader(const RawFileSketch& sketch, int samples) {
          HeaderLine("Recording", step) + HeaderLine("-", "0") + HeaderLine("-", "0");
 }
 
+/// The level field, five characters with a decimal point whatever the machine's locale.
+inline QByteArray LevelField(int levelCm) {
+  return QByteArray::number(levelCm / 100.0, 'f', 2).rightJustified(5);
+}
+
 inline QByteArray OrdinaryLine(DateTime time, int levelCm, char flag = ' ', bool midnightAs24 = false) {
-  char level[16];
-  std::snprintf(level, sizeof level, "%5.2f", levelCm / 100.0);
   const QString text = LoggerTimeText(time, midnightAs24);
-  return text.left(10).toLatin1() + "  " + text.mid(11, 5).toLatin1() + "    " + flag + level + "\r\n";
+  return text.left(10).toLatin1() + "  " + text.mid(11, 5).toLatin1() + "    " + flag + LevelField(levelCm) +
+         "\r\n";
 }
 
 inline QByteArray ExtremeLine(const char* kind, DateTime time, int levelCm, bool midnightAs24 = false) {
-  char level[16];
-  std::snprintf(level, sizeof level, "%5.2f", levelCm / 100.0);
-  return QByteArray(kind) + ' ' + LoggerTimeText(time, midnightAs24).toLatin1() + "  " + level + "\r\n";
+  return QByteArray(kind) + ' ' + LoggerTimeText(time, midnightAs24).toLatin1() + "  " + LevelField(levelCm) +
+         "\r\n";
 }
 
 /// The whole content of a sketch.
