@@ -77,9 +77,10 @@ void FormSec::MakeTable() {
   if (report->stoppedByOpenWorkbooks) return;
   for (const Error& warning : report->warnings) AddMessage(ErrorText(warning, run_.language));
   if (report->hourlyRowsLeftOut > 0) {
-    AddMessage(Text(u"%1 kayıt saatlik sayfaya sığmadı ve orada yok; günlük sayfa eksiksizdir.",
-                    u"%1 readings did not fit the hourly sheet and are not on it; the daily sheet is complete.")
-                   .arg(report->hourlyRowsLeftOut));
+    AddMessage(
+        Text(u"%1 kayıt saatlik sayfaya sığmadı ve orada yok; günlük sayfa eksiksizdir.",
+             u"%1 readings did not fit the hourly sheet and are not on it; the daily sheet is complete.")
+            .arg(report->hourlyRowsLeftOut));
   }
   TellStatus(Text(u"Tablo kaydedildi: %1", u"The table is saved: %1").arg(report->path));
 }
