@@ -115,6 +115,7 @@ void FormSec::ConnectGridCommands() {
     if (MayLeaveGrid()) c_.Frame3->hide();
   });
   connect(c_.CmdCiz, &QPushButton::clicked, this, &FormSec::DrawGraphList);
+  connect(c_.CmdListe, &QPushButton::clicked, this, &FormSec::DrawStoredGraphs);
   connect(c_.CmdListSil, &QPushButton::clicked, this, [this] {
     c_.ListGraf->clear();
     UpdateGraphList();

@@ -17,6 +17,7 @@ namespace vesk {
 
 class MainFrame;
 class ReviewGridModel;
+struct GraphFileEntry;
 struct RunValues;
 
 class FormSec : public QWidget {
@@ -114,6 +115,8 @@ class FormSec : public QWidget {
   void ChooseRatingCurve();
   void AddGraphEntries();
   void DrawGraphList();
+  void DrawStoredGraphs();
+  void OpenGraphs(const std::vector<GraphFileEntry>& files);
   void UpdateGraphList();
 
   MainFrame& frame_;

@@ -66,6 +66,7 @@ struct FormSecControls {
   QListWidget* ListGraf = nullptr;
   QPushButton* CmdCiz = nullptr;
   QPushButton* CmdListSil = nullptr;
+  QPushButton* CmdListe = nullptr;
   // Bottom.
   QLabel* StatusLine = nullptr;
   QProgressBar* ProgressBar1 = nullptr;

@@ -35,9 +35,13 @@ class RightColumnMaker : public FormSecMaker {
     auto* title = new QLabel(language_.Text(Caption::List), &form_);
     c_.CmdCiz = Button(language_.Text(Caption::Draw), "CmdCiz");
     c_.CmdListSil = Button(Text(u"Listeyi Sil", Caption::ClearList), "CmdListSil");
+    c_.CmdListe = Button(language_.Text(Caption::List), "CmdListe");
+    c_.CmdListe->setToolTip(Text(u"Son çizimin grafik dosyalarından yeniden çiz",
+                                 u"Draw again from the last drawing's graph files"));
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(c_.CmdCiz);
     buttons->addWidget(c_.CmdListSil);
+    buttons->addWidget(c_.CmdListe);
     buttons->addStretch();
     c_.GraphPanel = Titled(title, c_.ListGraf, buttons);
     c_.GraphPanel->setObjectName(QStringLiteral("GraphPanel"));

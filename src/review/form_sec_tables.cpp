@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "graphs/form_coklu_secim.h"
+#include "graphs/frm_gr_lis.h"
 #include "graphs/open_graph.h"
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
@@ -164,9 +165,24 @@ void FormSec::DrawGraphList() {
   if (!built->messages.isEmpty()) {
     questions_->Tell(this, run_.language.attentionTitle, built->messages.join(QLatin1Char('\n')));
   }
+  OpenGraphs(built->files);
+}
+
+// Nothing is loaded or deleted: the files of an earlier drawing are drawn as they lie in the folder.
+void FormSec::DrawStoredGraphs() {
+  if (busy_) return;
+  const std::vector<GraphFileEntry> chosen = [this] {
+    FrmGrLis list({}, run_.dataDirectory, run_.language, this);
+    list.exec();
+    return list.Chosen();
+  }();  // the dialog is gone before this window, which owns it, closes
+  if (!chosen.empty()) OpenGraphs(chosen);
+}
+
+// The graph window takes its level range from the files that it is given, so none is left over from before.
+void FormSec::OpenGraphs(const std::vector<GraphFileEntry>& files) {
   run_.stationMode = StationMode::Multiple;
   MainFrame& frame = frame_;
-  const std::vector<GraphFileEntry> files = built->files;
   if (close()) OpenMultipleGraph(frame, files);
 }
 

@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include "graphs/form_coklu_secim.h"
+#include "graphs/frm_gr_lis.h"
 #include "tables/build_level_table.h"
 #include "tables/recording_spreadsheet.h"
 #include "windows/review_fixture.h"
@@ -107,6 +108,36 @@ TEST_F(Tables, DrawingTheListWritesGraphFilesAndMakesWayForTheGraph) {
   EXPECT_EQ(frame_.Run().stationMode, StationMode::Multiple);
   EXPECT_TRUE(QFile::exists(Data() + Texts("Graf2010--12345.txt")));
   EXPECT_TRUE(QFile::exists(Data() + Texts("Graf2010--20000.txt")));
+}
+
+TEST_F(Tables, StoredGraphFilesAreDrawnAgainWithoutLoading) {
+  Open(Caption::MultipleGraph);
+  LoadWaterYear(0);
+  LoadWaterYear(1);
+  Push("CmdCiz");
+  ASSERT_TRUE(QFile::remove(Data() + Texts("001-20000-010203=0001.txt")));  // not needed any more
+  ASSERT_TRUE(frame_.CloseChild(Texts("FormGraf")));
+  Settle();
+
+  Open(Caption::MultipleGraph);
+  EXPECT_EQ(Button("CmdListe").text(), Texts("Liste"));
+  const auto answer = [this](bool accept) {
+    QTimer::singleShot(0, [accept] {
+      auto* list = qobject_cast<FrmGrLis*>(QApplication::activeModalWidget());
+      ASSERT_NE(list, nullptr);
+      EXPECT_EQ(list->findChild<QListWidget*>(Texts("List1"))->count(), 2);
+      if (!accept) return list->reject();
+      QTest::mouseClick(list->findChild<QPushButton*>(Texts("Command2")), Qt::LeftButton);
+    });
+    Push("CmdListe");
+  };
+  answer(false);
+  ASSERT_NE(form_, nullptr);
+  EXPECT_EQ(frame_.Child(Texts("FormGraf")), nullptr);
+  answer(true);
+  EXPECT_EQ(form_, nullptr);
+  EXPECT_NE(frame_.Child(Texts("FormGraf")), nullptr);
+  EXPECT_EQ(frame_.Run().stationMode, StationMode::Multiple);
 }
 
 TEST_F(Tables, ThePickerHandsWaterYearsToTheList) {
