@@ -86,6 +86,8 @@ class FormSec : public QWidget {
   // Loading.
   void Confirm();
   void Load(const LoadRequest& request);
+  Result<LoadedReadings> LoadWithProgress(LoadRequest request);
+  void ShowProgress(int value);
   void ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded);
   void OfferRecovery();
   void ClearGrid();

@@ -1,8 +1,10 @@
 // Confirming a choice, loading it, and what happens to unsaved work on the way.
 #include <QDir>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTableWidget>
 
@@ -36,10 +38,7 @@ void FormSec::Load(const LoadRequest& request) {
   ShowFileMarks();
   c_.Command3->setEnabled(false);
   KeepDataDirectory();
-  Result<LoadedReadings> loaded = [&request] {
-    const BusyCursor busy;
-    return LoadReadings(request);
-  }();
+  Result<LoadedReadings> loaded = LoadWithProgress(request);
   if (!loaded) {
     questions_->Warn(this, run_.language.attentionTitle, ErrorText(loaded.Failure(), run_.language));
     UpdateCommands();
@@ -53,6 +52,26 @@ void FormSec::Load(const LoadRequest& request) {
   ShowEditState();
   UpdateCommands();
   OfferRecovery();
+}
+
+Result<LoadedReadings> FormSec::LoadWithProgress(LoadRequest request) {
+  const BusyCursor busy;
+  if (request.files.size() > 1) {
+    ShowProgress(0);
+    request.progress = [this](int percent) { ShowProgress(percent); };
+  }
+  Result<LoadedReadings> loaded = LoadReadings(request);
+  c_.ProgressBar1->hide();
+  return loaded;
+}
+
+// No events are let in: nothing of the window can be touched while a load or a drawing is under way.
+void FormSec::ShowProgress(int value) {
+  c_.ProgressBar1->setValue(value);
+  if (c_.ProgressBar1->isVisible()) return;
+  c_.ProgressBar1->show();
+  layout()->activate();
+  c_.ProgressBar1->repaint();
 }
 
 void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded) {

@@ -140,18 +140,18 @@ void FormSec::UpdateGraphList() {
 void FormSec::DrawGraphList() {
   QStringList entries;
   for (int row = 0; row < c_.ListGraf->count(); ++row) entries += c_.ListGraf->item(row)->text();
-  c_.ProgressBar1->setRange(0, static_cast<int>(entries.size()));
-  c_.ProgressBar1->setValue(0);
-  c_.ProgressBar1->show();
+  c_.ProgressBar1->setRange(0, static_cast<int>(entries.size()) * 100);
+  ShowProgress(0);
   const Result<GraphFilesBuilt> built = [&] {
     const BusyCursor busy;
     return BuildGraphFiles(
         run_.dataDirectory, entries,
-        [this](const GraphListEntry& entry) {
-          c_.ProgressBar1->setValue(c_.ProgressBar1->value() + 1);
+        [this, done = 0](const GraphListEntry& entry) mutable {
+          const int before = 100 * done++;
           LoadRequest request = WaterYearRequest(run_.dataDirectory, entry.station, entry.waterYear,
                                                  run_.language.convertedWord);
           request.regional = run_.regional;
+          request.progress = [this, before](int percent) { ShowProgress(before + percent); };
           return LoadReadings(request);
         },
         run_.language);

@@ -23,31 +23,17 @@ class Loader {
     loaded_.setup = cells_;
     if (Refused(file, reading)) return;
     ReadLines(file, reading.header, 1, std::nullopt);
+    TellFileDone(1);
   }
 
   void LoadWaterYear(const QString& entry) {
     const int year = entry.left(4).toInt();
     const DayWindow window{WaterYearFirstDay(year), WaterYearLastDay(year)};
     loaded_.waterYear = year;
-    int filesOfYear = 0;
+    filesOfYear_ = 0;
     for (std::size_t i = 0; i < request_.files.size(); ++i) {
-      const RawFile& file = request_.files[i];
-      const RawHeaderReading reading = ReadHeader(file, HeaderScope::WaterYear);
-      if (Refused(file, reading)) return;
-      loaded_.header = reading.header;
-      MergeCells(i == 0, year);
-      if (reading.header.LastWaterYear < year || reading.header.FirstWaterYear > year) continue;
-      if (filesOfYear == kMostFilesInLoad) {
-        loaded_.messages.push_back(
-            QStringLiteral("%1: water year %2 has more than %3 files; only the first %3 are loaded")
-                .arg(request_.station)
-                .arg(year)
-                .arg(kMostFilesInLoad));
-        return;
-      }
-      ++filesOfYear;
-      const int number = std::min(static_cast<int>(i) + 1, kLargestFileNumber);
-      ReadLines(file, reading.header, static_cast<std::uint8_t>(number), window);
+      if (!TakeFile(i, year, window)) return;
+      TellFileDone(request_.files.size() * request_.waterYears.size());
     }
   }
 
@@ -72,6 +58,33 @@ class Loader {
   }
 
  private:
+  /// False when the water year ends with this file.
+  bool TakeFile(std::size_t i, int year, const DayWindow& window) {
+    const RawFile& file = request_.files[i];
+    const RawHeaderReading reading = ReadHeader(file, HeaderScope::WaterYear);
+    if (Refused(file, reading)) return false;
+    loaded_.header = reading.header;
+    MergeCells(i == 0, year);
+    if (reading.header.LastWaterYear < year || reading.header.FirstWaterYear > year) return true;
+    if (filesOfYear_ == kMostFilesInLoad) {
+      loaded_.messages.push_back(
+          QStringLiteral("%1: water year %2 has more than %3 files; only the first %3 are loaded")
+              .arg(request_.station)
+              .arg(year)
+              .arg(kMostFilesInLoad));
+      return false;
+    }
+    ++filesOfYear_;
+    const int number = std::min(static_cast<int>(i) + 1, kLargestFileNumber);
+    ReadLines(file, reading.header, static_cast<std::uint8_t>(number), window);
+    return true;
+  }
+
+  void TellFileDone(std::size_t filesInAll) {
+    ++filesDone_;
+    if (request_.progress) request_.progress(static_cast<int>(filesDone_ * 100 / filesInAll));
+  }
+
   RawHeaderReading ReadHeader(const RawFile& file, HeaderScope scope) {
     std::vector<QString> notes;
     HeaderSinks sinks;
@@ -139,6 +152,8 @@ class Loader {
   SetupCells cells_;
   SetupCells reference_;
   std::vector<QString> headerNotes_;
+  int filesOfYear_ = 0;
+  std::size_t filesDone_ = 0;
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 #include "datafiles/raw_header.h"
@@ -23,6 +24,7 @@ struct LoadRequest {
   std::vector<QString>
       waterYears;  ///< chosen water-year entries ("2011 " or "2011 Dönüşmüş"); empty: single file
   Regional regional;
+  std::function<void(int percent)> progress;  ///< 1 to 100, rising; called after each file; may be empty
 };
 
 /// Lines of one raw file: 15 + kept + outsideWindow + blank + refused + afterEnd are all its lines.

@@ -48,6 +48,21 @@ class LoadReadingsTest : public testing::Test {
   QString folder = temporary.path() + QLatin1Char('/');
 };
 
+TEST_F(LoadReadingsTest, ProgressRisesToTheWholeWithEveryFileOfEveryYear) {
+  test::WriteSketch(folder, Sketch("080901", "29/09/2008 01:00", "02/10/2008 23:00"));
+  test::WriteSketch(folder, Sketch("090901", "29/09/2009 01:00", "02/10/2009 23:00"));
+  std::vector<int> told;
+  LoadRequest request = Request({QStringLiteral("2009 "), QStringLiteral("2010 ")});
+  request.progress = [&told](int percent) { told.push_back(percent); };
+  Load(request);
+  EXPECT_EQ(told, (std::vector{25, 50, 75, 100}));
+  told.clear();
+  request.waterYears.clear();
+  request.files.resize(1);
+  Load(request);
+  EXPECT_EQ(told, std::vector{100});
+}
+
 TEST_F(LoadReadingsTest, AWaterYearTakesItsDaysFromEveryFileThatHoldsThem) {
   test::WriteSketch(folder, Sketch("080901", "29/09/2008 01:00", "02/10/2008 23:00"));
   test::WriteSketch(folder, Sketch("090901", "29/09/2009 01:00", "02/10/2009 23:00"));

@@ -3,6 +3,7 @@
 
 #include <QClipboard>
 #include <QDir>
+#include <QProgressBar>
 #include <QTableWidget>
 
 #include "tables/folder_lists.h"
@@ -96,6 +97,21 @@ TEST_F(Choosing, ARawFileShowsItsHeaderAndIsLoadedByADoubleClick) {
   EXPECT_TRUE(Button("Command10").isEnabled());
   EXPECT_FALSE(Button("Command3").isEnabled());
   EXPECT_FALSE(Find<QTableWidget>("VS_Dosyalar").isVisible());
+}
+
+TEST_F(Choosing, AProgressBarStandsThereOnlyWhileSeveralFilesAreLoaded) {
+  Open();
+  auto& bar = Find<QProgressBar>("ProgressBar1");
+  EXPECT_FALSE(bar.isVisible());
+  std::vector<int> shown;
+  QObject::connect(&bar, &QProgressBar::valueChanged, [&](int value) {
+    if (bar.isVisible()) shown.push_back(value);
+  });
+  LoadWaterYear(0);
+  EXPECT_THAT(shown, testing::ElementsAre(50, 100));
+  EXPECT_FALSE(bar.isVisible());
+  LoadWaterYear(1);  // one file
+  EXPECT_EQ(shown.size(), 2U);
 }
 
 TEST_F(Choosing, ADirectoryPressListsThatFolderAndKeepsItInTheSettings) {
