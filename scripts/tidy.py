@@ -47,7 +47,9 @@ def jobs_of(folder):
 def key_of(source, entry, headers, tool):
     digest = hashlib.sha256(tool)
     digest.update(entry["command"].replace(str(ROOT), ".").encode())
-    digest.update(file_hash(ROOT / ".clang-tidy"))
+    for folder in source.parents:
+        if folder.is_relative_to(ROOT):
+            digest.update(file_hash(folder / ".clang-tidy"))
     for path in sorted({source, *headers}):
         digest.update(str(path.relative_to(ROOT)).encode() + file_hash(path))
     return digest.hexdigest()
