@@ -9,7 +9,8 @@ if(VESK_WERROR)
 endif()
 if(VESK_SANITIZE)
   target_compile_options(vesk_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
-                         -fno-sanitize-recover=undefined)
+                         -fno-sanitize-recover=undefined
+                         -Wno-maybe-uninitialized)  # g++ sees ghosts in instrumented code
   target_link_options(vesk_options INTERFACE -fsanitize=address,undefined)
 endif()
 
