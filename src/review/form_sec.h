@@ -134,8 +134,15 @@ class FormSec : public QWidget {
   bool busy_ = false;    ///< a table or a graph is being made: choices wait
   bool opened_ = false;
   bool columnsAreKept_ = false;  ///< the columns' widths are the operator's own
-  bool refused_ = false;         ///< the level typed last was not taken
+  bool registerFailureTold_ = false;
+  QString registerFailure_;  ///< waits for the next message list, which would wipe it off
+  bool refused_ = false;     ///< the level typed last was not taken
 };
+
+/// A station's name as titles show it: a register without names gives "-", which says nothing there.
+inline QString WithoutDash(const QString& name) {
+  return name == QLatin1String("-") ? QString() : name;
+}
 
 /// The mode that a menu caption (without its "&") stands for in the current language.
 WorkMode WorkModeOf(const QString& openingCaption, const Language& language);

@@ -7,6 +7,9 @@
 #include <QSignalBlocker>
 #include <QTableWidget>
 
+#include <algorithm>
+#include <utility>
+
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
 #include "review/message_texts.h"
@@ -51,6 +54,7 @@ void FormSec::ChooseFolder(const QString& folder) {
   if (busy_ || !MayLeaveGrid()) return;
   const BusyCursor busy;
   run_.dataDirectory = NormaliseFolderPath(folder);
+  frame_.ShowDataDirectory();
   const BrowserReport report = browser_.OpenFolder(run_.dataDirectory);
   c_.Drive1->ShowVolumeOf(run_.dataDirectory);
   // The list stays as it is while the chosen folder is an entry of it, so a press does not move the entries.
@@ -108,9 +112,9 @@ void FormSec::SelectStationEntry(int index) {
   Select(*c_.ListIst, {std::max(index, 0)});
   ShowFiles();
   ShowWaterYears();
+  const QString name = WithoutDash(StationName(browser_.Station()));
   ShowReport(report);
-  const QString name = StationName(browser_.Station());
-  TellStatus(browser_.Station() + (name == QLatin1String("-") ? QString() : QStringLiteral("  ") + name));
+  TellStatus(name.isEmpty() ? browser_.Station() : browser_.Station() + QStringLiteral("  ") + name);
   c_.Text7->hide();
   c_.Command2->setEnabled(false);
   UpdateCommands();
@@ -205,6 +209,7 @@ void FormSec::ShowReport(const BrowserReport& report) {
 void FormSec::ShowMessages(const std::vector<QString>& messages) {
   c_.ListMsj->clear();
   for (const QString& message : messages) AddMessage(message);
+  AddMessage(std::exchange(registerFailure_, {}));
 }
 
 void FormSec::AddMessage(const QString& message) {
@@ -222,7 +227,8 @@ void FormSec::ShowSetup(const SetupCells& cells) {
 QString FormSec::StationName(const QString& station) {
   const Result<QString> name = LookupStationName(run_.stationDatabasePath, StationNumberOf(station));
   if (name) return *name;
-  AddMessage(ErrorText(name.Failure(), run_.language));
+  if (!registerFailureTold_) registerFailure_ = ErrorText(name.Failure(), run_.language);
+  registerFailureTold_ = true;
   return {};
 }
 

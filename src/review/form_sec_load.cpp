@@ -95,9 +95,8 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
     }
     what = years.join(QStringLiteral(", "));
   }
-  const bool named = !request.stationName.isEmpty() && request.stationName != QLatin1String("-");
-  const QString name = named ? QLatin1Char(' ') + request.stationName : QString();
-  c_.LoadedLabel->setText(request.station + name + QStringLiteral("  ·  ") + what);
+  const QString station = (request.station + QLatin1Char(' ') + WithoutDash(request.stationName)).trimmed();
+  c_.LoadedLabel->setText(station + QStringLiteral("  ·  ") + what);
   c_.LoadedLabel->setToolTip(c_.LoadedLabel->text());
   ShowSetup(loaded.setup);
   ShowMessages(loaded.messages);

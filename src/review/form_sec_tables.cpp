@@ -93,7 +93,7 @@ void FormSec::DrawGraph() {
   const std::shared_ptr<const ReviewGrid> grid(std::shared_ptr<void>(), &session_.Grid());
   OpenSingleGraph(frame_, grid,
                   GraphStation{.number = StationNumberOf(loaded_->station),
-                               .name = loaded_->stationName,
+                               .name = WithoutDash(loaded_->stationName),
                                .waterYear = loaded_->waterYear});
 }
 

@@ -42,6 +42,7 @@ class Anamenu : public QMainWindow, public MainFrame {
   void ShowChild(QWidget* window) override;
   bool CloseChild(const QString& objectName) override;
   void SetMenusEnabled(bool enabled) override;
+  void ShowDataDirectory() override;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -57,7 +58,6 @@ class Anamenu : public QMainWindow, public MainFrame {
   QAction* AddEntry(QMenu* menu, const char* name, Slot slot);
   static void AddSeparator(QMenu* menu, const char* name);
   void ApplyMenuCaptions();
-  void ShowDataDirectory();
 
   void StartCommunication();
   void OpenDataFile();

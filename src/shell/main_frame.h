@@ -24,6 +24,8 @@ class MainFrame {
   virtual bool CloseChild(const QString& objectName) = 0;
   /// Top-level menus Mnu1, Mnu3 and Mnu4.
   virtual void SetMenusEnabled(bool enabled) = 0;
+  /// Shows the run's data directory again; a window that has changed it says so here.
+  virtual void ShowDataDirectory() = 0;
 };
 
 }  // namespace vesk

@@ -66,6 +66,7 @@ class FrameDouble : public MainFrame {
     return child == nullptr || child->close();
   }
   void SetMenusEnabled(bool enabled) override { menusEnabled = enabled; }
+  void ShowDataDirectory() override { dataDirectoryShown = run_.dataDirectory; }
 
   /// The open child window of that name; null when there is none.
   QWidget* Child(const QString& objectName) {
@@ -77,6 +78,7 @@ class FrameDouble : public MainFrame {
 
   Spreadsheet* office = nullptr;  ///< the test's own, when it needs one
   bool menusEnabled = true;
+  QString dataDirectoryShown;
   std::vector<QString> closeRequests;
 
  private:

@@ -114,6 +114,17 @@ TEST_F(Choosing, AProgressBarStandsThereOnlyWhileSeveralFilesAreLoaded) {
   EXPECT_EQ(shown.size(), 2U);
 }
 
+TEST_F(Choosing, AMissingRegisterIsToldOnce) {
+  const auto told = [this] { return Entries("ListMsj").filter(frame_.Run().stationDatabasePath).size(); };
+  Open();
+  Click("ListIst", 0);
+  EXPECT_EQ(told(), 1);
+  Click("ListIst", 1);
+  EXPECT_EQ(told(), 0);
+  LoadWaterYear(0);
+  EXPECT_EQ(told(), 0);
+}
+
 TEST_F(Choosing, ADirectoryPressListsThatFolderAndKeepsItInTheSettings) {
   const QString other = Data() + Texts("other");
   ASSERT_TRUE(QDir().mkpath(other));
@@ -124,6 +135,7 @@ TEST_F(Choosing, ADirectoryPressListsThatFolderAndKeepsItInTheSettings) {
   Click("Dir1", row);
   EXPECT_TRUE(Entries("ListIst").isEmpty());
   EXPECT_EQ(Find<QLineEdit>("Text1").text(), Texts("0"));
+  EXPECT_EQ(frame_.dataDirectoryShown, other + Texts("/"));
   Push("CmdVazgec");
   EXPECT_EQ(form_, nullptr);
   EXPECT_TRUE(frame_.menusEnabled);

@@ -197,6 +197,9 @@ TEST_F(MainWindow, ShowsTheDataDirectoryOfTheRun) {
   auto* label = window_->findChild<QLabel*>(QStringLiteral("LblDataDirectory"));
   EXPECT_TRUE(label->text().endsWith(home_ + QStringLiteral("Data/")));
   Trigger("MnuKontrol");
+  run_.dataDirectory = home_ + QStringLiteral("Other/");
+  static_cast<MainFrame&>(*window_).ShowDataDirectory();
+  EXPECT_TRUE(label->text().endsWith(run_.dataDirectory)) << "while the window is open";
   run_.dataDirectory = home_;
   Child("FormSec")->close();
   EXPECT_EQ(Child("FormSec"), nullptr) << "its frame is gone at once";
