@@ -10,7 +10,8 @@ endif()
 if(VESK_SANITIZE)
   target_compile_options(vesk_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
                          -fno-sanitize-recover=undefined
-                         -Wno-maybe-uninitialized)  # g++ sees ghosts in instrumented code
+                         # g++ sees ghosts in instrumented code
+                         $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
   target_link_options(vesk_options INTERFACE -fsanitize=address,undefined)
 endif()
 
