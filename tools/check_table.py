@@ -68,6 +68,20 @@ def daily_rows(book, complaints):
                 yield [date.strftime("%d/%m/%Y"), *(text(cell.value) for cell in cells[1:])]
 
 
+def check_year_sheet(book, complaints):
+    """Every daily mean stands on the year sheet as on the daily sheet, and a day without one stands there blank."""
+    daily, year = book.sheet_by_name("Gunluk"), book.sheet_by_name("Aylik")
+    first_mean_row, lengths = 22, [31, 30, 31, 31, 28, 31, 30, 31, 30, 31, 31, 30]
+    for month, length in enumerate(lengths):
+        for day in range(length):
+            mean = daily.cell_value(FIRST_ROW - 1 + month * BLOCK + day, 8)
+            shown = year.cell_value(first_mean_row + day, 1 + month)
+            if mean != shown:
+                complaints.append(f"Aylik, month {month + 1}, day {day + 1}: {shown!r} for {mean!r}")
+    if not isinstance(year.cell_value(1, 0), str):
+        complaints.append("Aylik: the line of the water year is stored as a number")
+
+
 def main():
     hourly = "--hourly" in sys.argv
     book = xlrd.open_workbook(sys.argv[-1], formatting_info=True)
@@ -76,6 +90,7 @@ def main():
         print(",".join(row))
     if book.sheet_by_name("Aylik").cell_value(20, 3) != "":
         complaints.append("Aylik (21,4) is not empty")
+    check_year_sheet(book, complaints)
     for complaint in complaints:
         print(complaint, file=sys.stderr)
     return 1 if complaints else 0

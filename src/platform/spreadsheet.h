@@ -48,6 +48,11 @@ class Worksheet {
   virtual Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) = 0;
   /// Sets a formula in R1C1 notation; an empty text empties the cell.
   virtual Status SetFormulaR1C1(int row, int column, const QString& formula) = 0;
+  /// Enters every formula of the sheet again as it stands. A formula that came out of a .xls file is saved
+  /// with a number for its result even where the result is a text or empty; a formula entered anew keeps what
+  /// it shows, so that programs which read a workbook without recalculating see no 0 where the sheet shows
+  /// nothing.
+  virtual Status ReenterFormulas() = 0;
   /// Rows of a sheet of this workbook's file format (65,536 for .xls).
   [[nodiscard]] virtual int RowLimit() const = 0;
 };

@@ -141,8 +141,10 @@ class TableBuild {
   /// over.
   Status Calculate() {
     Forgive(workbook_->RunMacro(QStringLiteral("BosHucreleriSil")));
-    Forgive(spreadsheet_.Recalculate());
     auto monthly = workbook_->Sheet(QStringLiteral("Aylik"));
+    if (auto daily = workbook_->Sheet(QStringLiteral("Gunluk"))) Forgive((*daily)->ReenterFormulas());
+    if (monthly) Forgive((*monthly)->ReenterFormulas());
+    Forgive(spreadsheet_.Recalculate());
     if (monthly) {
       Forgive((*monthly)->Select());
       Forgive((*monthly)->SetFormulaR1C1(21, 4, QString()));

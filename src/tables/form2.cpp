@@ -63,7 +63,8 @@ void Form2::CreateControls() {
 }
 
 void Form2::ConnectControls() {
-  connect(File3_, &QListWidget::itemActivated, this, &Form2::OpenSelected);
+  // Not itemActivated: on desktops set to open by a single click a mere choice would open the workbook.
+  connect(File3_, &QListWidget::itemDoubleClicked, this, &Form2::OpenSelected);
   connect(Command1_, &QPushButton::clicked, this, &Form2::OpenSelected);
   connect(CmdVazgec_, &QPushButton::clicked, this, &QWidget::close);
   auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
@@ -135,12 +136,18 @@ void Form2::Tell(const QString& text) {
 }
 
 bool Form2::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == File3_ && event->type() == QEvent::KeyPress &&
-      static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
-    DeleteSelected();
-    return true;
+  if (watched != File3_ || event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+  switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Delete:
+      DeleteSelected();
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      OpenSelected();
+      return true;
+    default:
+      return QWidget::eventFilter(watched, event);
   }
-  return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace vesk

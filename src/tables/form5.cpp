@@ -80,7 +80,13 @@ void Form5::ConnectControls() {
   connect(Dir1_, &DirList::FolderOpened, this, &Form5::ShowFolder);
   connect(File1_, &QListWidget::itemSelectionChanged, this,
           [this] { Command2_->setEnabled(!File1_->selectedItems().isEmpty()); });
-  connect(File1_, &QListWidget::itemActivated, this, &Form5::Accept);
+  // Not itemActivated: on desktops set to open by a single click a mere choice would close the window.
+  connect(File1_, &QListWidget::itemDoubleClicked, this, &Form5::Accept);
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+    auto* enter = new QShortcut(QKeySequence(key), File1_);
+    enter->setContext(Qt::WidgetShortcut);
+    connect(enter, &QShortcut::activated, this, &Form5::Accept);
+  }
   connect(Command1_, &QPushButton::clicked, this, &Form5::Cancel);
   connect(Command2_, &QPushButton::clicked, this, &Form5::Accept);
   auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);

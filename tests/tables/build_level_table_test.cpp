@@ -137,6 +137,8 @@ TEST_F(BuildLevelTableTest, RunsItsStepsInOrder) {
                                           QStringLiteral("select Gunluk"),
                                           QStringLiteral("select Saatlik"),
                                           QStringLiteral("macro BosHucreleriSil"),
+                                          QStringLiteral("reenter Gunluk"),
+                                          QStringLiteral("reenter Aylik"),
                                           QStringLiteral("recalculate"),
                                           QStringLiteral("select Aylik"),
                                           QStringLiteral("formula Aylik 21,4 ''"),

@@ -80,6 +80,7 @@ class RecordingSpreadsheet : public Spreadsheet {
     Status SetFormulaR1C1(int row, int column, const QString& formula) override {
       return office_.Do(QStringLiteral("formula %1 %2,%3 '%4'").arg(name_).arg(row).arg(column).arg(formula));
     }
+    Status ReenterFormulas() override { return office_.Do(QStringLiteral("reenter ") + name_); }
     [[nodiscard]] int RowLimit() const override { return office_.rowLimit; }
 
    private:

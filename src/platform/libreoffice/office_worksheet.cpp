@@ -8,9 +8,13 @@
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/AddressConvention.hpp>
+#include <com/sun/star/sheet/CellFlags.hpp>
+#include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XCellAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
+#include <com/sun/star/sheet/XCellRangeFormula.hpp>
+#include <com/sun/star/sheet/XCellRangesQuery.hpp>
 #include <com/sun/star/sheet/XFormulaParser.hpp>
 #include <com/sun/star/sheet/XFormulaTokens.hpp>
 #include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
@@ -197,6 +201,23 @@ Status OfficeWorksheet::SetFormulaR1C1(int row, int column, const QString& formu
         Reference<css::sheet::XCellAddressable>(cell, UNO_QUERY_THROW)->getCellAddress();
     Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)
         ->setTokens(parser->parseFormula(ToOffice(formula.mid(1)), address));
+  });
+}
+
+Status OfficeWorksheet::ReenterFormulas() {
+  return session_->Ask(QStringLiteral("The formulas could not be entered again"), path_, [&] {
+    const Reference<css::sheet::XCalculatable> calculation(document_, UNO_QUERY_THROW);
+    const bool automatic = calculation->isAutomaticCalculationEnabled();
+    calculation->enableAutomaticCalculation(false);  // once at the end, not once a range
+    const Reference<css::sheet::XCellRangesQuery> query(sheet_, UNO_QUERY_THROW);
+    const auto formulas =
+        query->queryContentCells(static_cast<sal_Int16>(css::sheet::CellFlags::FORMULA))->getRangeAddresses();
+    for (const css::table::CellRangeAddress& a : formulas) {
+      const Reference<css::sheet::XCellRangeFormula> range(
+          sheet_->getCellRangeByPosition(a.StartColumn, a.StartRow, a.EndColumn, a.EndRow), UNO_QUERY_THROW);
+      range->setFormulaArray(range->getFormulaArray());
+    }
+    calculation->enableAutomaticCalculation(automatic);
   });
 }
 
