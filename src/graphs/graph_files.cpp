@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <algorithm>
+
 #include "datafiles/graph_file.h"
 
 namespace vesk {
@@ -15,7 +17,31 @@ Error ListFailure(const QString& reason) {
   return {QStringLiteral("The graph list cannot be drawn"), {}, reason};
 }
 
-Result<std::vector<GraphListEntry>> ReadList(const QStringList& entries) {
+// Loggers of one station number may differ in the prefix alone, which a file name leaves out: the second
+// would overwrite the first.
+Status NoSharedFile(const std::vector<GraphListEntry>& list, const Language& language) {
+  const auto fileOf = [](const GraphListEntry& entry) {
+    return GraphFileName(entry.waterYear, entry.station);
+  };
+  for (auto entry = list.begin(); entry != list.end(); ++entry) {
+    const QString file = fileOf(*entry);
+    const auto earlier = std::find_if(list.begin(), entry, [&](const GraphListEntry& one) {
+      return QString::compare(fileOf(one), file, Qt::CaseInsensitive) == 0;
+    });
+    if (earlier == entry) continue;
+    return ListFailure(
+        Either(
+            language,
+            QStringLiteral("%1 ve %2 istasyonlarının %3 su yılı aynı dosyaya yazılacaktı (%4); birini "
+                           "listeden çıkarın"),
+            QStringLiteral("%1 and %2 of water year %3 would be written to the same file (%4); take one of "
+                           "them out of the list"))
+            .arg(earlier->station, entry->station, QString::number(entry->waterYear), file));
+  }
+  return {};
+}
+
+Result<std::vector<GraphListEntry>> ReadList(const QStringList& entries, const Language& language) {
   if (entries.isEmpty()) return ListFailure(QStringLiteral("it is empty"));
   if (entries.size() > kMostGraphStations) {
     return ListFailure(QStringLiteral("it has %1 entries, at most %2 can be drawn together")
@@ -28,6 +54,7 @@ Result<std::vector<GraphListEntry>> ReadList(const QStringList& entries) {
     if (!entry) return ListFailure(QStringLiteral("no station and water year in \"%1\"").arg(text));
     list.push_back(*entry);
   }
+  if (const Status apart = NoSharedFile(list, language); !apart) return apart.Failure();
   return list;
 }
 
@@ -102,7 +129,7 @@ std::optional<GraphListEntry> ReadGraphListText(const QString& text) {
 
 Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const QStringList& entries,
                                         const LoadWaterYear& load, const Language& language) {
-  const auto list = ReadList(entries);
+  const auto list = ReadList(entries, language);
   if (!list) return list.Failure();
   if (const Status deleted = DeleteGraphFiles(dataDirectory); !deleted) return deleted.Failure();
   GraphFilesBuilt built;

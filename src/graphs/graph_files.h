@@ -45,8 +45,8 @@ struct GraphFilesBuilt {
 using LoadWaterYear = std::function<Result<LoadedReadings>(const GraphListEntry& entry)>;
 
 /// Deletes every "Graf*.*" in dataDirectory, then loads each entry and writes its graph data file. Fails on
-/// an empty list, on more than kMostGraphStations entries and on an entry that cannot be read, before
-/// anything is deleted.
+/// an empty list, on more than kMostGraphStations entries, on an entry that cannot be read and on two entries
+/// that share a file name (001-12345 and 002-12345 of one year), before anything is deleted.
 /// language: of the messages.
 Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const QStringList& entries,
                                         const LoadWaterYear& load, const Language& language = {});

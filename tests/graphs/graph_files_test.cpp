@@ -73,6 +73,25 @@ TEST_F(BuildGraphs, AListThatCannotBeDrawnTouchesNothing) {
   }
 }
 
+TEST_F(BuildGraphs, TwoEntriesOfOneFileAreNamedAndNothingIsDeleted) {
+  Touch("Graf2001- 11111.txt");
+  const QStringList list = {QStringLiteral("001-12345/2011"), QStringLiteral("001-22222/2011"),
+                            QStringLiteral("002-12345/2011")};
+  for (const auto& [fill, word] : {std::pair(&Language::FillTurkish, "aynı dosyaya"),
+                                   std::pair(&Language::FillEnglish, "the same file")}) {
+    Language language;
+    (language.*fill)();
+    const auto built = BuildGraphFiles(directory_, list, &BuildGraphs::Load, language);
+    ASSERT_FALSE(built);
+    for (const char* part : {word, "001-12345", "002-12345", "2011", "Graf2011--12345.txt"}) {
+      EXPECT_TRUE(built.Failure().reason.contains(QString::fromUtf8(part))) << part;
+    }
+    EXPECT_EQ(Files(), QStringList{QStringLiteral("Graf2001- 11111.txt")});
+  }
+  const QStringList apart = {list[0], QStringLiteral("002-12345/2010")};
+  EXPECT_TRUE(BuildGraphFiles(directory_, apart, &BuildGraphs::Load)) << "other years are other files";
+}
+
 TEST_F(BuildGraphs, ALoadThatFailsIsTheCallersToShow) {
   const auto built = BuildGraphFiles(directory_, {QStringLiteral("001-99999/2010")}, &BuildGraphs::Load);
   ASSERT_FALSE(built);
