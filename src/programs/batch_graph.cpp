@@ -126,35 +126,48 @@ Result<StationYear> ChooseStation(const GraphRequest& request, const std::vector
   return choice;
 }
 
-Result<GraphSheet> LoadSheet(const GraphRequest& request) {
+struct LoadedSheet {
+  GraphSheet sheet;
+  int exit = kBatchDone;  // kBatchFailed when a refused file cut one of the loads short
+};
+
+Result<LoadedSheet> LoadSheet(const GraphRequest& request) {
   const std::vector<RawFile> inUse = FilesInUse(ListRawFiles(request.folder));
   std::vector<GraphSource> sources;
+  int exit = kBatchDone;
   for (const QString& wanted : request.stations) {
     const auto choice = ChooseStation(request, inUse, wanted);
     if (!choice) return choice.Failure();
     auto loaded = LoadStationYear(request.folder, *choice);
     if (!loaded) return loaded.Failure();
+    exit = std::max(exit, ExitOf(*loaded));
     sources.push_back({choice->station.mid(4), request.waterYear,
                        std::make_shared<const ReviewGrid>(std::move(loaded->grid))});
   }
   const Options colours = FirstRunColours();
-  if (sources.size() > 1) return MakeMultipleSheet(sources, colours, request.language);
+  if (sources.size() > 1) {
+    return LoadedSheet{MakeMultipleSheet(sources, colours, request.language), exit};
+  }
   const GraphSource& only = sources.front();
   const GraphStation station{only.station, StationNameFrom(request.registerPath, only.station),
                              request.waterYear};
-  return MakeSingleSheet(*only.grid, station, colours, request.language);
+  return LoadedSheet{MakeSingleSheet(*only.grid, station, colours, request.language), exit};
 }
 
-Status DrawGraph(const GraphRequest& request) {
-  const auto sheet = LoadSheet(request);
-  if (!sheet) return sheet.Failure();
-  GraphPage page = WholePeriodPage(*sheet);
-  page = PageOfDates(request.from.value_or(sheet->start), request.to.value_or(sheet->end), page.maximumCm);
-  const PageScale scale = ScaleOfPage(page, *sheet, request.size);
-  for (const QString& message : NegativeMessages(*sheet, scale.startT, scale.endT, request.language)) {
+/// The exit code of a graph that has been drawn and saved.
+Result<int> DrawGraph(const GraphRequest& request) {
+  const auto loaded = LoadSheet(request);
+  if (!loaded) return loaded.Failure();
+  const GraphSheet& sheet = loaded->sheet;
+  GraphPage page = WholePeriodPage(sheet);
+  page = PageOfDates(request.from.value_or(sheet.start), request.to.value_or(sheet.end), page.maximumCm);
+  const PageScale scale = ScaleOfPage(page, sheet, request.size);
+  for (const QString& message : NegativeMessages(sheet, scale.startT, scale.endT, request.language)) {
     Complain(message);
   }
-  return SaveGraphPage(request.outPath, page, *sheet, request.size);
+  const Status saved = SaveGraphPage(request.outPath, page, sheet, request.size);
+  if (!saved) return saved.Failure();
+  return loaded->exit;
 }
 
 }  // namespace
@@ -176,11 +189,10 @@ int RunGraphVerb(const QStringList& arguments) {
     return kBatchFailed;
   }
   request->folder = *folder;
-  if (const Status drawn = DrawGraph(*request); !drawn) {
-    Complain(drawn.Failure().Text());
-    return kBatchFailed;
-  }
-  return kBatchDone;
+  const auto drawn = DrawGraph(*request);
+  if (drawn) return *drawn;
+  Complain(drawn.Failure().Text());
+  return kBatchFailed;
 }
 
 }  // namespace vesk

@@ -73,6 +73,21 @@ TEST_F(GraphVerb, ADateRangeHoldsWholeDaysOnly) {
   EXPECT_EQ(page.back().section(QLatin1Char(','), 1, 1), QStringLiteral("06/03/2024"));
 }
 
+TEST_F(GraphVerb, ARefusedFileStillDrawsWhatWasReadAndFails) {
+  const QString raw = QDir(data_.path()).entryList({QStringLiteral("*-12001-*.txt")}).value(0);
+  QFile rubbish(data_.filePath(raw.left(9) + QStringLiteral("-990101.txt")));
+  ASSERT_TRUE(rubbish.open(QIODevice::WriteOnly));
+  ASSERT_EQ(rubbish.write(QByteArray(3000, '\0')), 3000);
+  rubbish.close();
+  const QString year = QStringLiteral(" --water-year 2024 ");
+  EXPECT_EQ(Run(QStringLiteral("graph DIR --station 12001") + year + QStringLiteral("--out OUT/one.csv")), 1);
+  EXPECT_GT(Read("one.csv").size(), 100);
+  EXPECT_EQ(Run(QStringLiteral("graph DIR --station 12001 --station 12002") + year +
+                QStringLiteral("--out OUT/two.csv")),
+            1);
+  EXPECT_GT(Read("two.csv").size(), Read("one.csv").size());
+}
+
 TEST_F(GraphVerb, WrongUseAndFailuresHaveTheirExitCodes) {
   const QString one = QStringLiteral("graph DIR --station 12001 --water-year 2024 ");
   struct Case {
