@@ -50,7 +50,6 @@ void FormGraf::ShowReading(ReadoutPlace place, const QString& prefix) {
 void FormGraf::MoveReadout(int readings, int series) {
   if (!place_) {
     place_ = NearestReading(sheet_, scale_, {scale_.PlotLeft(), scale_.PlotBottom()});
-    if (!place_) place_ = NearestReading(sheet_, scale_, {(scale_.PlotLeft() + scale_.PlotRight()) / 2, 0});
   } else if (series != 0) {
     place_ = StepSeries(sheet_, scale_, *place_, series);
   } else {

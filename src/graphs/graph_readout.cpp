@@ -22,13 +22,24 @@ bool OnPage(const PageScale& scale, const SeriesPoint& point) {
   return t > scale.startT - kHalfMinute && t < scale.endT + kHalfMinute;
 }
 
+int MinutesOf(double t) {
+  return static_cast<int>(std::lround(t / kMinuteUnits));
+}
+
 std::optional<ReadoutPlace> NearestInSeries(const GraphSheet& sheet, const PageScale& scale, int series,
                                             int minutes) {
-  const int position = SeriesOf(sheet, series).NearestReadable(minutes);
-  if (position < 0) return std::nullopt;
-  const ReadoutPlace place{series, position};
-  if (!OnPage(scale, PointAt(sheet, place))) return std::nullopt;
-  return place;
+  const int first = MinutesOf(scale.startT);
+  const int onPage = std::clamp(minutes, first, std::max(first, MinutesOf(scale.endT)));
+  const int nearest = SeriesOf(sheet, series).NearestReadable(onPage);
+  if (nearest < 0) return std::nullopt;
+  // One just outside the page may be nearer: then its neighbour is the page's first or last one.
+  const int count = SeriesOf(sheet, series).ReadableCount();
+  for (const int position : {nearest, nearest - 1, nearest + 1}) {
+    if (position < 0 || position >= count) continue;
+    const ReadoutPlace place{series, position};
+    if (OnPage(scale, PointAt(sheet, place))) return place;
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -61,7 +72,7 @@ std::optional<QRectF> ScaledRectangle(const PageScale& scale, double maximumCm, 
 }
 
 std::optional<ReadoutPlace> NearestReading(const GraphSheet& sheet, const PageScale& scale, QPointF point) {
-  const auto minutes = static_cast<int>(std::lround(TimeOfX(scale, point.x()) / kMinuteUnits));
+  const int minutes = MinutesOf(TimeOfX(scale, point.x()));
   std::optional<ReadoutPlace> nearest;
   double nearestDistance = 0;
   for (int series = 0; series < static_cast<int>(sheet.series.size()); ++series) {

@@ -33,8 +33,8 @@ struct ReadoutPlace {
   int position = 0;  ///< among the series' readable ones
 };
 
-/// Of every series' reading nearest in time, the one nearest to the cursor's level. Binary search; readings
-/// outside the page's time do not count.
+/// Of every series' reading on the page that is nearest in time, the one nearest to the cursor's level.
+/// Binary search. Nothing when the page holds no reading.
 std::optional<ReadoutPlace> NearestReading(const GraphSheet& sheet, const PageScale& scale, QPointF point);
 
 /// `step` readings on (or back) in the same series; stays at the page's ends.
