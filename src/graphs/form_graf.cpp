@@ -15,6 +15,8 @@
 #include <QPrinter>
 #include <QStatusBar>
 
+#include <algorithm>
+
 #include "datafiles/helpers.h"
 #include "graphs/graph_output.h"
 #include "graphs/graph_picture.h"
@@ -87,7 +89,8 @@ void FormGraf::ShowPageFields() {
 void FormGraf::ShowPageMessages() {
   QStringList messages = sheet_.messages;
   messages += NegativeMessages(sheet_, scale_.startT, scale_.endT, language_);
-  if (sheet_.series.empty()) messages.append(Words("Çizilecek okuma yok", "There are no readings to draw"));
+  if (std::ranges::all_of(sheet_.series, &GraphSeries::Empty))
+    messages.append(Words("Çizilecek okuma yok", "There are no readings to draw"));
   Say(messages.join(QStringLiteral("; ")));
 }
 

@@ -44,6 +44,7 @@ void FrmGrLis::CreateWidgets() {
   draw_->setObjectName(QStringLiteral("Command2"));
   draw_->setDefault(true);
   auto* leave = new QPushButton(language_.Text(Caption::ExitList), this);
+  leave->setObjectName(QStringLiteral("Command3"));
   connect(clear_, &QPushButton::clicked, this, &FrmGrLis::Clear);
   connect(draw_, &QPushButton::clicked, this, &FrmGrLis::Finish);
   connect(leave, &QPushButton::clicked, this, &QDialog::reject);

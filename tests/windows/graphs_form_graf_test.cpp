@@ -254,6 +254,13 @@ TEST_F(GraphWindow, ANegativeLevelIsNamed) {
   EXPECT_TRUE(Label("LabelMessage").contains(QStringLiteral("03/10/2010 00:00")));
 }
 
+TEST_F(GraphWindow, AStationWithoutReadingsIsSaidToHaveNone) {
+  Open(std::make_shared<ReviewGrid>());
+  EXPECT_EQ(Label("LabelMessage"), QStringLiteral("Çizilecek okuma yok"));
+  QTest::keyClick(picture_, Qt::Key_Right);
+  EXPECT_TRUE(Label("Label3").isEmpty());
+}
+
 TEST_F(GraphWindow, ThePageIsSavedAndCopied) {
   Open();
   QTemporaryDir folder;

@@ -83,6 +83,9 @@ TEST_F(MultipleGraph, AnEmptiedFileListCannotBeDrawn) {
   EXPECT_EQ(files.count(), 0);
   EXPECT_FALSE(clear.isEnabled());
   EXPECT_FALSE(list.findChild<QPushButton*>(QStringLiteral("Command2"))->isEnabled());
+  QTest::mouseClick(list.findChild<QPushButton*>(QStringLiteral("Command3")), Qt::LeftButton);
+  EXPECT_EQ(list.result(), QDialog::Rejected);
+  EXPECT_FALSE(list.isVisible());
 }
 
 TEST(YearChooser, HandsOverTheCheckedYearsInListOrder) {
