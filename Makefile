@@ -1,6 +1,8 @@
 # What a newcomer types. CMakePresets.json holds the build recipes, scripts/ the longer steps.
 PRESET ?= release
 JOBS ?= $(shell nproc)
+# The compiler cache stays in the build folder, unless told otherwise: nobody's home is touched.
+export CCACHE_DIR ?= $(CURDIR)/build/ccache
 export CCACHE_BASEDIR ?= $(CURDIR)
 export CCACHE_NOHASHDIR ?= 1
 

@@ -4,6 +4,7 @@
 # The run has a home of its own below build/sample: nothing outside the build folder is touched.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+export CCACHE_DIR=${CCACHE_DIR:-$PWD/build/ccache}
 scripts/build.sh release "${1:-$(nproc)}" vesk4 vesk4-batch make_sample_data
 
 bin=$PWD/build/release/bin
