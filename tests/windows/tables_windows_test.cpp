@@ -34,6 +34,11 @@ void Press(QListWidget& list, int row, bool twice = false) {
   if (twice) QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, at);
 }
 
+/// As on a desktop that opens entries by a single click.
+void OpenBySingleClick(QWidget& list) {
+  list.setStyleSheet(QStringLiteral("QListWidget { activate-on-singleclick: 1 }"));
+}
+
 class Form5Test : public testing::Test {
  protected:
   void OpenIn(const QString& folder, LanguageChoice language = LanguageChoice::Turkish) {
@@ -93,6 +98,16 @@ TEST_F(Form5Test, APressShowsAFoldersFilesAndADoubleClickOpensIt) {
   EXPECT_EQ(spy_->first().first().toString(), curves_ + QStringLiteral("/old/E9.dat"));
 }
 
+TEST_F(Form5Test, OneClickChoosesAndReturnAccepts) {
+  OpenIn(QStringLiteral("curves"));
+  auto* files = Find<QListWidget>(*form_, "File1");
+  OpenBySingleClick(*files);
+  Press(*files, 0);
+  EXPECT_EQ(spy_->count(), 0);
+  QTest::keyClick(files, Qt::Key_Return);
+  EXPECT_EQ(spy_->count(), 1);
+}
+
 TEST_F(Form5Test, CancelGivesAnEmptyPathAndAMissingFolderOpensAtHome) {
   OpenIn(QStringLiteral("/no/such/folder"));
   EXPECT_EQ(Find<DirList>(*form_, "Dir1")->Path(), QDir::cleanPath(QDir::homePath()));
@@ -136,6 +151,15 @@ TEST_F(Form2Test, OpensTheChosenWorkbook) {
   EXPECT_EQ(office_.steps.first(), QStringLiteral("open ") + data_ + QStringLiteral("Tablo-12345(2012).xls"));
   EXPECT_EQ(office_.steps.last(), QStringLiteral("select Gunluk"));
   EXPECT_TRUE(Message().isEmpty());
+}
+
+TEST_F(Form2Test, OneClickChoosesAndReturnOpens) {
+  Open();
+  OpenBySingleClick(*files_);
+  Press(*files_, 1);
+  EXPECT_TRUE(office_.steps.isEmpty());
+  QTest::keyClick(files_, Qt::Key_Return);
+  EXPECT_EQ(office_.steps.count(QStringLiteral("select Gunluk")), 1);
 }
 
 TEST_F(Form2Test, TellsWhenAWorkbookCannotBeOpened) {
