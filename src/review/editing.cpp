@@ -170,7 +170,10 @@ Result<bool> EditSession::CorrectDates(const QString& targetText) {
 }
 
 bool EditSession::IsCorrected() const {
-  if (!logs_.empty() && !logs_.front().overlay.correction.targets.empty()) return true;
+  return (!logs_.empty() && !logs_.front().overlay.correction.targets.empty()) || HasUnsavedCorrection();
+}
+
+bool EditSession::HasUnsavedCorrection() const {
   return std::any_of(done_.begin(), done_.end(),
                      [](const Step& step) { return step.gridBefore.has_value(); });
 }

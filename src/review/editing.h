@@ -76,6 +76,8 @@ class EditSession : public QObject {
 
   /// True while the grid's readings are re-timed, by this session or as saved.
   [[nodiscard]] bool IsCorrected() const;
+  /// True while a date correction waits to be saved or taken back.
+  [[nodiscard]] bool HasUnsavedCorrection() const;
 
   /// Steps back and forth through single edits (and date corrections). The row concerned; 0 when it was the
   /// whole grid; nothing when there was no step to take.

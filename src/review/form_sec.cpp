@@ -124,10 +124,10 @@ void FormSec::ConnectGridCommands() {
 
 void FormSec::ConnectSession() {
   connect(&session_, &EditSession::StateChanged, this, &FormSec::ShowEditState);
-  connect(&session_, &EditSession::JournalFailed, this, [this](const QString& reason) {
+  connect(&session_, &EditSession::JournalFailed, this, [this](const QString&, const Error& error) {
     AddMessage(Text(u"Değişiklikler yalnızca Kaydet ile saklanır; ara kayıt yazılamıyor: ",
                     u"Changes are kept by Save only; the journal cannot be written: ") +
-               reason);
+               ErrorText(error, run_.language));
   });
   connect(model_.get(), &ReviewGridModel::EditRefused, this, &FormSec::TellRefusal);
   connect(c_.VS1, &ReviewGridView::RowEntered, this, [this](int row) {
@@ -153,7 +153,8 @@ void FormSec::AddShortcuts() {
   add(QKeySequence(Qt::Key_F8), [this] { GoToChange(true); });
   add(QKeySequence(Qt::SHIFT | Qt::Key_F8), [this] { GoToChange(false); });
   add(QKeySequence(Qt::CTRL | Qt::Key_S), [this] {
-    if (c_.Command4->isEnabled()) SaveChanges();
+    // The first change may still stand in the open cell and counts only when it is taken over.
+    if (FinishEditing() && c_.Command4->isEnabled()) SaveChanges();
   });
   add(QKeySequence(Qt::CTRL | Qt::Key_Z), [this] { StepBack(); });
   add(QKeySequence(Qt::CTRL | Qt::Key_Y), [this] { StepForward(); });

@@ -44,10 +44,10 @@ class FormSec : public QWidget {
   struct Loaded {
     QString station;
     QString stationName;
-    QString file;  ///< single-file mode: the raw file
-    int waterYear = 0;
+    QString dataDirectory;  ///< with its trailing separator; tables of the readings go there
+    QString file;           ///< single-file mode: the raw file's name in the list
+    int waterYear = 0;      ///< the one that a table and a graph are made for; 0 in single-file mode
     std::vector<int> waterYears;
-    std::optional<int> fileIndex;
   };
 
   // Opening and closing.
@@ -89,6 +89,7 @@ class FormSec : public QWidget {
   Result<LoadedReadings> LoadWithProgress(LoadRequest request);
   void ShowProgress(int value);
   void ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded);
+  void ShowLastReading(DateTime headersLastRecord);
   void OfferRecovery();
   void ClearGrid();
   /// True when nothing unsaved is in the way any more. False: the operator stays.
@@ -108,6 +109,7 @@ class FormSec : public QWidget {
   void GoToDate();
   void CorrectDates();
   void ShowEditState();
+  void ShowCorrectionState();
   void ShowChangedRows();
   void TellStatus(const QString& text);
 

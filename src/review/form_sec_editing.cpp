@@ -27,6 +27,15 @@ void FormSec::ShowEditState() {
   c_.Text5->setText(rows ? Text(u"Toplam %1 adet", u"Total: %1").arg(session_.ChangeCount()) : QString());
   if (session_.HasUnsavedChanges()) c_.Frame4->show();
   ShowChangedRows();
+  ShowCorrectionState();
+}
+
+// A correction waits to be saved or taken back before the next one starts, however it came about.
+void FormSec::ShowCorrectionState() {
+  const bool corrected = session_.HasUnsavedCorrection();
+  c_.Command10->setVisible(!corrected);
+  if (corrected) c_.Text8->setText(DateTimeText(SpanOf(session_.Grid())->last));
+  UpdateCommands();
 }
 
 void FormSec::ShowChangedRows() {
@@ -86,16 +95,13 @@ void FormSec::UndoAll() {
 void FormSec::StepBack() {
   const std::optional<int> row = session_.UndoStep();
   if (!row) return;
-  c_.Command10->setVisible(true);  // a date correction may have been taken back
   if (*row > 0) c_.VS1->GoTo(*row, GridColumn::Level, false);
-  UpdateCommands();
 }
 
 void FormSec::StepForward() {
   const std::optional<int> row = session_.RedoStep();
   if (!row) return;
   if (*row > 0) c_.VS1->GoTo(*row, GridColumn::Level, false);
-  UpdateCommands();
 }
 
 void FormSec::GoToChange(bool next) {
@@ -116,6 +122,7 @@ void FormSec::GoToDate() {
   c_.Text6->setText(jump.text);
   if (jump.row > 0) {
     c_.VS1->GoTo(jump.row, GridColumn::Level, true);
+    c_.VS1->SelectWholeRow(jump.row);
     c_.VS1->setFocus();
     TellStatus({});
   } else {
@@ -140,9 +147,7 @@ void FormSec::CorrectDates() {
         Text(u"Son verinin tarihi zaten bu; değişiklik yok.", u"The last reading has that time already."));
     return;
   }
-  c_.Command10->hide();
   c_.VS1->GoTo(1, GridColumn::Level, true);
-  UpdateCommands();
 }
 
 void FormSec::TellStatus(const QString& text) {

@@ -47,6 +47,7 @@ void FormSec::Load(const LoadRequest& request) {
   c_.Text6->clear();
   ShowLoaded(request, *loaded);
   session_.Begin(*loaded);
+  ShowLastReading(loaded->header.LastRecordTime);
   c_.VS1->GoTo(1, GridColumn::Level, true);
   c_.VS1->setFocus();
   ShowEditState();
@@ -77,14 +78,13 @@ void FormSec::ShowProgress(int value) {
 void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded) {
   loaded_ = Loaded{.station = request.station,
                    .stationName = request.stationName,
+                   .dataDirectory = request.dataDirectory,
                    .file = {},
                    .waterYear = 0,
-                   .waterYears = {},
-                   .fileIndex = {}};
+                   .waterYears = {}};
   QString what;
   if (request.waterYears.empty()) {
     loaded_->file = request.files.front().listName;
-    loaded_->fileIndex = browser_.ChosenFile();
     what = loaded_->file;
   } else {
     loaded_->waterYear = loaded.waterYear;
@@ -94,6 +94,10 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
       years += entry.left(4);
     }
     what = years.join(QStringLiteral(", "));
+    if (years.size() > 1) {
+      what += QStringLiteral("  ·  ") +
+              Text(u"tablo ve grafik: %1", u"table and graph: %1").arg(loaded.waterYear);
+    }
   }
   const QString station = (request.station + QLatin1Char(' ') + WithoutDash(request.stationName)).trimmed();
   c_.LoadedLabel->setText(station + QStringLiteral("  ·  ") + what);
@@ -106,13 +110,18 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
     c_.VS_Dosyalar->setItem(row, 0, new QTableWidgetItem(loaded.files[static_cast<std::size_t>(row)]));
   }
   c_.VS_Dosyalar->setVisible(severalFiles);
-  c_.Text8->setText(DateTimeText(loaded.header.LastRecordTime));
-  c_.Command10->show();
   c_.Frame3->show();
   c_.Frame4->show();
   c_.Frame9->show();
   c_.Frame10->show();
   TellStatus({});
+}
+
+// Where a date correction starts from. A file that was re-timed on load ends at its corrected time, while its
+// header still has the logger's.
+void FormSec::ShowLastReading(DateTime headersLastRecord) {
+  const std::optional<ReadingSpan> span = SpanOf(session_.Grid());
+  c_.Text8->setText(DateTimeText(session_.IsCorrected() && span ? span->last : headersLastRecord));
 }
 
 void FormSec::OfferRecovery() {
@@ -169,10 +178,14 @@ bool FormSec::MayLeaveGrid() {
   return false;
 }
 
-// True when the choice in the lists is what the grid holds: a table must not bear another year's name.
+// True when the choice in the lists is what the grid holds: a table must not bear another year's name, nor
+// lie in another folder.
 bool FormSec::ChoiceIsLoaded() const {
-  if (!loaded_) return false;
-  if (browser_.Mode() == SelectionMode::SingleFile) return loaded_->fileIndex == browser_.ChosenFile();
+  if (!loaded_ || loaded_->dataDirectory != browser_.DataDirectory()) return false;
+  if (browser_.Mode() == SelectionMode::SingleFile) {
+    const std::optional<int> file = browser_.ChosenFile();
+    return file && browser_.Files()[static_cast<std::size_t>(*file)].listName == loaded_->file;
+  }
   if (browser_.Mode() != SelectionMode::WaterYears || loaded_->station != browser_.Station()) return false;
   std::vector<int> years;
   for (const int index : browser_.ChosenYears()) {

@@ -10,6 +10,7 @@
 #include "graphs/open_graph.h"
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
+#include "review/message_texts.h"
 #include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
@@ -60,7 +61,7 @@ void FormSec::MakeTable() {
                          .stationName = loaded_->stationName,
                          .waterYear = loaded_->waterYear,
                          .extremeMode = ExtremeModeOf(run_.options.Slot(8)),
-                         .tableDirectory = run_.dataDirectory,
+                         .tableDirectory = loaded_->dataDirectory,
                          .templateDirectory = run_.programFolder,
                          .templateName = run_.language.templateName,
                          .afterSave = AfterSaveOf(run_.options.Slot(9))};
@@ -152,7 +153,11 @@ void FormSec::DrawGraphList() {
                                                  run_.language.convertedWord);
           request.regional = run_.regional;
           request.progress = [this, before](int percent) { ShowProgress(before + percent); };
-          return LoadReadings(request);
+          Result<LoadedReadings> loaded = LoadReadings(request);
+          if (loaded) {
+            for (QString& message : loaded->messages) message = MessageText(message, run_.language);
+          }
+          return loaded;
         },
         run_.language);
   }();

@@ -58,6 +58,13 @@ void ReviewGridView::GoTo(int gridRow, GridColumn column, bool atTop) {
   scrollTo(index, atTop ? QAbstractItemView::PositionAtTop : QAbstractItemView::EnsureVisible);
 }
 
+void ReviewGridView::SelectWholeRow(int gridRow) {
+  if (model_ == nullptr) return;
+  const QItemSelection row(model_->IndexOf(gridRow, GridColumn::Date),
+                           model_->IndexOf(gridRow, GridColumn::Baseline));
+  selectionModel()->select(row, QItemSelectionModel::ClearAndSelect);
+}
+
 int ReviewGridView::CurrentRow() const {
   return currentIndex().isValid() ? ReviewGridModel::GridRow(currentIndex()) : 0;
 }

@@ -56,6 +56,7 @@ TEST_F(Choosing, TwoWaterYearsAreLoadedTogether) {
   EXPECT_EQ(Readings(), (92 + 11) * 26);
   EXPECT_EQ(Cell(1, GridColumn::Date), Texts("01/11/2009"));
   EXPECT_EQ(Cell(Readings() + 1, GridColumn::Date), QString());
+  EXPECT_EQ(Find<QLabel>("LoadedLabel").text(), Texts("001-12345  ·  2010, 2011  ·  tablo ve grafik: 2011"));
   EXPECT_EQ(Entries("ListOrjDos"),
             QStringList({Texts("001-12345-010203=0091.txt"), Texts("001-12345-010204=0010.txt")}));
   EXPECT_TRUE(Find<QTableWidget>("VS_Dosyalar").isVisible());
@@ -77,6 +78,36 @@ TEST_F(Choosing, ATableIsOnlyOfferedForWhatTheListsShow) {
   EXPECT_FALSE(Button("CmdGrf").isEnabled());
   Click("ListSuYili", 0);
   EXPECT_TRUE(Button("Command3").isEnabled());
+}
+
+TEST_F(Choosing, ATableIsNotOfferedForAnotherFoldersOrStationsReadings) {
+  const QString other = Data() + Texts("other");
+  ASSERT_TRUE(QDir().mkpath(other));
+  for (const char* name : {"001-12345-010203.txt", "001-12345-010204.txt"}) {
+    ASSERT_TRUE(QFile::copy(Data() + Texts(name), other + Texts("/") + Texts(name)));
+  }
+  Open();
+  LoadWaterYear();
+  Click("Dir1", Find<DirList>("Dir1").count() - 1);
+  Click("ListIst", 0);
+  Click("ListSuYili", 0);
+  EXPECT_FALSE(Button("Command3").isEnabled());
+  EXPECT_FALSE(Button("CmdGrf").isEnabled());
+  Push("CmdTamam");
+  EXPECT_TRUE(Button("Command3").isEnabled());
+
+  Click("Dir1", Find<DirList>("Dir1").count() - 2);
+  ASSERT_EQ(Entries("ListIst").size(), 2);
+  Click("ListIst", 0);
+  Click("ListOrjDos", 0);
+  Push("CmdTamam");
+  EXPECT_TRUE(Button("CmdGrf").isEnabled());
+  Click("ListIst", 1);
+  Click("ListOrjDos", 0);
+  EXPECT_FALSE(Button("CmdGrf").isEnabled());
+  Click("ListIst", 0);
+  Click("ListOrjDos", 0);
+  EXPECT_TRUE(Button("CmdGrf").isEnabled());
 }
 
 TEST_F(Choosing, ARawFileShowsItsHeaderAndIsLoadedByADoubleClick) {

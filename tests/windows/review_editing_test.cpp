@@ -53,6 +53,17 @@ TEST_F(Editing, EditUndoEditSaveReload) {
   EXPECT_EQ(Cell(3, GridColumn::Baseline), Texts("77"));
 }
 
+TEST_F(Editing, TheFirstLevelIsSavedWhileItIsStillBeingTyped) {
+  Grid().GoTo(3, GridColumn::Level, false);
+  QTest::keyClick(Grid().viewport(), '7');
+  QWidget* editor = QApplication::focusWidget();
+  ASSERT_NE(editor, Grid().viewport());
+  QTest::keyClick(editor, '7');
+  ASSERT_FALSE(Button("Command4").isEnabled());
+  QTest::keyClick(editor, Qt::Key_S, Qt::ControlModifier);
+  EXPECT_EQ(ChangeLogContent(), QByteArray("01/11/2009\t03:00\t77\t\r\n"));
+}
+
 TEST_F(Editing, ALevelThatIsNoNumberIsRefusedAndNothingIsStored) {
   TypeLevel(2, Texts("x"));
   EXPECT_EQ(Cell(2, GridColumn::Level), QString::number(SketchLevelCm(1)));
@@ -100,6 +111,9 @@ TEST_F(Editing, ChangesAndDatesAreFoundByKey) {
   EXPECT_EQ(date.text(), Texts("05/11/2009"));
   EXPECT_EQ(Grid().CurrentRow(), 4 * 26 + 1);
   EXPECT_EQ(Grid().rowAt(0), 4 * 26);
+  EXPECT_TRUE(Grid().selectionModel()->isRowSelected(4 * 26));
+  EXPECT_EQ(Grid().selectionModel()->selectedIndexes().size(), 7);
+  EXPECT_EQ(Grid().currentIndex().column(), 2);
 }
 
 TEST_F(Editing, ASelectionIsCopiedAsTabSeparatedText) {
@@ -178,13 +192,29 @@ TEST_F(Editing, AChangeLogThatCannotBeWrittenKeepsTheChangesAndTheOperator) {
   EXPECT_EQ(Cell(3, GridColumn::Level), Texts("50"));
 }
 
+TEST_F(Editing, AJournalThatCannotBeWrittenIsToldInTheOperatorsLanguage) {
+  ASSERT_TRUE(QDir().mkpath(ChangeLog() + Texts(".journal/inside")));
+  TypeLevel(3, Texts("50"));
+  const QStringList told = Entries("ListMsj").filter(Texts("ara kayıt yazılamıyor: "));
+  ASSERT_EQ(told.size(), 1);
+  EXPECT_TRUE(told.first().contains(Texts("Düzeltme günlüğü"))) << told.first().toStdString();
+}
+
 class DateCorrection : public ReviewWindowTest {
  protected:
-  void SetUp() override {
+  void SetUp() override { Reopen(); }
+  void Reopen() {
     Open();
     Click("ListIst", 0);
     Click("ListOrjDos", 1);
     Push("CmdTamam");
+  }
+  /// True when a correction can be started, false when one waits to be saved; fails on anything between.
+  bool Offered() {
+    const bool shown = !Button("Command10").isHidden();
+    EXPECT_EQ(Button("Command10").isEnabled() && shown, shown);
+    EXPECT_EQ(Find<QLineEdit>("Text8").isEnabled(), shown);
+    return shown;
   }
   void TypeTarget(const QString& text) {
     auto& box = Find<QLineEdit>("Text8");
@@ -201,12 +231,42 @@ TEST_F(DateCorrection, RetimesASingleFileAndIsSavedLikeAnyEdit) {
   EXPECT_EQ(Cell(1, GridColumn::Time), Texts("01:00"));
   EXPECT_EQ(Cell(Readings(), GridColumn::Time), Texts("22:00"));
   EXPECT_LT(Readings(), readings);  // the last day has no extremes of its own yet
-  EXPECT_TRUE(Button("Command10").isHidden());
-  EXPECT_FALSE(Find<QLineEdit>("Text8").isEnabled());
+  EXPECT_FALSE(Offered());
   EXPECT_TRUE(Button("Command4").isEnabled());
   QTest::keyClick(&Grid(), Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(Readings(), readings);
-  EXPECT_FALSE(Button("Command10").isHidden());
+  EXPECT_TRUE(Offered());
+  QTest::keyClick(&Grid(), Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_LT(Readings(), readings);
+  EXPECT_FALSE(Offered());
+  Push("CmdUndo");
+  EXPECT_EQ(Readings(), readings);
+  EXPECT_TRUE(Offered());
+}
+
+TEST_F(DateCorrection, ARestoredOneIsNotStartedTwice) {
+  TypeTarget(Texts("05/10/2010 22:00"));
+  Kill();
+  operator_.recover = RecoverAnswer::Restore;
+  Reopen();
+  EXPECT_EQ(Cell(Readings(), GridColumn::Time), Texts("22:00"));
+  EXPECT_FALSE(Offered());
+  EXPECT_EQ(Find<QLineEdit>("Text8").text(), Texts("05/10/2010 22:00"));
+}
+
+TEST_F(DateCorrection, ASavedOneIsNotTakenBackByPressingTheButtonUntouched) {
+  TypeTarget(Texts("05/10/2010 22:00"));
+  Push("Command4");
+  const auto pressUntouched = [this] {
+    EXPECT_TRUE(Offered());
+    EXPECT_EQ(Find<QLineEdit>("Text8").text(), Texts("05/10/2010 22:00"));
+    Push("Command10");
+    EXPECT_EQ(Cell(Readings(), GridColumn::Time), Texts("22:00"));
+    EXPECT_FALSE(Button("Command4").isEnabled());
+  };
+  pressUntouched();
+  Push("CmdTamam");
+  pressUntouched();
 }
 
 TEST_F(DateCorrection, ATextThatIsNoTimeIsRefusedByNameOfTheForm) {

@@ -110,6 +110,21 @@ TEST_F(Tables, DrawingTheListWritesGraphFilesAndMakesWayForTheGraph) {
   EXPECT_TRUE(QFile::exists(Data() + Texts("Graf2010--20000.txt")));
 }
 
+TEST_F(Tables, WhatADrawingCouldNotReadIsToldInTheOperatorsLanguage) {
+  QFile raw(Data() + Texts("001-20000-010203.txt"));
+  ASSERT_TRUE(raw.open(QIODevice::ReadWrite));
+  const QByteArray content = raw.readAll().replace("1.03", "1x03");
+  ASSERT_TRUE(raw.seek(0));
+  ASSERT_EQ(raw.write(content), content.size());
+  raw.close();
+  Open(Caption::MultipleGraph);
+  LoadWaterYear(1);
+  Push("CmdCiz");
+  ASSERT_EQ(operator_.told.size(), 1);
+  EXPECT_TRUE(operator_.told.first().contains(Texts("19. satır yüklenmedi")))
+      << operator_.told.first().toStdString();
+}
+
 TEST_F(Tables, StoredGraphFilesAreDrawnAgainWithoutLoading) {
   Open(Caption::MultipleGraph);
   LoadWaterYear(0);
