@@ -1,9 +1,14 @@
 // Sizes of the selection window: where it starts, and what the operator made of it, kept between runs.
+#include <QHeaderView>
+#include <QListWidget>
 #include <QSplitter>
+#include <QStyle>
+#include <QTableWidget>
 
 #include <algorithm>
 
 #include "review/form_sec.h"
+#include "review/review_grid_view.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 
@@ -47,6 +52,13 @@ QList<int> SplitSizes(const QString& text, qsizetype count) {
   return sizes.size() == count ? sizes : QList<int>();
 }
 
+/// What a list or table needs to show the text whole beside its scroll bar.
+int WidthOf(const QAbstractScrollArea& view, const QString& text) {
+  const int textMargins = 2 * (view.style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1);
+  return view.fontMetrics().horizontalAdvance(text) + textMargins + 2 * view.frameWidth() +
+         view.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+}
+
 }  // namespace
 
 QSize FormSec::sizeHint() const {
@@ -79,9 +91,15 @@ void FormSec::RestoreLayout() {
 void FormSec::FitColumns() {
   if (columnsAreKept_ || workMode_ == WorkMode::MultipleGraph) return;
   const int all = c_.Columns->width() - 2 * c_.Columns->handleWidth();
-  const int left = std::max(std::min(all * 19 / 100, 260), c_.Columns->widget(0)->minimumSizeHint().width());
-  const int right = std::max(std::min(all * 23 / 100, 310), c_.Parameters->minimumWidth());
-  c_.Columns->setSizes({left, all - left - right, right, 0});
+  const int left = std::max({std::min(all * 19 / 100, 260), c_.Columns->widget(0)->minimumSizeHint().width(),
+                             WidthOf(*c_.ListOrjDos, QStringLiteral("000-00000-000000=0000.txt<"))});
+  const int right = std::max({std::min(all * 23 / 100, 310), c_.Parameters->minimumWidth(),
+                              c_.VS0->columnWidth(0) + WidthOf(*c_.VS0, QStringLiteral("00/00/0000 00:00"))});
+  // The grid comes first: tried without its scroll bar's room, it shows what its columns lack.
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  c_.Columns->setSizes({left, all - left - right - bar, right + bar, 0});
+  const int lacking = std::max(0, c_.VS1->horizontalHeader()->length() - c_.VS1->viewport()->width());
+  c_.Columns->setSizes({left, all - left - right + lacking, right - lacking, 0});
 }
 
 void FormSec::KeepLayout() const {

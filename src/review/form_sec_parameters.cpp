@@ -1,5 +1,6 @@
 // The right column of the selection window: what is known of the choice, or the graph list.
 #include <QHBoxLayout>
+#include <QScrollBar>
 #include <QSplitter>
 
 #include "review/form_sec_maker.h"
@@ -63,6 +64,12 @@ class RightColumnMaker : public FormSecMaker {
     }
     c_.VS0->horizontalHeader()->setMinimumSectionSize(2000 / kTwipsPerPixel / 2);
     c_.VS0->resizeColumnToContents(0);
+    // Values share what the labels leave and carry a tool tip; no scroll bar may hide them.
+    c_.VS0->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    c_.VS0->setMinimumWidth(c_.VS0->columnWidth(0) + 2000 / kTwipsPerPixel / 2 +
+                            c_.VS0->verticalScrollBar()->sizeHint().width());
+    c_.VS0->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    c_.VS0->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
     return Titled(c_.Label4, c_.VS0);
   }
 
