@@ -8,6 +8,7 @@
 
 #include "datafiles/file_bytes.h"
 #include "datafiles/raw_file_names.h"
+#include "platform/folders.h"
 
 namespace vesk {
 namespace {
@@ -39,6 +40,15 @@ std::vector<QString> SupersededNames(const std::vector<QString>& listedNames) {
   return superseded;
 }
 
+Status CopyToArchive(const QString& dataDirectory, const QString& name) {
+  const QString folder = QLatin1String(kArchiveFolder);
+  const QString archive = FindEntry(dataDirectory, folder).value_or(dataDirectory + folder);
+  if (!QDir().mkpath(archive)) {
+    return Error{QStringLiteral("The archive folder could not be made"), archive, QString()};
+  }
+  return CopyWhole(dataDirectory + name, archive + QLatin1Char('/') + name);
+}
+
 ArchiveReport ArchiveDuplicateRawFiles(const QString& dataDirectory,
                                        const std::vector<QString>& listedNames) {
   ArchiveReport report;
@@ -47,13 +57,8 @@ ArchiveReport ArchiveDuplicateRawFiles(const QString& dataDirectory,
     const QString name = entry.left(kListNameLength);
     if (QFile::exists(dataDirectory + name)) present.push_back(name);
   }
-  const QString archive = dataDirectory + QLatin1String(kArchiveFolder) + QLatin1Char('/');
   for (const QString& name : SupersededNames(present)) {
-    if (!QDir().mkpath(archive)) {
-      report.failures.push_back({QStringLiteral("The archive folder could not be made"), archive, QString()});
-      return report;
-    }
-    const Status copied = CopyWhole(dataDirectory + name, archive + name);
+    const Status copied = CopyToArchive(dataDirectory, name);
     QFile original(dataDirectory + name);
     if (!copied) {
       report.failures.push_back(copied.Failure());

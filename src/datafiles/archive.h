@@ -17,6 +17,9 @@ struct ArchiveReport {
   std::vector<Error> failures;    ///< files that stayed where they are
 };
 
+/// Puts a copy of a file into the archive folder (made when missing), replacing an older copy of that name.
+Status CopyToArchive(const QString& dataDirectory, const QString& name);
+
 /// The names of a list that a later entry supersedes, by their first 16 characters (case aside).
 std::vector<QString> SupersededNames(const std::vector<QString>& listedNames);
 

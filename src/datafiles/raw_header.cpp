@@ -68,8 +68,13 @@ QString UnpaddedClock(int hour, int minute) {
 /// Decodes one header into a record. The first failing line names itself; later lines are still read.
 class HeaderDecoder {
  public:
-  HeaderDecoder(const HeaderLines& lines, QString fileName, RawHeaderReading& result)
-      : lines_(lines), fileName_(std::move(fileName)), result_(result), header_(result.header) {}
+  HeaderDecoder(const HeaderLines& lines, QString fileName, const Regional& regional,
+                RawHeaderReading& result)
+      : lines_(lines),
+        fileName_(std::move(fileName)),
+        regional_(regional),
+        result_(result),
+        header_(result.header) {}
 
   void Decode() {
     header_.Version = Value(3);
@@ -80,9 +85,9 @@ class HeaderDecoder {
     SetSetup(Date(8, kLongestValue));
     SetFirst(Date(9, kDateTimeWidth));
     SetLast(Date(10, kDateTimeWidth));
-    header_.SampleCount = ParseNumber(Value(11));
-    header_.SampleInterval = ParseNumber(Value(12));
-    header_.RecordInterval = ParseNumber(Value(13));
+    header_.SampleCount = ParseNumber(Value(11), regional_);
+    header_.SampleInterval = ParseNumber(Value(12), regional_);
+    header_.RecordInterval = ParseNumber(Value(13), regional_);
     if (lines_.count < kHeaderLines) {
       Fail(lines_.count + 1, QStringLiteral("15 header lines"));
       return;
@@ -105,7 +110,8 @@ class HeaderDecoder {
   }
 
   std::optional<DateTime> Date(int number, qsizetype width) {
-    const auto date = ReadDateTime(NormaliseDateText(Value(number, width)));
+    // Some loggers write seconds behind the setup time; the system works to the minute.
+    const auto date = ReadDateTime(NormaliseDateText(Value(number, width)).left(kDateTimeWidth));
     if (!date && number <= lines_.count)
       Fail(number, QStringLiteral("a date dd/mm/yyyy hh:mm from column 27 on"));
     return date;
@@ -154,6 +160,7 @@ class HeaderDecoder {
 
   const HeaderLines& lines_;
   QString fileName_;
+  const Regional& regional_;
   RawHeaderReading& result_;
   RawHeader& header_;
 };
@@ -232,7 +239,7 @@ RawHeaderReading DecodeRawHeader(QByteArrayView bytes, const QString& fileName, 
   RawHeaderReading result;
   result.header.CompanionName = CompanionName(sinks.dataDirectory, fileName);
   const HeaderLines lines = SplitHeader(bytes);
-  HeaderDecoder decoder(lines, fileName, result);
+  HeaderDecoder decoder(lines, fileName, sinks.regional, result);
   decoder.Decode();
   if (!result.errorText.isEmpty()) AddMessage(sinks, UnknownErrorMessage());
   AddMessage(sinks, CorrectionNote(decoder.CorrectionCode(), scope));

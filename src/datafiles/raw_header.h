@@ -54,6 +54,7 @@ struct HeaderSinks {
   QString dataDirectory;                     ///< folder of the file, with its trailing separator
   std::vector<QString>* messages = nullptr;  ///< message list; cleared by every call
   SetupCells* cells = nullptr;               ///< written in full mode
+  Regional regional;                         ///< how the header's numbers are read
   QString stationName;                       ///< name shown in the setup cells
   bool stampMarker = false;                  ///< replace a fresh file's marker; the only change ever made
 };

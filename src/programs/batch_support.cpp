@@ -106,6 +106,7 @@ Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wa
   QStringList found;
   for (const RawFile& file : files) {
     const QString entry = file.Station();
+    if (!IsStationEntry(entry)) continue;
     const bool same = QString::compare(entry, wanted, Qt::CaseInsensitive) == 0 ||
                       QString::compare(entry.mid(4), wanted, Qt::CaseInsensitive) == 0;
     if (same && !found.contains(entry, Qt::CaseInsensitive)) found.push_back(entry);
@@ -152,7 +153,8 @@ Result<std::vector<StationYear>> ChooseStationYears(const QCommandLineParser& pa
   }
   std::vector<QString> stations;
   for (const RawFile& file : inUse) {
-    if (!ListContains(stations, file.Station())) stations.push_back(file.Station());
+    const QString entry = file.Station();
+    if (IsStationEntry(entry) && !ListContains(stations, entry)) stations.push_back(entry);
   }
   for (const QString& station : stations) {
     std::vector<RawFile> files = OfStation(inUse, station);
@@ -189,7 +191,7 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
 }
 
 int ExitOf(const LoadedReadings& loaded) {
-  return loaded.refusedFile.isEmpty() ? kBatchDone : kBatchFailed;
+  return loaded.whole ? kBatchDone : kBatchFailed;
 }
 
 QString StationNameFrom(const QString& registerPath, const QString& stationNumber) {

@@ -50,7 +50,7 @@ Result<std::vector<StationYear>> ChooseStationYears(const QCommandLineParser& pa
 Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear& choice,
                                        const QString& stationName = {});
 
-/// kBatchFailed when a refused file cut the load short.
+/// kBatchFailed when a file is missing from the load: refused, unreadable, vanished or one too many.
 int ExitOf(const LoadedReadings& loaded);
 
 /// Prints the messages of a load on standard error.

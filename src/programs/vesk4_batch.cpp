@@ -25,7 +25,6 @@ constexpr BatchVerb kVerbs[] = {
     {"daily", "write daily extremes and means (CSV)", vesk::RunDailyVerb},
     {"table", "make level table workbooks", vesk::RunTableVerb},
     {"graph", "draw a graph of one to four stations (PNG, PDF, SVG)", vesk::RunGraphVerb},
-    {"graph", "draw the graph of one to four stations (PNG, PDF, SVG)", vesk::RunGraphVerb},
     {"tidy", "stamp, rename and archive raw files", vesk::RunTidyVerb},
 };
 

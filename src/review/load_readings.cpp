@@ -52,6 +52,8 @@ class Loader {
   }
 
   LoadedReadings Finish() {
+    // The notes are those of the file read last; a further file's reading clears the list.
+    loaded_.messages.insert(loaded_.messages.begin(), headerNotes_.begin(), headerNotes_.end());
     LevelRange(loaded_.grid, loaded_.levels);
     loaded_.grid.TakeBaseline();
     return std::move(loaded_);
@@ -63,16 +65,19 @@ class Loader {
     const RawFile& file = request_.files[i];
     const RawHeaderReading reading = ReadHeader(file, HeaderScope::WaterYear);
     if (Refused(file, reading)) return false;
+    if (reading.header.HeaderEnd == 0) {
+      Miss(QStringLiteral("%1: not loaded; the file is no longer there").arg(file.diskName));
+      return true;
+    }
     loaded_.header = reading.header;
     MergeCells(i == 0, year);
     if (reading.header.LastWaterYear < year || reading.header.FirstWaterYear > year) return true;
     if (filesOfYear_ == kMostFilesInLoad) {
-      loaded_.messages.push_back(
-          QStringLiteral("%1: water year %2 has more than %3 files; only the first %3 are loaded")
-              .arg(request_.station)
-              .arg(year)
-              .arg(kMostFilesInLoad));
-      return false;
+      Miss(QStringLiteral("%1: not loaded; water year %2 has more than %3 files")
+               .arg(file.diskName)
+               .arg(year)
+               .arg(kMostFilesInLoad));
+      return true;
     }
     ++filesOfYear_;
     const int number = std::min(static_cast<int>(i) + 1, kLargestFileNumber);
@@ -92,16 +97,22 @@ class Loader {
     sinks.messages = &notes;
     sinks.cells = &cells_;
     sinks.stationName = request_.stationName;
+    sinks.regional = request_.regional;
     RawHeaderReading reading = ReadRawHeader(file.diskName, scope, HeaderMode::Full, sinks);
-    headerNotes_ = std::move(notes);  // the list shows the notes of the file read last
+    headerNotes_ = std::move(notes);
     return reading;
+  }
+
+  /// Tells of a file that the load has to do without.
+  void Miss(const QString& message) {
+    loaded_.whole = false;
+    loaded_.messages.push_back(message);
   }
 
   bool Refused(const RawFile& file, const RawHeaderReading& reading) {
     if (reading.Usable()) return false;
-    loaded_.refusedFile = file.listName;
-    loaded_.messages.insert(loaded_.messages.end(), headerNotes_.begin(), headerNotes_.end());
-    loaded_.messages.push_back(reading.detail);
+    loaded_.refusedFile = file.diskName;
+    Miss(reading.detail);
     return true;
   }
 
@@ -119,7 +130,7 @@ class Loader {
                  const std::optional<DayWindow>& window) {
     const auto content = bytes_.Read(request_.dataDirectory + file.diskName);
     if (!content) {
-      loaded_.messages.push_back(content.Failure().Text());
+      Miss(content.Failure().Text());
       return;
     }
     std::vector<Reading>& readings = loaded_.grid.LoaderReadings();
@@ -127,16 +138,15 @@ class Loader {
     readings.reserve(readings.size() + static_cast<std::size_t>(content->size() / kBytesPerLine));
     const DataLineTally tally = DecodeDataLines(*content, header.HeaderEnd, number, window, readings);
     loaded_.files.push_back(file.listName);
-    loaded_.messages.insert(loaded_.messages.end(), headerNotes_.begin(), headerNotes_.end());
     for (const LineFault& fault : tally.faults) {
       loaded_.messages.push_back(QStringLiteral("%1, line %2: not loaded; expected %3")
-                                     .arg(file.listName)
+                                     .arg(file.diskName)
                                      .arg(fault.line)
                                      .arg(fault.expected));
     }
     if (tally.refused > static_cast<qint64>(tally.faults.size())) {
       loaded_.messages.push_back(
-          QStringLiteral("%1: %2 lines were not loaded in all").arg(file.listName).arg(tally.refused));
+          QStringLiteral("%1: %2 lines were not loaded in all").arg(file.diskName).arg(tally.refused));
     }
     loaded_.tallies.push_back({.file = file.listName,
                                .kept = tally.kept,

@@ -51,8 +51,9 @@ struct LoadedReadings {
   std::vector<QString> files;     ///< names of the files used, in file-number order
   std::vector<QString> messages;  ///< for the message list
   std::vector<FileTally> tallies;
-  RawHeader header;                         ///< of the last file read
-  QString refusedFile;                      ///< file whose header ended the load; empty when none did
+  RawHeader header;     ///< of the last file read
+  bool whole = true;    ///< false when a file is missing from the load for whatever reason
+  QString refusedFile;  ///< file whose header ended the load; empty when none did
   std::vector<LoadedChangeLog> changeLogs;  ///< one a chosen water year, or the one of a single file
   LevelExtent levels;
   int waterYear = 0;  ///< the last chosen one; 0 in single-file mode

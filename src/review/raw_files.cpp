@@ -2,11 +2,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <filesystem>
 
 #include "datafiles/archive.h"
+#include "datafiles/file_bytes.h"
 #include "datafiles/raw_file_names.h"
 
 namespace vesk {
@@ -46,13 +48,45 @@ bool BeginsWithMarker(const QString& path) {
   return file.open(QIODevice::ReadOnly) && file.read(10).contains("sefnor");
 }
 
+bool SameContent(const QString& a, const QString& b) {
+  FileBytes first;
+  FileBytes second;
+  const auto one = first.Read(a);
+  const auto other = second.Read(b);
+  return one && other && *one == *other;
+}
+
+/// A renaming replaces what bears the new name. Unless that is the same file once more, a copy goes to the
+/// archive.
+Status KeepReplaced(const QString& dataDirectory, const QString& from, const QString& to,
+                    TidyReport& report) {
+  const bool replaces = QFileInfo(dataDirectory + to).isFile() && from != to;
+  if (!replaces || SameContent(dataDirectory + from, dataDirectory + to)) return {};
+  if (Status kept = CopyToArchive(dataDirectory, to); !kept) return kept;
+  report.done.push_back(QStringLiteral("%1 took the name of another file, which is now in Arsiv").arg(from));
+  return {};
+}
+
 void RenameOne(const QString& dataDirectory, const QString& from, const QString& to, TidyReport& report) {
-  const QString reason = Rename(dataDirectory, from, to);
+  const Status kept = KeepReplaced(dataDirectory, from, to, report);
+  const QString reason = kept ? Rename(dataDirectory, from, to) : kept.Failure().Text();
   if (reason.isEmpty()) {
     report.done.push_back(QStringLiteral("%1 renamed to %2").arg(from, to));
   } else {
     report.failures.push_back(QStringLiteral("%1 could not be renamed to %2: %3").arg(from, to, reason));
   }
+}
+
+/// Reads the header and stamps a fresh file on the way.
+RawHeaderReading StampOne(const QString& dataDirectory, const QString& name, TidyReport& report) {
+  const bool fresh = BeginsWithMarker(dataDirectory + name);
+  RawHeaderReading reading = ReadHeader(dataDirectory, name, true);
+  if (fresh && BeginsWithMarker(dataDirectory + name)) {
+    report.failures.push_back(QStringLiteral("%1 could not be stamped").arg(name));
+  } else if (fresh) {
+    report.done.push_back(QStringLiteral("%1 stamped").arg(name));
+  }
+  return reading;
 }
 
 void MarkSuperseded(std::vector<RawFile>& files) {
@@ -116,21 +150,27 @@ std::vector<RawFile> FilesInUse(const std::vector<RawFile>& files) {
   return inUse;
 }
 
+std::vector<QString> FoldersNamedLikeRawFiles(const QString& dataDirectory) {
+  std::vector<QString> folders;
+  for (const QString& name : QDir(dataDirectory).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
+    if (IsDeliveredName(name) || IsCountedName(name)) folders.push_back(name);
+  }
+  return folders;
+}
+
 TidyReport RenameRawFiles(const QString& dataDirectory) {
   TidyReport report;
   for (const QString& name : TextFileNames(dataDirectory)) {
     if (IsDeliveredName(name)) {
-      const bool fresh = BeginsWithMarker(dataDirectory + name);
-      const RawHeaderReading reading = ReadHeader(dataDirectory, name, true);
-      if (fresh && BeginsWithMarker(dataDirectory + name)) {
-        report.failures.push_back(QStringLiteral("%1 could not be stamped").arg(name));
-      } else if (fresh) {
-        report.done.push_back(QStringLiteral("%1 stamped").arg(name));
-      }
+      const RawHeaderReading reading = StampOne(dataDirectory, name, report);
       RenameOne(dataDirectory, name, CountedName(name.left(kStemLength), reading.header.DaysCovered), report);
-    } else if (IsCountedName(name) && PaddedCountedName(name) != name) {
-      RenameOne(dataDirectory, name, PaddedCountedName(name), report);
+    } else if (IsCountedName(name)) {
+      if (BeginsWithMarker(dataDirectory + name)) StampOne(dataDirectory, name, report);
+      if (PaddedCountedName(name) != name) RenameOne(dataDirectory, name, PaddedCountedName(name), report);
     }
+  }
+  for (const QString& name : FoldersNamedLikeRawFiles(dataDirectory)) {
+    report.failures.push_back(QStringLiteral("%1 is a folder, not a raw file").arg(name));
   }
   return report;
 }

@@ -45,13 +45,17 @@ void ReadHeaders(const QString& dataDirectory, std::vector<RawFile>& files);
 /// Files that are in use: those not superseded.
 std::vector<RawFile> FilesInUse(const std::vector<RawFile>& files);
 
+/// Folders of the data directory that bear a raw file's name; nothing reads them.
+std::vector<QString> FoldersNamedLikeRawFiles(const QString& dataDirectory);
+
 /// What tidying a data directory did, in words fit for the message list.
 struct TidyReport {
   std::vector<QString> done;      ///< "a renamed to b", "a stamped"
   std::vector<QString> failures;  ///< files that stay as they are, and why
 };
 
-/// Stamps and renames the files as delivered, and pads day counts to four digits.
+/// Stamps fresh files, renames files as delivered and pads day counts to four digits. A different file that
+/// bears the new name goes to the archive folder first.
 TidyReport RenameRawFiles(const QString& dataDirectory);
 
 /// Water years of the usable files, each once, in the order met. convertedWord marks a year whose converted

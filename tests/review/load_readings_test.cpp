@@ -133,7 +133,35 @@ TEST_F(LoadReadingsTest, AtMostTwentyFilesAndTheRestIsTold) {
   }
   const LoadedReadings loaded = Load(Request({QStringLiteral("2009")}));
   EXPECT_EQ(loaded.files.size(), 20U);
-  EXPECT_EQ(loaded.messages.size(), 1U);
+  EXPECT_FALSE(loaded.whole);
+  ASSERT_EQ(loaded.messages.size(), 1U);
+  EXPECT_TRUE(loaded.messages[0].contains(QStringLiteral("001-12345-081020"))) << "the one left out is named";
+}
+
+TEST_F(LoadReadingsTest, TheNoteIsThatOfTheFileReadLast) {
+  RawFileSketch first = Sketch("081001", "01/10/2008 01:00", "01/10/2008 10:00");
+  first.firstLine = "01";
+  test::WriteSketch(folder, first);
+  RawFileSketch second = Sketch("081002", "02/10/2008 01:00", "02/10/2008 10:00");
+  second.firstLine = "02";
+  test::WriteSketch(folder, second);
+  EXPECT_EQ(Load(Request({QStringLiteral("2009")})).messages,
+            std::vector{QStringLiteral("-Su Yılını Oluşturan Dosyalarda zaman düzeltmesi yapılmış.")});
+  test::WriteSketch(folder, Sketch("081003", "03/10/2008 01:00", "03/10/2008 10:00"));
+  EXPECT_TRUE(Load(Request({QStringLiteral("2009")})).messages.empty());
+}
+
+TEST_F(LoadReadingsTest, AFileThatVanishesIsMissed) {
+  test::WriteSketch(folder, Sketch("081001", "01/10/2008 01:00", "01/10/2008 10:00"));
+  test::WriteSketch(folder, Sketch("081002", "02/10/2008 01:00", "02/10/2008 10:00"));
+  const LoadRequest request = Request({QStringLiteral("2009")});
+  EXPECT_TRUE(Load(request).whole);
+  ASSERT_TRUE(QFile::remove(folder + QStringLiteral("001-12345-081001.txt")));
+  const LoadedReadings loaded = Load(request);
+  EXPECT_FALSE(loaded.whole);
+  EXPECT_EQ(loaded.files.size(), 1U);
+  ASSERT_EQ(loaded.messages.size(), 1U);
+  EXPECT_TRUE(loaded.messages[0].contains(QStringLiteral("081001")));
 }
 
 TEST_F(LoadReadingsTest, UnreadableLinesAreNamedAndTheRestLoads) {

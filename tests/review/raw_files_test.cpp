@@ -81,6 +81,8 @@ TEST_F(RawFilesTest, ADeliveredFileReplacesAnOlderOneOfItsNewName) {
   ASSERT_EQ(ListRawFiles(folder).size(), 1U);
   EXPECT_EQ(ListRawFiles(folder)[0].diskName, QStringLiteral("001-12345-010203.txt"));
   EXPECT_TRUE(RenameRawFiles(folder).failures.empty());
+  EXPECT_TRUE(QFile::exists(folder + QStringLiteral("Arsiv/001-12345-010203=0002.txt")))
+      << "the other recording is not thrown away";
   std::vector<RawFile> files = ListRawFiles(folder);
   ReadHeaders(folder, files);
   ASSERT_EQ(files.size(), 1U);
@@ -92,8 +94,9 @@ TEST_F(RawFilesTest, ARenamingThatFailsIsToldAndTheFileStaysListed) {
   Write("010203", "01/10/2008 01:00", "03/10/2008 12:00");
   ASSERT_TRUE(QDir(folder).mkpath(QStringLiteral("001-12345-010203=0002.txt/in the way")));
   const TidyReport report = RenameRawFiles(folder);
-  ASSERT_EQ(report.failures.size(), 1U);
+  ASSERT_EQ(report.failures.size(), 2U) << "the file, and the folder in its way";
   EXPECT_TRUE(report.failures[0].contains(QStringLiteral("001-12345-010203.txt")));
+  EXPECT_TRUE(report.failures[1].contains(QStringLiteral("001-12345-010203=0002.txt is a folder")));
   const std::vector<RawFile> files = ListRawFiles(folder);
   ASSERT_EQ(files.size(), 1U);
   EXPECT_EQ(files[0].diskName, QStringLiteral("001-12345-010203.txt"));
