@@ -94,9 +94,9 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
       years += entry.left(4);
     }
     what = years.join(QStringLiteral(", "));
-    if (years.size() > 1) {
-      what += QStringLiteral("  ·  ") +
-              Text(u"tablo ve grafik: %1", u"table and graph: %1").arg(loaded.waterYear);
+    if (years.size() > 1) {  // ahead of the list, which may be cut off in a narrow window
+      what.prepend(Text(u"tablo ve grafik: %1", u"table and graph: %1").arg(loaded.waterYear) +
+                   QStringLiteral("  ·  "));
     }
   }
   const QString station = (request.station + QLatin1Char(' ') + WithoutDash(request.stationName)).trimmed();

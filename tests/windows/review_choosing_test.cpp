@@ -56,7 +56,7 @@ TEST_F(Choosing, TwoWaterYearsAreLoadedTogether) {
   EXPECT_EQ(Readings(), (92 + 11) * 26);
   EXPECT_EQ(Cell(1, GridColumn::Date), Texts("01/11/2009"));
   EXPECT_EQ(Cell(Readings() + 1, GridColumn::Date), QString());
-  EXPECT_EQ(Find<QLabel>("LoadedLabel").text(), Texts("001-12345  ·  2010, 2011  ·  tablo ve grafik: 2011"));
+  EXPECT_EQ(Find<QLabel>("LoadedLabel").text(), Texts("001-12345  ·  tablo ve grafik: 2011  ·  2010, 2011"));
   EXPECT_EQ(Entries("ListOrjDos"),
             QStringList({Texts("001-12345-010203=0091.txt"), Texts("001-12345-010204=0010.txt")}));
   EXPECT_TRUE(Find<QTableWidget>("VS_Dosyalar").isVisible());
