@@ -244,6 +244,11 @@ Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid) {
   return overlay;
 }
 
+QByteArray ChangeLogContent(const ReviewGrid& grid, const std::vector<QByteArray>& orphans,
+                            std::optional<int> waterYear) {
+  return LogContent(grid, WithAnchors(grid, RowsToSave(grid, waterYear)), orphans);
+}
+
 Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<QByteArray>& orphans,
                      std::optional<int> waterYear) {
   const std::vector<int> rows = RowsToSave(grid, waterYear);

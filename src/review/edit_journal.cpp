@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <iterator>
 #include <optional>
 
@@ -15,15 +16,13 @@ namespace vesk {
 namespace {
 
 // One record a line: fields parted by tabs, the last one a checksum of those before it.
-//   edit  <row> <date> <time> <label> <level>
-//   dates <date and time>
+//   edit  <row> <date> <time> <label> <level> <corrections>
+//   dates <date and time> <corrections>
 //   undo
-//   redo
 constexpr char kHeading[] = "journal\t1";
 constexpr char kEditWord[] = "edit";
 constexpr char kDatesWord[] = "dates";
 constexpr char kUndoWord[] = "undo";
-constexpr char kRedoWord[] = "redo";
 constexpr char kOldSuffix[] = ".old";      // work that no longer fits its readings
 constexpr char kLaterSuffix[] = ".later";  // work put off by the operator while new work goes on
 constexpr qint64 kLargestJournal = qint64{256} << 20;
@@ -43,14 +42,18 @@ std::optional<QByteArrayView> Unsealed(QByteArrayView line) {
 }
 
 QByteArray EditFields(const JournalRecord& record) {
-  const QString text = QStringLiteral("%1\t%2\t%3\t%4\t%5\t%6")
+  const QString text = QStringLiteral("%1\t%2\t%3\t%4\t%5\t%6\t%7")
                            .arg(QLatin1String(kEditWord), QString::number(record.row), DateText(record.day),
-                                ClockText(record.minuteOfDay), record.label, NumberText(record.levelCm));
+                                ClockText(record.minuteOfDay), record.label, NumberText(record.levelCm),
+                                QString::number(record.corrections));
   return text.toUtf8();
 }
 
 QByteArray DatesFields(const JournalRecord& record) {
-  return kDatesWord + ('\t' + DateTimeText(record.target).toUtf8());
+  const QString text =
+      QStringLiteral("%1\t%2\t%3")
+          .arg(QLatin1String(kDatesWord), DateTimeText(record.target), QString::number(record.corrections));
+  return text.toUtf8();
 }
 
 QByteArray Fields(const JournalRecord& record) {
@@ -60,11 +63,13 @@ QByteArray Fields(const JournalRecord& record) {
 std::optional<JournalRecord> ReadEdit(const QStringList& fields) {
   JournalRecord record;
   bool rowIsNumber = false;
+  bool correctionsIsNumber = false;
   record.row = fields.value(1).toInt(&rowIsNumber);
+  record.corrections = fields.value(6).toInt(&correctionsIsNumber);
   const auto day = ReadDate(fields.value(2));
   const auto minute = ReadClock(fields.value(3));
   const auto level = ReadWholeNumber(fields.value(5));
-  if (!rowIsNumber || !day || !minute || !level) return std::nullopt;
+  if (!rowIsNumber || !correctionsIsNumber || !day || !minute || !level) return std::nullopt;
   record.day = *day;
   record.minuteOfDay = *minute;
   record.label = fields.value(4);
@@ -72,39 +77,41 @@ std::optional<JournalRecord> ReadEdit(const QStringList& fields) {
   return record;
 }
 
-/// Plays the lines of a journal: what was undone does not count, what was redone does again.
+std::optional<JournalRecord> ReadDates(const QStringList& fields) {
+  bool correctionsIsNumber = false;
+  const auto target = ReadDateTime(fields.value(1));
+  const int corrections = fields.value(2).toInt(&correctionsIsNumber);
+  if (!target || !correctionsIsNumber) return std::nullopt;
+  return JournalRecord{
+      .kind = JournalRecord::Kind::CorrectDates, .target = *target, .corrections = corrections};
+}
+
+/// Plays the lines of a journal: what was undone does not count.
 class Playback {
  public:
   /// False for a line that no version of the program writes.
   bool Take(QByteArrayView line) {
     const QStringList fields = QString::fromUtf8(line).split(QLatin1Char('\t'));
     const QString& word = fields.front();
-    if (word == QLatin1String(kUndoWord)) return Move(done_, undone_);
-    if (word == QLatin1String(kRedoWord)) return Move(undone_, done_);
+    if (word == QLatin1String(kUndoWord)) {
+      if (!done_.empty()) done_.pop_back();
+      return true;
+    }
     std::optional<JournalRecord> record;
     if (word == QLatin1String(kEditWord)) {
       record = ReadEdit(fields);
     } else if (word == QLatin1String(kDatesWord)) {
-      const auto target = ReadDateTime(fields.value(1));
-      if (target) record = JournalRecord{.kind = JournalRecord::Kind::CorrectDates, .target = *target};
+      record = ReadDates(fields);
     }
     if (!record) return false;
     done_.push_back(std::move(*record));
-    undone_.clear();
     return true;
   }
 
   std::vector<JournalRecord> TakeRecords() { return std::move(done_); }
 
  private:
-  static bool Move(std::vector<JournalRecord>& from, std::vector<JournalRecord>& to) {
-    if (from.empty()) return false;
-    to.push_back(std::move(from.back()));
-    from.pop_back();
-    return true;
-  }
-
-  std::vector<JournalRecord> done_, undone_;
+  std::vector<JournalRecord> done_;
 };
 
 Error JournalError(const QString& path, const QString& reason) {
@@ -117,6 +124,18 @@ Status WriteJournal(const QString& path, const std::vector<JournalRecord>& recor
   QSaveFile file(path);
   if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit()) return {};
   return JournalError(path, file.errorString());
+}
+
+/// Name under which a journal can be kept without touching one that was kept before.
+QString FreeOldPath(const QString& path) {
+  const QString first = path + QLatin1String(kOldSuffix);
+  QString kept = first;
+  for (int number = 2; QFileInfo::exists(kept); ++number) kept = first + QString::number(number);
+  return kept;
+}
+
+bool EndsWith(const std::vector<JournalRecord>& records, const std::vector<JournalRecord>& end) {
+  return end.size() <= records.size() && std::equal(end.rbegin(), end.rend(), records.rbegin());
 }
 
 /// Makes a new directory entry last through a power cut.
@@ -164,11 +183,15 @@ Result<PendingEdits> JournalOf(const QString& journalPath) {
   return DecodeJournal(content);
 }
 
+Result<PendingEdits> EditJournal::Pending() const {
+  return JournalOf(QFileInfo::exists(path_) ? path_ : LaterPath());
+}
+
 Status EditJournal::Restart(const std::vector<JournalRecord>& records, bool keepOld) {
   file_.close();
+  if (Status back = BringBack(); !back) return back;
   if (keepOld && QFileInfo::exists(path_)) {
-    const QString kept = path_ + QLatin1String(kOldSuffix);
-    QFile::remove(kept);
+    const QString kept = FreeOldPath(path_);
     if (!QFile::copy(path_, kept))
       return JournalError(kept, QStringLiteral("the old journal could not be kept"));
   }
@@ -183,16 +206,30 @@ Status EditJournal::Restart(const std::vector<JournalRecord>& records, bool keep
 
 /// A journal that nobody took up makes room for a new one, and waits.
 Status EditJournal::SetAside() {
-  const QString aside = path_ + QLatin1String(kLaterSuffix);
-  std::vector<JournalRecord> records;
-  for (const QString& path : {aside, path_}) {
-    Result<PendingEdits> pending = JournalOf(path);
-    if (!pending) return pending.Failure();
-    std::move(pending->records.begin(), pending->records.end(), std::back_inserter(records));
+  const QString aside = LaterPath();
+  const Result<PendingEdits> waiting = JournalOf(aside);
+  if (!waiting) return waiting.Failure();
+  const Result<PendingEdits> latest = JournalOf(path_);
+  if (!latest) return latest.Failure();
+  // A crash between the two steps below must not add the same work twice.
+  if (!EndsWith(waiting->records, latest->records)) {
+    std::vector<JournalRecord> records = waiting->records;
+    std::copy(latest->records.begin(), latest->records.end(), std::back_inserter(records));
+    if (Status written = WriteJournal(aside, records); !written) return written;
   }
-  if (Status written = WriteJournal(aside, records); !written) return written;
   if (!QFile::remove(path_)) return JournalError(path_, QStringLiteral("an older journal is in the way"));
   return {};
+}
+
+/// Work that waits takes the place of a journal that is gone.
+Status EditJournal::BringBack() {
+  if (path_.isEmpty() || QFileInfo::exists(path_) || !QFileInfo::exists(LaterPath())) return {};
+  if (QFile::rename(LaterPath(), path_)) return {};
+  return JournalError(LaterPath(), QStringLiteral("older unsaved work stays in this file"));
+}
+
+QString EditJournal::LaterPath() const {
+  return path_.isEmpty() ? QString() : path_ + QLatin1String(kLaterSuffix);
 }
 
 Status EditJournal::OpenNew() {
@@ -224,27 +261,23 @@ Status EditJournal::Append(const JournalRecord& record) {
 }
 
 Status EditJournal::AppendUndo() {
-  return AppendLine(kUndoWord);
-}
-Status EditJournal::AppendRedo() {
-  return AppendLine(kRedoWord);
+  return file_.isOpen() ? AppendLine(kUndoWord) : Status();
 }
 
 Status EditJournal::Finish() {
-  if (!file_.isOpen()) return {};
-  Status removed = Remove();
-  const QString aside = path_ + QLatin1String(kLaterSuffix);
-  if (removed && QFileInfo::exists(aside) && !QFile::rename(aside, path_)) {
-    return JournalError(aside, QStringLiteral("older unsaved work stays in this file"));
-  }
-  return removed;
+  return file_.isOpen() ? Remove() : Status();
 }
 
 Status EditJournal::Remove() {
+  const QString pending = QFileInfo::exists(path_) ? path_ : LaterPath();
+  if (!pending.isEmpty() && QFileInfo::exists(pending) && !QFile::remove(pending)) {
+    return Error{QStringLiteral("The edit journal could not be removed"), pending,
+                 QStringLiteral("the folder cannot be written")};
+  }
   file_.close();
-  if (path_.isEmpty() || !QFileInfo::exists(path_) || QFile::remove(path_)) return {};
-  return Error{QStringLiteral("The edit journal could not be removed"), path_,
-               QStringLiteral("the folder cannot be written")};
+  // Where it cannot be brought back it waits on: Pending looks there too.
+  if (pending == path_) static_cast<void>(BringBack());
+  return {};
 }
 
 }  // namespace vesk

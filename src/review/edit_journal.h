@@ -23,8 +23,9 @@ struct JournalRecord {
   Day day{};    ///< Edit: date, time and label of that row, to find it again
   int minuteOfDay = 0;
   QString label{};
-  double levelCm = 0;  ///< Edit: the level typed, cm
-  DateTime target{};   ///< CorrectDates: the true time of the last reading
+  double levelCm = 0;   ///< Edit: the level typed, cm
+  DateTime target{};    ///< CorrectDates: the true time of the last reading
+  int corrections = 0;  ///< date corrections in force before it, saved ones too: whose times it speaks of
 
   bool operator==(const JournalRecord&) const = default;
 };
@@ -43,7 +44,7 @@ QString JournalPath(const QString& changeLogPath, const QString& rawFileName = {
 /// What the journal's bytes hold, up to the first record that is not whole.
 PendingEdits DecodeJournal(QByteArrayView content);
 
-/// What is pending beside a change log; nothing when there is no journal.
+/// What a journal file holds; nothing when there is none.
 Result<PendingEdits> JournalOf(const QString& journalPath);
 
 /// Writes records, each forced to the disk before the call returns.
@@ -53,23 +54,30 @@ class EditJournal {
   explicit EditJournal(QString path) : path_(std::move(path)) {}
   [[nodiscard]] const QString& Path() const { return path_; }
 
-  /// Starts over with these records and goes on behind them; no records remove it. The old journal is
-  /// replaced whole or not at all, and kept under its name + ".old" when asked for. Without this call the
-  /// first record starts a new journal, and one that is there waits under its name + ".later" for Finish.
+  /// What an earlier run left: the journal, or when there is none the work that waits behind it.
+  [[nodiscard]] Result<PendingEdits> Pending() const;
+
+  /// Takes up what is pending: starts over with these records and goes on behind them; no records remove it.
+  /// The old journal is replaced whole or not at all, and kept under its name + ".old" (".old2", ...) when
+  /// asked for. Without this call the first record starts a new journal, and one that is there waits under
+  /// its name + ".later" until the new one is gone.
   Status Restart(const std::vector<JournalRecord>& records, bool keepOld);
 
   Status Append(const JournalRecord& record);
-  Status AppendUndo();  ///< the last record not yet undone no longer counts
-  Status AppendRedo();  ///< the last undone record counts again
+  /// The last record not yet undone no longer counts. Nothing to do where no record was written.
+  Status AppendUndo();
   /// The work is saved or dropped: deletes what this object wrote, and brings back a journal that waits.
   Status Finish();
-  /// Deletes the journal, whoever wrote it; also right when there is none.
+  /// Deletes what is pending, whoever wrote it, and brings back a journal that waits; also right when there
+  /// is none. On failure the journal goes on as before.
   Status Remove();
 
  private:
   Status AppendLine(const QByteArray& fields);
   Status OpenNew();
   Status SetAside();
+  Status BringBack();
+  [[nodiscard]] QString LaterPath() const;
 
   QString path_;
   QFile file_;

@@ -66,54 +66,6 @@ void EditSession::ReplaceGrid(ReviewGrid grid) {
   Q_EMIT GridReplaced();
 }
 
-Result<PendingEdits> EditSession::Pending() const {
-  return journals_.Pending();
-}
-
-int EditSession::ResolveRow(const JournalRecord& record) const {
-  const auto fits = [&](int row) {
-    const Reading& reading = grid_.At(row);
-    return reading.day == record.day && reading.minuteOfDay == record.minuteOfDay &&
-           RecordLabel(reading) == record.label;
-  };
-  if (grid_.IsReading(record.row) && fits(record.row)) return record.row;
-  int row = grid_.FindRow(record.day, record.minuteOfDay, 1);
-  while (grid_.IsReading(row) && !fits(row)) row = grid_.FindRow(record.day, record.minuteOfDay, row + 1);
-  return grid_.IsReading(row) ? row : 0;
-}
-
-bool EditSession::Repeat(const JournalRecord& record) {
-  if (record.kind == JournalRecord::Kind::CorrectDates) {
-    if (!CanCorrectDates() || !ReadCorrectionTarget(DateTimeText(record.target), grid_)) return false;
-    ApplyCorrection(record.target);
-    return true;
-  }
-  const int row = ResolveRow(record);
-  if (row == 0) return false;
-  ApplyEdit(row, record.levelCm);
-  return true;
-}
-
-int EditSession::Restore(const PendingEdits& pending) {
-  int misfits = 0;
-  for (const JournalRecord& record : pending.records) {
-    if (!Repeat(record)) ++misfits;
-  }
-  std::vector<JournalRecord> kept;
-  for (const Step& step : done_) kept.push_back(step.record);
-  Journal(journals_.Restart(kept, misfits > 0));
-  Q_EMIT AllRowsChanged();
-  Q_EMIT StateChanged();
-  return misfits;
-}
-
-Status EditSession::Discard() {
-  const bool ownWork = unsaved_;
-  ResetSteps();
-  Q_EMIT StateChanged();
-  return ownWork ? journals_.Finish() : journals_.Remove();
-}
-
 EditCommands EditSession::Commands() const {
   return {.save = unsaved_, .undoAll = unsaved_, .undoStep = !done_.empty(), .redoStep = !undone_.empty()};
 }
@@ -144,7 +96,8 @@ bool EditSession::ApplyEdit(int row, double levelCm) {
                  .day = reading.day,
                  .minuteOfDay = reading.minuteOfDay,
                  .label = RecordLabel(reading),
-                 .levelCm = levelCm};
+                 .levelCm = levelCm,
+                 .corrections = Corrections()};
   step.oldLevelCm = reading.levelCm;
   step.oldMark = step.newMark = grid_.Mark(row);
   step.newMark.editCode = grid_.CodeValue(row) + 1;
@@ -178,10 +131,15 @@ bool EditSession::HasUnsavedCorrection() const {
                      [](const Step& step) { return step.gridBefore.has_value(); });
 }
 
+int EditSession::Corrections() const {
+  if (!done_.empty()) return done_.back().record.corrections + (done_.back().gridBefore ? 1 : 0);
+  return logs_.empty() ? 0 : static_cast<int>(logs_.front().overlay.correction.targets.size());
+}
+
 bool EditSession::ApplyCorrection(DateTime target) {
   if (target == SpanOf(grid_)->last) return false;
   Step step;
-  step.record = {.kind = JournalRecord::Kind::CorrectDates, .target = target};
+  step.record = {.kind = JournalRecord::Kind::CorrectDates, .target = target, .corrections = Corrections()};
   step.gridBefore = grid_;
   Redo(step);
   undone_.clear();
@@ -219,6 +177,7 @@ std::optional<int> EditSession::UndoStep() {
   undone_.push_back(std::move(step));
   unsaved_ = !done_.empty();
   if (!journalFailed_) Journal(journals_.AppendUndo(undone_.back().record));
+  if (!unsaved_) FinishJournals();
   Q_EMIT StateChanged();
   return row;
 }
@@ -230,7 +189,7 @@ std::optional<int> EditSession::RedoStep() {
   const int row = step.gridBefore ? 0 : step.record.row;
   Redo(step);
   done_.push_back(std::move(step));
-  if (!journalFailed_) Journal(journals_.AppendRedo(done_.back().record));
+  if (!journalFailed_) Journal(journals_.Append(done_.back().record));
   if (row > 0) Q_EMIT RowChanged(row);
   Q_EMIT StateChanged();
   return row;
@@ -243,46 +202,46 @@ void EditSession::UndoAll() {
   if (correction != done_.end()) ReplaceGrid(std::move(*correction->gridBefore));
   for (int row = 1; row <= grid_.ReadingCount(); ++row) UndoRow(grid_, row);
   ResetSteps();
-  journalFailed_ = false;
-  Journal(journals_.Finish());
+  FinishJournals();
   Q_EMIT AllRowsChanged();
   Q_EMIT StateChanged();
 }
 
 Status EditSession::Save() {
-  Status saved = SaveChangeLogs();
-  if (saved) saved = SaveCorrection();
+  Status saved = singleFile_ && !logs_.empty() ? SaveLogOfFile(logs_.front()) : SaveLogsOfYears();
   if (saved) {
     ResetSteps();
-    journalFailed_ = false;
-    Journal(journals_.Finish());
+    FinishJournals();
   }
   Q_EMIT AllRowsChanged();  // also behind a failure: an earlier log of this load may have been saved
   Q_EMIT StateChanged();
   return saved;
 }
 
-Status EditSession::SaveChangeLogs() {
+Status EditSession::SaveLogsOfYears() {
   for (const LoadedChangeLog& log : logs_) {
-    const std::optional<int> waterYear = singleFile_ ? std::nullopt : std::optional(log.waterYear);
-    Status saved = SaveChangeLog(log.saveTo, grid_, log.overlay.orphans, waterYear);
+    Status saved = SaveChangeLog(log.saveTo, grid_, log.overlay.orphans, log.waterYear);
     if (!saved) return saved;
   }
   return {};
 }
 
-// The change log now holds corrected times; the next load re-times its readings before it lays the log over
-// them.
-Status EditSession::SaveCorrection() {
-  if (logs_.empty()) return {};
-  SavedCorrection correction = logs_.front().overlay.correction;
+// A change log with corrected times fits re-timed readings only, so the corrections go first, as a plan that
+// counts from the moment when the change log is in its place.
+Status EditSession::SaveLogOfFile(LoadedChangeLog& log) {
+  SavedCorrection& correction = log.overlay.correction;
+  PlannedTargets planned;
   for (const Step& step : done_) {
-    if (step.gridBefore) correction.targets.push_back(step.record.target);
+    if (step.gridBefore) planned.targets.push_back(step.record.target);
   }
-  if (correction == logs_.front().overlay.correction) return {};
-  Status saved = WriteSavedCorrection(logs_.front().saveTo, correction);
-  if (saved) logs_.front().overlay.correction = correction;
-  return saved;
+  if (!planned.targets.empty()) planned.changeLog = ChangeLogContent(grid_, log.overlay.orphans);
+  Status saved = WriteSavedCorrection(log.saveTo, correction, planned);
+  if (saved) saved = SaveChangeLog(log.saveTo, grid_, log.overlay.orphans);
+  if (!saved) return saved;
+  correction.targets.insert(correction.targets.end(), planned.targets.begin(), planned.targets.end());
+  // From here on the plan counts; a next save makes it plain if this cannot.
+  static_cast<void>(WriteSavedCorrection(log.saveTo, correction));
+  return {};
 }
 
 int EditSession::NextChange(int fromRow) const {
@@ -310,12 +269,6 @@ DateJump EditSession::GoToDate(const QString& typed) const {
       std::find_if(readings.begin(), readings.end(), [&](const Reading& r) { return r.day == *day; });
   if (found != readings.end()) jump.row = static_cast<int>(found - readings.begin()) + 1;
   return jump;
-}
-
-void EditSession::Journal(const Status& status) {
-  if (status) return;
-  journalFailed_ = true;
-  Q_EMIT JournalFailed(status.Failure().Text(), status.Failure());
 }
 
 }  // namespace vesk

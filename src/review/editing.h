@@ -51,9 +51,11 @@ class EditSession : public QObject {
   [[nodiscard]] const ReviewGrid& Grid() const { return grid_; }
   /// Work of an earlier run that was never saved, for the grid just loaded; ask for it after Begin.
   [[nodiscard]] Result<PendingEdits> Pending() const;
-  /// Does the pending work again; returns how many records no longer fit the grid.
+  /// Does the pending work again, less what was saved before the crash; returns how many records do not fit
+  /// the grid. Those are kept in a file of their own.
   int Restore(const PendingEdits& pending);
-  /// Forgets the pending work, or this session's unsaved edits, for good (the grid is left as it is).
+  /// Forgets the pending work, or this session's unsaved edits, for good (the grid is left as it is). On
+  /// failure nothing is forgotten: the edits stay unsaved and in the journal.
   Status Discard();
 
   /// Edits since loading; the count of Text5.
@@ -85,7 +87,8 @@ class EditSession : public QObject {
   std::optional<int> RedoStep();
   /// CmdUndo: every level back to its baseline, every edit code one down.
   void UndoAll();
-  /// Command4: writes the change log(s). On failure nothing is lost and the changes stay unsaved.
+  /// Command4: writes the change log(s), and ahead of them what re-times their readings at the next load. On
+  /// failure, or a crash on the way, nothing is lost and the files fit each other; the changes stay unsaved.
   Status Save();
 
   /// Next row below, or row above, that carries a change; 0 when there is none.
@@ -115,11 +118,14 @@ class EditSession : public QObject {
   bool ApplyEdit(int row, double levelCm);
   bool ApplyCorrection(DateTime target);
   void Redo(const Step& step);
-  Status SaveChangeLogs();
-  Status SaveCorrection();
+  Status SaveLogsOfYears();
+  Status SaveLogOfFile(LoadedChangeLog& log);
   void ReplaceGrid(ReviewGrid grid);
   void Journal(const Status& status);
+  void FinishJournals();
   int ResolveRow(const JournalRecord& record) const;
+  std::size_t CountSaved(const std::vector<JournalRecord>& records) const;
+  int Corrections() const;
   void ResetSteps();
 
   ReviewGrid grid_;

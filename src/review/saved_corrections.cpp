@@ -1,5 +1,6 @@
 #include "review/saved_corrections.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QSaveFile>
 
@@ -12,28 +13,68 @@ namespace {
 
 constexpr qint64 kLargestFile = qint64{16} << 20;
 
-QByteArray Line(const SavedCorrection& correction) {
-  QString text = DateTimeText(correction.first) + QLatin1Char('\t') + DateTimeText(correction.last);
-  for (const DateTime target : correction.targets) text += QLatin1Char('\t') + DateTimeText(target);
+constexpr QLatin1Char kTab('\t');
+constexpr QLatin1Char kPlanMark('?');
+
+/// One line of the file.
+struct Entry {
+  SavedCorrection saved;
+  QString planHash;
+  std::vector<DateTime> planned;
+};
+
+QByteArray Line(const Entry& entry) {
+  QString text = DateTimeText(entry.saved.first) + kTab + DateTimeText(entry.saved.last);
+  for (const DateTime target : entry.saved.targets) text += kTab + DateTimeText(target);
+  if (!entry.planned.empty()) text += QString(kTab) + kPlanMark + entry.planHash;
+  for (const DateTime target : entry.planned) text += kTab + DateTimeText(target);
   return text.toLatin1();
 }
 
-std::optional<SavedCorrection> ReadLine(const QByteArray& bytes) {
-  SavedCorrection correction;
-  const QStringList fields = QString::fromLatin1(bytes).split(QLatin1Char('\t'));
+std::optional<Entry> ReadLine(const QByteArray& bytes) {
+  const QStringList fields = QString::fromLatin1(bytes).split(kTab);
   if (fields.size() < 3) return std::nullopt;
-  for (qsizetype i = 0; i < fields.size(); ++i) {
-    const auto time = ReadDateTime(fields[i]);
-    if (!time) return std::nullopt;
-    if (i == 0) {
-      correction.first = *time;
-    } else if (i == 1) {
-      correction.last = *time;
-    } else {
-      correction.targets.push_back(*time);
+  const auto first = ReadDateTime(fields[0]);
+  const auto last = ReadDateTime(fields[1]);
+  if (!first || !last) return std::nullopt;
+  Entry entry{.saved = {.first = *first, .last = *last, .targets = {}}, .planHash = {}, .planned = {}};
+  for (const QString& field : fields.mid(2)) {
+    if (entry.planHash.isEmpty() && field.startsWith(kPlanMark)) {
+      entry.planHash = field.mid(1);
+      continue;
     }
+    const auto time = ReadDateTime(field);
+    if (!time) return std::nullopt;
+    (entry.planHash.isEmpty() ? entry.saved.targets : entry.planned).push_back(*time);
   }
-  return correction;
+  return entry;
+}
+
+QString HashOf(const QByteArray& changeLog) {
+  return QString::fromLatin1(QCryptographicHash::hash(changeLog, QCryptographicHash::Sha256).toHex());
+}
+
+/// Of the change log as it stands; one that is not there counts as empty.
+Result<QString> HashOfFile(const QString& changeLogPath) {
+  QFile file(changeLogPath);
+  if (!file.exists()) return HashOf({});
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  if (file.open(QIODevice::ReadOnly) && hash.addData(&file) && file.error() == QFileDevice::NoError) {
+    return QString::fromLatin1(hash.result().toHex());
+  }
+  return Error{QStringLiteral("The change log could not be read"), changeLogPath, file.errorString()};
+}
+
+/// A plan counts for good when its change log is the one in place, and is dropped otherwise.
+Status Settle(Entry& entry, const QString& changeLogPath) {
+  if (entry.planned.empty()) return {};
+  const Result<QString> hash = HashOfFile(changeLogPath);
+  if (!hash) return hash.Failure();
+  if (*hash == entry.planHash) {
+    entry.saved.targets.insert(entry.saved.targets.end(), entry.planned.begin(), entry.planned.end());
+  }
+  entry.planned.clear();
+  return {};
 }
 
 bool SameFile(const SavedCorrection& a, const SavedCorrection& b) {
@@ -81,22 +122,36 @@ Result<SavedCorrection> ReadSavedCorrection(const QString& changeLogPath, const 
   const auto lines = Lines(SavedCorrectionPath(changeLogPath));
   if (!lines) return lines.Failure();
   for (const QByteArray& bytes : *lines) {
-    const auto correction = ReadLine(bytes);
-    if (correction && SameFile(*correction, wanted)) return *correction;
+    auto entry = ReadLine(bytes);
+    if (!entry || !SameFile(entry->saved, wanted)) continue;
+    if (Status settled = Settle(*entry, changeLogPath); !settled) return settled.Failure();
+    return entry->saved;
   }
   return wanted;
 }
 
-Status WriteSavedCorrection(const QString& changeLogPath, const SavedCorrection& correction) {
+Status WriteSavedCorrection(const QString& changeLogPath, const SavedCorrection& correction,
+                            const PlannedTargets& planned) {
   const QString path = SavedCorrectionPath(changeLogPath);
   const auto lines = Lines(path);
   if (!lines) return lines.Failure();
-  QByteArray content;
+  QList<QByteArray> kept;
   for (const QByteArray& bytes : *lines) {
-    const auto other = ReadLine(bytes);
-    if (!other || !SameFile(*other, correction)) content += bytes + "\r\n";
+    auto entry = ReadLine(bytes);
+    if (entry && SameFile(entry->saved, correction)) continue;
+    const bool plan = entry && !entry->planned.empty();
+    if (plan) {
+      if (Status settled = Settle(*entry, changeLogPath); !settled) return settled;
+    }
+    kept.push_back(plan ? Line(*entry) : bytes);
   }
-  content += Line(correction) + "\r\n";
+  if (!correction.targets.empty() || !planned.targets.empty()) {
+    kept.push_back(
+        Line({.saved = correction, .planHash = HashOf(planned.changeLog), .planned = planned.targets}));
+  }
+  if (kept == *lines) return {};
+  QByteArray content;
+  for (const QByteArray& line : kept) content += line + "\r\n";
   QSaveFile file(path);
   if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit()) return {};
   return Error{QStringLiteral("The date correction could not be saved"), path, file.errorString()};

@@ -3,6 +3,7 @@
 // log.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -22,15 +23,27 @@ struct SavedCorrection {
   bool operator==(const SavedCorrection&) const = default;
 };
 
-/// changeLogPath + ".dates". One line a raw file: first, last and targets, parted by tabs.
+/// Corrections about to be saved. They stand in their file ahead of the change log that holds their times,
+/// and count only once that change log has taken the place of the old one: levels under corrected times must
+/// never meet readings that are not re-timed, nor the other way round.
+struct PlannedTargets {
+  std::vector<DateTime> targets;
+  QByteArray changeLog;  ///< content of the change log that goes with them
+};
+
+/// changeLogPath + ".dates". One line a raw file: first, last and targets, parted by tabs; behind them "?"
+/// with the SHA-256 of a change log, and the targets that count with that one only.
 QString SavedCorrectionPath(const QString& changeLogPath);
 
-/// The entry of a freshly loaded grid; one without targets when nothing was saved. A missing file is no
-/// error.
+/// The entry of a freshly loaded grid, with the targets that count; one without targets when nothing was
+/// saved. A missing file is no error.
 Result<SavedCorrection> ReadSavedCorrection(const QString& changeLogPath, const ReviewGrid& grid);
 
-/// Puts the entry in place of the one for the same readings. Every other line stays. Whole or not at all.
-Status WriteSavedCorrection(const QString& changeLogPath, const SavedCorrection& correction);
+/// Puts the entry in place of the one for the same readings. Every other line stays, but a plan in it is
+/// settled: kept or dropped as the present change log says, because the next one will not tell. Call it
+/// before every save of the change log. Whole or not at all; writes nothing when nothing changes.
+Status WriteSavedCorrection(const QString& changeLogPath, const SavedCorrection& correction,
+                            const PlannedTargets& planned = {});
 
 /// Re-times the grid as saved. False when an entry does not fit the grid (then nothing behind it is done).
 bool ApplySavedCorrection(const SavedCorrection& correction, ReviewGrid& grid);

@@ -28,7 +28,7 @@ std::size_t SessionJournals::IndexOf(const JournalRecord& record) const {
 Result<PendingEdits> SessionJournals::Pending() const {
   PendingEdits all;
   for (const auto& journal : journals_) {
-    Result<PendingEdits> pending = JournalOf(journal->Path());
+    Result<PendingEdits> pending = journal->Pending();
     if (!pending) return pending;
     all.torn = all.torn || pending->torn;
     std::move(pending->records.begin(), pending->records.end(), std::back_inserter(all.records));

@@ -15,11 +15,11 @@ class SessionJournals {
   /// Goes over to the journals of a load; those before stay on the disk as they are.
   void Use(const LoadedReadings& loaded);
 
+  /// What earlier runs left beside any of the change logs.
   [[nodiscard]] Result<PendingEdits> Pending() const;
 
   Status Append(const JournalRecord& record) { return Of(record).Append(record); }
   Status AppendUndo(const JournalRecord& record) { return Of(record).AppendUndo(); }
-  Status AppendRedo(const JournalRecord& record) { return Of(record).AppendRedo(); }
   /// Starts every journal over with its share of the records.
   Status Restart(const std::vector<JournalRecord>& records, bool keepOld);
   Status Finish();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -21,12 +22,14 @@ JournalRecord EditOf(int row, double levelCm) {
           .day = reading.day,
           .minuteOfDay = reading.minuteOfDay,
           .label = RecordLabel(reading),
-          .levelCm = levelCm};
+          .levelCm = levelCm,
+          .corrections = row};
 }
 
 JournalRecord CorrectionTo(const char* time) {
   return {.kind = JournalRecord::Kind::CorrectDates,
-          .target = ReadDateTime(QString::fromLatin1(time)).value()};
+          .target = ReadDateTime(QString::fromLatin1(time)).value(),
+          .corrections = 2};
 }
 
 class Journal : public testing::Test {
@@ -57,8 +60,7 @@ TEST_F(Journal, GivesBackWhatWasWrittenLessWhatWasUndone) {
   ASSERT_TRUE(journal.AppendUndo());
   ASSERT_TRUE(journal.AppendUndo());
   EXPECT_EQ(Pending(), std::vector({records[0]}));
-  ASSERT_TRUE(journal.AppendRedo());
-  EXPECT_EQ(Pending(), std::vector({records[0], records[1]}));
+  ASSERT_TRUE(journal.Append(records[1]));  // done again
   ASSERT_TRUE(journal.Append(EditOf(9, 1)));
   EXPECT_EQ(Pending(), std::vector({records[0], records[1], EditOf(9, 1)}));
   ASSERT_TRUE(journal.Remove());
@@ -114,6 +116,67 @@ TEST_F(Journal, WorkThatIsPutOffWaitsUntilNewWorkIsDone) {
   ASSERT_TRUE(journal.Append(EditOf(3, 30)));
   EXPECT_EQ(Pending(), std::vector({EditOf(3, 30)}));
   ASSERT_TRUE(journal.Finish());
+  EXPECT_EQ(Pending(), std::vector({EditOf(1, 10), EditOf(2, 20)}));
+}
+
+TEST_F(Journal, WorkThatWaitsIsOfferedOnceNothingStandsBeforeIt) {
+  ASSERT_TRUE(EditJournal(path_).Append(EditOf(1, 10)));
+  ASSERT_TRUE(EditJournal(path_).Append(EditOf(2, 20)));  // the first one waits
+  EXPECT_EQ(EditJournal(path_).Pending()->records, std::vector({EditOf(2, 20)}));
+  ASSERT_TRUE(EditJournal(path_).Remove());
+  EXPECT_EQ(EditJournal(path_).Pending()->records, std::vector({EditOf(1, 10)}));
+
+  const QString later = path_ + QStringLiteral(".later");
+  for (const bool takenUp : {true, false}) {
+    ASSERT_TRUE(QFile::rename(path_, later));  // as a crash can leave it
+    EditJournal journal(path_);
+    const auto pending = journal.Pending();
+    ASSERT_TRUE(pending);
+    EXPECT_EQ(pending->records, std::vector({EditOf(1, 10)}));
+    ASSERT_TRUE(takenUp ? journal.Restart(pending->records, false) : journal.Remove());
+    EXPECT_FALSE(QFileInfo::exists(later)) << takenUp;
+    EXPECT_EQ(QFileInfo::exists(path_), takenUp);
+  }
+}
+
+TEST_F(Journal, NothingTakenUpBringsBackWhatWaits) {
+  ASSERT_TRUE(EditJournal(path_).Append(EditOf(1, 10)));
+  ASSERT_TRUE(EditJournal(path_).Append(EditOf(2, 20)));
+  ASSERT_TRUE(EditJournal(path_).Restart({}, true));
+  EXPECT_EQ(Pending(), std::vector({EditOf(1, 10)}));
+  EXPECT_EQ(JournalOf(path_ + QStringLiteral(".old"))->records, std::vector({EditOf(2, 20)}));
+}
+
+TEST_F(Journal, ACrashWhileWorkIsPutOffDoesNotDoubleIt) {
+  ASSERT_TRUE(EditJournal(path_).Append(EditOf(1, 10)));
+  ASSERT_TRUE(QFile::copy(path_, path_ + QStringLiteral(".later")));
+  EditJournal journal(path_);
+  ASSERT_TRUE(journal.Append(EditOf(2, 20)));
+  ASSERT_TRUE(journal.Finish());
+  EXPECT_EQ(Pending(), std::vector({EditOf(1, 10)}));
+}
+
+TEST_F(Journal, EveryJournalThatIsKeptHasANameOfItsOwn) {
+  for (int i = 1; i <= 3; ++i) {
+    ASSERT_TRUE(EditJournal(path_).Append(EditOf(i, 10)));
+    ASSERT_TRUE(EditJournal(path_).Restart({}, true));
+  }
+  const char* const kSuffixes[] = {".old", ".old2", ".old3"};
+  for (int i = 1; i <= 3; ++i) {
+    EXPECT_EQ(JournalOf(path_ + QLatin1String(kSuffixes[i - 1]))->records, std::vector({EditOf(i, 10)}));
+  }
+}
+
+TEST_F(Journal, GoesOnWhereItCannotBeRemoved) {
+  EditJournal journal(path_);
+  ASSERT_TRUE(journal.Append(EditOf(1, 10)));
+  const QString away = path_ + QStringLiteral(".away");
+  ASSERT_TRUE(QFile::rename(path_, away));
+  ASSERT_TRUE(QDir().mkpath(path_));  // a folder cannot be removed as a file
+  EXPECT_FALSE(journal.Finish());
+  ASSERT_TRUE(QDir().rmdir(path_));
+  ASSERT_TRUE(QFile::rename(away, path_));
+  ASSERT_TRUE(journal.Append(EditOf(2, 20)));
   EXPECT_EQ(Pending(), std::vector({EditOf(1, 10), EditOf(2, 20)}));
 }
 
