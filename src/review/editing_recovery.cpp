@@ -1,5 +1,6 @@
 // Unsaved work across a crash: what the journals give back to a load, and when they go.
 #include <algorithm>
+#include <iterator>
 
 #include "review/editing.h"
 

@@ -52,8 +52,8 @@ class Recovery : public testing::Test {
   EditSession session_;
 };
 
-// The clock ran at half speed: every corrected time but the odd hours' is another reading's uncorrected one,
-// so a level that meets the wrong times is seen.
+// The clock ran at half speed: corrected times are other readings' uncorrected ones, so a level that meets
+// the wrong times is seen.
 TEST_F(Recovery, ASaveWithADateCorrectionCanBeCutAnywhere) {
   LoadFile();
   Edit(5, "1");
