@@ -27,14 +27,6 @@ struct GraphRequest {
   Language language;
 };
 
-/// The colours of a first run, as the options dialog stores them.
-Options FirstRunColours() {
-  Options options;
-  const char* const slots_[] = {"1", "-2147483643", "16711680", "0", "0", "16711680", "33023"};
-  for (int i = 0; i < 7; ++i) options.Slot(i + 1) = QString::fromLatin1(slots_[i]);
-  return options;
-}
-
 void AddGraphOptions(QCommandLineParser& parser) {
   const auto add = [&parser](const char* name, const char* text, const char* value) {
     parser.addOption({QString::fromLatin1(name), QString::fromLatin1(text), QString::fromLatin1(value)});
@@ -114,18 +106,6 @@ Result<GraphRequest> ReadRequest(const QCommandLineParser& parser) {
   return request;
 }
 
-Result<StationYear> ChooseStation(const GraphRequest& request, const std::vector<RawFile>& inUse,
-                                  const QString& wanted) {
-  const auto station = FindStation(inUse, wanted);
-  if (!station) return station.Failure();
-  StationYear choice{*station, request.waterYear, {}};
-  std::copy_if(inUse.begin(), inUse.end(), std::back_inserter(choice.files), [&station](const RawFile& file) {
-    return QString::compare(file.Station(), *station, Qt::CaseInsensitive) == 0;
-  });
-  ReadHeaders(request.folder, choice.files);
-  return choice;
-}
-
 struct LoadedSheet {
   GraphSheet sheet;
   int exit = kBatchDone;  // kBatchFailed when a refused file cut one of the loads short
@@ -136,7 +116,7 @@ Result<LoadedSheet> LoadSheet(const GraphRequest& request) {
   std::vector<GraphSource> sources;
   int exit = kBatchDone;
   for (const QString& wanted : request.stations) {
-    const auto choice = ChooseStation(request, inUse, wanted);
+    const auto choice = ChooseStationYear(request.folder, inUse, wanted, request.waterYear);
     if (!choice) return choice.Failure();
     auto loaded = LoadStationYear(request.folder, *choice);
     if (!loaded) return loaded.Failure();
@@ -144,7 +124,7 @@ Result<LoadedSheet> LoadSheet(const GraphRequest& request) {
     sources.push_back({choice->station.mid(4), request.waterYear,
                        std::make_shared<const ReviewGrid>(std::move(loaded->grid))});
   }
-  const Options colours = FirstRunColours();
+  const Options colours = FirstRunOptions();
   if (sources.size() > 1) {
     return LoadedSheet{MakeMultipleSheet(sources, colours, request.language), exit};
   }

@@ -81,7 +81,7 @@ Result<LoadedReadings> LoadOneFile(const QString& folder, const QString& name) {
   request.files = {*file};
   auto loaded = LoadReadings(request);
   if (!loaded) return loaded;
-  PrintLoadMessages(*loaded);
+  PrintLoadMessages(*loaded, request.station, name);
   if (!loaded->refusedFile.isEmpty()) {
     return Error{QStringLiteral("The raw file is refused"), folder + name, loaded->messages.back()};
   }

@@ -27,11 +27,15 @@ void ComplainOfRefused(const std::vector<RawFile>& files) {
   }
 }
 
-std::vector<RawFile> OfStation(const std::vector<RawFile>& files, const QString& station) {
+/// Those of the list that belong to the station, their headers read.
+std::vector<RawFile> FilesOfStation(const QString& folder, const std::vector<RawFile>& files,
+                                    const QString& station) {
   std::vector<RawFile> result;
   std::copy_if(files.begin(), files.end(), std::back_inserter(result), [&](const RawFile& file) {
     return QString::compare(file.Station(), station, Qt::CaseInsensitive) == 0;
   });
+  ReadHeaders(folder, result);
+  ComplainOfRefused(result);
   return result;
 }
 
@@ -120,6 +124,13 @@ Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wa
   return found.front();
 }
 
+Result<StationYear> ChooseStationYear(const QString& folder, const std::vector<RawFile>& inUse,
+                                      const QString& wantedStation, int waterYear) {
+  const auto station = FindStation(inUse, wantedStation);
+  if (!station) return station.Failure();
+  return StationYear{*station, waterYear, FilesOfStation(folder, inUse, *station)};
+}
+
 void AddStationOptions(QCommandLineParser& parser, bool withAll) {
   parser.addOption(StationOption());
   parser.addOption({QStringLiteral("water-year"), QStringLiteral("Water year: the year in which it ends."),
@@ -136,37 +147,33 @@ Result<std::vector<StationYear>> ChooseStationYears(const QCommandLineParser& pa
     return Error{QStringLiteral("Give either --station and --water-year or --all"), {}, {}};
   }
   const std::vector<RawFile> inUse = FilesInUse(ListRawFiles(folder));
-  std::vector<StationYear> chosen;
   if (one) {
-    const auto station = FindStation(inUse, parser.value(QStringLiteral("station")));
-    if (!station) return station.Failure();
     bool isYear = false;
     const int year = parser.value(QStringLiteral("water-year")).toInt(&isYear);
     if (!isYear || year < 1000 || year > 9999) {
       return Error{QStringLiteral("--water-year"), {}, QStringLiteral("expected a year in four digits")};
     }
-    std::vector<RawFile> files = OfStation(inUse, *station);
-    ReadHeaders(folder, files);
-    ComplainOfRefused(files);
-    chosen.push_back({*station, year, std::move(files)});
-    return chosen;
+    const auto choice = ChooseStationYear(folder, inUse, parser.value(QStringLiteral("station")), year);
+    if (!choice) return choice.Failure();
+    return std::vector<StationYear>{*choice};
   }
   std::vector<QString> stations;
   for (const RawFile& file : inUse) {
     const QString entry = file.Station();
     if (IsStationEntry(entry) && !ListContains(stations, entry)) stations.push_back(entry);
   }
+  std::vector<StationYear> chosen;
   for (const QString& station : stations) {
-    std::vector<RawFile> files = OfStation(inUse, station);
-    ReadHeaders(folder, files);
-    ComplainOfRefused(files);
-    AppendYears(folder, station, files, chosen);
+    AppendYears(folder, station, FilesOfStation(folder, inUse, station), chosen);
   }
   return chosen;
 }
 
-void PrintLoadMessages(const LoadedReadings& loaded) {
-  for (const QString& message : loaded.messages) Complain(message);
+void PrintLoadMessages(const LoadedReadings& loaded, const QString& station, const QString& label) {
+  for (const QString& message : loaded.messages) {
+    Complain(message.contains(station, Qt::CaseInsensitive) ? message
+                                                            : label + QStringLiteral(": ") + message);
+  }
 }
 
 Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear& choice,
@@ -179,8 +186,8 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
   request.waterYears = {QString::number(choice.waterYear)};
   auto loaded = LoadReadings(request);
   if (!loaded) return loaded;
-  PrintLoadMessages(*loaded);
   const QString what = QStringLiteral("Station %1, water year %2").arg(choice.station).arg(choice.waterYear);
+  PrintLoadMessages(*loaded, choice.station, what);
   if (!loaded->refusedFile.isEmpty()) {
     Complain(Error{what, folder + loaded->refusedFile,
                    QStringLiteral("this file is refused and ended the load, so the year may not be whole")}

@@ -39,6 +39,10 @@ struct StationYear {
   std::vector<RawFile> files;  ///< of the station, in use
 };
 
+/// One of them by a station's number or entry. Water year: four digits. Refused files are complained about.
+Result<StationYear> ChooseStationYear(const QString& folder, const std::vector<RawFile>& inUse,
+                                      const QString& wantedStation, int waterYear);
+
 /// Options --station, --water-year and --all.
 void AddStationOptions(QCommandLineParser& parser, bool withAll);
 
@@ -53,8 +57,9 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
 /// kBatchFailed when a file is missing from the load: refused, unreadable, vanished or one too many.
 int ExitOf(const LoadedReadings& loaded);
 
-/// Prints the messages of a load on standard error.
-void PrintLoadMessages(const LoadedReadings& loaded);
+/// Prints the messages of a load on standard error. One that names neither station nor file gets `label`
+/// before it.
+void PrintLoadMessages(const LoadedReadings& loaded, const QString& station, const QString& label);
 
 /// Name of a station as the register has it; empty without a register.
 QString StationNameFrom(const QString& registerPath, const QString& stationNumber);

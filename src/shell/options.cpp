@@ -29,6 +29,12 @@ Options LoadOptions(const Settings& settings) {
   return options;
 }
 
+Options FirstRunOptions() {
+  Options options;
+  for (const auto& [key, value] : FirstRunOptionEntries()) options.Slot(key.toInt()) = value;
+  return options;
+}
+
 Status SaveOptions(const Options& options, Settings& settings) {
   std::vector<ProfileEntry> entries;
   for (int n = 1; n <= kSlotCount; ++n) entries.emplace_back(SlotKey(n), options.Slot(n));

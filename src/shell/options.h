@@ -23,6 +23,8 @@ struct Options {
 
 /// Reads all forty keys and derives the two values.
 Options LoadOptions(const Settings& settings);
+/// What a first run stores, without a settings file.
+Options FirstRunOptions();
 /// Writes all forty keys in one replacement of the file.
 Status SaveOptions(const Options& options, Settings& settings);
 

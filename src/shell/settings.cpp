@@ -10,16 +10,6 @@ constexpr QLatin1String kGeneral("Genel");
 constexpr QLatin1String kDataDirectory("DataDirectory");
 constexpr QLatin1String kFirstRunMarker("ilk.sil");
 
-/// What the stored options are after an installation; the other keys have no default.
-std::vector<ProfileEntry> DefaultOptions() {
-  const auto entry = [](const char* key, const char* value) {
-    return ProfileEntry(QLatin1String(key), QLatin1String(value));
-  };
-  return {entry("01", "1"),     entry("02", "-2147483643"), entry("03", "16711680"), entry("04", "0"),
-          entry("05", "0"),     entry("06", "16711680"),    entry("07", "33023"),    entry("11", "3"),
-          entry("12", "False"), entry("13", "True"),        entry("21", "TURKCE")};
-}
-
 void Collect(const Status& status, std::vector<Error>& failures) {
   if (!status) failures.push_back(status.Failure());
 }
@@ -37,6 +27,15 @@ Status DeleteMarker(const QString& programFolder) {
 }
 
 }  // namespace
+
+std::vector<ProfileEntry> FirstRunOptionEntries() {
+  const auto entry = [](const char* key, const char* value) {
+    return ProfileEntry(QLatin1String(key), QLatin1String(value));
+  };
+  return {entry("01", "1"),     entry("02", "-2147483643"), entry("03", "16711680"), entry("04", "0"),
+          entry("05", "0"),     entry("06", "16711680"),    entry("07", "33023"),    entry("11", "3"),
+          entry("12", "False"), entry("13", "True"),        entry("21", "TURKCE")};
+}
 
 QString Settings::ReadSetting(const QString& section, const QString& key) const {
   return ReadSettings(section, {key}).front();
@@ -92,7 +91,7 @@ std::vector<Error> InitialiseDefaults(const QString& programFolder, Settings& se
   Collect(settings.WriteSettings(kGeneral, {{kDataDirectory, dataFolder},
                                             {QStringLiteral("ArvelDataDirectory"), registerFolder}}),
           failures);
-  Collect(settings.WriteSettings(QStringLiteral("Options"), DefaultOptions()), failures);
+  Collect(settings.WriteSettings(QStringLiteral("Options"), FirstRunOptionEntries()), failures);
   const bool stored = failures.empty();
   Collect(MakeFolder(dataFolder + QLatin1String("Arsiv")), failures);
   Collect(MakeFolder(registerFolder), failures);

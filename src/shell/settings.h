@@ -42,6 +42,9 @@ class Settings {
 /// translated to this machine's folders first.
 QString NormaliseFolderPath(const QString& text, const QString& home = HomeFolder());
 
+/// Keys of section Options and their values after an installation; the other keys have no default.
+std::vector<ProfileEntry> FirstRunOptionEntries();
+
 /// True when the first-run marker "ilk.sil" is in the program folder and no project file ("*.vbp") is.
 bool IsFirstRun(const QString& programFolder);
 
