@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kStationField = 6;
 constexpr int kLevelField = 6;
-constexpr qint64 kLeastRecordBytes = 5;
+constexpr qint64 kLeastRecordBytes = 6;
 
 QRegularExpressionMatch MatchName(const QString& fileName) {
   static const QRegularExpression pattern(QStringLiteral("^Graf(\\d{4})-(.{6})\\.txt$"),
@@ -99,7 +99,7 @@ Result<GraphFileWritten> WriteGraphFile(const QString& dataDirectory, int waterY
 }
 
 qint64 GraphRecordCount(QByteArrayView content) {
-  // Record n starts at (n - 1) x 32; it is one while at least five bytes follow that place.
+  // Record n starts at (n - 1) x 32; it is one while five bytes follow the one at that place.
   if (content.size() < kLeastRecordBytes) return 0;
   return (content.size() - kLeastRecordBytes) / kGraphRecordBytes + 1;
 }

@@ -46,7 +46,7 @@ struct GraphRecord {
   QByteArrayView label;  ///< "01-ort"
 };
 
-/// Number of records that content holds; a last record of fewer than five bytes is none.
+/// Number of records that content holds; a last record of up to five bytes is none.
 qint64 GraphRecordCount(QByteArrayView content);
 
 /// Record number n, counted from 1. Nothing when n is below 1 or lies behind the end.

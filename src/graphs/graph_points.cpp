@@ -1,6 +1,7 @@
 #include "graphs/graph_points.h"
 
 #include <charconv>
+#include <cmath>
 
 #include "datafiles/graph_file.h"
 #include "datafiles/helpers.h"
@@ -9,6 +10,7 @@ namespace vesk {
 namespace {
 
 constexpr int kLastFallbackYear = 1900;
+constexpr qsizetype kLevelWidth = 6;
 
 // Two digits at the start or end of a clock field; anything else counts as 0.
 int TwoDigits(QByteArrayView text) {
@@ -24,7 +26,7 @@ double LevelOf(QByteArrayView text) {
   text = text.trimmed();
   double value = 0;
   const auto [end, error] = std::from_chars(text.begin(), text.end(), value);
-  if (error == std::errc() && end == text.end()) return value;
+  if (error == std::errc() && end == text.end() && std::isfinite(value)) return value;
   return ParseNumber(QString::fromLatin1(text));
 }
 
@@ -68,7 +70,7 @@ FilePoint LoadFilePoint(QByteArrayView content, qint64 n, Day firstDay, ReadingK
   const auto record = GraphRecordAt(content, n);
   if (!record) return {FilePointState::End, {}};
   const auto date = DateOf(record->date);
-  if (!date) return {FilePointState::Unreadable, {}};
+  if (!date || record->level.size() < kLevelWidth) return {FilePointState::Unreadable, {}};
   GraphPoint point;
   point.date = *date;
   point.hour = TwoDigits(record->clock.first(std::min<qsizetype>(2, record->clock.size())));

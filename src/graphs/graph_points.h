@@ -37,7 +37,7 @@ enum class FilePointState {
   None,  ///< the record number is below 1
   Point,
   End,         ///< the record lies behind the end of the file
-  Unreadable,  ///< the record's date is none: the file is damaged here
+  Unreadable,  ///< the record's date is none or its level is cut: the file is damaged here
 };
 
 struct FilePoint {

@@ -8,6 +8,7 @@ namespace vesk {
 namespace {
 
 constexpr int kMostLevelSteps = 15;
+constexpr double kMostLevelCm = 1e9;      // no river; keeps the axis countable whatever a file holds
 constexpr double kLeastLabelWidth = 200;  // page units that 15 labelled days must exceed
 
 using Month = std::chrono::year_month;
@@ -61,7 +62,7 @@ LevelAxis LevelAxisFor(double maximumCm) {
 }
 
 PageScale MakePageScale(QSizeF size, double startT, double endT, double maximumCm) {
-  const LevelAxis axis = LevelAxisFor(std::max(0.0, maximumCm));
+  const LevelAxis axis = LevelAxisFor(std::clamp(maximumCm, 0.0, kMostLevelCm));
   PageScale scale;
   scale.width = std::max(size.width(), kLeftMargin + kRightMargin + 1);
   scale.height = std::max(size.height(), kTopMargin + kBottomMargin + 1);
