@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,7 +12,6 @@
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
-#include <QStatusBar>
 
 #include <algorithm>
 
@@ -58,6 +56,7 @@ void FormGraf::DrawPage(Mode mode) {
   place_.reset();
   readout_->clear();
   picture_->SetMark(std::nullopt);
+  picture_->setAccessibleName(sheet_.texts.title);
   scale_ = ScaleOfPage(pages_.Current(), sheet_, size);
   QImage image;
   if (mode == Mode::Eski) image = images_.Load(pages_.Number(), (QSizeF(size) * ratio).toSize(), ratio);
@@ -118,10 +117,7 @@ void FormGraf::DrawNext() {
 }
 
 void FormGraf::DrawSelection() {
-  if (cornerFields_[0][0]->text().isEmpty()) {
-    QApplication::beep();
-    return;
-  }
+  if (!rectangle_) return QApplication::beep();
   AddPage(PageOfCorners(corners_[0], corners_[1]));
 }
 
@@ -191,11 +187,18 @@ Status FormGraf::SavePage(const QString& path) const {
 }
 
 void FormGraf::Save() {
-  QString filter;
-  QString path = QFileDialog::getSaveFileName(
-      this, save_->text(), {}, QStringLiteral("PNG (*.png);;PDF (*.pdf);;SVG (*.svg);;CSV (*.csv)"), &filter);
-  if (path.isEmpty()) return;
-  if (QFileInfo(path).suffix().isEmpty()) path += QLatin1Char('.') + filter.left(3).toLower();
+  QFileDialog dialog(this, save_->text());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilters({QStringLiteral("PNG (*.png)"), QStringLiteral("PDF (*.pdf)"),
+                         QStringLiteral("SVG (*.svg)"), QStringLiteral("CSV (*.csv)")});
+  // The dialog adds the ending itself, so that it asks before a file of the whole name is replaced.
+  const auto addEnding = [&dialog](const QString& filter) {
+    dialog.setDefaultSuffix(filter.left(3).toLower());
+  };
+  addEnding(dialog.selectedNameFilter());
+  connect(&dialog, &QFileDialog::filterSelected, this, addEnding);
+  if (dialog.exec() != QDialog::Accepted) return;
+  const QString path = dialog.selectedFiles().value(0);
   const Status saved = SavePage(path);
   if (saved) return Say(Words("Kaydedildi: %1", "Saved: %1").arg(path));
   QMessageBox::warning(this, language_.attentionTitle, ErrorText(saved.Failure(), language_));

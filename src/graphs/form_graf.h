@@ -16,7 +16,6 @@ class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QPrinter;
-class QPushButton;
 
 namespace vesk {
 
@@ -48,6 +47,8 @@ class FormGraf : public QMainWindow {
   QAction* AddAction(const char* name, const QString& text, const QKeySequence& key,
                      void (FormGraf::*slot)());
   void CreateWidgets();
+  void CreateReadout(QWidget* parent);
+  void CreateStatusBar();
   QGroupBox* MakePageFields();
   QGroupBox* MakeCornerFields();
   QGroupBox* MakeDateFields();
@@ -76,6 +77,7 @@ class FormGraf : public QMainWindow {
   void SetRectangle(const std::optional<QRectF>& rectangle);
   void ShowCorners();
   bool HandleKey(int key);
+  bool MoveByKey(int key);
   void MoveReadout(int readings, int series);
   void ShowReading(ReadoutPlace place, const QString& prefix);
   void Say(const QString& message);

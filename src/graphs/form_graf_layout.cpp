@@ -91,12 +91,8 @@ void FormGraf::CreateMenus() {
   addToolBar(bar);
 }
 
-void FormGraf::CreateWidgets() {
-  auto* centre = new QWidget(this);
-  auto* column = new QVBoxLayout(centre);
-  column->setContentsMargins(kFieldMargin, kFieldMargin, kFieldMargin, 0);
-  column->setSpacing(kFieldMargin);
-  readout_ = new QLabel(centre);
+void FormGraf::CreateReadout(QWidget* parent) {
+  readout_ = new QLabel(parent);
   readout_->setObjectName(QStringLiteral("Label3"));
   readout_->setAutoFillBackground(true);
   readout_->setMargin(3);
@@ -105,8 +101,26 @@ void FormGraf::CreateWidgets() {
   colours.setColor(QPalette::Window, sheet_.style.background);
   colours.setColor(QPalette::WindowText, Qt::black);
   readout_->setPalette(colours);
+}
+
+void FormGraf::CreateStatusBar() {
+  message_ = new QLabel(this);
+  message_->setObjectName(QStringLiteral("LabelMessage"));
+  message_->setIndent(kFieldMargin);
+  message_->setMinimumWidth(1);  // a long message never widens the window
+  pageLabel_ = new QLabel(this);
+  pageLabel_->setObjectName(QStringLiteral("LabelPage"));
+  statusBar()->addWidget(message_, 1);
+  statusBar()->addPermanentWidget(pageLabel_);
+}
+
+void FormGraf::CreateWidgets() {
+  auto* centre = new QWidget(this);
+  auto* column = new QVBoxLayout(centre);
+  column->setContentsMargins(kFieldMargin, kFieldMargin, kFieldMargin, 0);
+  column->setSpacing(kFieldMargin);
+  CreateReadout(centre);
   picture_ = new GraphPicture(centre);
-  picture_->setAccessibleName(sheet_.texts.title);
   column->addWidget(readout_);
   column->addWidget(picture_, 1);
 
@@ -123,15 +137,7 @@ void FormGraf::CreateWidgets() {
   row->addWidget(leave, 0, Qt::AlignBottom);
   column->addLayout(row);
   setCentralWidget(centre);
-
-  message_ = new QLabel(this);
-  message_->setObjectName(QStringLiteral("LabelMessage"));
-  message_->setIndent(kFieldMargin);
-  message_->setMinimumWidth(1);  // a long message never widens the window
-  pageLabel_ = new QLabel(this);
-  pageLabel_->setObjectName(QStringLiteral("LabelPage"));
-  statusBar()->addWidget(message_, 1);
-  statusBar()->addPermanentWidget(pageLabel_);
+  CreateStatusBar();
 }
 
 QGroupBox* FormGraf::MakePageFields() {

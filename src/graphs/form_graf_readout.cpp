@@ -104,9 +104,8 @@ void FormGraf::ShowCorners() {
   }
 }
 
-bool FormGraf::HandleKey(int key) {
-  const double x =
-      place_ ? PointOfReading(sheet_, scale_, *place_).x() : (scale_.PlotLeft() + scale_.PlotRight()) / 2;
+// Arrows, Home and End: from reading to reading.
+bool FormGraf::MoveByKey(int key) {
   switch (key) {
     case Qt::Key_Left:
       MoveReadout(-1, 0);
@@ -120,12 +119,6 @@ bool FormGraf::HandleKey(int key) {
     case Qt::Key_Down:
       MoveReadout(0, -1);
       return true;
-    case Qt::Key_Plus:
-      ZoomBy(x, kNotchFactor);
-      return true;
-    case Qt::Key_Minus:
-      ZoomBy(x, 1 / kNotchFactor);
-      return true;
     case Qt::Key_Home:
     case Qt::Key_End: {
       const double edge = key == Qt::Key_Home ? scale_.PlotLeft() : scale_.PlotRight();
@@ -133,6 +126,22 @@ bool FormGraf::HandleKey(int key) {
       if (place_) MoveReadout(0, 0);
       return true;
     }
+    default:
+      return false;
+  }
+}
+
+bool FormGraf::HandleKey(int key) {
+  if (MoveByKey(key)) return true;
+  const double x =
+      place_ ? PointOfReading(sheet_, scale_, *place_).x() : (scale_.PlotLeft() + scale_.PlotRight()) / 2;
+  switch (key) {
+    case Qt::Key_Plus:
+      ZoomBy(x, kNotchFactor);
+      return true;
+    case Qt::Key_Minus:
+      ZoomBy(x, 1 / kNotchFactor);
+      return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
       DrawSelection();

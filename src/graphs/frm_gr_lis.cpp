@@ -7,55 +7,90 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 
 #include "datafiles/graph_file.h"
 
 namespace vesk {
+namespace {
+
+QString StateTitle(const Language& language) {
+  return Either(language, QStringLiteral("Durum"), QStringLiteral("State"));
+}
+
+}  // namespace
 
 FrmGrLis::FrmGrLis(const QStringList& entries, QString dataDirectory, const Language& language,
                    QWidget* parent)
     : QDialog(parent), dataDirectory_(std::move(dataDirectory)), language_(language) {
   setObjectName(QStringLiteral("FrmGrLis"));
   setWindowTitle(language_.Text(Caption::List));
-  CreateWidgets();
+  CreateLists();
+  ConnectLists();
+  LayOut();
   FillLists(entries);
   resize(560, 320);
 }
 
-void FrmGrLis::CreateWidgets() {
+void FrmGrLis::CreateLists() {
   const auto list = [this](const char* name, const QString& accessible) {
     auto* widget = new QListWidget(this);
     widget->setObjectName(QString::fromLatin1(name));
     widget->setAccessibleName(accessible);
     return widget;
   };
-  const QString state = Either(language_, QStringLiteral("Durum"), QStringLiteral("State"));
   files_ = list("List1", language_.Text(Caption::List));
-  states_ = list("List2", state);
+  states_ = list("List2", StateTitle(language_));
   stored_ = list("List3", language_.Text(Caption::Files));
+  files_->setToolTip(Either(language_, QStringLiteral("Çift tıklama veya Delete çıkarır"),
+                            QStringLiteral("A double click or Delete takes a file out")));
+  stored_->setToolTip(Either(language_, QStringLiteral("Çift tıklama veya Enter ekler"),
+                             QStringLiteral("A double click or Enter adds a file")));
   states_->setSelectionMode(QAbstractItemView::NoSelection);
   states_->setFocusPolicy(Qt::NoFocus);
-  message_ = new QLabel(this);
-  message_->setObjectName(QStringLiteral("LabelMessage"));
-  message_->setWordWrap(true);
-  clear_ = new QPushButton(language_.Text(Caption::ClearList), this);
-  clear_->setObjectName(QStringLiteral("Command1"));
-  draw_ = new QPushButton(language_.Text(Caption::Draw), this);
-  draw_->setObjectName(QStringLiteral("Command2"));
+}
+
+void FrmGrLis::ConnectLists() {
+  const auto take = [this] { RemoveRow(files_->currentRow()); };
+  const auto add = [this] {
+    if (stored_->currentItem() != nullptr) AddFile(stored_->currentItem()->text());
+  };
+  connect(files_, &QListWidget::itemDoubleClicked, this, take);
+  connect(stored_, &QListWidget::itemDoubleClicked, this, add);
+  // Keys of the list that has the focus; Return would press the default button otherwise.
+  new QShortcut(Qt::Key_Delete, files_, this, take, Qt::WidgetShortcut);
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
+    new QShortcut(key, stored_, this, add, Qt::WidgetShortcut);
+}
+
+QLayout* FrmGrLis::MakeButtons() {
+  const auto button = [this](const char* name, Caption caption) {
+    auto* widget = new QPushButton(language_.Text(caption), this);
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+  };
+  clear_ = button("Command1", Caption::ClearList);
+  draw_ = button("Command2", Caption::Draw);
   draw_->setDefault(true);
-  auto* leave = new QPushButton(language_.Text(Caption::ExitList), this);
-  leave->setObjectName(QStringLiteral("Command3"));
+  QPushButton* leave = button("Command3", Caption::ExitList);
   connect(clear_, &QPushButton::clicked, this, &FrmGrLis::Clear);
   connect(draw_, &QPushButton::clicked, this, &FrmGrLis::Finish);
   connect(leave, &QPushButton::clicked, this, &QDialog::reject);
-  connect(files_, &QListWidget::itemDoubleClicked, this,
-          [this](QListWidgetItem* item) { RemoveRow(files_->row(item)); });
-  connect(stored_, &QListWidget::itemDoubleClicked, this,
-          [this](QListWidgetItem* item) { AddFile(item->text()); });
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(clear_);
+  buttons->addStretch(1);
+  buttons->addWidget(draw_);
+  buttons->addWidget(leave);
+  return buttons;
+}
 
+void FrmGrLis::LayOut() {
+  message_ = new QLabel(this);
+  message_->setObjectName(QStringLiteral("LabelMessage"));
+  message_->setWordWrap(true);
   auto* grid = new QGridLayout(this);
   grid->addWidget(new QLabel(language_.Text(Caption::List), this), 0, 0);
-  grid->addWidget(new QLabel(state, this), 0, 1);
+  grid->addWidget(new QLabel(StateTitle(language_), this), 0, 1);
   grid->addWidget(new QLabel(language_.Text(Caption::Files), this), 0, 2);
   grid->addWidget(files_, 1, 0);
   grid->addWidget(states_, 1, 1);
@@ -64,12 +99,7 @@ void FrmGrLis::CreateWidgets() {
   grid->setColumnStretch(1, 2);
   grid->setColumnStretch(2, 3);
   grid->addWidget(message_, 2, 0, 1, 3);
-  auto* buttons = new QHBoxLayout;
-  buttons->addWidget(clear_);
-  buttons->addStretch(1);
-  buttons->addWidget(draw_);
-  buttons->addWidget(leave);
-  grid->addLayout(buttons, 3, 0, 1, 3);
+  grid->addLayout(MakeButtons(), 3, 0, 1, 3);
 }
 
 void FrmGrLis::FillLists(const QStringList& entries) {

@@ -10,6 +10,7 @@
 #include "shell/language.h"
 
 class QLabel;
+class QLayout;
 class QListWidget;
 class QPushButton;
 
@@ -28,7 +29,10 @@ class FrmGrLis : public QDialog {
   [[nodiscard]] std::vector<GraphFileEntry> Chosen() const { return chosen_; }
 
  private:
-  void CreateWidgets();
+  void CreateLists();
+  void ConnectLists();
+  QLayout* MakeButtons();
+  void LayOut();
   void FillLists(const QStringList& entries);
   void AddFile(const QString& fileName);
   void RemoveRow(int row);
@@ -40,10 +44,10 @@ class FrmGrLis : public QDialog {
   QString dataDirectory_;
   Language language_;
   std::vector<GraphFileEntry> chosen_;
-  QListWidget* files_ = nullptr;   ///< List1: what is to be drawn; a double click takes an entry out
+  QListWidget* files_ = nullptr;  ///< List1: what is to be drawn; a double click or Delete takes an entry out
   QListWidget* states_ = nullptr;  ///< List2: readings of the file beside it, or that it is missing
-  QListWidget* stored_ =
-      nullptr;  ///< List3: graph data files that lie in the folder; a double click adds one
+  QListWidget* stored_ = nullptr;  ///< List3: graph data files that lie in the folder; a double click or
+                                   ///< Return adds one
   QLabel* message_ = nullptr;
   QPushButton* clear_ = nullptr;
   QPushButton* draw_ = nullptr;

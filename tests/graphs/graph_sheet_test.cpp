@@ -13,24 +13,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-Reading At(Day day, int minute, double levelCm, ReadingKind kind = ReadingKind::Ordinary) {
-  Reading reading;
-  reading.day = day;
-  reading.minuteOfDay = static_cast<std::int16_t>(minute);
-  reading.levelCm = levelCm;
-  reading.kind = kind;
-  return reading;
-}
-
-const std::vector<Reading> kReadings = {At(Day(2010y / 10 / 1), 60, 120.5), At(Day(2010y / 10 / 2), 0, 130),
-                                        At(Day(2010y / 10 / 2), 700, 177, ReadingKind::Maximum),
-                                        At(Day(2011y / 9 / 30), 1439, 90)};
-
-ReviewGrid Grid() {
-  ReviewGrid grid;
-  grid.Assign(kReadings);
-  return grid;
-}
+const Day kFirst = Day(2010y / 10 / 1);
+const std::vector<Reading> kReadings = {
+    {.levelCm = 120.5, .day = kFirst, .minuteOfDay = 60},
+    {.levelCm = 177, .day = kFirst, .minuteOfDay = 700, .kind = ReadingKind::Maximum},
+    {.levelCm = 90, .day = Day(2011y / 9 / 30), .minuteOfDay = 1439}};
 
 Options WithColours() {
   Options options;
@@ -54,94 +41,67 @@ TEST(GraphStyles, ColoursAndExtremesComeFromTheOptions) {
   EXPECT_FALSE(StyleOf(options).withExtremes);
 }
 
-TEST(GraphSheets, ASingleStationsTitleIsWrittenInTheLanguage) {
-  Language language;
-  language.FillTurkish();
-  const GraphStation station{QStringLiteral("12345"), QStringLiteral("Göksu"), 2011};
-  GraphSheet sheet = MakeSingleSheet(Grid(), station, WithColours(), language);
-  EXPECT_EQ(sheet.texts.title, QStringLiteral("12345 Göksu AGI  (Su Yili:2011)"));
-  EXPECT_EQ(sheet.texts.timeCaption, QStringLiteral("Zaman"));
-  EXPECT_EQ(sheet.texts.levelCaption, QStringLiteral("Seviye, cm."));
-  EXPECT_TRUE(sheet.texts.legend.isEmpty());
-  language.FillEnglish();
-  sheet = MakeSingleSheet(Grid(), station, WithColours(), language);
-  EXPECT_EQ(sheet.texts.title, QStringLiteral("12345 Göksu AGI  (Water Year:2011)"));
-}
-
-TEST(GraphSheets, ValuesOfTheSeriesAreThoseOfTheGrid) {
-  Language language;
-  const GraphSheet sheet = MakeSingleSheet(Grid(), {{}, {}, 2011}, WithColours(), language);
-  ASSERT_EQ(sheet.series.size(), 1U);
-  const auto& points = sheet.series[0].Points();
-  ASSERT_EQ(points.size(), kReadings.size());
-  for (std::size_t i = 0; i < points.size(); ++i) {
-    EXPECT_EQ(TimeOfCoordinate(sheet.firstDay, points[i].minutes * kMinuteUnits), kReadings[i].Time());
-    EXPECT_EQ(points[i].levelCm, kReadings[i].levelCm);
-    EXPECT_EQ(points[i].kind, kReadings[i].kind);
+class GraphSheets : public testing::Test {
+ protected:
+  GraphSheets() { language_.FillEnglish(); }
+  GraphSheet Single(std::vector<Reading> readings, int waterYear) const {
+    ReviewGrid grid;
+    grid.Assign(std::move(readings));
+    return MakeSingleSheet(grid, {QStringLiteral("12345"), QStringLiteral("Göksu"), waterYear}, WithColours(),
+                           language_);
   }
-  EXPECT_EQ(sheet.HighestCm(), 177);
+  GraphFileEntry Write(const char* station, int waterYear, const std::vector<Reading>& readings) const {
+    const QString directory = folder_.path() + QLatin1Char('/');
+    const auto written = WriteGraphFile(directory, waterYear, QString::fromLatin1(station), readings);
+    EXPECT_TRUE(written);
+    return {directory + written->name, written->name, StationOfGraphFile(written->name), waterYear};
+  }
+  GraphSheet Read(const std::vector<GraphFileEntry>& files) const {
+    return ReadMultipleSheet(files, WithColours(), language_);
+  }
+
+  QTemporaryDir folder_;
+  Language language_;
+};
+
+TEST_F(GraphSheets, ASingleStationHasItsTitleInTheLanguage) {
+  EXPECT_EQ(Single(kReadings, 2011).texts.title, QStringLiteral("12345 Göksu AGI  (Water Year:2011)"));
+  language_.FillTurkish();
+  const GraphTexts texts = Single(kReadings, 2011).texts;
+  EXPECT_EQ(texts.title, QStringLiteral("12345 Göksu AGI  (Su Yili:2011)"));
+  EXPECT_EQ(texts.timeCaption, QStringLiteral("Zaman"));
+  EXPECT_EQ(texts.levelCaption, QStringLiteral("Seviye, cm."));
 }
 
-TEST(GraphSheets, WithoutAWaterYearTheReadingsDecide) {
-  ReviewGrid grid;
-  grid.Append(At(Day(2009y / 8 / 1), 0, 1));
-  grid.Append(At(Day(2011y / 8 / 1), 0, 1));
-  const GraphSheet sheet = MakeSingleSheet(grid, {}, WithColours(), Language());
+TEST_F(GraphSheets, WithoutAWaterYearTheReadingsDecide) {
+  const GraphSheet sheet = Single({{.day = Day(2009y / 8 / 1)}, {.day = Day(2011y / 8 / 1)}}, 0);
   EXPECT_EQ(sheet.waterYear, 2009);
   EXPECT_EQ(sheet.end, Day(2011y / 9 / 30));
 }
 
-class GraphSheetFiles : public testing::Test {
- protected:
-  GraphSheetFiles() { language_.FillEnglish(); }
-  GraphFileEntry Write(const char* station, int waterYear, const std::vector<Reading>& readings) {
-    const QString name = QString::fromLatin1(station);
-    const auto written = WriteGraphFile(directory_, waterYear, name, readings);
-    EXPECT_TRUE(written);
-    return {directory_ + written->name, written->name, StationOfGraphFile(written->name), waterYear};
-  }
-
-  QTemporaryDir folder_;
-  QString directory_ = folder_.path() + QLatin1Char('/');
-  Language language_;
-};
-
-TEST_F(GraphSheetFiles, SeveralStationsGiveTheSamePointsFromFilesAndFromGrids) {
-  const auto grid = std::make_shared<const ReviewGrid>(Grid());
-  const GraphSheet fromFiles = ReadMultipleSheet(
-      {Write("001-12345", 2011, kReadings), Write("001-54321", 2011, kReadings)}, WithColours(), language_);
-  const GraphSheet fromGrids =
-      MakeMultipleSheet({{QStringLiteral("12345"), 2011, grid}, {QStringLiteral("54321"), 2011, grid}},
-                        WithColours(), language_);
-  EXPECT_EQ(fromFiles.texts.title, QStringLiteral("Water Year:2011"));
-  EXPECT_EQ(fromFiles.texts.legend, (QStringList{QStringLiteral("12345 SGS"), QStringLiteral("54321 SGS")}));
-  EXPECT_EQ(fromGrids.texts.legend, fromFiles.texts.legend);
-  ASSERT_EQ(fromFiles.series.size(), 2U);
+TEST_F(GraphSheets, FilesOfDifferentYearsShareOneTimeAxisAndHoldTheReadings) {
+  const GraphSheet sheet = Read({Write("001-54321", 2012, {}), Write("001-12345", 2011, kReadings)});
+  EXPECT_EQ(sheet.texts.title, QStringLiteral("Water Year:2012")) << "the first entry's";
+  EXPECT_EQ(sheet.texts.legend, (QStringList{QStringLiteral("54321 SGS"), QStringLiteral("12345 SGS")}));
+  EXPECT_EQ(sheet.start, kFirst);
+  EXPECT_EQ(sheet.end, Day(2012y / 9 / 30));
+  EXPECT_EQ(sheet.HighestCm(), 177);
   for (std::size_t i = 0; i < kReadings.size(); ++i) {
-    EXPECT_EQ(fromFiles.series[1].Points()[i].minutes, fromGrids.series[1].Points()[i].minutes);
-    EXPECT_EQ(fromFiles.series[1].Points()[i].levelCm, fromGrids.series[1].Points()[i].levelCm);
-    EXPECT_EQ(fromFiles.series[1].Points()[i].kind, fromGrids.series[1].Points()[i].kind);
+    const SeriesPoint& point = sheet.series.at(1).Points().at(i);
+    EXPECT_EQ(TimeOfCoordinate(sheet.firstDay, point.minutes * kMinuteUnits), kReadings[i].Time());
+    EXPECT_EQ(point.levelCm, kReadings[i].levelCm);
+    EXPECT_EQ(point.kind, kReadings[i].kind);
   }
 }
 
-TEST_F(GraphSheetFiles, DifferentWaterYearsShareOneTimeAxis) {
-  const GraphSheet sheet = ReadMultipleSheet(
-      {Write("001-12345", 2011, kReadings), Write("001-12345", 2009, {At(Day(2008y / 10 / 1), 5, 7)})},
-      WithColours(), language_);
-  EXPECT_EQ(sheet.waterYear, 2011) << "the first entry's";
-  EXPECT_EQ(sheet.start, Day(2008y / 10 / 1));
-  EXPECT_EQ(sheet.end, Day(2011y / 9 / 30));
-  EXPECT_EQ(sheet.series[1].Points()[0].minutes, 1440 - 730 * 1440 + 5);
-}
-
-TEST_F(GraphSheetFiles, MissingAndDamagedFilesAreNamed) {
-  GraphFileEntry damaged = Write("001-12345", 2011, kReadings);
+TEST_F(GraphSheets, MissingAndDamagedFilesAreNamed) {
+  const GraphFileEntry damaged = Write("001-12345", 2011, kReadings);
   QFile file(damaged.path);
   ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(64) && file.write("rubbish...") == 10);
   file.close();
   GraphFileEntry missing = damaged;
   missing.path += QStringLiteral(".gone");
-  const GraphSheet sheet = ReadMultipleSheet({missing, damaged}, WithColours(), language_);
+  const GraphSheet sheet = Read({missing, damaged});
   ASSERT_EQ(sheet.series.size(), 1U);
   EXPECT_EQ(sheet.series[0].Points().size(), 2U);
   ASSERT_EQ(sheet.messages.size(), 2);
@@ -149,11 +109,8 @@ TEST_F(GraphSheetFiles, MissingAndDamagedFilesAreNamed) {
   EXPECT_TRUE(sheet.messages[1].contains(QStringLiteral("record 3")));
 }
 
-TEST_F(GraphSheetFiles, TheReadingThatEndsALineIsNamed) {
-  ReviewGrid grid;
-  grid.Append(At(Day(2010y / 10 / 5), 600, -3));
-  const GraphSheet sheet =
-      MakeSingleSheet(grid, {QStringLiteral("12345"), {}, 2011}, WithColours(), language_);
+TEST_F(GraphSheets, TheReadingThatEndsALineIsNamed) {
+  const GraphSheet sheet = Single({{.levelCm = -3, .day = Day(2010y / 10 / 5), .minuteOfDay = 600}}, 2011);
   const QStringList messages = NegativeMessages(sheet, 14.4, 365 * 14.4, language_);
   ASSERT_EQ(messages.size(), 1);
   EXPECT_TRUE(messages[0].contains(QStringLiteral("05/10/2010 10:00")));

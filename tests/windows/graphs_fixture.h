@@ -23,17 +23,11 @@ namespace vesk::test {
 /// Hourly readings of water year 2011, 100 to 199 cm, and one peak of 250 cm at 15/03/2011 12:00.
 inline std::shared_ptr<ReviewGrid> YearGrid() {
   auto grid = std::make_shared<ReviewGrid>();
-  Reading reading;
-  int n = 0;
-  for (Day day = WaterYearFirstDay(2011); day <= WaterYearLastDay(2011); day += std::chrono::days(1)) {
-    for (int hour = 0; hour < 24; ++hour) {
-      reading.day = day;
-      reading.minuteOfDay = static_cast<std::int16_t>(hour * 60);
-      reading.levelCm = 100 + n++ % 100;
-      const bool peak = DateText(day) == QLatin1String("15/03/2011") && hour == 12;
-      if (peak) reading.levelCm = 250;
-      grid->Append(reading);
-    }
+  for (int hour = 0; hour < 365 * 24; ++hour) {
+    const bool peak = hour == 165 * 24 + 12;
+    grid->Append({.levelCm = peak ? 250.0 : 100.0 + hour % 100,
+                  .day = WaterYearFirstDay(2011) + std::chrono::days(hour / 24),
+                  .minuteOfDay = static_cast<std::int16_t>(hour % 24 * 60)});
   }
   return grid;
 }
