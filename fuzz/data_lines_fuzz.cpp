@@ -1,4 +1,5 @@
-// Whatever the bytes, every line is counted once and every reading kept is one that the grid can show.
+// Whatever the bytes, every line is counted once, every reading kept is one that the grid can show, and no
+// ordinary reading outside a window gets into it.
 #include <QByteArrayView>
 
 #include <cstddef>
@@ -7,15 +8,36 @@
 
 #include "datafiles/data_lines.h"
 
+namespace {
+
+constexpr vesk::DayWindow kWaterYear{std::chrono::year(2008) / 10 / 1, std::chrono::year(2009) / 9 / 30};
+
+void Check(bool holds) {
+  if (!holds) std::abort();
+}
+
+void CheckWindow(QByteArrayView bytes) {
+  std::vector<vesk::Reading> readings;
+  (void)vesk::DecodeDataLines(bytes, 1, 1, kWaterYear, readings);
+  for (const vesk::Reading& reading : readings) {
+    const bool inside = reading.day >= kWaterYear.first && reading.day <= kWaterYear.last;
+    Check(inside || reading.kind != vesk::ReadingKind::Ordinary);
+  }
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const QByteArrayView bytes(data, static_cast<qsizetype>(size));
   std::vector<vesk::Reading> readings;
   const auto tally = vesk::DecodeDataLines(bytes, 1, 1, {}, readings);
-  if (tally.kept != static_cast<qint64>(readings.size())) std::abort();
-  if (tally.refused < static_cast<qint64>(tally.faults.size())) std::abort();
+  Check(tally.kept == static_cast<qint64>(readings.size()));
+  Check(tally.refused >= static_cast<qint64>(tally.faults.size()));
   for (const vesk::Reading& reading : readings) {
-    if (reading.minuteOfDay < 0 || reading.minuteOfDay > 1439) std::abort();
-    if (reading.levelByte < 1 || reading.levelByte > bytes.size() + 23) std::abort();
+    Check(reading.minuteOfDay >= 0 && reading.minuteOfDay <= 1439);
+    Check(reading.levelByte >= 1 && reading.levelByte <= bytes.size() + 23);
+    Check(reading.flag != '\n');
   }
+  CheckWindow(bytes);
   return 0;
 }

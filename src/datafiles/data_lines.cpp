@@ -23,6 +23,12 @@ bool IsBlank(char c) {
   return c == ' ' || c == '\t' || c == '\r';
 }
 
+std::string_view WithoutBlanks(std::string_view text) {
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  return text;
+}
+
 int TwoDigits(const char* p) {
   if (!IsDigit(p[0]) || !IsDigit(p[1])) return -1;
   return (p[0] - '0') * 10 + (p[1] - '0');
@@ -30,10 +36,10 @@ int TwoDigits(const char* p) {
 
 /// Metres, five characters, point or comma -> centimetres, exact for what the digits say.
 std::optional<double> LevelCm(std::string_view field) {
-  while (!field.empty() && IsBlank(field.front())) field.remove_prefix(1);
-  while (!field.empty() && IsBlank(field.back())) field.remove_suffix(1);
+  field = WithoutBlanks(field);
   const bool negative = !field.empty() && field.front() == '-';
-  if (!field.empty() && (field.front() == '-' || field.front() == '+')) field.remove_prefix(1);
+  if (!field.empty() && (field.front() == '-' || field.front() == '+'))
+    field = WithoutBlanks(field.substr(1));
   int digits = 0;
   int value = 0;
   int decimals = -1;  // -1: no decimal sign yet
@@ -111,44 +117,11 @@ class Decoder {
       ++tally_.afterEnd;
       return LineEnd::Stop;
     }
-    const bool maximum = text.starts_with("Max");
-    const bool extreme = maximum || text.starts_with("Min");
-    if (text.size() <= static_cast<std::size_t>(kLevelColumn)) return Refuse("a line of at least 23 columns");
-    if (cut && text.size() < static_cast<std::size_t>(kFieldsEnd)) {
-      return Refuse("a whole line; the file ends in the middle of this one");
-    }
-    const auto day = dates_.Read(text.data() + (extreme ? 4 : 0));
-    if (!day)
-      return Refuse(extreme ? "a date dd/mm/yyyy in columns 5-14" : "a date dd/mm/yyyy in columns 1-10");
-    const int minute = MinuteOf(text.data() + (extreme ? 15 : 12));
-    if (minute < 0)
-      return Refuse(extreme ? "a time hh:mm in columns 16-20" : "a time hh:mm in columns 13-17");
-    const auto level = LevelCm(text.substr(static_cast<std::size_t>(kLevelColumn), kLevelWidth));
-    if (!level) return Refuse("a level in metres in columns 23-27");
-
-    lastWasOrdinary_ = !extreme;
-    if (!extreme) {
-      place_ = Place(*day);
-      if (place_ == Position::Behind) {
-        ++tally_.outsideWindow;
-        return LineEnd::Stop;
-      }
-    }
-    const Position position = place_ == Position::Unknown ? Place(*day) : place_;
-    if (position != Position::Inside) {
-      ++tally_.outsideWindow;
-      return LineEnd::Next;
-    }
-    ++tally_.kept;
-    Reading& reading = out_.emplace_back();
-    reading.levelCm = *level;
+    Reading reading;
     reading.levelByte = levelByte;
-    reading.day = *day;
-    reading.minuteOfDay = static_cast<std::int16_t>(minute);
-    reading.kind = !extreme ? ReadingKind::Ordinary : maximum ? ReadingKind::Maximum : ReadingKind::Minimum;
-    reading.flag = text[static_cast<std::size_t>(kLevelColumn) - 1];
     reading.sourceFile = sourceFile_;
-    return LineEnd::Next;
+    if (const char* expected = ReadFields(text, cut, reading)) return Refuse(expected);
+    return Keep(reading);
   }
 
   /// The line that almost every line is: 27 columns, the date of the line before, a level with two decimals.
@@ -164,7 +137,7 @@ class Decoder {
     const int total = hour * 60 + minute;
     const bool plain = hour >= 0 && minute >= 0 && minute < 60 && total <= 1440 && line[14] == ':' &&
                        tens >= 0 && tens <= 9 && metres >= 0 && metres <= 9 && line[24] == '.' &&
-                       hundredths >= 0;
+                       hundredths >= 0 && std::memchr(line, '\n', kFieldsEnd) == nullptr;
     if (!plain) return false;
     ++line_;
     ++tally_.kept;
@@ -187,7 +160,44 @@ class Decoder {
     return day > window_->last ? Position::Behind : Position::Inside;
   }
 
+  /// Fills the reading from a line; null, or what a field should have held.
+  const char* ReadFields(std::string_view text, bool cut, Reading& reading) {
+    const bool maximum = text.starts_with("Max");
+    const bool extreme = maximum || text.starts_with("Min");
+    if (text.size() <= static_cast<std::size_t>(kLevelColumn)) return "a line of at least 23 columns";
+    if (cut && text.size() < static_cast<std::size_t>(kFieldsEnd)) {
+      return "a whole line; the file ends in the middle of this one";
+    }
+    const auto day = dates_.Read(text.data() + (extreme ? 4 : 0));
+    if (!day) return extreme ? "a date dd/mm/yyyy in columns 5-14" : "a date dd/mm/yyyy in columns 1-10";
+    const int minute = MinuteOf(text.data() + (extreme ? 15 : 12));
+    if (minute < 0) return extreme ? "a time hh:mm in columns 16-20" : "a time hh:mm in columns 13-17";
+    const auto level = LevelCm(text.substr(static_cast<std::size_t>(kLevelColumn), kLevelWidth));
+    if (!level) return "a level in metres in columns 23-27";
+    reading.day = *day;
+    reading.minuteOfDay = static_cast<std::int16_t>(minute);
+    reading.levelCm = *level;
+    reading.flag = text[static_cast<std::size_t>(kLevelColumn) - 1];
+    if (extreme) reading.kind = maximum ? ReadingKind::Maximum : ReadingKind::Minimum;
+    return nullptr;
+  }
+
+  /// Appends a reading of the window; the first ordinary one behind it ends the file.
+  LineEnd Keep(const Reading& reading) {
+    lastWasOrdinary_ = reading.kind == ReadingKind::Ordinary;
+    if (lastWasOrdinary_) place_ = Place(reading.day);
+    const Position position = place_ == Position::Unknown ? Place(reading.day) : place_;
+    if (position == Position::Inside) {
+      ++tally_.kept;
+      out_.push_back(reading);
+      return LineEnd::Next;
+    }
+    ++tally_.outsideWindow;
+    return lastWasOrdinary_ && position == Position::Behind ? LineEnd::Stop : LineEnd::Next;
+  }
+
   LineEnd Refuse(const char* expected) {
+    lastWasOrdinary_ = false;  // the remembered date may be this line's
     ++tally_.refused;
     if (tally_.faults.size() < kMostFaultsKept) {
       tally_.faults.push_back({line_, QString::fromLatin1(expected)});
@@ -231,16 +241,12 @@ DataLineTally DecodeDataLines(QByteArrayView file, qint64 headerEnd, std::uint8_
     }
     const auto* lineBreak =
         static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
-    const char* lineEnd = lineBreak ? lineBreak : end;
-    const char* first = at;
-    const char* last = lineEnd;
-    while (first < last && IsBlank(*first)) ++first;
-    while (last > first && IsBlank(last[-1])) --last;
+    const std::string_view text =
+        WithoutBlanks({at, static_cast<std::size_t>((lineBreak ? lineBreak : end) - at)});
     const qint64 levelByte = (at - begin) + 1 + kLevelColumn;
     const qint64 outsideBefore = tally.outsideWindow;
     at = lineBreak ? lineBreak + 1 : end;
-    if (decoder.Line({first, static_cast<std::size_t>(last - first)}, levelByte, !lineBreak) ==
-        LineEnd::Stop) {
+    if (decoder.Line(text, levelByte, !lineBreak) == LineEnd::Stop) {
       const qint64 unread = CountLines(at, end);
       (tally.outsideWindow > outsideBefore ? tally.outsideWindow : tally.afterEnd) += unread;
       return tally;

@@ -65,6 +65,11 @@ QString UnpaddedClock(int hour, int minute) {
   return QString::number(hour) + QLatin1Char(':') + QString::number(minute);
 }
 
+/// Some loggers write seconds behind the setup time; the system works to the minute.
+QString WithoutSeconds(const QString& dateTime) {
+  return dateTime.section(QLatin1Char(':'), 0, 1).left(kDateTimeWidth);
+}
+
 /// Decodes one header into a record. The first failing line names itself; later lines are still read.
 class HeaderDecoder {
  public:
@@ -85,6 +90,7 @@ class HeaderDecoder {
     SetSetup(Date(8, kLongestValue));
     SetFirst(Date(9, kDateTimeWidth));
     SetLast(Date(10, kDateTimeWidth));
+    SetWaterYearsText();
     header_.SampleCount = ParseNumber(Value(11), regional_);
     header_.SampleInterval = ParseNumber(Value(12), regional_);
     header_.RecordInterval = ParseNumber(Value(13), regional_);
@@ -110,8 +116,7 @@ class HeaderDecoder {
   }
 
   std::optional<DateTime> Date(int number, qsizetype width) {
-    // Some loggers write seconds behind the setup time; the system works to the minute.
-    const auto date = ReadDateTime(NormaliseDateText(Value(number, width)).left(kDateTimeWidth));
+    const auto date = ReadDateTime(WithoutSeconds(NormaliseDateText(Value(number, width))));
     if (!date && number <= lines_.count)
       Fail(number, QStringLiteral("a date dd/mm/yyyy hh:mm from column 27 on"));
     return date;
@@ -152,6 +157,14 @@ class HeaderDecoder {
     header_.LastWaterYear = WaterYearOf(std::chrono::floor<std::chrono::days>(*time));
   }
 
+  void SetWaterYearsText() {
+    if (header_.FirstWaterYear == 0 && header_.LastWaterYear == 0) return;
+    header_.WaterYearsText = QLatin1Char(' ') + QString::number(header_.FirstWaterYear);
+    if (header_.FirstWaterYear != header_.LastWaterYear) {
+      header_.WaterYearsText += QStringLiteral(" - ") + QString::number(header_.LastWaterYear);
+    }
+  }
+
   void Fail(int line, const QString& expected) {
     if (!result_.errorText.isEmpty()) return;
     result_.errorText = UnknownErrorText();
@@ -165,15 +178,11 @@ class HeaderDecoder {
   RawHeader& header_;
 };
 
-void DeriveYearsAndDays(RawHeader& header) {
+/// Whole days from the first record to the last, both ends at day precision.
+int DaysCovered(const RawHeader& header) {
   const Day first = std::chrono::floor<std::chrono::days>(header.FirstRecordTime);
   const Day last = std::chrono::floor<std::chrono::days>(header.LastRecordTime);
-  header.DaysCovered = static_cast<int>((last - first).count());  // whole days: both ends at day precision
-  if (header.FirstWaterYear == 0 && header.LastWaterYear == 0) return;
-  header.WaterYearsText = QLatin1Char(' ') + QString::number(header.FirstWaterYear);
-  if (header.FirstWaterYear != header.LastWaterYear) {
-    header.WaterYearsText += QStringLiteral(" - ") + QString::number(header.LastWaterYear);
-  }
+  return static_cast<int>((last - first).count());
 }
 
 QString DateTimeCell(DateTime time) {
@@ -250,7 +259,7 @@ RawHeaderReading DecodeRawHeader(QByteArrayView bytes, const QString& fileName, 
     AddMessage(sinks, VersionErrorText());
     return result;
   }
-  DeriveYearsAndDays(result.header);
+  result.header.DaysCovered = DaysCovered(result.header);
   if (mode == HeaderMode::Full && sinks.cells) FillCells(result.header, sinks.stationName, *sinks.cells);
   return result;
 }
