@@ -57,6 +57,17 @@ QWidget* FormGenelSetup::CreateGraphicTab() {
   Check1_ = new WrappedCheckBox(language.Text(Caption::ShowExtremesOnGraph));
   Check1_->setObjectName(Indexed("Check1", 0));
 
+  auto* layout = new QGridLayout(tab);
+  layout->addWidget(swatches, 0, 0);
+  layout->addWidget(Frame3_, 0, 1);
+  layout->addWidget(Check1_, 1, 0, 1, 2);
+  layout->addWidget(CreateAdjustment(), 2, 0, 1, 2);
+  layout->setRowStretch(0, 1);
+  layout->setColumnStretch(1, 1);
+  return tab;
+}
+
+QWidget* FormGenelSetup::CreateAdjustment() {
   auto* label = new QLabel(QStringLiteral("Mouse Dusey Ayar (41)"));
   label->setObjectName(QStringLiteral("Label4"));
   Text1_ = new QLineEdit;
@@ -64,19 +75,14 @@ QWidget* FormGenelSetup::CreateGraphicTab() {
   Text1_->setMaximumWidth(fontMetrics().averageCharWidth() * 14);
   label->setBuddy(Text1_);
 
-  auto* layout = new QGridLayout(tab);
-  layout->addWidget(swatches, 0, 0);
-  layout->addWidget(Frame3_, 0, 1);
-  layout->addWidget(Check1_, 1, 0, 1, 2);
-  auto* adjustment = new QHBoxLayout;
-  adjustment->addWidget(label);
-  adjustment->addWidget(Text1_);
-  adjustment->addWidget(CreateHint(QStringLiteral("Vertical mouse adjustment of the graph read-out")), 100);
-  adjustment->addStretch(1);  // what the hint leaves, or all when it is hidden
-  layout->addLayout(adjustment, 2, 0, 1, 2);
-  layout->setRowStretch(0, 1);
-  layout->setColumnStretch(1, 1);
-  return tab;
+  auto* row = new QWidget;
+  auto* layout = new QHBoxLayout(row);
+  layout->setContentsMargins({});
+  layout->addWidget(label);
+  layout->addWidget(Text1_);
+  layout->addWidget(CreateHint(QStringLiteral("Vertical mouse adjustment of the graph read-out")), 100);
+  layout->addStretch(1);  // what the hint leaves, or all when it is hidden
+  return row;
 }
 
 QWidget* FormGenelSetup::CreateSwatches() {
@@ -103,6 +109,19 @@ QWidget* FormGenelSetup::CreateSwatches() {
 
 QWidget* FormGenelSetup::CreateStationsTab() {
   auto* tab = new QWidget;
+  Check2_ = new WrappedCheckBox(QStringLiteral(
+      "Tablo İşlemlerinde; Excel tablosu kaydedildikten sonra Excel'den otomatik olarak çıkılsın"));
+  Check2_->setObjectName(QStringLiteral("Check2"));
+
+  auto* layout = new QVBoxLayout(tab);
+  layout->addWidget(CreateExtremeModes());
+  layout->addWidget(Check2_);
+  layout->addWidget(CreateHint(QStringLiteral("Leave the spreadsheet program after a table has been saved")));
+  layout->addStretch(1);
+  return tab;
+}
+
+QWidget* FormGenelSetup::CreateExtremeModes() {
   auto* box = new QGroupBox(frame_.Run().language.Text(Caption::ExtremeSelection));
   box->setObjectName(QStringLiteral("Frame2"));
   OptionExt_ = {
@@ -111,26 +130,18 @@ QWidget* FormGenelSetup::CreateStationsTab() {
       new WrappedRadioButton(QStringLiteral(
           "Günlük Extrem Değerler seçilmiş olan kayıt aralıklarına ait ortalama değerler içerisinden "
           "program tarafından seçilsin"))};
-  Check2_ = new WrappedCheckBox(QStringLiteral(
-      "Tablo İşlemlerinde; Excel tablosu kaydedildikten sonra Excel'den otomatik olarak çıkılsın"));
-  Check2_->setObjectName(QStringLiteral("Check2"));
-
-  auto* options = new QVBoxLayout(box);
+  const QString hints[] = {
+      QStringLiteral("Daily extremes as the logger recorded them"),
+      QStringLiteral("Daily extremes selected by the program from the mean values of the "
+                     "record intervals")};
+  auto* layout = new QVBoxLayout(box);
   for (int k = 0; k < 2; ++k) {
     auto* option = OptionExt_[static_cast<std::size_t>(k)];
     option->setObjectName(Indexed("OptionExt", k));
-    options->addWidget(option);
-    options->addWidget(CreateHint(k == 0
-                                      ? QStringLiteral("Daily extremes as the logger recorded them")
-                                      : QStringLiteral("Daily extremes selected by the program from the mean "
-                                                       "values of the record intervals")));
+    layout->addWidget(option);
+    layout->addWidget(CreateHint(hints[k]));
   }
-  auto* layout = new QVBoxLayout(tab);
-  layout->addWidget(box);
-  layout->addWidget(Check2_);
-  layout->addWidget(CreateHint(QStringLiteral("Leave the spreadsheet program after a table has been saved")));
-  layout->addStretch(1);
-  return tab;
+  return box;
 }
 
 QWidget* FormGenelSetup::CreateButtons() {
@@ -141,6 +152,7 @@ QWidget* FormGenelSetup::CreateButtons() {
   confirm->setDefault(true);
   auto* leave = new QPushButton(language.Text(Caption::ExitOptions));
   leave->setObjectName(QStringLiteral("Command2"));
+  leave->setAutoDefault(true);  // with the focus on it, Return leaves instead of confirming
   connect(confirm, &QPushButton::clicked, this, &FormGenelSetup::Confirm);
   connect(leave, &QPushButton::clicked, this, &QWidget::close);
   auto* layout = new QHBoxLayout(row);

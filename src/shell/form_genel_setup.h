@@ -32,6 +32,8 @@ class FormGenelSetup : public QWidget {
  private:
   QWidget* CreateGraphicTab();
   QWidget* CreateSwatches();
+  QWidget* CreateAdjustment();
+  QWidget* CreateExtremeModes();
   QWidget* CreateStationsTab();
   QWidget* CreateButtons();
   /// The English meaning of a caption that is Turkish in both languages; nothing in Turkish.

@@ -8,28 +8,22 @@ namespace vesk {
 namespace {
 
 TEST(SplitProgramPath, TheLastSeparatorDecides) {
-  const QString longName(90, QLatin1Char('x'));
+  const std::string longName(90, 'x');
   const struct {
-    QString path;
-    QString folder;
-    QString fileName;
+    std::string path, folder, fileName;
   } cases[] = {
-      {QStringLiteral("D:\\Comm\\Reader.exe"), QStringLiteral("D:\\Comm"), QStringLiteral("Reader.exe")},
-      {QStringLiteral("D:\\A\\B\\Reader.exe"), QStringLiteral("D:\\A\\B"), QStringLiteral("Reader.exe")},
-      {QStringLiteral("C:\\Reader.exe"), {}, {}},
-      {QStringLiteral("Reader.exe"), {}, {}},
-      {{}, {}, {}},
-      {QStringLiteral("D:\\Comm\\") + longName, QStringLiteral("D:\\Comm"), longName.left(80)},
-      {QStringLiteral("/opt/comm/reader"), QStringLiteral("/opt/comm"), QStringLiteral("reader")},
-      {QStringLiteral("/a/b"), QStringLiteral("/a"), QStringLiteral("b")},
-      {QStringLiteral("/reader"), QStringLiteral("/"), QStringLiteral("reader")},
-      {QStringLiteral("D:\\Comm/x\\r"), QStringLiteral("D:\\Comm/x"), QStringLiteral("r")},
-      {QStringLiteral("D:\\Comm\\"), QStringLiteral("D:\\Comm"), {}},
+      {"D:\\A\\B\\Reader.exe", "D:\\A\\B", "Reader.exe"},
+      {"C:\\Reader.exe", "", ""},
+      {"Reader.exe", "", ""},
+      {"D:\\Comm\\" + longName, "D:\\Comm", longName.substr(0, 80)},
+      {"/opt/comm/reader", "/opt/comm", "reader"},
+      {"/reader", "/", "reader"},
+      {"D:\\Comm/x\\r", "D:\\Comm/x", "r"},
   };
   for (const auto& c : cases) {
-    const SplitPath split = SplitProgramPath(c.path);
-    EXPECT_EQ(split.folder, c.folder) << c.path.toStdString();
-    EXPECT_EQ(split.fileName, c.fileName) << c.path.toStdString();
+    const SplitPath split = SplitProgramPath(QString::fromStdString(c.path));
+    EXPECT_EQ(split.folder.toStdString(), c.folder) << c.path;
+    EXPECT_EQ(split.fileName.toStdString(), c.fileName) << c.path;
   }
 }
 
@@ -41,12 +35,11 @@ class CommunicationTest : public test::ProgramFolderTest {
     run_.language.FillEnglish();
   }
   void SetPath(const QString& path) {
-    const Status written =
-        run_.settings.WriteSetting(QStringLiteral("COMMUNICATION PROGRAMS"), QStringLiteral("RS232"), path);
-    EXPECT_TRUE(written.Ok());
+    MakeSettings("[COMMUNICATION PROGRAMS]\r\nRS232=" + path.toUtf8() + "\r\n");
   }
-  static void MakeProgram(const QString& path, const QByteArray& script = "#!/bin/sh\n") {
-    MakeFile(path, script);
+  static void MakeProgram(const QString& path, const QByteArray& content = "#!/bin/sh\n: > started\n") {
+    MakeFolder(QFileInfo(path).path());
+    MakeFile(path, content);
     EXPECT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
   }
 
@@ -54,58 +47,57 @@ class CommunicationTest : public test::ProgramFolderTest {
 };
 
 TEST_F(CommunicationTest, FindsTheProgramAndItsFolder) {
-  MakeFolder(home_ + QStringLiteral("Comm"));
-  MakeFolder(root_.filePath(QStringLiteral("tools")));
+  const QString reader = home_ + QStringLiteral("Comm/reader");
+  const QString atRoot = home_ + QStringLiteral("atroot");
+  const QString beside = program_ + QStringLiteral("beside");
   const QString tools = root_.filePath(QStringLiteral("tools/"));
-  MakeProgram(home_ + QStringLiteral("Comm/reader"));
-  MakeProgram(home_ + QStringLiteral("atroot"));
-  MakeProgram(program_ + QStringLiteral("beside"));
-  MakeProgram(tools + QStringLiteral("onpath"));
-  MakeProgram(tools + QStringLiteral("beside"));
+  const QString onPath = tools + QStringLiteral("onpath");
+  for (const QString& path : {reader, atRoot, beside, onPath, tools + QStringLiteral("beside")}) {
+    MakeProgram(path);
+  }
   const struct {
-    QString set;
-    QString program;
-    QString workingFolder;
-  } cases[] = {
-      {QStringLiteral("D:\\Comm\\Reader"), home_ + QStringLiteral("Comm/reader"),
-       home_ + QStringLiteral("Comm/")},
-      {home_ + QStringLiteral("Comm/reader"), home_ + QStringLiteral("Comm/reader"),
-       home_ + QStringLiteral("Comm/")},
-      {QStringLiteral("C:\\atroot"), home_ + QStringLiteral("atroot"), program_},
-      {QStringLiteral("beside"), program_ + QStringLiteral("beside"), program_},
-      {QStringLiteral("onpath"), tools + QStringLiteral("onpath"), program_},
-  };
+    QString set, program, workingFolder;
+  } cases[] = {{QStringLiteral("D:\\Comm\\Reader"), reader, home_ + QStringLiteral("Comm/")},
+               {QStringLiteral("C:\\atroot"), atRoot, program_},
+               {QStringLiteral("beside"), beside, program_},
+               {QStringLiteral("onpath"), onPath, program_}};
   for (const auto& c : cases) {
     SetPath(c.set);
     const Result<CommunicationProgram> found = FindCommunicationProgram(run_, {tools});
-    ASSERT_TRUE(found.Ok()) << c.set.toStdString() << ": " << found.Failure().Text().toStdString();
+    ASSERT_TRUE(found.Ok()) << found.Failure().Text().toStdString();
     EXPECT_EQ(found.Value().program, c.program);
     EXPECT_EQ(found.Value().workingFolder, c.workingFolder);
   }
 }
 
-TEST_F(CommunicationTest, WhatIsMissingIsToldWithTheSettingToFillIn) {
-  SetPath(QStringLiteral("D:\\None\\Reader.exe"));
-  const Status missing = StartCommunicationProgram(run_);
-  ASSERT_FALSE(missing.Ok());
-  EXPECT_EQ(missing.Failure().path, home_ + QStringLiteral("None/Reader.exe"));
-
-  run_.language.FillTurkish();  // the Turkish section holds nothing
-  const Status unset = StartCommunicationProgram(run_);
-  ASSERT_FALSE(unset.Ok());
-  for (const QString& part :
-       {SettingsPath(), QStringLiteral("[ILETISIM PROGRAMLARI]"), QStringLiteral("RS232")}) {
-    EXPECT_TRUE(unset.Failure().reason.contains(part)) << unset.Failure().Text().toStdString();
-  }
-}
-
 TEST_F(CommunicationTest, StartsInTheFolderOfTheProgram) {
-  MakeFolder(home_ + QStringLiteral("Comm"));
-  MakeProgram(home_ + QStringLiteral("Comm/reader"), "#!/bin/sh\n: > started\n");
+  const QString before = QDir::currentPath();
+  MakeProgram(home_ + QStringLiteral("Comm/reader"));
   SetPath(QStringLiteral("D:\\Comm\\reader"));
   ASSERT_TRUE(StartCommunicationProgram(run_).Ok());
+  EXPECT_EQ(QDir::currentPath(), before);
   const QString mark = home_ + QStringLiteral("Comm/started");
   EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(mark); }, 20000));
+}
+
+TEST_F(CommunicationTest, WhatCannotBeStartedIsToldWithTheSettingToFillIn) {
+  MakeFolder(home_ + QStringLiteral("Comm/folder"));
+  MakeFile(home_ + QStringLiteral("Comm/plain"), "#!/bin/sh\n");
+  MakeProgram(home_ + QStringLiteral("Comm/rubbish"),
+              "\x7F"
+              "ELFrubbish");
+  for (const char* name : {"none", "folder", "plain", "rubbish"}) {
+    SetPath(QStringLiteral("D:\\Comm\\") + QLatin1String(name));
+    const Status started = StartCommunicationProgram(run_);
+    ASSERT_FALSE(started.Ok()) << name;
+    EXPECT_EQ(started.Failure().path, home_ + QStringLiteral("Comm/") + QLatin1String(name));
+    EXPECT_TRUE(started.Failure().reason.endsWith(
+        SettingsPath() + QStringLiteral(", section [COMMUNICATION PROGRAMS], key RS232")));
+  }
+  run_.language.FillTurkish();  // its section holds nothing
+  const Status unset = StartCommunicationProgram(run_);
+  ASSERT_FALSE(unset.Ok());
+  EXPECT_TRUE(unset.Failure().reason.contains(QStringLiteral("[ILETISIM PROGRAMLARI]")));
 }
 
 }  // namespace
