@@ -9,114 +9,98 @@
 namespace vesk {
 namespace {
 
-void MakeFile(const QString& path, const QByteArray& content = "x") {
-  ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(content);
-}
-
-QByteArray FileContent(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
 TEST(TranslateFolderText, LeadsDriveLettersAndBackslashesToTheHomeFolder) {
-  const struct {
-    const char* text;
-    const char* path;
-  } cases[] = {
+  const std::pair<const char*, const char*> rows[] = {
       {"", ""},
-      {"C:\\", "/home/ayse/"},
       {"C:", "/home/ayse/"},
       {"C:\\Sefnor\\", "/home/ayse/Sefnor/"},
       {"c:/Sefnor", "/home/ayse/Sefnor"},
       {"C:\\\\Sefnor", "/home/ayse/Sefnor"},
-      {"D:\\Data\\Ham", "/home/ayse/Data/Ham"},
       {"\\Sefnor\\", "/home/ayse/Sefnor/"},
       {"Sefnor", "/home/ayse/Sefnor"},
       {"\\\\server\\share", "//server/share"},
-      {"/data/raw/", "/data/raw/"},
-      {"/data\\raw", "/data/raw"},
+      {"/data\\raw/", "/data/raw/"},
       {"İ:\\x", "/home/ayse/İ:/x"},  // no drive letter
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(TranslateFolderText(QString::fromUtf8(c.text), QStringLiteral("/home/ayse/")).toStdString(),
-              c.path)
-        << c.text;
+  for (const auto& [text, path] : rows) {
+    EXPECT_EQ(TranslateFolderText(QString::fromUtf8(text), QStringLiteral("/home/ayse/")).toStdString(), path)
+        << text;
   }
 }
 
-TEST(FindEntry, MatchesWithoutRegardToCaseAndPrefersTheExactName) {
-  const QTemporaryDir folder;
-  MakeFile(folder.filePath(QStringLiteral("ARSIV/x")));
-  MakeFile(folder.filePath(QStringLiteral("ilk.SIL")));
-  MakeFile(folder.filePath(QStringLiteral("ilk.sil")));
-  EXPECT_EQ(FindEntry(folder.path(), QStringLiteral("Arsiv")), folder.filePath(QStringLiteral("ARSIV")));
-  EXPECT_EQ(FindEntry(folder.path(), QStringLiteral("ilk.sil")), folder.filePath(QStringLiteral("ilk.sil")));
-  EXPECT_FALSE(FindEntry(folder.path(), QStringLiteral("none")));
-  EXPECT_FALSE(FindEntry(folder.filePath(QStringLiteral("none")), QStringLiteral("x")));
-}
-
-TEST(CopyNewFile, NeverOverwrites) {
-  const QTemporaryDir folder;
-  const QString from = folder.filePath(QStringLiteral("from"));
-  const QString to = folder.filePath(QStringLiteral("to"));
-  MakeFile(from, "new");
-  MakeFile(to, "old");
-  EXPECT_FALSE(CopyNewFile(from, to));
-  EXPECT_EQ(FileContent(to), "old");
-  EXPECT_FALSE(CopyNewFile(folder.filePath(QStringLiteral("none")), folder.filePath(QStringLiteral("a"))));
-  EXPECT_FALSE(CopyNewFile(from, folder.filePath(QStringLiteral("none/a"))));
-  ASSERT_TRUE(CopyNewFile(from, folder.filePath(QStringLiteral("b"))).Ok());
-  EXPECT_EQ(FileContent(folder.filePath(QStringLiteral("b"))), "new");
-}
-
-class ProgramFolder : public testing::Test {
+class Folders : public testing::Test {
  protected:
   [[nodiscard]] QString Path(const char* name) const { return root_.filePath(QLatin1String(name)); }
-  [[nodiscard]] ProgramPlaces Places() const {
-    return {Path("bin"), Path("share-of-user"), QStringLiteral("vesk4.ini")};
+  void Make(const char* name, const QByteArray& content = "x") const {
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(Path(name)).path()));
+    QFile file(Path(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+  }
+  [[nodiscard]] QByteArray Content(const char* name) const {
+    QFile file(Path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
+  }
+  [[nodiscard]] Result<QString> Resolve() const {
+    return ResolveProgramFolder({Path("bin"), Path("user"), QStringLiteral("vesk4.ini")});
   }
 
   QTemporaryDir root_;
 };
 
-TEST_F(ProgramFolder, IsTheExecutablesWhenItsFilesLieThere) {
-  MakeFile(Path("bin/IstSbl.mdb"));
-  const Result<QString> folder = ResolveProgramFolder(Places());
+TEST_F(Folders, EntriesMatchWithoutRegardToCaseAndTheExactNameGoesFirst) {
+  Make("ARSIV/x");
+  Make("ilk.SIL");
+  Make("ilk.sil");
+  EXPECT_EQ(FindEntry(root_.path(), QStringLiteral("Arsiv")), Path("ARSIV"));
+  EXPECT_EQ(FindEntry(root_.path(), QStringLiteral("ilk.sil")), Path("ilk.sil"));
+  EXPECT_FALSE(FindEntry(Path("none"), QStringLiteral("x")));
+}
+
+TEST_F(Folders, ACopyNeverOverwrites) {
+  Make("from", "new");
+  Make("to", "old");
+  EXPECT_FALSE(CopyNewFile(Path("from"), Path("to")));
+  EXPECT_EQ(Content("to"), "old");
+  EXPECT_FALSE(CopyNewFile(Path("none"), Path("a")));
+  EXPECT_FALSE(CopyNewFile(Path("from"), Path("none/a")));
+  ASSERT_TRUE(CopyNewFile(Path("from"), Path("b")).Ok());
+  EXPECT_EQ(Content("b"), "new");
+}
+
+TEST_F(Folders, TheProgramFolderIsTheExecutablesWhenItsFilesLieThere) {
+  Make("bin/IstSbl.mdb");
+  const Result<QString> folder = Resolve();
   ASSERT_TRUE(folder.Ok());
   EXPECT_EQ(folder.Value(), Path("bin/"));
   EXPECT_TRUE(QFile::exists(Path("bin/ilk.sil")));
 }
 
-TEST_F(ProgramFolder, IsTheUsersOwnFilledOnceWhenTheFilesAreInstalledElsewhere) {
-  MakeFile(Path("bin/vesk4"));
-  for (const char* name : {"IstSbl.mdb", "Sablon.xls", "Sablon_E.xls"}) {
-    MakeFile(Path("share/vesk4/") + QLatin1String(name), name);
-  }
-  const Result<QString> folder = ResolveProgramFolder(Places());
+TEST_F(Folders, TheProgramFolderIsTheUsersOwnFilledOnceWhenTheFilesAreInstalledElsewhere) {
+  Make("bin/vesk4");
+  for (const char* name : {"share/vesk4/IstSbl.mdb", "share/vesk4/Sablon.xls"}) Make(name, "installed");
+  const Result<QString> folder = Resolve();
   ASSERT_TRUE(folder.Ok());
-  EXPECT_EQ(folder.Value(), Path("share-of-user/vesk4/"));
-  EXPECT_EQ(FileContent(Path("share-of-user/vesk4/Sablon.xls")), "Sablon.xls");
-  EXPECT_TRUE(QFile::exists(Path("share-of-user/vesk4/ilk.sil")));
+  EXPECT_EQ(folder.Value(), Path("user/vesk4/"));
+  EXPECT_EQ(Content("user/vesk4/Sablon.xls"), "installed");
+  EXPECT_TRUE(QFile::exists(Path("user/vesk4/ilk.sil")));
   EXPECT_FALSE(QFile::exists(Path("bin/ilk.sil")));
 
   // A later start leaves what the office has made its own, and does not begin anew.
-  MakeFile(Path("share-of-user/vesk4/Sablon.xls"), "own");
-  MakeFile(Path("share-of-user/vesk4/vesk4.ini"), "[Genel]");
-  ASSERT_TRUE(QFile::remove(Path("share-of-user/vesk4/ilk.sil")));
-  ASSERT_TRUE(ResolveProgramFolder(Places()).Ok());
-  EXPECT_EQ(FileContent(Path("share-of-user/vesk4/Sablon.xls")), "own");
-  EXPECT_FALSE(QFile::exists(Path("share-of-user/vesk4/ilk.sil")));
+  Make("user/vesk4/Sablon.xls", "own");
+  Make("user/vesk4/vesk4.ini", "[Genel]");
+  ASSERT_TRUE(QFile::remove(Path("user/vesk4/ilk.sil")));
+  ASSERT_TRUE(Resolve().Ok());
+  EXPECT_EQ(Content("user/vesk4/Sablon.xls"), "own");
+  EXPECT_FALSE(QFile::exists(Path("user/vesk4/ilk.sil")));
 }
 
-TEST_F(ProgramFolder, FailsByNameWhenTheUsersFolderCannotBeMade) {
-  MakeFile(Path("share/vesk4/IstSbl.mdb"));
-  MakeFile(Path("share-of-user"), "a file in the way");
-  const Result<QString> folder = ResolveProgramFolder(Places());
+TEST_F(Folders, AProgramFolderThatCannotBeMadeIsNamed) {
+  Make("share/vesk4/IstSbl.mdb");
+  Make("user", "a file in the way");
+  const Result<QString> folder = Resolve();
   ASSERT_FALSE(folder.Ok());
-  EXPECT_EQ(folder.Failure().path, Path("share-of-user/vesk4/"));
+  EXPECT_EQ(folder.Failure().path, Path("user/vesk4/"));
 }
 
 }  // namespace
