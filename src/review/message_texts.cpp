@@ -2,8 +2,8 @@
 
 #include <QRegularExpression>
 
-#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "shell/error_texts.h"
 
@@ -11,20 +11,18 @@ namespace vesk {
 namespace {
 
 struct Sentence {
-  const char16_t* english;  ///< pattern of the whole line
-  const char16_t* turkish;  ///< %1, %2 ...: what the pattern caught
+  QRegularExpression english;  ///< of the whole line
+  QString turkish;             ///< %1, %2 ...: what the pattern caught
 };
 
 // The first pattern that fits is taken, so the more particular ones come first.
-constexpr Sentence kSentences[] = {
+constexpr std::pair<const char16_t*, const char16_t*> kSentences[] = {
     {u"(.*), line (\\d+): not loaded; expected (.*)", u"%1, %2. satır yüklenmedi; beklenen: %3"},
     {u"(.*): (\\d+) lines were not loaded in all", u"%1: toplam %2 satır yüklenmedi"},
     {u"(.*): not loaded; water year (\\d+) has more than (\\d+) files",
      u"%1: yüklenmedi; %2 su yılının %3 dosyadan fazlası var"},
     {u"(.*): not loaded; the file is no longer there", u"%1: yüklenmedi; dosya artık yerinde değil"},
     {u"(.*) is a folder, not a raw file", u"%1 bir klasör, ham dosya değil"},
-    {u"(.*) took the name of another file, which is now in Arsiv",
-     u"%1 başka bir dosyanın adını aldı; o dosya artık Arsiv'de"},
     {u"(.*), line 3: version \"(.*)\" is not read; expected 10, 11 or 21",
      u"%1, 3. satır: \"%2\" sürümü okunamıyor; beklenen: 10, 11 veya 21"},
     {u"(.*), line (\\d+): expected (.*)", u"%1, %2. satır; beklenen: %3"},
@@ -36,26 +34,29 @@ constexpr Sentence kSentences[] = {
      u"%1: kayıt zamanları kaydedildiği gibi düzeltildi; son kayıt %2"},
     {u"(.*) could not be renamed to (.*): (.*)", u"%1 dosyasının adı %2 yapılamadı: %3"},
     {u"(.*) could not be stamped", u"%1 dosyasının okunma işareti silinemedi"},
-    {u"No raw file to load for station (.*)", u"%1 istasyonunun yüklenecek ham dosyası yok"},
-};
-
-constexpr std::pair<const char16_t*, const char16_t*> kExpected[] = {
+    // What was expected of a line.
     {u"15 header lines", u"15 başlık satırı"},
-    {u"a date dd/mm/yyyy", u"gg/aa/yyyy biçiminde tarih"},
     {u"a date dd/mm/yyyy hh:mm from column 27 on", u"27. sütundan başlayan gg/aa/yyyy ss:dd"},
-    {u"a level in cm", u"cm olarak seviye"},
-    {u"a level in metres in columns 23-27", u"23-27. sütunlarda metre olarak seviye"},
     {u"a line of at least 23 columns", u"en az 23 sütunluk satır"},
-    {u"a time hh:mm", u"ss:dd biçiminde saat"},
     {u"a whole line; the file ends in the middle of this one",
      u"tam satır; dosya bu satırın ortasında bitiyor"},
+    {u"(.*) in columns (\\d+-\\d+)", u"%2. sütunlarda %1"},
+    {u"a date dd/mm/yyyy", u"gg/aa/yyyy biçiminde tarih"},
+    {u"a time hh:mm", u"ss:dd biçiminde saat"},
+    {u"a level in cm", u"cm olarak seviye"},
+    {u"a level in metres", u"metre olarak seviye"},
 };
 
-QString PartInTurkish(const QString& text, const Language& language) {
-  const auto found = std::find_if(std::begin(kExpected), std::end(kExpected),
-                                  [&text](const auto& entry) { return text == QStringView(entry.first); });
-  return found == std::end(kExpected) ? ErrorPart(text, language) : QString::fromUtf16(found->second);
+std::vector<Sentence> ReadSentences() {
+  std::vector<Sentence> sentences;
+  for (const auto& [english, turkish] : kSentences) {
+    sentences.push_back({QRegularExpression(QRegularExpression::anchoredPattern(QStringView(english))),
+                         QString::fromUtf16(turkish)});
+  }
+  return sentences;
 }
+
+QString Translated(const QString& text, const Language& language);
 
 /// Puts what was caught in the places of %1, %2 ...; by hand, as a file name may hold a "%1" of its own.
 QString Filled(const QString& sentence, const QRegularExpressionMatch& match, const Language& language) {
@@ -66,24 +67,33 @@ QString Filled(const QString& sentence, const QRegularExpressionMatch& match, co
     if (number < 1) {
       text += sentence[i];
     } else {
-      text += PartInTurkish(match.captured(number), language);
+      text += Translated(match.captured(number), language);
       ++i;
     }
   }
   return text;
 }
 
+/// Anything else is a reason, or an error's parts one behind the other.
+QString PartsTranslated(const QString& text, const Language& language) {
+  QStringList parts = text.split(QStringLiteral(": "));
+  for (QString& part : parts) part = ErrorPart(part, language);
+  return parts.join(QStringLiteral(": "));
+}
+
+QString Translated(const QString& text, const Language& language) {
+  static const std::vector<Sentence> kTurkish = ReadSentences();
+  for (const Sentence& sentence : kTurkish) {
+    const QRegularExpressionMatch match = sentence.english.match(text);
+    if (match.hasMatch()) return Filled(sentence.turkish, match, language);
+  }
+  return PartsTranslated(text, language);
+}
+
 }  // namespace
 
 QString MessageText(const QString& english, const Language& language) {
-  if (language.Choice() == LanguageChoice::English) return english;
-  for (const Sentence& sentence : kSentences) {
-    const QRegularExpression pattern(QRegularExpression::anchoredPattern(QStringView(sentence.english)));
-    const QRegularExpressionMatch match = pattern.match(english);
-    if (!match.hasMatch()) continue;
-    return Filled(QString::fromUtf16(sentence.turkish), match, language);
-  }
-  return ErrorPart(english, language);
+  return language.Choice() == LanguageChoice::English ? english : Translated(english, language);
 }
 
 }  // namespace vesk
