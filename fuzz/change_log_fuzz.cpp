@@ -1,5 +1,6 @@
-// Any bytes as a change log: every line ends as a changed row or is kept for the next save; any bytes as a
-// journal end in nothing worse than fewer records.
+// Any bytes as a change log: every line ends as a changed row or is kept for the next save, no row changes
+// without a line, and what is saved again loads as the same corrections. Any bytes as a journal end in
+// nothing worse than fewer records.
 #include <QByteArray>
 #include <QString>
 
@@ -28,20 +29,50 @@ vesk::ReviewGrid SmallGrid() {
   return grid;
 }
 
+void Expect(bool holds) {
+  if (!holds) std::abort();
+}
+
 int LinesWithText(const QByteArray& content) {
   int count = 0;
   for (const QByteArray& line : content.split('\n')) count += line.trimmed().isEmpty() ? 0 : 1;
   return count;
 }
 
+/// Level and discharge, the two cells that a change log holds.
+QString Corrections(const vesk::ReviewGrid& grid, int row) {
+  return grid.Text(row, vesk::GridColumn::Level) + QLatin1Char('\t') +
+         grid.Text(row, vesk::GridColumn::Discharge);
+}
+
+/// Rows that the log marked; any other one is as it was loaded.
+int MarkedRows(const vesk::ReviewGrid& grid, const vesk::ReviewGrid& loaded) {
+  int marked = 0;
+  for (int row = 1; row <= loaded.ReadingCount(); ++row) {
+    const bool isMarked = grid.Mark(row).editCode == vesk::kSavedCode;
+    marked += isMarked ? 1 : 0;
+    Expect(isMarked || Corrections(grid, row) == Corrections(loaded, row));
+    Expect(grid.At(row).Time() == loaded.At(row).Time());
+  }
+  return marked;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const QByteArray content(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-  vesk::ReviewGrid grid = SmallGrid();
+  const vesk::ReviewGrid loaded = SmallGrid();
+  vesk::ReviewGrid grid = loaded;
   const auto overlay = vesk::ApplyChangeLog(content, QStringLiteral("log"), grid);
-  if (overlay.applied + static_cast<int>(overlay.orphans.size()) != LinesWithText(content)) std::abort();
-  if (grid.ReadingCount() != SmallGrid().ReadingCount()) std::abort();
+  Expect(overlay.applied + static_cast<int>(overlay.orphans.size()) == LinesWithText(content));
+  Expect(grid.ReadingCount() == loaded.ReadingCount());
+  Expect(MarkedRows(grid, loaded) <= overlay.applied);
+
+  const QByteArray saved = vesk::ChangeLogContent(grid, vesk::RowsToSave(grid), overlay.orphans);
+  vesk::ReviewGrid again = loaded;
+  Expect(vesk::ApplyChangeLog(saved, QStringLiteral("log"), again).orphans == overlay.orphans);
+  for (int row = 1; row <= grid.ReadingCount(); ++row)
+    Expect(Corrections(again, row) == Corrections(grid, row));
   (void)vesk::DecodeJournal(content);
   return 0;
 }

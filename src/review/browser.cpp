@@ -23,7 +23,7 @@ std::vector<QString> ListNames(const std::vector<RawFile>& files) {
 }
 
 void AddTidying(const TidyReport& tidy, BrowserReport& report) {
-  report.renamed.insert(report.renamed.end(), tidy.done.begin(), tidy.done.end());
+  report.archived.insert(report.archived.end(), tidy.replaced.begin(), tidy.replaced.end());
   report.failures.insert(report.failures.end(), tidy.failures.begin(), tidy.failures.end());
 }
 
@@ -47,7 +47,8 @@ LoadRequest WaterYearRequest(const QString& dataDirectory, const QString& statio
   return request;
 }
 
-Browser::Browser(WorkMode mode, BrowserWords words) : workMode_(mode), words_(std::move(words)) {
+Browser::Browser(WorkMode mode, BrowserWords words, Regional regional)
+    : workMode_(mode), words_(std::move(words)), regional_(regional) {
   confirm_.caption = NothingChosen();
 }
 
@@ -61,7 +62,6 @@ void Browser::ForgetChoice() {
 
 BrowserReport Browser::OpenFolder(const QString& dataDirectory) {
   ForgetChoice();
-  lastList_ = BrowserList::FormActivate;
   dataDirectory_ = dataDirectory;
   station_.clear();
   waterYears_.clear();
@@ -72,24 +72,19 @@ BrowserReport Browser::OpenFolder(const QString& dataDirectory) {
   return report;
 }
 
-void Browser::ListFilesOf(const QString& station) {
-  files_ = ListRawFiles(dataDirectory_, station);
-}
-
 BrowserReport Browser::SelectStation(int index) {
   BrowserReport report;
   if (stations_.empty()) return report;
   ForgetChoice();
-  lastList_ = BrowserList::ListIst;
   const bool listed = index >= 0 && index < static_cast<int>(stations_.size());
   station_ = stations_[listed ? static_cast<std::size_t>(index) : 0];
-  ListFilesOf(station_);
+  files_ = ListRawFiles(dataDirectory_, station_);
   const ArchiveReport archive = ArchiveDuplicateRawFiles(dataDirectory_, ListNames(files_));
   report.archived = archive.archived;
   for (const Error& failure : archive.failures) report.failures.push_back(failure.Text());
   if (archive.changed) {
     AddTidying(RenameRawFiles(dataDirectory_), report);
-    ListFilesOf(station_);
+    files_ = ListRawFiles(dataDirectory_, station_);
   }
   files_ = FilesInUse(files_);  // read-outs that could not be archived take no part either
   ReadHeaders(dataDirectory_, files_);
@@ -115,6 +110,7 @@ bool Browser::SelectRawFile(int index, const QString& stationName, SetupCells& c
   sinks.messages = &messages;
   sinks.cells = &cells;
   sinks.stationName = stationName;
+  sinks.regional = regional_;
   file.reading = ReadRawHeader(file.diskName, HeaderScope::SingleFile, HeaderMode::Full, sinks);
   if (!file.reading.Usable() && !file.reading.detail.isEmpty()) messages.push_back(file.reading.detail);
   ApplyCaptionRule(BrowserList::ListOrjDos);
@@ -168,7 +164,6 @@ std::vector<QString> Browser::FileEntries() const {
 }
 
 void Browser::ApplyCaptionRule(BrowserList list) {
-  lastList_ = list;
   if (workMode_ == WorkMode::DataFile) {
     if (list == BrowserList::ListOrjDos) confirm_ = {QStringLiteral("Dosyayı Oku"), true};
     if (list == BrowserList::ListSuYili) confirm_ = {QStringLiteral("Su Yılını Oku"), true};
@@ -177,11 +172,10 @@ void Browser::ApplyCaptionRule(BrowserList list) {
   }
 }
 
-std::optional<LoadRequest> Browser::Request(const QString& stationName, const Regional& regional) const {
+std::optional<LoadRequest> Browser::Request() const {
   LoadRequest request;
   request.dataDirectory = dataDirectory_;
-  request.stationName = stationName;
-  request.regional = regional;
+  request.regional = regional_;
   if (mode_ == SelectionMode::SingleFile && chosenFile_) {
     const RawFile& file = files_[static_cast<std::size_t>(*chosenFile_)];
     request.station = station_.isEmpty() ? file.Station() : station_;

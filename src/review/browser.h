@@ -16,8 +16,8 @@ namespace vesk {
 /// What the selection window was opened for.
 enum class WorkMode { DataFile, LevelTable, DischargeTable, MultipleGraph, Other };
 
-/// The list that was used last; it decides the confirm button's caption.
-enum class BrowserList { FormActivate, ListOrjDos, ListIst, ListSuYili };
+/// The list that is used; it decides the confirm button's caption.
+enum class BrowserList { FormActivate, ListOrjDos, ListSuYili };
 
 enum class SelectionMode { None, SingleFile, WaterYears };
 
@@ -35,7 +35,6 @@ struct ConfirmButton {
 
 /// What tidying and archiving did to the folder, in words fit for the message list.
 struct BrowserReport {
-  std::vector<QString> renamed;   ///< "a renamed to b", "a stamped"
   std::vector<QString> archived;  ///< file names, now in the archive folder
   std::vector<QString> failures;  ///< files that stay as they are, and why
   std::vector<QString> refused;   ///< files whose header cannot be used, and why
@@ -51,7 +50,8 @@ LoadRequest WaterYearRequest(const QString& dataDirectory, const QString& statio
 
 class Browser {
  public:
-  Browser(WorkMode mode, BrowserWords words);
+  /// regional: how numbers of a header are read.
+  Browser(WorkMode mode, BrowserWords words, Regional regional = {});
 
   /// Station-list build: stamps, renames and lists. dataDirectory ends with its separator. Nothing is chosen
   /// afterwards.
@@ -87,23 +87,19 @@ class Browser {
   [[nodiscard]] const std::vector<int>& ChosenYears() const { return chosenYears_; }
   [[nodiscard]] std::optional<int> ChosenFile() const { return chosenFile_; }
   [[nodiscard]] ConfirmButton Confirm() const { return confirm_; }
-  /// The caption rule for the list used last; also run when the window becomes active.
+  /// The caption rule for the list that is used; also run when the window becomes active.
   void ApplyCaptionRule(BrowserList list);
-  /// A rating-curve choice goes on as after a water-year choice.
-  [[nodiscard]] BrowserList LastList() const { return lastList_; }
-  void SetLastList(BrowserList list) { lastList_ = list; }
 
-  /// What a load of the choice needs; nothing when nothing is chosen.
-  [[nodiscard]] std::optional<LoadRequest> Request(const QString& stationName,
-                                                   const Regional& regional) const;
+  /// What a load of the choice needs, but for the station's name; nothing when nothing is chosen.
+  [[nodiscard]] std::optional<LoadRequest> Request() const;
 
  private:
   void ForgetChoice();
-  void ListFilesOf(const QString& station);
   [[nodiscard]] bool HoldsChosenYear(const RawFile& file) const;
 
   WorkMode workMode_;
   BrowserWords words_;
+  Regional regional_;
   QString dataDirectory_;
   QString station_;
   std::vector<QString> stations_;
@@ -114,7 +110,6 @@ class Browser {
   SelectionMode mode_ = SelectionMode::None;
   bool marksShown_ = false;
   ConfirmButton confirm_;
-  BrowserList lastList_ = BrowserList::FormActivate;
 };
 
 }  // namespace vesk

@@ -1,21 +1,19 @@
 #include "review/change_log.h"
 
 #include <QDateTime>
-#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <utility>
 
 #include "platform/code_page.h"
+#include "platform/whole_file.h"
 
 namespace vesk {
 namespace {
 
 constexpr int kLastMinute = 1439;
 constexpr std::size_t kMostMessages = 100;
-constexpr qint64 kLargestChangeLog = qint64{256} << 20;  // a century of one-minute corrections
 
 /// Rows by time, so that a line is found at once wherever it stands.
 class RowIndex {
@@ -49,10 +47,9 @@ QByteArrayView TakeLine(QByteArrayView& content) {
 /// Reads a line; on failure `expected` says what a field should have held.
 std::optional<ChangeLogLine> ReadLine(QByteArrayView bytes, QString& expected) {
   const QStringList fields = DecodeWindows1254(bytes).split(QLatin1Char('\t'));
-  ChangeLogLine line;
   const auto day = ReadDate(fields.value(0));
   const auto minute = ReadClock(fields.value(1));
-  const auto level = ReadWholeNumber(fields.value(2));
+  const auto level = ReadLevel(fields.value(2));
   if (!day) {
     expected = QStringLiteral("a date dd/mm/yyyy");
   } else if (!minute) {
@@ -127,28 +124,6 @@ std::vector<int> WithAnchors(const ReviewGrid& grid, const std::vector<int>& cha
   return rows;
 }
 
-QByteArray LogContent(const ReviewGrid& grid, const std::vector<int>& rows,
-                      const std::vector<QByteArray>& orphans) {
-  QByteArray content;
-  for (const int row : rows) content += EncodeWindows1254(LineText(grid, row)) + "\r\n";
-  for (const QByteArray& orphan : orphans) content += orphan + "\r\n";
-  return content;
-}
-
-/// The file's content; nothing when it is not there.
-Result<QByteArray> ReadContent(const QString& path) {
-  const QString what = QStringLiteral("The change log could not be read");
-  const QFileInfo info(path);
-  if (!info.exists()) return QByteArray();
-  if (!info.isFile()) return Error{what, path, QStringLiteral("it is no file")};
-  if (info.size() > kLargestChangeLog) return Error{what, path, QStringLiteral("it is too large")};
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return Error{what, path, file.errorString()};
-  const QByteArray content = file.readAll();
-  if (file.error() != QFileDevice::NoError) return Error{what, path, file.errorString()};
-  return content;
-}
-
 void AddOrphanCount(ChangeLogOverlay& overlay, const QString& fileName) {
   const int count = static_cast<int>(overlay.orphans.size()) - overlay.unreadable;
   if (count == 0) return;
@@ -164,15 +139,6 @@ QString DatesNote(const QString& path, const SavedCorrection& correction, bool a
     return QStringLiteral("%1: the saved date correction does not fit these readings").arg(fileName);
   return QStringLiteral("%1: the readings are re-timed as saved, the last one to %2")
       .arg(fileName, DateTimeText(correction.targets.back()));
-}
-
-std::vector<int> RowsToSave(const ReviewGrid& grid, std::optional<int> waterYear) {
-  std::vector<int> rows;
-  for (int row = 1; row <= grid.ReadingCount(); ++row) {
-    if (!grid.IsChanged(row)) continue;
-    if (!waterYear || WaterYearOf(grid.At(row).day) == *waterYear) rows.push_back(row);
-  }
-  return rows;
 }
 
 }  // namespace
@@ -224,7 +190,7 @@ ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName,
 Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid) {
   const Result<SavedCorrection> correction = ReadSavedCorrection(path, grid);
   if (!correction) return correction.Failure();
-  const Result<QByteArray> content = ReadContent(path);
+  const Result<QByteArray> content = ReadWholeFile(path, QStringLiteral("The change log could not be read"));
   if (!content) return content.Failure();
   const QString fileName = QFileInfo(path).fileName();
   if (!correction->targets.empty()) {
@@ -244,28 +210,34 @@ Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid) {
   return overlay;
 }
 
-QByteArray ChangeLogContent(const ReviewGrid& grid, const std::vector<QByteArray>& orphans,
-                            std::optional<int> waterYear) {
-  return LogContent(grid, WithAnchors(grid, RowsToSave(grid, waterYear)), orphans);
+std::vector<int> RowsToSave(const ReviewGrid& grid) {
+  std::vector<int> rows;
+  for (int row = 1; row <= grid.ReadingCount(); ++row) {
+    if (grid.IsChanged(row)) rows.push_back(row);
+  }
+  return rows;
 }
 
-Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<QByteArray>& orphans,
-                     std::optional<int> waterYear) {
-  const std::vector<int> rows = RowsToSave(grid, waterYear);
-  const QByteArray content = LogContent(grid, WithAnchors(grid, rows), orphans);
-  QSaveFile file(path);
-  const bool saved =
-      file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit();
-  if (!saved) {
-    return Error{QStringLiteral("The change log could not be saved"), path, file.errorString()};
-  }
+QByteArray ChangeLogContent(const ReviewGrid& grid, const std::vector<int>& rows,
+                            const std::vector<QByteArray>& orphans) {
+  QByteArray content;
+  for (const int row : WithAnchors(grid, rows)) content += EncodeWindows1254(LineText(grid, row)) + "\r\n";
+  for (const QByteArray& orphan : orphans) content += orphan + "\r\n";
+  return content;
+}
+
+Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<int>& rows,
+                     const std::vector<QByteArray>& orphans) {
+  const QString what = QStringLiteral("The change log could not be saved");
+  Status saved = WriteWholeFile(path, ChangeLogContent(grid, rows, orphans), what);
+  if (!saved) return saved;
   for (const int row : rows) {
     RowMark mark = grid.Mark(row);
     mark.baselineCm = grid.At(row).levelCm;
     mark.editCode = kSavedCode;
     grid.SetMark(row, mark);
   }
-  return {};
+  return saved;
 }
 
 }  // namespace vesk

@@ -5,7 +5,6 @@
 #include <QByteArrayView>
 #include <QString>
 
-#include <optional>
 #include <vector>
 
 #include "platform/result.h"
@@ -48,14 +47,16 @@ ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName,
 /// is no error and changes nothing.
 Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid);
 
-/// The bytes that SaveChangeLog would write.
-QByteArray ChangeLogContent(const ReviewGrid& grid, const std::vector<QByteArray>& orphans,
-                            std::optional<int> waterYear = std::nullopt);
+/// Rows that carry a change, top to bottom.
+std::vector<int> RowsToSave(const ReviewGrid& grid);
 
-/// Writes every changed row, then the orphans of the load, whole or not at all; on success the changed rows'
-/// baselines and codes are those of a saved row. With a water year, only rows dated in it are written: a load
-/// of several years saves each year into its own log, where the next load of that year alone finds it.
-Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<QByteArray>& orphans,
-                     std::optional<int> waterYear = std::nullopt);
+/// The bytes that SaveChangeLog would write.
+QByteArray ChangeLogContent(const ReviewGrid& grid, const std::vector<int>& rows,
+                            const std::vector<QByteArray>& orphans);
+
+/// Writes these rows (of RowsToSave), then the orphans of the load, whole or not at all; on success the rows'
+/// baselines and codes are those of saved rows.
+Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<int>& rows,
+                     const std::vector<QByteArray>& orphans);
 
 }  // namespace vesk

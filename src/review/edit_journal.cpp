@@ -1,7 +1,6 @@
 #include "review/edit_journal.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -11,6 +10,7 @@
 #include <optional>
 
 #include "datafiles/helpers.h"
+#include "platform/whole_file.h"
 
 namespace vesk {
 namespace {
@@ -25,7 +25,6 @@ constexpr char kDatesWord[] = "dates";
 constexpr char kUndoWord[] = "undo";
 constexpr char kOldSuffix[] = ".old";      // work that no longer fits its readings
 constexpr char kLaterSuffix[] = ".later";  // work put off by the operator while new work goes on
-constexpr qint64 kLargestJournal = qint64{256} << 20;
 
 QByteArray Sealed(const QByteArray& fields) {
   const QByteArray sum = QByteArray::number(qChecksum(fields), 16).rightJustified(4, '0');
@@ -68,7 +67,7 @@ std::optional<JournalRecord> ReadEdit(const QStringList& fields) {
   record.corrections = fields.value(6).toInt(&correctionsIsNumber);
   const auto day = ReadDate(fields.value(2));
   const auto minute = ReadClock(fields.value(3));
-  const auto level = ReadWholeNumber(fields.value(5));
+  const auto level = ReadLevel(fields.value(5));
   if (!rowIsNumber || !correctionsIsNumber || !day || !minute || !level) return std::nullopt;
   record.day = *day;
   record.minuteOfDay = *minute;
@@ -114,16 +113,18 @@ class Playback {
   std::vector<JournalRecord> done_;
 };
 
+QString NotWritten() {
+  return QStringLiteral("The edit journal could not be written");
+}
+
 Error JournalError(const QString& path, const QString& reason) {
-  return {QStringLiteral("The edit journal could not be written"), path, reason};
+  return {NotWritten(), path, reason};
 }
 
 Status WriteJournal(const QString& path, const std::vector<JournalRecord>& records) {
   QByteArray content = Sealed(kHeading);
   for (const JournalRecord& record : records) content += Sealed(Fields(record));
-  QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit()) return {};
-  return JournalError(path, file.errorString());
+  return WriteWholeFile(path, content, NotWritten());
 }
 
 /// Name under which a journal can be kept without touching one that was kept before.
@@ -172,15 +173,9 @@ PendingEdits DecodeJournal(QByteArrayView content) {
 }
 
 Result<PendingEdits> JournalOf(const QString& journalPath) {
-  if (journalPath.isEmpty()) return PendingEdits{};
-  const QString what = QStringLiteral("The edit journal could not be read");
-  QFile file(journalPath);
-  if (!file.exists()) return PendingEdits{};
-  if (file.size() > kLargestJournal) return Error{what, journalPath, QStringLiteral("it is too large")};
-  if (!file.open(QIODevice::ReadOnly)) return Error{what, journalPath, file.errorString()};
-  const QByteArray content = file.readAll();
-  if (file.error() != QFileDevice::NoError) return Error{what, journalPath, file.errorString()};
-  return DecodeJournal(content);
+  const auto content = ReadWholeFile(journalPath, QStringLiteral("The edit journal could not be read"));
+  if (!content) return content.Failure();
+  return DecodeJournal(*content);
 }
 
 Result<PendingEdits> EditJournal::Pending() const {
@@ -233,7 +228,7 @@ QString EditJournal::LaterPath() const {
 }
 
 Status EditJournal::OpenNew() {
-  if (path_.isEmpty()) return JournalError(path_, QStringLiteral("no load is open"));
+  if (path_.isEmpty()) return JournalError(path_, QStringLiteral("no readings are loaded"));
   if (QFileInfo::exists(path_)) {
     if (Status aside = SetAside(); !aside) return aside;
   }

@@ -5,10 +5,6 @@
 namespace vesk {
 namespace {
 
-bool CarriesChange(RowShade shade) {
-  return shade == RowShade::Changed;
-}
-
 /// One row back to its baseline, its edit code one down.
 void UndoRow(ReviewGrid& grid, int row) {
   RowMark mark = grid.Mark(row);
@@ -19,21 +15,22 @@ void UndoRow(ReviewGrid& grid, int row) {
   grid.SetMark(row, mark);
 }
 
+/// Level in cm of a typed text; refused when it is empty or no number.
+Result<double> ReadTypedLevel(const QString& typed) {
+  const QString what = QStringLiteral("The level was not changed");
+  const QString text = NormaliseTypedLevel(typed);
+  if (text.isEmpty()) return Error{what, {}, QStringLiteral("a level cannot be empty")};
+  const auto level = ReadLevel(text);
+  if (!level) return Error{what, {}, QStringLiteral("a level must be a number")};
+  return *level;
+}
+
 }  // namespace
 
 QString NormaliseTypedLevel(const QString& typed) {
   QString text = typed.trimmed();
   for (const char16_t stand : {u'\u00F6', u'/', u','}) text.replace(QChar(stand), QLatin1Char('.'));
   return text;
-}
-
-Result<double> ReadTypedLevel(const QString& typed) {
-  const QString what = QStringLiteral("The level was not changed");
-  const QString text = NormaliseTypedLevel(typed);
-  if (text.isEmpty()) return Error{what, {}, QStringLiteral("a level cannot be empty")};
-  const auto level = ReadWholeNumber(text);
-  if (!level) return Error{what, {}, QStringLiteral("a level must be a number")};
-  return *level;
 }
 
 EditSession::EditSession(QObject* parent) : QObject(parent) {}
@@ -57,17 +54,12 @@ void EditSession::Clear() {
 void EditSession::ResetSteps() {
   done_.clear();
   undone_.clear();
-  unsaved_ = false;
 }
 
 void EditSession::ReplaceGrid(ReviewGrid grid) {
   Q_EMIT GridAboutToBeReplaced();
   grid_ = std::move(grid);
   Q_EMIT GridReplaced();
-}
-
-EditCommands EditSession::Commands() const {
-  return {.save = unsaved_, .undoAll = unsaved_, .undoStep = !done_.empty(), .redoStep = !undone_.empty()};
 }
 
 bool EditSession::IsEditable(int row, GridColumn column) const {
@@ -81,7 +73,7 @@ Result<bool> EditSession::EditLevel(int row, const QString& typed) {
   const Result<double> level = ReadTypedLevel(typed);
   if (!level) return level.Failure();
   if (!ApplyEdit(row, *level)) return false;
-  if (!journalFailed_) Journal(journals_.Append(done_.back().record));
+  JournalLastStep();
   Q_EMIT RowChanged(row);
   Q_EMIT StateChanged();
   return true;
@@ -117,23 +109,18 @@ Result<bool> EditSession::CorrectDates(const QString& targetText) {
   const Result<DateTime> target = ReadCorrectionTarget(targetText, grid_);
   if (!target) return target.Failure();
   if (!ApplyCorrection(*target)) return false;
-  if (!journalFailed_) Journal(journals_.Append(done_.back().record));
+  JournalLastStep();
   Q_EMIT StateChanged();
   return true;
 }
 
-bool EditSession::IsCorrected() const {
-  return (!logs_.empty() && !logs_.front().overlay.correction.targets.empty()) || HasUnsavedCorrection();
-}
-
-bool EditSession::HasUnsavedCorrection() const {
-  return std::any_of(done_.begin(), done_.end(),
-                     [](const Step& step) { return step.gridBefore.has_value(); });
+int EditSession::SavedCorrections() const {
+  return logs_.empty() ? 0 : static_cast<int>(logs_.front().overlay.correction.targets.size());
 }
 
 int EditSession::Corrections() const {
-  if (!done_.empty()) return done_.back().record.corrections + (done_.back().gridBefore ? 1 : 0);
-  return logs_.empty() ? 0 : static_cast<int>(logs_.front().overlay.correction.targets.size());
+  if (done_.empty()) return SavedCorrections();
+  return done_.back().record.corrections + (done_.back().gridBefore ? 1 : 0);
 }
 
 bool EditSession::ApplyCorrection(DateTime target) {
@@ -148,7 +135,6 @@ bool EditSession::ApplyCorrection(DateTime target) {
 }
 
 void EditSession::Redo(const Step& step) {
-  unsaved_ = true;
   if (step.gridBefore) {
     ReviewGrid corrected = grid_;
     vesk::CorrectDates(corrected, step.record.target);
@@ -175,9 +161,8 @@ std::optional<int> EditSession::UndoStep() {
     Q_EMIT RowChanged(row);
   }
   undone_.push_back(std::move(step));
-  unsaved_ = !done_.empty();
   if (!journalFailed_) Journal(journals_.AppendUndo(undone_.back().record));
-  if (!unsaved_) FinishJournals();
+  if (done_.empty()) FinishJournals();
   Q_EMIT StateChanged();
   return row;
 }
@@ -189,7 +174,7 @@ std::optional<int> EditSession::RedoStep() {
   const int row = step.gridBefore ? 0 : step.record.row;
   Redo(step);
   done_.push_back(std::move(step));
-  if (!journalFailed_) Journal(journals_.Append(done_.back().record));
+  JournalLastStep();
   if (row > 0) Q_EMIT RowChanged(row);
   Q_EMIT StateChanged();
   return row;
@@ -218,9 +203,13 @@ Status EditSession::Save() {
   return saved;
 }
 
+// Each year goes into its own log, where the next load of that year alone finds it.
 Status EditSession::SaveLogsOfYears() {
-  for (const LoadedChangeLog& log : logs_) {
-    Status saved = SaveChangeLog(log.saveTo, grid_, log.overlay.orphans, log.waterYear);
+  if (logs_.empty()) return {};
+  std::vector<std::vector<int>> rows(logs_.size());
+  for (const int row : RowsToSave(grid_)) rows[journals_.IndexOf(grid_.At(row).day)].push_back(row);
+  for (std::size_t i = 0; i < logs_.size(); ++i) {
+    Status saved = SaveChangeLog(logs_[i].saveTo, grid_, rows[i], logs_[i].overlay.orphans);
     if (!saved) return saved;
   }
   return {};
@@ -230,13 +219,14 @@ Status EditSession::SaveLogsOfYears() {
 // counts from the moment when the change log is in its place.
 Status EditSession::SaveLogOfFile(LoadedChangeLog& log) {
   SavedCorrection& correction = log.overlay.correction;
+  const std::vector<int> rows = RowsToSave(grid_);
   PlannedTargets planned;
   for (const Step& step : done_) {
     if (step.gridBefore) planned.targets.push_back(step.record.target);
   }
-  if (!planned.targets.empty()) planned.changeLog = ChangeLogContent(grid_, log.overlay.orphans);
+  if (!planned.targets.empty()) planned.changeLog = ChangeLogContent(grid_, rows, log.overlay.orphans);
   Status saved = WriteSavedCorrection(log.saveTo, correction, planned);
-  if (saved) saved = SaveChangeLog(log.saveTo, grid_, log.overlay.orphans);
+  if (saved) saved = SaveChangeLog(log.saveTo, grid_, rows, log.overlay.orphans);
   if (!saved) return saved;
   correction.targets.insert(correction.targets.end(), planned.targets.begin(), planned.targets.end());
   // From here on the plan counts; a next save makes it plain if this cannot.
@@ -247,14 +237,14 @@ Status EditSession::SaveLogOfFile(LoadedChangeLog& log) {
 int EditSession::NextChange(int fromRow) const {
   for (int row = std::max(fromRow + 1, 1); row <= grid_.ReadingCount(); ++row) {
     const RowShade shade = grid_.Mark(row).shade;
-    if (CarriesChange(shade) || shade == RowShade::Grey) return row;
+    if (shade == RowShade::Changed || shade == RowShade::Grey) return row;
   }
   return 0;
 }
 
 int EditSession::PreviousChange(int fromRow) const {
   for (int row = std::min(fromRow - 1, grid_.ReadingCount()); row >= 1; --row) {
-    if (CarriesChange(grid_.Mark(row).shade)) return row;
+    if (grid_.Mark(row).shade == RowShade::Changed) return row;
   }
   return 0;
 }

@@ -20,17 +20,6 @@ namespace vesk {
 /// A typed level as it is taken: "ö" (code 246), "/" and "," stand for the decimal point.
 QString NormaliseTypedLevel(const QString& typed);
 
-/// Level in cm of a typed text; refused when it is empty or no number.
-Result<double> ReadTypedLevel(const QString& typed);
-
-/// Which commands make sense now: Command4 (save), CmdUndo (undo all), single steps.
-struct EditCommands {
-  bool save = false;
-  bool undoAll = false;
-  bool undoStep = false;
-  bool redoStep = false;
-};
-
 /// Where to go for a date, and the date as it was understood.
 struct DateJump {
   QString text;  ///< normalised, dd/mm/yyyy; empty when nothing was asked for
@@ -62,8 +51,8 @@ class EditSession : public QObject {
   [[nodiscard]] int ChangeCount() const { return static_cast<int>(changedRows_.size()); }
   /// Row numbers of VSsatir: one an edit, ascending.
   [[nodiscard]] const std::vector<int>& ChangedRows() const { return changedRows_; }
-  [[nodiscard]] bool HasUnsavedChanges() const { return unsaved_; }
-  [[nodiscard]] EditCommands Commands() const;
+  /// True while there is a step to save or to take back.
+  [[nodiscard]] bool HasUnsavedChanges() const { return !done_.empty(); }
 
   /// Only levels of reading rows can be edited.
   [[nodiscard]] bool IsEditable(int row, GridColumn column) const;
@@ -77,9 +66,9 @@ class EditSession : public QObject {
   [[nodiscard]] bool CanCorrectDates() const { return singleFile_ && grid_.ReadingCount() > 0; }
 
   /// True while the grid's readings are re-timed, by this session or as saved.
-  [[nodiscard]] bool IsCorrected() const;
+  [[nodiscard]] bool IsCorrected() const { return Corrections() > 0; }
   /// True while a date correction waits to be saved or taken back.
-  [[nodiscard]] bool HasUnsavedCorrection() const;
+  [[nodiscard]] bool HasUnsavedCorrection() const { return Corrections() > SavedCorrections(); }
 
   /// Steps back and forth through single edits (and date corrections). The row concerned; 0 when it was the
   /// whole grid; nothing when there was no step to take.
@@ -101,9 +90,9 @@ class EditSession : public QObject {
   void GridAboutToBeReplaced();  ///< before rows come or go
   void GridReplaced();
   void AllRowsChanged();  ///< cells anywhere, same rows
-  void StateChanged();    ///< count, commands or the unsaved flag
+  void StateChanged();    ///< count, or whether there is something unsaved
   /// Once between saves: edits go on, but do not survive a crash.
-  void JournalFailed(const QString& text, const vesk::Error& error);
+  void JournalFailed(const vesk::Error& error);
 
  private:
   /// One step that can be taken back: a level with its mark before and after, or a whole grid.
@@ -121,11 +110,13 @@ class EditSession : public QObject {
   Status SaveLogsOfYears();
   Status SaveLogOfFile(LoadedChangeLog& log);
   void ReplaceGrid(ReviewGrid grid);
+  void JournalLastStep();
   void Journal(const Status& status);
   void FinishJournals();
   int ResolveRow(const JournalRecord& record) const;
   std::size_t CountSaved(const std::vector<JournalRecord>& records) const;
   int Corrections() const;
+  int SavedCorrections() const;
   void ResetSteps();
 
   ReviewGrid grid_;
@@ -133,7 +124,6 @@ class EditSession : public QObject {
   SessionJournals journals_;
   bool journalFailed_ = false;
   bool singleFile_ = false;
-  bool unsaved_ = false;
   std::vector<int> changedRows_;
   std::vector<Step> done_, undone_;
 };

@@ -85,7 +85,7 @@ int EditSession::Restore(const PendingEdits& pending) {
 }
 
 Status EditSession::Discard() {
-  Status gone = unsaved_ ? journals_.Finish() : journals_.Remove();
+  Status gone = HasUnsavedChanges() ? journals_.Finish() : journals_.Remove();
   if (!gone) return gone;
   ResetSteps();
   Q_EMIT StateChanged();
@@ -97,10 +97,14 @@ void EditSession::FinishJournals() {
   Journal(journals_.Finish());
 }
 
+void EditSession::JournalLastStep() {
+  if (!journalFailed_) Journal(journals_.Append(done_.back().record));
+}
+
 void EditSession::Journal(const Status& status) {
   if (status) return;
   journalFailed_ = true;
-  Q_EMIT JournalFailed(status.Failure().Text(), status.Failure());
+  Q_EMIT JournalFailed(status.Failure());
 }
 
 }  // namespace vesk

@@ -55,7 +55,7 @@ FormSec::FormSec(MainFrame& frame, std::unique_ptr<ReviewQuestions> questions)
       questions_(std::move(questions)),
       workMode_(WorkModeOf(run_.workMode, run_.language)),
       c_(BuildFormSecControls(*this, run_.language)),
-      browser_(workMode_, WordsOf(run_.language)) {
+      browser_(workMode_, WordsOf(run_.language), run_.regional) {
   if (questions_ == nullptr) questions_ = std::make_unique<ReviewMessageBoxes>(run_.language);
   setObjectName(QStringLiteral("FormSec"));
   setWindowTitle(run_.workMode.isEmpty() ? run_.language.Text(Caption::StationAndWaterYearSelection)
@@ -124,7 +124,7 @@ void FormSec::ConnectGridCommands() {
 
 void FormSec::ConnectSession() {
   connect(&session_, &EditSession::StateChanged, this, &FormSec::ShowEditState);
-  connect(&session_, &EditSession::JournalFailed, this, [this](const QString&, const Error& error) {
+  connect(&session_, &EditSession::JournalFailed, this, [this](const Error& error) {
     AddMessage(Text(u"Değişiklikler yalnızca Kaydet ile saklanır; ara kayıt yazılamıyor: ",
                     u"Changes are kept by Save only; the journal cannot be written: ") +
                ErrorText(error, run_.language));

@@ -89,6 +89,8 @@ class FormSec : public QWidget {
   Result<LoadedReadings> LoadWithProgress(LoadRequest request);
   void ShowProgress(int value);
   void ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded);
+  void ShowLoadedLabel();
+  void ShowLoadedFiles(const std::vector<QString>& files);
   void ShowLastReading(DateTime headersLastRecord);
   void OfferRecovery();
   void ClearGrid();
@@ -100,7 +102,7 @@ class FormSec : public QWidget {
   // Editing.
   /// Takes over a level that is being typed; false when it was refused.
   bool FinishEditing();
-  void TellRefusal(const QString& text, const Error& error);
+  void TellRefusal(const Error& error);
   bool SaveChanges();
   void UndoAll();
   void StepBack();
@@ -132,8 +134,7 @@ class FormSec : public QWidget {
   EditSession session_;
   std::unique_ptr<ReviewGridModel> model_;
   std::optional<Loaded> loaded_;
-  QString ratingCurve_;  ///< path of the chosen curve; empty when none is
-  bool busy_ = false;    ///< a table or a graph is being made: choices wait
+  bool busy_ = false;  ///< a table or a graph is being made: choices wait
   bool opened_ = false;
   bool columnsAreKept_ = false;  ///< the columns' widths are the operator's own
   bool registerFailureTold_ = false;

@@ -18,14 +18,14 @@
 namespace vesk {
 
 void FormSec::ShowEditState() {
-  const EditCommands commands = session_.Commands();
+  const bool unsaved = session_.HasUnsavedChanges();
   const bool rows = session_.Grid().ReadingCount() > 0;
-  c_.Command4->setEnabled(commands.save);
-  c_.CmdUndo->setEnabled(commands.undoAll);
+  c_.Command4->setEnabled(unsaved);
+  c_.CmdUndo->setEnabled(unsaved);
   c_.Command6->setEnabled(rows);
   c_.Command7->setEnabled(rows);
   c_.Text5->setText(rows ? Text(u"Toplam %1 adet", u"Total: %1").arg(session_.ChangeCount()) : QString());
-  if (session_.HasUnsavedChanges()) c_.Frame4->show();
+  if (unsaved) c_.Frame4->show();
   ShowChangedRows();
   ShowCorrectionState();
 }
@@ -62,7 +62,7 @@ bool FormSec::FinishEditing() {
   return !refused_;
 }
 
-void FormSec::TellRefusal(const QString& /*text*/, const Error& error) {
+void FormSec::TellRefusal(const Error& error) {
   refused_ = true;
   const QString reason = ErrorText(error, run_.language);
   QApplication::beep();
@@ -93,15 +93,13 @@ void FormSec::UndoAll() {
 }
 
 void FormSec::StepBack() {
-  const std::optional<int> row = session_.UndoStep();
-  if (!row) return;
-  if (*row > 0) c_.VS1->GoTo(*row, GridColumn::Level, false);
+  const int row = session_.UndoStep().value_or(0);
+  if (row > 0) c_.VS1->GoTo(row, GridColumn::Level, false);
 }
 
 void FormSec::StepForward() {
-  const std::optional<int> row = session_.RedoStep();
-  if (!row) return;
-  if (*row > 0) c_.VS1->GoTo(*row, GridColumn::Level, false);
+  const int row = session_.RedoStep().value_or(0);
+  if (row > 0) c_.VS1->GoTo(row, GridColumn::Level, false);
 }
 
 void FormSec::GoToChange(bool next) {

@@ -1,13 +1,11 @@
 // Sizes of the selection window: where it starts, and what the operator made of it, kept between runs.
-#include <QHeaderView>
-#include <QListWidget>
 #include <QSplitter>
 #include <QStyle>
-#include <QTableWidget>
 
 #include <algorithm>
 
 #include "review/form_sec.h"
+#include "review/form_sec_maker.h"
 #include "review/review_grid_view.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
@@ -15,7 +13,7 @@
 namespace vesk {
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
+constexpr int kTwipsPerPixel = FormSecMaker::kTwipsPerPixel;
 
 QString Section() {
   return QStringLiteral("FormSec");

@@ -51,7 +51,11 @@ void Select(QListWidget& list, const std::vector<int>& rows) {
 }  // namespace
 
 void FormSec::ChooseFolder(const QString& folder) {
-  if (busy_ || !MayLeaveGrid()) return;
+  if (busy_ || !MayLeaveGrid()) {
+    c_.Drive1->ShowVolumeOf(run_.dataDirectory);
+    c_.Dir1->SetPath(run_.dataDirectory);
+    return;
+  }
   const BusyCursor busy;
   run_.dataDirectory = NormaliseFolderPath(folder);
   frame_.ShowDataDirectory();
@@ -175,7 +179,7 @@ void FormSec::ChooseFile() {
 }
 
 void FormSec::LoadFileByDoubleClick() {
-  if (!browser_.ChosenFile()) return;
+  if (busy_ || !browser_.ChosenFile() || !MayLeaveGrid()) return;
   const RawFile chosen = browser_.Files()[static_cast<std::size_t>(*browser_.ChosenFile())];
   const auto& stations = browser_.Stations();
   const auto station = std::find(stations.begin(), stations.end(), chosen.Station());
@@ -197,8 +201,9 @@ void FormSec::ShowReport(const BrowserReport& report) {
   std::vector<QString> lines = report.refused;
   for (const QString& name : report.archived) lines.push_back(Text(u"Arşivlendi: ", u"Archived: ") + name);
   if (!report.failures.empty()) {
-    lines.push_back(Text(u"Bu dizine yazılamıyor; %1 dosya olduğu gibi bırakıldı ve okunabilir.",
-                         u"This folder cannot be written; %1 file(s) stay as they are and can be read.")
+    lines.push_back(Text(u"%1 ad düzenlenemedi; dosyalar olduğu gibi okunur (dizine yazılamıyor olabilir).",
+                         u"%1 name(s) could not be tidied; the files are read as they are (the folder may be "
+                         u"read-only).")
                         .arg(report.failures.size()));
   }
   for (std::size_t i = 0; i < report.failures.size() && i < kListedFailures; ++i)

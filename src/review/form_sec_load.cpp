@@ -25,11 +25,9 @@ void FormSec::Confirm() {
     AddGraphEntries();
     return;
   }
-  const QString station = browser_.ChosenFile()
-                              ? browser_.Files()[static_cast<std::size_t>(*browser_.ChosenFile())].Station()
-                              : browser_.Station();
-  const std::optional<LoadRequest> request = browser_.Request(StationName(station), run_.regional);
+  std::optional<LoadRequest> request = browser_.Request();
   if (!request || !MayLeaveGrid()) return;
+  request->stationName = StationName(request->station);
   Load(*request);
 }
 
@@ -40,7 +38,10 @@ void FormSec::Load(const LoadRequest& request) {
   KeepDataDirectory();
   Result<LoadedReadings> loaded = LoadWithProgress(request);
   if (!loaded) {
-    questions_->Warn(this, run_.language.attentionTitle, ErrorText(loaded.Failure(), run_.language));
+    questions_->Warn(this, run_.language.attentionTitle,
+                     Text(u"Hiçbir veri yüklenmedi; ekrandaki veriler öncekilerdir.",
+                          u"Nothing was loaded; the window shows what it showed before.") +
+                         QLatin1Char('\n') + ErrorText(loaded.Failure(), run_.language));
     UpdateCommands();
     return;
   }
@@ -50,8 +51,6 @@ void FormSec::Load(const LoadRequest& request) {
   ShowLastReading(loaded->header.LastRecordTime);
   c_.VS1->GoTo(1, GridColumn::Level, true);
   c_.VS1->setFocus();
-  ShowEditState();
-  UpdateCommands();
   OfferRecovery();
 }
 
@@ -79,42 +78,37 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
   loaded_ = Loaded{.station = request.station,
                    .stationName = request.stationName,
                    .dataDirectory = request.dataDirectory,
-                   .file = {},
-                   .waterYear = 0,
+                   .file = request.waterYears.empty() ? request.files.front().listName : QString(),
+                   .waterYear = loaded.waterYear,
                    .waterYears = {}};
-  QString what;
-  if (request.waterYears.empty()) {
-    loaded_->file = request.files.front().listName;
-    what = loaded_->file;
-  } else {
-    loaded_->waterYear = loaded.waterYear;
-    QStringList years;
-    for (const QString& entry : request.waterYears) {
-      loaded_->waterYears.push_back(entry.left(4).toInt());
-      years += entry.left(4);
-    }
-    what = years.join(QStringLiteral(", "));
-    if (years.size() > 1) {  // ahead of the list, which may be cut off in a narrow window
-      what.prepend(Text(u"tablo ve grafik: %1", u"table and graph: %1").arg(loaded.waterYear) +
-                   QStringLiteral("  ·  "));
-    }
-  }
-  const QString station = (request.station + QLatin1Char(' ') + WithoutDash(request.stationName)).trimmed();
-  c_.LoadedLabel->setText(station + QStringLiteral("  ·  ") + what);
-  c_.LoadedLabel->setToolTip(c_.LoadedLabel->text());
+  for (const QString& entry : request.waterYears) loaded_->waterYears.push_back(entry.left(4).toInt());
+  ShowLoadedLabel();
+  ShowLoadedFiles(request.waterYears.empty() ? std::vector<QString>() : loaded.files);
   ShowSetup(loaded.setup);
   ShowMessages(loaded.messages);
-  const bool severalFiles = !request.waterYears.empty();
-  c_.VS_Dosyalar->setRowCount(severalFiles ? static_cast<int>(loaded.files.size()) : 0);
-  for (int row = 0; row < c_.VS_Dosyalar->rowCount(); ++row) {
-    c_.VS_Dosyalar->setItem(row, 0, new QTableWidgetItem(loaded.files[static_cast<std::size_t>(row)]));
-  }
-  c_.VS_Dosyalar->setVisible(severalFiles);
-  c_.Frame3->show();
-  c_.Frame4->show();
-  c_.Frame9->show();
-  c_.Frame10->show();
+  for (QWidget* part : {c_.Frame3, c_.Frame4, c_.Frame9, c_.Frame10}) part->show();
   TellStatus({});
+}
+
+void FormSec::ShowLoadedLabel() {
+  QStringList years;
+  for (const int year : loaded_->waterYears) years += QString::number(year);
+  QStringList parts = {(loaded_->station + QLatin1Char(' ') + WithoutDash(loaded_->stationName)).trimmed()};
+  if (years.size() > 1) {  // ahead of the list, which may be cut off in a narrow window
+    parts += Text(u"tablo ve grafik: %1", u"table and graph: %1").arg(loaded_->waterYear);
+  }
+  parts += years.isEmpty() ? loaded_->file : years.join(QStringLiteral(", "));
+  c_.LoadedLabel->setText(parts.join(QStringLiteral("  ·  ")));
+  c_.LoadedLabel->setToolTip(c_.LoadedLabel->text());
+}
+
+/// files: of a water-year load; a single file needs no list.
+void FormSec::ShowLoadedFiles(const std::vector<QString>& files) {
+  c_.VS_Dosyalar->setRowCount(static_cast<int>(files.size()));
+  for (int row = 0; row < c_.VS_Dosyalar->rowCount(); ++row) {
+    c_.VS_Dosyalar->setItem(row, 0, new QTableWidgetItem(files[static_cast<std::size_t>(row)]));
+  }
+  c_.VS_Dosyalar->setVisible(!files.empty());
 }
 
 // Where a date correction starts from. A file that was re-timed on load ends at its corrected time, while its
@@ -146,17 +140,14 @@ void FormSec::OfferRecovery() {
     case RecoverAnswer::Later:
       break;
   }
-  ShowEditState();
 }
 
 void FormSec::ClearGrid() {
-  session_.Clear();
   loaded_.reset();
   c_.LoadedLabel->clear();
   c_.RowLabel->clear();
-  c_.VS_Dosyalar->setRowCount(0);
-  ShowEditState();
-  UpdateCommands();
+  ShowLoadedFiles({});
+  session_.Clear();
 }
 
 bool FormSec::MayLeaveGrid() {

@@ -99,7 +99,6 @@ void FormSec::DrawGraph() {
 }
 
 void FormSec::ShowRatingCurve(const QString& path) {
-  ratingCurve_ = path;
   c_.Text7->setText(path);
   c_.Text7->setToolTip(path);
 }
@@ -110,7 +109,6 @@ void FormSec::ChooseRatingCurve() {
     ShowRatingCurve(path);
     if (path.isEmpty()) return;
     c_.Text7->setVisible(run_.language.Choice() != LanguageChoice::English);
-    browser_.SetLastList(BrowserList::ListSuYili);
   });
   frame_.ShowChild(form);
 }

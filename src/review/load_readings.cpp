@@ -26,15 +26,18 @@ class Loader {
     TellFileDone(1);
   }
 
-  void LoadWaterYear(const QString& entry) {
+  /// False when the load ends with this year.
+  bool LoadWaterYear(const QString& entry) {
     const int year = entry.left(4).toInt();
     const DayWindow window{WaterYearFirstDay(year), WaterYearLastDay(year)};
     loaded_.waterYear = year;
     filesOfYear_ = 0;
+    reference_.reset();
     for (std::size_t i = 0; i < request_.files.size(); ++i) {
-      if (!TakeFile(i, year, window)) return;
+      if (!TakeFile(i, year, window)) return false;
       TellFileDone(request_.files.size() * request_.waterYears.size());
     }
+    return true;
   }
 
   /// entry: empty in single-file mode.
@@ -42,8 +45,8 @@ class Loader {
     LoadedChangeLog log;
     log.waterYear = entry.left(4).toInt();
     log.saveTo = ChangeLogPath(request_.dataDirectory, request_.station, entry);
-    log.readFrom = ChangeLogToRead(request_.dataDirectory, request_.station, entry);
-    auto overlay = LoadChangeLog(log.readFrom, loaded_.grid);
+    auto overlay =
+        LoadChangeLog(ChangeLogToRead(request_.dataDirectory, request_.station, entry), loaded_.grid);
     if (!overlay) return overlay.Failure();
     log.overlay = std::move(*overlay);
     loaded_.messages.insert(loaded_.messages.end(), log.overlay.messages.begin(), log.overlay.messages.end());
@@ -60,7 +63,7 @@ class Loader {
   }
 
  private:
-  /// False when the water year ends with this file.
+  /// False when the load ends with this file.
   bool TakeFile(std::size_t i, int year, const DayWindow& window) {
     const RawFile& file = request_.files[i];
     const RawHeaderReading reading = ReadHeader(file, HeaderScope::WaterYear);
@@ -70,7 +73,7 @@ class Loader {
       return true;
     }
     loaded_.header = reading.header;
-    MergeCells(i == 0, year);
+    MergeCells(year);
     if (reading.header.LastWaterYear < year || reading.header.FirstWaterYear > year) return true;
     if (filesOfYear_ == kMostFilesInLoad) {
       Miss(QStringLiteral("%1: not loaded; water year %2 has more than %3 files")
@@ -103,10 +106,15 @@ class Loader {
     return reading;
   }
 
+  /// Once, though every further water year meets the same files.
+  void Tell(const QString& message) {
+    if (!ListContains(loaded_.messages, message)) loaded_.messages.push_back(message);
+  }
+
   /// Tells of a file that the load has to do without.
   void Miss(const QString& message) {
     loaded_.whole = false;
-    loaded_.messages.push_back(message);
+    Tell(message);
   }
 
   bool Refused(const RawFile& file, const RawHeaderReading& reading) {
@@ -116,14 +124,15 @@ class Loader {
     return true;
   }
 
-  void MergeCells(bool first, int year) {
-    if (first && loaded_.files.empty()) {
-      reference_ = cells_;
-      loaded_.setup = cells_;
-      loaded_.setup[kSetupWaterYearsRow] = QString::number(year);
-    } else {
-      MergeSetupCells(reference_, cells_, loaded_.setup);
+  /// The values of a year's first file are what its further files are compared with.
+  void MergeCells(int year) {
+    if (reference_) {
+      MergeSetupCells(*reference_, cells_, loaded_.setup);
+      return;
     }
+    reference_ = cells_;
+    loaded_.setup = cells_;
+    loaded_.setup[kSetupWaterYearsRow] = QString::number(year);
   }
 
   void ReadLines(const RawFile& file, const RawHeader& header, std::uint8_t number,
@@ -138,29 +147,26 @@ class Loader {
     readings.reserve(readings.size() + static_cast<std::size_t>(content->size() / kBytesPerLine));
     const DataLineTally tally = DecodeDataLines(*content, header.HeaderEnd, number, window, readings);
     loaded_.files.push_back(file.listName);
+    TellRefusedLines(file.diskName, tally);
+  }
+
+  void TellRefusedLines(const QString& name, const DataLineTally& tally) {
     for (const LineFault& fault : tally.faults) {
-      loaded_.messages.push_back(QStringLiteral("%1, line %2: not loaded; expected %3")
-                                     .arg(file.diskName)
-                                     .arg(fault.line)
-                                     .arg(fault.expected));
+      Tell(QStringLiteral("%1, line %2: not loaded; expected %3")
+               .arg(name)
+               .arg(fault.line)
+               .arg(fault.expected));
     }
     if (tally.refused > static_cast<qint64>(tally.faults.size())) {
-      loaded_.messages.push_back(
-          QStringLiteral("%1: %2 lines were not loaded in all").arg(file.diskName).arg(tally.refused));
+      Tell(QStringLiteral("%1: %2 lines were not loaded in all").arg(name).arg(tally.refused));
     }
-    loaded_.tallies.push_back({.file = file.listName,
-                               .kept = tally.kept,
-                               .outsideWindow = tally.outsideWindow,
-                               .blank = tally.blank,
-                               .refused = tally.refused,
-                               .afterEnd = tally.afterEnd});
   }
 
   const LoadRequest& request_;
   LoadedReadings loaded_;
   FileBytes bytes_;
   SetupCells cells_;
-  SetupCells reference_;
+  std::optional<SetupCells> reference_;
   std::vector<QString> headerNotes_;
   int filesOfYear_ = 0;
   std::size_t filesDone_ = 0;
@@ -170,8 +176,7 @@ class Loader {
 
 Result<LoadedReadings> LoadReadings(const LoadRequest& request) {
   if (request.files.empty()) {
-    return Error{
-        QStringLiteral("No raw file to load for station %1").arg(request.station), request.dataDirectory, {}};
+    return Error{QStringLiteral("No raw file of the station"), request.dataDirectory + request.station, {}};
   }
   Loader loader(request);
   if (request.waterYears.empty()) {
@@ -179,7 +184,9 @@ Result<LoadedReadings> LoadReadings(const LoadRequest& request) {
     if (const Status laid = loader.LayChangeLog({}); !laid) return laid.Failure();
     return loader.Finish();
   }
-  for (const QString& entry : request.waterYears) loader.LoadWaterYear(entry);
+  for (const QString& entry : request.waterYears) {
+    if (!loader.LoadWaterYear(entry)) break;
+  }
   for (const QString& entry : request.waterYears) {
     if (const Status laid = loader.LayChangeLog(entry); !laid) return laid.Failure();
   }

@@ -27,20 +27,9 @@ struct LoadRequest {
   std::function<void(int percent)> progress;  ///< 1 to 100, rising; called after each file; may be empty
 };
 
-/// Lines of one raw file: 15 + kept + outsideWindow + blank + refused + afterEnd are all its lines.
-struct FileTally {
-  QString file;
-  qint64 kept = 0;
-  qint64 outsideWindow = 0;
-  qint64 blank = 0;
-  qint64 refused = 0;   ///< unreadable date, time or level
-  qint64 afterEnd = 0;  ///< the line of 20 asterisks and what follows it
-};
-
 /// A change log that was laid over the load, and where the next save goes.
 struct LoadedChangeLog {
   int waterYear = 0;  ///< 0 in single-file mode
-  QString readFrom;   ///< path that was read; need not exist
   QString saveTo;     ///< path of the next save
   ChangeLogOverlay overlay;
 };
@@ -50,13 +39,12 @@ struct LoadedReadings {
   SetupCells setup;               ///< "--" where the files of a water year differ
   std::vector<QString> files;     ///< names of the files used, in file-number order
   std::vector<QString> messages;  ///< for the message list
-  std::vector<FileTally> tallies;
-  RawHeader header;     ///< of the last file read
-  bool whole = true;    ///< false when a file is missing from the load for whatever reason
-  QString refusedFile;  ///< file whose header ended the load; empty when none did
+  RawHeader header;               ///< of the last file read
+  bool whole = true;              ///< false when a file is missing from the load for whatever reason
+  QString refusedFile;  ///< file whose header ended the load, later years included; empty when none did
   std::vector<LoadedChangeLog> changeLogs;  ///< one a chosen water year, or the one of a single file
   LevelExtent levels;
-  int waterYear = 0;  ///< the last chosen one; 0 in single-file mode
+  int waterYear = 0;  ///< the last one that was loaded; 0 in single-file mode
 };
 
 /// Reads the readings, lays the change log over them, takes the baseline and the level range.

@@ -63,6 +63,7 @@ Status KeepReplaced(const QString& dataDirectory, const QString& from, const QSt
   const bool replaces = QFileInfo(dataDirectory + to).isFile() && from != to;
   if (!replaces || SameContent(dataDirectory + from, dataDirectory + to)) return {};
   if (Status kept = CopyToArchive(dataDirectory, to); !kept) return kept;
+  report.replaced.push_back(to);
   report.done.push_back(QStringLiteral("%1 took the name of another file, which is now in Arsiv").arg(from));
   return {};
 }

@@ -51,6 +51,7 @@ std::vector<QString> FoldersNamedLikeRawFiles(const QString& dataDirectory);
 /// What tidying a data directory did, in words fit for the message list.
 struct TidyReport {
   std::vector<QString> done;      ///< "a renamed to b", "a stamped"
+  std::vector<QString> replaced;  ///< names of files that gave way to another one; now in the archive folder
   std::vector<QString> failures;  ///< files that stay as they are, and why
 };
 

@@ -128,11 +128,9 @@ int ReviewGrid::FindRow(Day day, int minuteOfDay, int startRow) const {
   return RowCount();
 }
 
-int ReviewGrid::FindLastRowUpTo(DateTime time) const {
-  for (int row = ReadingCount(); row >= 1; --row) {
-    if (At(row).Time() <= time) return row;
-  }
-  return 0;
+std::optional<double> ReadLevel(QStringView text) {
+  const std::optional<double> level = ReadWholeNumber(text);
+  return level && ReadWholeNumber(NumberText(*level)) ? level : std::nullopt;
 }
 
 QString RecordLabel(const Reading& reading) {

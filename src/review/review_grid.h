@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -56,7 +57,6 @@ class ReviewGrid {
   void SetLevel(int row, double levelCm);
   void SetDischarge(int row, const QString& text);
   [[nodiscard]] QString Discharge(int row) const;
-  [[nodiscard]] bool HasDischarges() const { return !discharges_.empty(); }
 
   /// Mark of a row; a row that nobody touched has its loaded level as baseline.
   [[nodiscard]] RowMark Mark(int row) const;
@@ -72,8 +72,6 @@ class ReviewGrid {
 
   /// First row at or after startRow with that date and time; RowCount() when there is none.
   [[nodiscard]] int FindRow(Day day, int minuteOfDay, int startRow) const;
-  /// Last row whose date and time are not later than the given ones, 0 when none is.
-  [[nodiscard]] int FindLastRowUpTo(DateTime time) const;
 
  private:
   void EnsureMarks();
@@ -82,6 +80,10 @@ class ReviewGrid {
   std::vector<RowMark> marks_;  ///< empty until the first mark is set
   std::unordered_map<int, QString> discharges_;
 };
+
+/// Reads a level, cm, with point or comma. Nothing for what is no number, nor for one that a file could only
+/// hold with an exponent: the next load would not read it.
+std::optional<double> ReadLevel(QStringView text);
 
 /// "01-ort", "01-Max" or "01-Min".
 QString RecordLabel(const Reading& reading);

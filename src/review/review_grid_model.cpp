@@ -4,9 +4,7 @@
 #include <QFont>
 #include <QItemSelectionRange>
 
-#include <algorithm>
 #include <array>
-#include <vector>
 
 namespace vesk {
 namespace {
@@ -137,32 +135,22 @@ bool ReviewGridModel::setData(const QModelIndex& index, const QVariant& value, i
   if (role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable)) return false;
   const auto edited = session_.EditLevel(GridRow(index), value.toString());
   if (edited) return true;
-  Q_EMIT EditRefused(edited.Failure().Text(), edited.Failure());
+  Q_EMIT EditRefused(edited.Failure());
   return false;
 }
 
 QString ReviewGridModel::SelectionText(const QItemSelection& selection) const {
-  if (selection.isEmpty()) return {};
-  std::vector<int> rows;
-  int firstColumn = kGridColumns;
-  int lastColumn = -1;
-  for (const QItemSelectionRange& range : selection) {
-    for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row);
-    firstColumn = std::min(firstColumn, range.left());
-    lastColumn = std::max(lastColumn, range.right());
-  }
-  std::sort(rows.begin(), rows.end());
-  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-  QString text;
-  for (const int row : rows) {
-    for (int column = firstColumn; column <= lastColumn; ++column) {
-      if (column > firstColumn) text += QLatin1Char('\t');
-      const QModelIndex cell = index(row, column);
-      if (selection.size() == 1 || selection.contains(cell)) text += data(cell, Qt::DisplayRole).toString();
+  QStringList lines;
+  for (const QItemSelectionRange& block : selection) {
+    for (int row = block.top(); row <= block.bottom(); ++row) {
+      QStringList cells;
+      for (int column = block.left(); column <= block.right(); ++column) {
+        cells += session_.Grid().Text(row + 1, static_cast<GridColumn>(column));
+      }
+      lines += cells.join(QLatin1Char('\t'));
     }
-    if (row != rows.back()) text += QLatin1Char('\n');
   }
-  return text;
+  return lines.join(QLatin1Char('\n'));
 }
 
 void ReviewGridModel::RowChanged(int gridRow) {

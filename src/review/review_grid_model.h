@@ -34,12 +34,12 @@ class ReviewGridModel : public QAbstractTableModel {
   [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
-  /// The selected cells as tab-separated lines, gaps as empty cells; for the clipboard.
+  /// The selected cells as tab-separated lines, one block behind the other; for the clipboard.
   [[nodiscard]] QString SelectionText(const QItemSelection& selection) const;
 
  Q_SIGNALS:
-  /// A typed level that was not taken; the error's parts are for wording it in the operator's language.
-  void EditRefused(const QString& text, const vesk::Error& error);
+  /// A typed level that was not taken.
+  void EditRefused(const vesk::Error& error);
 
  private:
   void RowChanged(int gridRow);

@@ -1,17 +1,16 @@
 #include "review/saved_corrections.h"
 
 #include <QCryptographicHash>
-#include <QFile>
-#include <QSaveFile>
+#include <QList>
+#include <QStringList>
 
 #include <algorithm>
 
+#include "platform/whole_file.h"
 #include "review/date_correction.h"
 
 namespace vesk {
 namespace {
-
-constexpr qint64 kLargestFile = qint64{16} << 20;
 
 constexpr QLatin1Char kTab('\t');
 constexpr QLatin1Char kPlanMark('?');
@@ -54,23 +53,12 @@ QString HashOf(const QByteArray& changeLog) {
   return QString::fromLatin1(QCryptographicHash::hash(changeLog, QCryptographicHash::Sha256).toHex());
 }
 
-/// Of the change log as it stands; one that is not there counts as empty.
-Result<QString> HashOfFile(const QString& changeLogPath) {
-  QFile file(changeLogPath);
-  if (!file.exists()) return HashOf({});
-  QCryptographicHash hash(QCryptographicHash::Sha256);
-  if (file.open(QIODevice::ReadOnly) && hash.addData(&file) && file.error() == QFileDevice::NoError) {
-    return QString::fromLatin1(hash.result().toHex());
-  }
-  return Error{QStringLiteral("The change log could not be read"), changeLogPath, file.errorString()};
-}
-
 /// A plan counts for good when its change log is the one in place, and is dropped otherwise.
 Status Settle(Entry& entry, const QString& changeLogPath) {
   if (entry.planned.empty()) return {};
-  const Result<QString> hash = HashOfFile(changeLogPath);
-  if (!hash) return hash.Failure();
-  if (*hash == entry.planHash) {
+  const auto changeLog = ReadWholeFile(changeLogPath, QStringLiteral("The change log could not be read"));
+  if (!changeLog) return changeLog.Failure();
+  if (HashOf(*changeLog) == entry.planHash) {
     entry.saved.targets.insert(entry.saved.targets.end(), entry.planned.begin(), entry.planned.end());
   }
   entry.planned.clear();
@@ -82,15 +70,10 @@ bool SameFile(const SavedCorrection& a, const SavedCorrection& b) {
 }
 
 Result<QList<QByteArray>> Lines(const QString& path) {
-  const QString what = QStringLiteral("The saved date corrections could not be read");
-  QFile file(path);
-  if (!file.exists()) return QList<QByteArray>{};
-  if (file.size() > kLargestFile) return Error{what, path, QStringLiteral("it is too large")};
-  if (!file.open(QIODevice::ReadOnly)) return Error{what, path, file.errorString()};
-  const QByteArray content = file.readAll();
-  if (file.error() != QFileDevice::NoError) return Error{what, path, file.errorString()};
+  const auto content = ReadWholeFile(path, QStringLiteral("The saved date corrections could not be read"));
+  if (!content) return content.Failure();
   QList<QByteArray> lines;
-  for (const QByteArray& line : content.split('\n')) {
+  for (const QByteArray& line : content->split('\n')) {
     if (!line.trimmed().isEmpty()) lines.push_back(line.trimmed());
   }
   return lines;
@@ -152,9 +135,7 @@ Status WriteSavedCorrection(const QString& changeLogPath, const SavedCorrection&
   if (kept == *lines) return {};
   QByteArray content;
   for (const QByteArray& line : kept) content += line + "\r\n";
-  QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit()) return {};
-  return Error{QStringLiteral("The date correction could not be saved"), path, file.errorString()};
+  return WriteWholeFile(path, content, QStringLiteral("The date correction could not be saved"));
 }
 
 bool ApplySavedCorrection(const SavedCorrection& correction, ReviewGrid& grid) {

@@ -19,9 +19,8 @@ void SessionJournals::Use(const LoadedReadings& loaded) {
   if (journals_.empty()) journals_.push_back(std::make_unique<EditJournal>());
 }
 
-std::size_t SessionJournals::IndexOf(const JournalRecord& record) const {
-  if (journals_.size() < 2 || record.kind != JournalRecord::Kind::Edit) return 0;
-  const auto year = std::find(waterYears_.begin(), waterYears_.end(), WaterYearOf(record.day));
+std::size_t SessionJournals::IndexOf(Day day) const {
+  const auto year = std::find(waterYears_.begin(), waterYears_.end(), WaterYearOf(day));
   return year == waterYears_.end() ? 0 : static_cast<std::size_t>(std::distance(waterYears_.begin(), year));
 }
 

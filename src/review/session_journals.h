@@ -18,6 +18,10 @@ class SessionJournals {
   /// What earlier runs left beside any of the change logs.
   [[nodiscard]] Result<PendingEdits> Pending() const;
 
+  /// Which change log of the load, and so which journal, a day's corrections go into: that of its water year,
+  /// the first one where there is none of it.
+  [[nodiscard]] std::size_t IndexOf(Day day) const;
+
   Status Append(const JournalRecord& record) { return Of(record).Append(record); }
   Status AppendUndo(const JournalRecord& record) { return Of(record).AppendUndo(); }
   /// Starts every journal over with its share of the records.
@@ -27,7 +31,8 @@ class SessionJournals {
 
  private:
   Status OnEach(Status (EditJournal::*action)());
-  [[nodiscard]] std::size_t IndexOf(const JournalRecord& record) const;
+  /// Date corrections belong to a single file, which has one journal.
+  [[nodiscard]] std::size_t IndexOf(const JournalRecord& record) const { return IndexOf(record.day); }
   EditJournal& Of(const JournalRecord& record) { return *journals_[IndexOf(record)]; }
 
   std::vector<std::unique_ptr<EditJournal>> journals_;  // never empty once in use

@@ -13,15 +13,16 @@ DateTime At(const char* text) {
   return ReadDateTime(QString::fromLatin1(text)).value();
 }
 
-/// "dd/mm hh:mm level label" of every row.
-QStringList Rows(const ReviewGrid& grid) {
+/// "dd/mm hh:mm level label" of every row, one after the other.
+QString Rows(const ReviewGrid& grid) {
   QStringList rows;
   for (int row = 1; row <= grid.ReadingCount(); ++row) {
-    rows += grid.Text(row, GridColumn::Date).left(5) + QLatin1Char(' ') + grid.Text(row, GridColumn::Time) +
-            QLatin1Char(' ') + grid.Text(row, GridColumn::Level) + QLatin1Char(' ') +
-            grid.Text(row, GridColumn::Label);
+    const auto cell = [&](GridColumn column) { return grid.Text(row, column); };
+    rows += QStringList({cell(GridColumn::Date).left(5), cell(GridColumn::Time), cell(GridColumn::Level),
+                         cell(GridColumn::Label)})
+                .join(QLatin1Char(' '));
   }
-  return rows;
+  return rows.join(QStringLiteral(", "));
 }
 
 TEST(DateCorrection, StretchesLinearlyAndCutsToTheMinute) {
@@ -51,14 +52,11 @@ TEST(DateCorrection, RebuildsTheGridWithDailyExtremes) {
                     ReadingAt("01/01/2010 13:00", 75, ReadingKind::Maximum),  // the logger's own
                     ReadingAt("02/01/2010 12:00", 40), ReadingAt("03/01/2010 00:00", 45)});
   ASSERT_TRUE(CorrectDates(grid, At("05/01/2010 00:00")));  // factor 2
-  EXPECT_EQ(Rows(grid),
-            QStringList({QStringLiteral("01/01 00:00 50 01-ort"), QStringLiteral("01/01 00:00 50 01-Max"),
-                         QStringLiteral("01/01 00:00 50 01-Min"), QStringLiteral("02/01 00:00 70 01-ort"),
-                         QStringLiteral("02/01 02:00 75 01-Max"), QStringLiteral("02/01 00:00 70 01-Min"),
-                         QStringLiteral("03/01 00:00 60 01-ort"), QStringLiteral("03/01 00:00 60 01-Max"),
-                         QStringLiteral("03/01 00:00 60 01-Min"), QStringLiteral("04/01 00:00 40 01-ort"),
-                         QStringLiteral("04/01 00:00 40 01-Max"), QStringLiteral("04/01 00:00 40 01-Min"),
-                         QStringLiteral("05/01 00:00 45 01-ort")}));
+  EXPECT_EQ(Rows(grid), QStringLiteral("01/01 00:00 50 01-ort, 01/01 00:00 50 01-Max, 01/01 00:00 50 01-Min, "
+                                       "02/01 00:00 70 01-ort, 02/01 02:00 75 01-Max, 02/01 00:00 70 01-Min, "
+                                       "03/01 00:00 60 01-ort, 03/01 00:00 60 01-Max, 03/01 00:00 60 01-Min, "
+                                       "04/01 00:00 40 01-ort, 04/01 00:00 40 01-Max, 04/01 00:00 40 01-Min, "
+                                       "05/01 00:00 45 01-ort"));
   for (int row = 1; row <= grid.ReadingCount(); ++row) EXPECT_EQ(grid.Mark(row).shade, RowShade::Corrected);
 }
 
@@ -66,12 +64,11 @@ TEST(DateCorrection, CarriesWhatTheOperatorAddedToAReading) {
   ReviewGrid grid =
       test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 12:00", 70, {}, 'a'),
                     ReadingAt("03/01/2010 00:00", 60)});
-  grid.SetLevel(3, 61);
-  grid.SetMark(3, {.baselineCm = 60, .editCode = 2, .shade = RowShade::Changed});
+  test::Change(grid, 3, 61, 2);
   grid.SetDischarge(3, QStringLiteral("1.5"));
   ASSERT_TRUE(CorrectDates(grid, At("02/01/2010 00:00")));
   const int last = grid.ReadingCount();
-  ASSERT_EQ(Rows(grid).back(), QStringLiteral("02/01 00:00 61 01-ort"));
+  ASSERT_TRUE(Rows(grid).endsWith(QStringLiteral("02/01 00:00 61 01-ort")));
   EXPECT_EQ(grid.Text(last, GridColumn::Code), QStringLiteral("2"));
   EXPECT_EQ(grid.Mark(last).baselineCm, 60);
   EXPECT_EQ(grid.Discharge(last), QStringLiteral("1.5"));
@@ -80,22 +77,15 @@ TEST(DateCorrection, CarriesWhatTheOperatorAddedToAReading) {
   EXPECT_FALSE(grid.IsChanged(3));
 }
 
-TEST(DateCorrection, TheOwnTimeOfTheLastReadingChangesNothing) {
-  ReviewGrid grid = test::HourlyGrid("01/01/2010 00:00", 30);
-  EXPECT_FALSE(CorrectDates(grid, At("02/01/2010 05:00")));
-  EXPECT_EQ(grid.ReadingCount(), 30);
-  EXPECT_EQ(grid.Mark(1).shade, RowShade::None);
-}
-
 TEST(DateCorrection, TheRecordsBehindTheLastReadingAreNotTheLastReading) {
-  const ReviewGrid raw = test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 20:00", 60),
-                                       ReadingAt("01/01/2010 18:00", 70, ReadingKind::Maximum),
-                                       ReadingAt("01/01/2010 05:00", 40, ReadingKind::Minimum)});
-  ReviewGrid grid = raw;
-  EXPECT_FALSE(CorrectDates(grid, At("01/01/2010 20:00")));
+  ReviewGrid grid = test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 20:00", 60),
+                                  ReadingAt("01/01/2010 18:00", 70, ReadingKind::Maximum),
+                                  ReadingAt("01/01/2010 05:00", 40, ReadingKind::Minimum)});
+  EXPECT_FALSE(CorrectDates(grid, At("01/01/2010 20:00")));  // its own time
+  EXPECT_EQ(grid.ReadingCount(), 4);
+  EXPECT_EQ(grid.Mark(1).shade, RowShade::None);
   ASSERT_TRUE(CorrectDates(grid, At("01/01/2010 22:00")));
-  EXPECT_EQ(Rows(grid),
-            QStringList({QStringLiteral("01/01 00:00 50 01-ort"), QStringLiteral("01/01 22:00 60 01-ort")}));
+  EXPECT_EQ(Rows(grid), QStringLiteral("01/01 00:00 50 01-ort, 01/01 22:00 60 01-ort"));
 }
 
 TEST(DateCorrection, RefusesWhatIsNoTimeBehindTheFirstReading) {

@@ -50,8 +50,7 @@ inline LoadedReadings LoadOf(ReviewGrid grid, const QString& folder, const std::
     log.waterYear = year;
     log.saveTo =
         ChangeLogPath(folder, QStringLiteral("001-12345"), year == 0 ? QString() : QString::number(year));
-    log.readFrom = log.saveTo;
-    auto overlay = LoadChangeLog(log.readFrom, loaded.grid);
+    auto overlay = LoadChangeLog(log.saveTo, loaded.grid);
     if (overlay) log.overlay = std::move(*overlay);
     loaded.changeLogs.push_back(std::move(log));
   }
@@ -72,6 +71,26 @@ inline bool WriteContent(const QString& path, const QByteArray& content) {
 /// "level/code" of a row, the two texts that editing changes.
 inline QString LevelAndCode(const ReviewGrid& grid, int row) {
   return grid.Text(row, GridColumn::Level) + QLatin1Char('/') + grid.Text(row, GridColumn::Code);
+}
+
+/// The cells of every row, up to a column.
+inline QString TextOf(const ReviewGrid& grid, GridColumn last = GridColumn::Baseline) {
+  QString text;
+  for (int row = 1; row <= grid.ReadingCount(); ++row) {
+    for (int column = 0; column <= static_cast<int>(last); ++column)
+      text += grid.Text(row, GridColumn(column)) + QLatin1Char(' ');
+    text += QLatin1Char('\n');
+  }
+  return text;
+}
+
+/// A row as an operator's edit leaves it.
+inline void Change(ReviewGrid& grid, int row, double levelCm, int editCode = 1) {
+  grid.SetLevel(row, levelCm);
+  RowMark mark = grid.Mark(row);
+  mark.editCode = editCode;
+  mark.shade = RowShade::Changed;
+  grid.SetMark(row, mark);
 }
 
 }  // namespace vesk::test

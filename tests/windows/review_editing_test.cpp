@@ -71,15 +71,6 @@ TEST_F(Editing, ALevelThatIsNoNumberIsRefusedAndNothingIsStored) {
   EXPECT_FALSE(Button("Command4").isEnabled());
 }
 
-TEST_F(Editing, OnlyLevelsOpenAnEditor) {
-  for (const GridColumn column : {GridColumn::Date, GridColumn::Discharge, GridColumn::Code}) {
-    Grid().GoTo(2, column, false);
-    QTest::mouseDClick(Grid().viewport(), Qt::LeftButton, {},
-                       Grid().visualRect(Grid().currentIndex()).center());
-    EXPECT_EQ(Grid().findChild<QLineEdit*>(), nullptr);
-  }
-}
-
 TEST_F(Editing, SingleStepsGoBackAndForth) {
   TypeLevel(3, Texts("50"));
   TypeLevel(4, Texts("60"));
@@ -190,14 +181,6 @@ TEST_F(Editing, AChangeLogThatCannotBeWrittenKeepsTheChangesAndTheOperator) {
   Push("CmdVazgec");
   EXPECT_NE(form_, nullptr);
   EXPECT_EQ(Cell(3, GridColumn::Level), Texts("50"));
-}
-
-TEST_F(Editing, AJournalThatCannotBeWrittenIsToldInTheOperatorsLanguage) {
-  ASSERT_TRUE(QDir().mkpath(ChangeLog() + Texts(".journal/inside")));
-  TypeLevel(3, Texts("50"));
-  const QStringList told = Entries("ListMsj").filter(Texts("ara kayıt yazılamıyor: "));
-  ASSERT_EQ(told.size(), 1);
-  EXPECT_TRUE(told.first().contains(Texts("Düzeltme günlüğü"))) << told.first().toStdString();
 }
 
 class DateCorrection : public ReviewWindowTest {

@@ -1,0 +1,27 @@
+#include "platform/whole_file.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace vesk {
+
+Result<QByteArray> ReadWholeFile(const QString& path, const QString& what) {
+  const QFileInfo info(path);
+  if (!info.exists()) return QByteArray();
+  if (!info.isFile()) return Error{what, path, QStringLiteral("it is no file")};
+  if (info.size() > kLargestOwnFile) return Error{what, path, QStringLiteral("it is too large")};
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return Error{what, path, file.errorString()};
+  const QByteArray content = file.readAll();
+  if (file.error() != QFileDevice::NoError) return Error{what, path, file.errorString()};
+  return content;
+}
+
+Status WriteWholeFile(const QString& path, const QByteArray& content, const QString& what) {
+  QSaveFile file(path);
+  if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit()) return {};
+  return Error{what, path, file.errorString()};
+}
+
+}  // namespace vesk
