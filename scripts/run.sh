@@ -44,6 +44,6 @@ choice=(--station 12002 --water-year 2024)
 batch tidy "$data"
 batch table "$data" "${choice[@]}" --hourly --register "$register" --templates "$program"
 batch daily "$data" "${choice[@]}" --out "$sample/daily-12002-2024.csv"
-batch graph "$data" "${choice[@]}" --out "$sample/graph-12002-2024.png"
+batch graph "$data" "${choice[@]}" --register "$register" --out "$sample/graph-12002-2024.png"
 echo "Table, daily values and graph of station 12002, water year 2024:"
 ls -1 "$data"/Tablo-*.xls "$sample"/daily-*.csv "$sample"/graph-*.png
