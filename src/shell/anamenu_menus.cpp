@@ -1,5 +1,4 @@
 // The menu tree of the main window and its captions.
-#include <QActionGroup>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPainter>
@@ -89,11 +88,7 @@ void Anamenu::CreateLanguageMenu() {
   Mnutrk_->setText(QStringLiteral("TÜRKÇE"));
   MnuIng_ = AddEntry(Mnu4_, "MnuIng", [this] { Switch(LanguageChoice::English); });
   MnuIng_->setText(QStringLiteral("ENGLISH"));
-  auto* group = new QActionGroup(this);
-  for (QAction* entry : {Mnutrk_, MnuIng_}) {
-    entry->setCheckable(true);
-    group->addAction(entry);
-  }
+  for (QAction* entry : {Mnutrk_, MnuIng_}) entry->setCheckable(true);  // no group: it would draw a dot
 }
 
 void Anamenu::ApplyMenuCaptions() {

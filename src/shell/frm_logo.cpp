@@ -26,7 +26,7 @@ class LogoPicture : public QWidget {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setMinimumSize(160, 160);
   }
-  [[nodiscard]] QSize sizeHint() const override { return {240, 240}; }
+  [[nodiscard]] QSize sizeHint() const override { return {200, 200}; }
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
