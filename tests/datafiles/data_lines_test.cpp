@@ -31,7 +31,8 @@ TEST(DataLines, FieldsOfBothKindsOfLine) {
       "05/03/2009  07:30    +21.07\r\n"
       "05/03/2009  00:00      1.00\r\n"
       "Max 05/03/2009 08:00 x12,34\r\n"
-      "Min 05/03/2009 24:00  -0.05\r\n");
+      "Min 05/03/2009 00:00  -0.05\r\n"
+      "Min 05/03/2009 24:00  -0.06\r\n");
   const struct {
     const char* time;
     ReadingKind kind;
@@ -41,7 +42,8 @@ TEST(DataLines, FieldsOfBothKindsOfLine) {
               {"05/03/2009 07:30", ReadingKind::Ordinary, '+', 2107},
               {"05/03/2009 23:59", ReadingKind::Ordinary, ' ', 100},
               {"05/03/2009 08:00", ReadingKind::Maximum, 'x', 1234},
-              {"05/03/2009 23:59", ReadingKind::Minimum, ' ', -5}};
+              {"05/03/2009 23:59", ReadingKind::Minimum, ' ', -5},
+              {"05/03/2009 23:59", ReadingKind::Minimum, ' ', -6}};
   ASSERT_EQ(decoded.readings.size(), std::size(rows));
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     const Reading& reading = decoded.readings[i];
