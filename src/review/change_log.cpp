@@ -57,7 +57,7 @@ std::optional<ChangeLogLine> ReadLine(QByteArrayView bytes, QString& expected) {
   } else if (!level) {
     expected = QStringLiteral("a level in cm");
   } else {
-    return ChangeLogLine{*day, std::min(*minute, kLastMinute), *level, fields.value(3).trimmed()};
+    return ChangeLogLine{*day, std::min(*minute, kLastMinute), *level, fields.value(3).simplified()};
   }
   return std::nullopt;
 }
@@ -99,12 +99,9 @@ void AddUnreadable(ChangeLogOverlay& overlay, const QString& fileName, qint64 li
 }
 
 QString LineText(const ReviewGrid& grid, int row) {
-  QString discharge = grid.Text(row, GridColumn::Discharge);
-  for (const char16_t separator : {u'\t', u'\r', u'\n'})
-    discharge.replace(QChar(separator), QLatin1Char(' '));
   const QLatin1Char tab('\t');
   return grid.Text(row, GridColumn::Date) + tab + grid.Text(row, GridColumn::Time) + tab +
-         grid.Text(row, GridColumn::Level) + tab + discharge;
+         grid.Text(row, GridColumn::Level) + tab + grid.Text(row, GridColumn::Discharge).simplified();
 }
 
 /// The rows to write so that the next load finds the changed ones. A line names its row by date and time

@@ -4,9 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QTemporaryDir>
-
-#include "support/raw_file_writer.h"
+#include "review/data_folder_fixture.h"
 
 namespace vesk {
 namespace {
@@ -19,35 +17,22 @@ std::vector<std::string> Plain(const std::vector<QString>& texts) {
   return plain;
 }
 
-class BrowserTest : public testing::Test {
+class BrowserTest : public test::DataFolderTest {
  protected:
-  [[nodiscard]] QString Path() const { return folder_.path() + QLatin1Char('/'); }
-  void Write(const char* stem, const char* first, const char* last, const QByteArray& version = "10") {
-    test::RawFileSketch sketch;
-    sketch.stem = QLatin1String(stem);
-    sketch.first = ReadDateTime(QString::fromLatin1(first)).value();
-    sketch.last = ReadDateTime(QString::fromLatin1(last)).value();
-    sketch.version = version;
-    sketch.stepMinutes = 360;
-    test::WriteSketch(Path(), sketch);
-  }
   Browser Open(WorkMode mode = WorkMode::DataFile, Regional regional = {}) {
     Browser browser(mode,
                     {QStringLiteral("Dönüşmüş"), QStringLiteral("Ekle"), QStringLiteral("Read Data File")},
                     regional);
-    EXPECT_TRUE(browser.OpenFolder(Path()).failures.empty());
+    EXPECT_TRUE(browser.OpenFolder(folder_).failures.empty());
     return browser;
   }
-
-  QTemporaryDir folder_;
 };
 
 TEST_F(BrowserTest, WaterYearsAreListedOnceAndMarkedWhereAConvertedFileStands) {
   Write("010203", "01/09/2008 00:00", "02/10/2008 00:00");
   Write("010204", "01/11/2008 00:00", "02/11/2009 00:00");
   Write("010205", "01/01/2012 00:00", "02/01/2012 00:00", "20");  // refused
-  QFile converted(Path() + QStringLiteral("S2009-001-12345.txt"));
-  ASSERT_TRUE(converted.open(QIODevice::WriteOnly));
+  Put(QStringLiteral("S2009-001-12345.txt"));
   Browser browser = Open();
   const BrowserReport report = browser.SelectStation(0);
   std::vector<QString> texts;
@@ -85,7 +70,7 @@ TEST_F(BrowserTest, SupersededReadOutsGoIntoTheArchiveWhenTheStationIsChosen) {
   EXPECT_EQ(browser.Files().size(), 2U);
   EXPECT_THAT(Plain(browser.SelectStation(0).archived), ElementsAre("001-12345-010203=0003.txt"));
   EXPECT_THAT(Plain(browser.FileEntries()), ElementsAre("001-12345-010203=0008.txt"));
-  EXPECT_TRUE(QFile::exists(Path() + QStringLiteral("Arsiv/001-12345-010203=0003.txt")));
+  EXPECT_TRUE(Has("Arsiv/001-12345-010203=0003.txt"));
 }
 
 TEST_F(BrowserTest, ConfirmCaptionFollowsModeAndLastList) {
@@ -121,15 +106,10 @@ TEST_F(BrowserTest, ConfirmCaptionFollowsModeAndLastList) {
 }
 
 TEST_F(BrowserTest, ARawFileShowsItsHeaderWithNumbersAsTheRegionWritesThem) {
-  test::RawFileSketch sketch;
-  sketch.first = *ReadDateTime(QStringLiteral("01/03/2010 00:00"));
-  sketch.last = *ReadDateTime(QStringLiteral("09/03/2010 00:00"));
+  test::RawFileSketch sketch = Sketch("010203", "01/03/2010 00:00", "09/03/2010 00:00");
   sketch.firstLine = "02";
-  QFile file(Path() + sketch.DeliveredName());
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(
-      test::SketchContent(sketch).replace("Sampling                  60", "Sampling                  2,5"));
-  file.close();
+  Put(sketch.DeliveredName(),
+      SketchContent(sketch).replace("Sampling                  60", "Sampling                  2,5"));
   Browser browser = Open(WorkMode::DataFile, {.decimalSign = QLatin1Char(',')});
   SetupCells cells;
   std::vector<QString> messages;

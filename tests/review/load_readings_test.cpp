@@ -2,32 +2,21 @@
 
 #include <gtest/gtest.h>
 
-#include <QTemporaryDir>
-
+#include "review/data_folder_fixture.h"
 #include "review/setup_parameters.h"
-#include "support/raw_file_writer.h"
 
 namespace vesk {
 namespace {
 
 using test::RawFileSketch;
 
-class LoadReadingsTest : public testing::Test {
+class LoadReadingsTest : public test::DataFolderTest {
  protected:
-  static RawFileSketch Sketch(const char* stem, const char* first, const char* last) {
-    RawFileSketch sketch;
-    sketch.stem = QString::fromLatin1(stem);
-    sketch.first = *ReadDateTime(QString::fromLatin1(first));
-    sketch.last = *ReadDateTime(QString::fromLatin1(last));
-    return sketch;
-  }
-  void Write(const RawFileSketch& sketch) { test::WriteSketch(folder, sketch); }
-  void Write(const char* stem, const char* first, const char* last) { Write(Sketch(stem, first, last)); }
   LoadRequest Request(std::vector<QString> years = {}) {
     LoadRequest request;
-    request.dataDirectory = folder;
+    request.dataDirectory = folder_;
     request.station = QStringLiteral("001-12345");
-    request.files = FilesInUse(ListRawFiles(folder, request.station));
+    request.files = FilesInUse(ListRawFiles(folder_, request.station));
     request.waterYears = std::move(years);
     return request;
   }
@@ -37,14 +26,6 @@ class LoadReadingsTest : public testing::Test {
     return loaded ? std::move(*loaded) : LoadedReadings{};
   }
   LoadedReadings LoadYear2009() { return Load(Request({QStringLiteral("2009 ")})); }
-  void Put(const QString& name, const QByteArray& content) {
-    QFile file(folder + name);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-  }
-
-  QTemporaryDir temporary;
-  QString folder = temporary.path() + QLatin1Char('/');
 };
 
 TEST_F(LoadReadingsTest, ProgressRisesToTheWholeWithEveryFileOfEveryYear) {
@@ -98,9 +79,7 @@ TEST_F(LoadReadingsTest, LevelRangeAndBaselineComeAfterTheChangeLog) {
 
 TEST_F(LoadReadingsTest, ARefusedFileEndsTheWholeLoadAndIsNamedOnce) {
   Write("081001", "01/10/2008 01:00", "01/10/2009 10:00");
-  RawFileSketch refused = Sketch("081002", "02/10/2008 01:00", "02/10/2008 10:00");
-  refused.version = "99";
-  Write(refused);
+  Write("081002", "02/10/2008 01:00", "02/10/2008 10:00", "99");
   Write("081003", "03/10/2008 01:00", "03/10/2008 10:00");
   const LoadedReadings loaded = Load(Request({QStringLiteral("2009 "), QStringLiteral("2010 ")}));
   EXPECT_EQ(loaded.files, std::vector{QStringLiteral("001-12345-081001=0365.txt")});
@@ -116,7 +95,7 @@ TEST_F(LoadReadingsTest, AtMostTwentyFilesAndTheRestIsTold) {
   for (int i = 0; i < 21; ++i) {
     RawFileSketch sketch = Sketch("0", "01/10/2008 01:00", "01/10/2008 02:00");
     sketch.stem = QStringLiteral("0810%1").arg(i, 2, 10, QLatin1Char('0'));
-    Write(sketch);
+    WriteSketch(folder_, sketch);
   }
   const LoadedReadings loaded = LoadYear2009();
   EXPECT_EQ(loaded.files.size(), 20U);
@@ -128,10 +107,10 @@ TEST_F(LoadReadingsTest, AtMostTwentyFilesAndTheRestIsTold) {
 TEST_F(LoadReadingsTest, TheNoteIsThatOfTheFileReadLast) {
   RawFileSketch first = Sketch("081001", "01/10/2008 01:00", "01/10/2008 10:00");
   first.firstLine = "01";
-  Write(first);
+  WriteSketch(folder_, first);
   RawFileSketch second = Sketch("081002", "02/10/2008 01:00", "02/10/2008 10:00");
   second.firstLine = "02";
-  Write(second);
+  WriteSketch(folder_, second);
   EXPECT_EQ(LoadYear2009().messages,
             std::vector{QStringLiteral("-Su Yılını Oluşturan Dosyalarda zaman düzeltmesi yapılmış.")});
   Write("081003", "03/10/2008 01:00", "03/10/2008 10:00");
@@ -143,7 +122,7 @@ TEST_F(LoadReadingsTest, AFileThatVanishesIsMissed) {
   Write("081002", "02/10/2008 01:00", "02/10/2008 10:00");
   const LoadRequest request = Request({QStringLiteral("2009 ")});
   EXPECT_TRUE(Load(request).whole);
-  ASSERT_TRUE(QFile::remove(folder + QStringLiteral("001-12345-081001.txt")));
+  ASSERT_TRUE(QFile::remove(folder_ + QStringLiteral("001-12345-081001.txt")));
   const LoadedReadings loaded = Load(request);
   EXPECT_FALSE(loaded.whole);
   EXPECT_EQ(loaded.files.size(), 1U);
@@ -155,7 +134,7 @@ TEST_F(LoadReadingsTest, AFileThatVanishesIsMissed) {
 }
 
 TEST_F(LoadReadingsTest, UnreadableLinesAreNamedAndTheRestLoads) {
-  QByteArray content = test::SketchContent(Sketch("081001", "01/10/2008 01:00", "01/10/2008 10:00"));
+  QByteArray content = SketchContent(Sketch("081001", "01/10/2008 01:00", "01/10/2008 10:00"));
   content.replace("01/10/2008  03:00", "01/10/2008  0x:00");
   Put(QStringLiteral("001-12345-081001.txt"), content);
   LoadRequest request = Request();
