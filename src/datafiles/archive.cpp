@@ -2,13 +2,13 @@
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 
 #include <algorithm>
 
 #include "datafiles/file_bytes.h"
 #include "datafiles/raw_file_names.h"
 #include "platform/folders.h"
+#include "platform/whole_file.h"
 
 namespace vesk {
 namespace {
@@ -17,13 +17,8 @@ Status CopyWhole(const QString& from, const QString& to) {
   FileBytes bytes;
   const auto content = bytes.Read(from);
   if (!content) return content.Failure();
-  QSaveFile copy(to);
-  const QString what = QStringLiteral("The superseded read-out could not be archived");
-  if (!copy.open(QIODevice::WriteOnly)) return Error{what, to, copy.errorString()};
-  if (copy.write(content->data(), content->size()) != content->size() || !copy.commit()) {
-    return Error{what, to, copy.errorString()};
-  }
-  return {};
+  return WriteWholeFile(to, QByteArray::fromRawData(content->data(), content->size()),
+                        QStringLiteral("The superseded read-out could not be archived"));
 }
 
 }  // namespace

@@ -1,12 +1,12 @@
 #include "datafiles/graph_file.h"
 
-#include <QFile>
+#include <QFileInfo>
 #include <QRegularExpression>
-#include <QSaveFile>
 
 #include <cmath>
 
 #include "datafiles/helpers.h"
+#include "platform/whole_file.h"
 
 namespace vesk {
 namespace {
@@ -52,10 +52,6 @@ void AppendRecord(QByteArray& content, const Reading& reading, const QByteArray&
   content += "\r\n";
 }
 
-Error WriteFailure(const QString& path, const QString& reason) {
-  return {QStringLiteral("The graph data file could not be written"), path, reason};
-}
-
 }  // namespace
 
 QString GraphFileName(int waterYear, const QString& station) {
@@ -91,10 +87,9 @@ Result<GraphFileWritten> WriteGraphFile(const QString& dataDirectory, int waterY
     const bool onlySignBlankLost = level.size() == kLevelField + 1 && level.startsWith(' ');
     if (level.size() > kLevelField && !onlySignBlankLost) written.cutRecords.push_back(written.records);
   }
-  QSaveFile file(dataDirectory + written.name);
-  if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit()) {
-    return WriteFailure(file.fileName(), file.errorString());
-  }
+  const Status stored = WriteWholeFile(dataDirectory + written.name, content,
+                                       QStringLiteral("The graph data file could not be written"));
+  if (!stored) return stored.Failure();
   return written;
 }
 
@@ -115,15 +110,9 @@ std::optional<GraphRecord> GraphRecordAt(QByteArrayView content, qint64 n) {
 }
 
 Result<QByteArray> ReadGraphFile(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) {
-    return Error{QStringLiteral("The graph data file could not be read"), path, file.errorString()};
-  }
-  QByteArray content = file.readAll();
-  if (file.error() != QFileDevice::NoError) {
-    return Error{QStringLiteral("The graph data file could not be read"), path, file.errorString()};
-  }
-  return content;
+  const QString what = QStringLiteral("The graph data file could not be read");
+  if (!QFileInfo::exists(path)) return Error{what, path, QStringLiteral("there is no such file")};
+  return ReadWholeFile(path, what);
 }
 
 }  // namespace vesk

@@ -139,13 +139,13 @@ struct FallbackDay {
   }
 };
 
+int FourDigits(const QString& text) {
+  return static_cast<int>(std::clamp(ParseNumber(text.left(4)), 0.0, 9999.0));
+}
+
 FallbackDay ReadFallbackDay(const QString& text) {
   const DateParts parts = SplitDateText(text);
-  FallbackDay result;
-  result.d = static_cast<int>(ParseNumber(parts.dayText));
-  result.m = static_cast<int>(ParseNumber(parts.monthText));
-  result.y = static_cast<int>(ParseNumber(parts.rest.left(4)));
-  return result;
+  return {FourDigits(parts.dayText), FourDigits(parts.monthText), FourDigits(parts.rest)};
 }
 
 QString FallbackText(const FallbackDay& date, QChar separator) {

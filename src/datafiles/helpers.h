@@ -39,7 +39,7 @@ std::optional<DateTime> ReadDateTime(QStringView text);
 std::optional<int> ReadClock(QStringView text);
 
 QString DateText(Day day);            ///< "dd/mm/yyyy"
-QString ClockText(int minuteOfDay);   ///< "hh:mm"
+QString ClockText(int minuteOfDay);   ///< "hh:mm"; 0 to 1440
 QString DateTimeText(DateTime time);  ///< "dd/mm/yyyy hh:mm"
 
 /// The calendar year in which the water year of a day ends (1 October to 30 September).

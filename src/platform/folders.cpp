@@ -3,15 +3,14 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <array>
+
+#include "platform/whole_file.h"
 
 namespace vesk {
 namespace {
 
-constexpr QLatin1String kFirstRunMarker("ilk.sil");
-constexpr QLatin1String kRegisterTemplate("IstSbl.mdb");
 constexpr std::array<QLatin1String, 3> kDeliveredFiles = {kRegisterTemplate, QLatin1String("Sablon.xls"),
                                                           QLatin1String("Sablon_E.xls")};
 
@@ -106,16 +105,11 @@ std::optional<QString> FindEntry(const QString& folder, const QString& name) {
 
 Status CopyNewFile(const QString& from, const QString& to) {
   const QString what = QStringLiteral("The file could not be copied");
-  QFile source(from);
-  if (!source.open(QIODevice::ReadOnly)) return Error{what, from, source.errorString()};
-  const QByteArray content = source.readAll();
-  if (source.error() != QFileDevice::NoError) return Error{what, from, source.errorString()};
+  if (!QFileInfo::exists(from)) return Error{what, from, QStringLiteral("there is no such file")};
   if (QFileInfo::exists(to)) return Error{what, to, QStringLiteral("it exists already")};
-  QSaveFile target(to);
-  if (!target.open(QIODevice::WriteOnly) || target.write(content) != content.size() || !target.commit()) {
-    return Error{what, to, target.errorString()};
-  }
-  return {};
+  const Result<QByteArray> content = ReadWholeFile(from, what);
+  if (!content) return content.Failure();
+  return WriteWholeFile(to, *content, what);
 }
 
 Result<QString> ResolveProgramFolder(const ProgramPlaces& places) {

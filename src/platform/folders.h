@@ -10,12 +10,16 @@
 
 namespace vesk {
 
+/// Left by an installer: the next start is the first one.
+inline constexpr QLatin1String kFirstRunMarker("ilk.sil");
+/// The empty station database that a new one is copied from.
+inline constexpr QLatin1String kRegisterTemplate("IstSbl.mdb");
+
 /// The operator's home folder with one trailing "/". It plays the part of "C:\".
 QString HomeFolder();
 
 /// A folder or file text in this machine's form: a drive letter or a leading "\" becomes the home folder, "\"
-/// becomes
-/// "/", and a text that starts at no root is taken under the home folder. An empty text stays empty.
+/// becomes "/", and a text that starts at no root is taken under the home folder. An empty text stays empty.
 /// @param home with one trailing "/"
 QString TranslateFolderText(const QString& text, const QString& home = HomeFolder());
 

@@ -1,15 +1,11 @@
 #include "platform/profile_file.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
-
 #include "platform/code_page.h"
+#include "platform/whole_file.h"
 
 namespace vesk {
 namespace {
 
-constexpr qint64 kLargestFileBytes = 4 << 20;
 constexpr QByteArrayView kByteOrderMark("\xEF\xBB\xBF");  // editors put it in front of the first section
 
 /// One line: the bytes [begin, end) without its line end, and where the next line begins.
@@ -113,23 +109,13 @@ QByteArray ValueBytes(const QString& value) {
 }  // namespace
 
 Result<ProfileText> ProfileText::Load(const QString& path) {
-  const QString what = QStringLiteral("The settings file could not be read");
-  QFile file(path);
-  if (!QFileInfo::exists(path)) return ProfileText();
-  if (!QFileInfo(path).isFile()) return Error{what, path, QStringLiteral("it is no file")};
-  if (!file.open(QIODevice::ReadOnly)) return Error{what, path, file.errorString()};
-  if (file.size() > kLargestFileBytes) return Error{what, path, QStringLiteral("it is too large")};
-  QByteArray content = file.readAll();
-  if (file.error() != QFileDevice::NoError) return Error{what, path, file.errorString()};
-  return ProfileText(std::move(content));
+  Result<QByteArray> content = ReadWholeFile(path, QStringLiteral("The settings file could not be read"));
+  if (!content) return content.Failure();
+  return ProfileText(std::move(*content));
 }
 
 Status ProfileText::Save(const QString& path) const {
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly) || file.write(content_) != content_.size() || !file.commit()) {
-    return Error{QStringLiteral("The settings file could not be written"), path, file.errorString()};
-  }
-  return {};
+  return WriteWholeFile(path, content_, QStringLiteral("The settings file could not be written"));
 }
 
 std::optional<QString> ProfileText::Value(const QString& section, const QString& key) const {

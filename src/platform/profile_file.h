@@ -22,7 +22,7 @@ class ProfileText {
   ProfileText() = default;
   explicit ProfileText(QByteArray content) : content_(std::move(content)) {}
 
-  /// A missing file gives an empty profile; a file that cannot be read, or is larger than 4 MB, an error.
+  /// A missing file gives an empty profile; a file that cannot be read, an error.
   static Result<ProfileText> Load(const QString& path);
   /// Replaces the file whole or not at all.
   [[nodiscard]] Status Save(const QString& path) const;

@@ -9,7 +9,6 @@ namespace vesk {
 namespace {
 
 constexpr int kSlotCount = 40;
-constexpr QLatin1String kSection("Options");
 
 /// "01" to "40".
 QString SlotKey(int n) {
@@ -21,7 +20,7 @@ QString SlotKey(int n) {
 Options LoadOptions(const Settings& settings) {
   std::vector<QString> keys;
   for (int n = 1; n <= kSlotCount; ++n) keys.push_back(SlotKey(n));
-  const std::vector<QString> values = settings.ReadSettings(kSection, keys);
+  const std::vector<QString> values = settings.ReadSettings(kOptionsSection, keys);
   Options options;
   for (int n = 1; n <= kSlotCount; ++n) options.Slot(n) = values[static_cast<std::size_t>(n - 1)];
   options.extremeOptionIndex = static_cast<int>(options.Slot(8).indexOf(QLatin1Char('T')));
@@ -38,7 +37,7 @@ Options FirstRunOptions() {
 Status SaveOptions(const Options& options, Settings& settings) {
   std::vector<ProfileEntry> entries;
   for (int n = 1; n <= kSlotCount; ++n) entries.emplace_back(SlotKey(n), options.Slot(n));
-  return settings.WriteSettings(kSection, entries);
+  return settings.WriteSettings(kOptionsSection, entries);
 }
 
 qint32 ColourNumber(const QString& slotText) {

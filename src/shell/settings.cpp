@@ -6,10 +6,6 @@
 namespace vesk {
 namespace {
 
-constexpr QLatin1String kGeneral("Genel");
-constexpr QLatin1String kDataDirectory("DataDirectory");
-constexpr QLatin1String kFirstRunMarker("ilk.sil");
-
 void Collect(const Status& status, std::vector<Error>& failures) {
   if (!status) failures.push_back(status.Failure());
 }
@@ -60,11 +56,11 @@ Status Settings::WriteSettings(const QString& section, const std::vector<Profile
 }
 
 QString Settings::ReadDataDirectory() {
-  const QString stored = ReadSetting(kGeneral, kDataDirectory);
+  const QString stored = ReadSetting(kGeneralSection, kDataDirectoryKey);
   QString folder = NormaliseFolderPath(stored, home_);
   if (folder != stored) {
     // The folder is usable all the same; start-up compares the stored value and tells the operator.
-    [[maybe_unused]] const Status written = WriteSetting(kGeneral, kDataDirectory, folder);
+    [[maybe_unused]] const Status written = WriteSetting(kGeneralSection, kDataDirectoryKey, folder);
   }
   return folder;
 }
@@ -88,10 +84,10 @@ std::vector<Error> InitialiseDefaults(const QString& programFolder, Settings& se
   if (!IsFirstRun(programFolder)) return failures;
   const QString dataFolder = settings.Home() + QLatin1String("Sefnor/");
   const QString registerFolder = dataFolder + QLatin1String("ArvelDat/");
-  Collect(settings.WriteSettings(kGeneral, {{kDataDirectory, dataFolder},
-                                            {QStringLiteral("ArvelDataDirectory"), registerFolder}}),
+  Collect(settings.WriteSettings(kGeneralSection, {{kDataDirectoryKey, dataFolder},
+                                                   {QStringLiteral("ArvelDataDirectory"), registerFolder}}),
           failures);
-  Collect(settings.WriteSettings(QStringLiteral("Options"), FirstRunOptionEntries()), failures);
+  Collect(settings.WriteSettings(kOptionsSection, FirstRunOptionEntries()), failures);
   const bool stored = failures.empty();
   Collect(MakeFolder(dataFolder + QLatin1String("Arsiv")), failures);
   Collect(MakeFolder(registerFolder), failures);

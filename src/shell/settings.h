@@ -11,6 +11,12 @@
 
 namespace vesk {
 
+/// Section of the folders, and the key of the data directory in it.
+inline constexpr QLatin1String kGeneralSection("Genel");
+inline constexpr QLatin1String kDataDirectoryKey("DataDirectory");
+/// Section of the options, keys "01" to "40".
+inline constexpr QLatin1String kOptionsSection("Options");
+
 class Settings {
  public:
   Settings() = default;

@@ -7,9 +7,6 @@
 namespace vesk {
 namespace {
 
-constexpr QLatin1String kGeneral("Genel");
-constexpr QLatin1String kDataDirectory("DataDirectory");
-
 /// One line a file is enough: what fails once for the settings file fails at every step that needs it.
 void AddProblem(StartUpReport& report, const Error& error) {
   const bool known =
@@ -38,13 +35,13 @@ void CheckSettingsFile(const RunValues& run, StartUpReport& report) {
 /// Reads the data directory. The stored text differs from it only when it could not be written back.
 void ReadDataDirectory(RunValues& run, StartUpReport& report) {
   run.dataDirectory = run.settings.ReadDataDirectory();
-  if (run.settings.ReadSetting(kGeneral, kDataDirectory) == run.dataDirectory) return;
-  const Status again = run.settings.WriteSetting(kGeneral, kDataDirectory, run.dataDirectory);
+  if (run.settings.ReadSetting(kGeneralSection, kDataDirectoryKey) == run.dataDirectory) return;
+  const Status again = run.settings.WriteSetting(kGeneralSection, kDataDirectoryKey, run.dataDirectory);
   if (!again) AddProblem(report, again.Failure());
 }
 
 void ReadRegisterFolder(RunValues& run) {
-  const QString stored = run.settings.ReadSetting(kGeneral, QStringLiteral("ArvelDataDirectory"));
+  const QString stored = run.settings.ReadSetting(kGeneralSection, QStringLiteral("ArvelDataDirectory"));
   run.hydrologyDirectory = TranslateFolderText(stored, run.settings.Home());
 }
 
@@ -64,11 +61,10 @@ void FallBackFromRegisterFolder(RunValues& run, StartUpReport& report) {
 
 /// Copies the empty register when there is none yet; one that exists is never touched.
 Status EnsureRegister(const RunValues& run) {
-  const auto emptyRegister = FindEntry(run.programFolder, QStringLiteral("IstSbl.mdb"));
+  const auto emptyRegister = FindEntry(run.programFolder, kRegisterTemplate);
   if (!emptyRegister) {
-    return Error{QStringLiteral("The empty station database is missing"),
-                 run.programFolder + QLatin1String("IstSbl.mdb"),
-                 {}};
+    return Error{
+        QStringLiteral("The empty station database is missing"), run.programFolder + kRegisterTemplate, {}};
   }
   return CopyNewFile(*emptyRegister, run.stationDatabasePath);
 }
@@ -112,11 +108,11 @@ StartUpReport StartUp(const StartUpInput& input, RunValues& run) {
 Status SwitchLanguage(RunValues& run, LanguageChoice choice) {
   run.options.Slot(21) = LanguageSlotText(choice);
   FillLanguage(run, choice);
-  return run.settings.WriteSetting(QStringLiteral("Options"), QStringLiteral("21"), run.options.Slot(21));
+  return run.settings.WriteSetting(kOptionsSection, QStringLiteral("21"), run.options.Slot(21));
 }
 
 Status StoreDataDirectory(RunValues& run) {
-  return run.settings.WriteSetting(kGeneral, kDataDirectory, run.dataDirectory);
+  return run.settings.WriteSetting(kGeneralSection, kDataDirectoryKey, run.dataDirectory);
 }
 
 }  // namespace vesk
