@@ -28,6 +28,7 @@ class TableBuilder {
     for (const Reading& reading : readings) {
       ++row;
       if (reading.day < first || reading.day > last) continue;  // of another year loaded along with this one
+      if (readings_ > 0 && reading.day != readingDay_) EndDayWithoutExtremes();
       switch (reading.kind) {
         case ReadingKind::Maximum:
           AddMaximum(row, reading);
@@ -79,10 +80,6 @@ class TableBuilder {
   }
 
   void AddReading(int row, const Reading& reading) {
-    if (readings_ > 0 && reading.day != readingDay_) {
-      if (withHourly_) table_.missingExtremesRows.push_back(HourlyRow());
-      CloseWithoutExtremes();
-    }
     readingDay_ = reading.day;
     ++hourlyCount_;
     if (withHourly_) table_.hourly.push_back({reading.day, ValueOf(row)});
@@ -106,8 +103,13 @@ class TableBuilder {
     }
   }
 
-  /// A day of readings ended without a minimum record: it gets no mean, and nothing of it may leak into the
-  /// next.
+  /// The next day begins, and the one before it had no minimum record.
+  void EndDayWithoutExtremes() {
+    if (withHourly_) table_.missingExtremesRows.push_back(HourlyRow());
+    CloseWithoutExtremes();
+  }
+
+  /// The day gets no mean, and nothing of it may leak into the next.
   void CloseWithoutExtremes() {
     DayRecord& record = RecordOf(readingDay_);
     if (record.meanCm) {
