@@ -13,17 +13,18 @@
 #include <com/sun/star/sheet/XCellAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
-#include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
 #include <com/sun/star/sheet/XFormulaParser.hpp>
 #include <com/sun/star/sheet/XFormulaTokens.hpp>
 #include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
+#include <com/sun/star/sheet/XSheetCellRanges.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/table/BorderLine2.hpp>
 #include <com/sun/star/table/BorderLineStyle.hpp>
 #include <com/sun/star/util/NumberFormat.hpp>
 #include <com/sun/star/util/XNumberFormatTypes.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
+#include <com/sun/star/util/XReplaceable.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 
 namespace vesk {
@@ -206,17 +207,20 @@ Status OfficeWorksheet::SetFormulaR1C1(int row, int column, const QString& formu
 
 Status OfficeWorksheet::ReenterFormulas() {
   return session_->Ask(QStringLiteral("The formulas could not be entered again"), path_, [&] {
+    const Reference<css::sheet::XCellRangesQuery> query(sheet_, UNO_QUERY_THROW);
+    const Reference<css::sheet::XSheetCellRanges> formulas =
+        query->queryContentCells(static_cast<sal_Int16>(css::sheet::CellFlags::FORMULA));
+    if (!formulas->getRangeAddresses().hasElements()) return;
     const Reference<css::sheet::XCalculatable> calculation(document_, UNO_QUERY_THROW);
     const bool automatic = calculation->isAutomaticCalculationEnabled();
-    calculation->enableAutomaticCalculation(false);  // once at the end, not once a range
-    const Reference<css::sheet::XCellRangesQuery> query(sheet_, UNO_QUERY_THROW);
-    const auto formulas =
-        query->queryContentCells(static_cast<sal_Int16>(css::sheet::CellFlags::FORMULA))->getRangeAddresses();
-    for (const css::table::CellRangeAddress& a : formulas) {
-      const Reference<css::sheet::XCellRangeFormula> range(
-          sheet_->getCellRangeByPosition(a.StartColumn, a.StartRow, a.EndColumn, a.EndRow), UNO_QUERY_THROW);
-      range->setFormulaArray(range->getFormulaArray());
-    }
+    calculation->enableAutomaticCalculation(false);  // once at the end, not once a formula
+    // Replacing each equals sign by itself enters every formula anew, all in one call.
+    const Reference<css::util::XReplaceable> cells(formulas, UNO_QUERY_THROW);
+    const Reference<css::util::XReplaceDescriptor> same(cells->createReplaceDescriptor(),
+                                                        css::uno::UNO_SET_THROW);
+    same->setSearchString(ToOffice("="));
+    same->setReplaceString(ToOffice("="));
+    (void)cells->replaceAll(Reference<css::util::XSearchDescriptor>(same, UNO_QUERY_THROW));
     calculation->enableAutomaticCalculation(automatic);
   });
 }
