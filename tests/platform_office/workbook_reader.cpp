@@ -1,13 +1,10 @@
 #include "platform_office/workbook_reader.h"
 
-#include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
-#include <com/sun/star/sheet/XArrayFormulaRange.hpp>
 #include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
-#include <com/sun/star/table/BorderLine2.hpp>
 #include <com/sun/star/text/XTextRange.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 
@@ -67,17 +64,8 @@ WorkbookReader::WorkbookReader(const QString& path) {
 Cell WorkbookReader::At(const char* sheet, int row, int column) const {
   const Reference<css::table::XCell> source =
       SheetOf(*workbook_, sheet)->getCellByPosition(column - 1, row - 1);
-  const Reference<css::beans::XPropertySet> format(source, UNO_QUERY_THROW);
-  Cell cell;
-  cell.content = ContentOf(source);
-  cell.number = source->getValue();
-  cell.text = FromOffice(Reference<css::text::XTextRange>(source, UNO_QUERY_THROW)->getString());
-  format->getPropertyValue(ToOffice("CharColor")) >>= cell.colour;
-  css::table::BorderLine2 line;
-  if (format->getPropertyValue(ToOffice("BottomBorder2")) >>= line) {
-    cell.lineBelow = static_cast<int>(line.LineWidth);
-  }
-  return cell;
+  return {ContentOf(source),
+          FromOffice(Reference<css::text::XTextRange>(source, UNO_QUERY_THROW)->getString())};
 }
 
 QString WorkbookReader::ActiveSheet() const {

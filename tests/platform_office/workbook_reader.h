@@ -1,4 +1,4 @@
-// Reads workbooks back through an office of its own, cell by cell, with their colours and borders.
+// Reads workbooks back through an office of its own, cell by cell.
 #pragma once
 
 #include <QString>
@@ -13,10 +13,7 @@ enum class Content { Empty, Number, Text, Formula };
 
 struct Cell {
   Content content = Content::Empty;
-  double number = 0;
-  QString text;       ///< as the sheet shows it
-  int colour = -1;    ///< of the font, 0xRRGGBB
-  int lineBelow = 0;  ///< 1/100 mm
+  QString text;  ///< as the sheet shows it
 };
 
 class WorkbookReader {

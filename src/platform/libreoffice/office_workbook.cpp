@@ -102,8 +102,9 @@ Result<std::unique_ptr<OfficeWorkbook>> OfficeWorkbook::Load(std::shared_ptr<Off
     // sheet.
     const Sequence<css::beans::PropertyValue> settings(&macrosMayRun, 1);
     const rtl::OUString url = ToOffice(QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
+    // "_default" gives a workbook that is open already; "_blank" would open a second one, read-only.
     const Reference<css::lang::XComponent> component =
-        office.Desktop()->loadComponentFromURL(url, ToOffice("_blank"), 0, settings);
+        office.Desktop()->loadComponentFromURL(url, ToOffice("_default"), 0, settings);
     workbook->document_.set(component, UNO_QUERY);
     if (!workbook->document_.is() && component.is()) component->dispose();
   });
