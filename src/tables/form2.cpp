@@ -22,7 +22,6 @@ Form2::Form2(MainFrame& frame) : frame_(frame) {
   setWindowTitle(frame_.Run().language.Text(Caption::OpenExcelReport));
   CreateControls();
   ConnectControls();
-  ListTables();
 }
 
 void Form2::CreateControls() {
@@ -67,25 +66,30 @@ void Form2::ConnectControls() {
   connect(File3_, &QListWidget::itemDoubleClicked, this, &Form2::OpenSelected);
   connect(Command1_, &QPushButton::clicked, this, &Form2::OpenSelected);
   connect(CmdVazgec_, &QPushButton::clicked, this, &QWidget::close);
+  // Other windows change the data directory and make tables; a child window is not told that it becomes
+  // active.
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, QWidget* now) {
+    if (isAncestorOf(now) && !isAncestorOf(before)) ListTables();
+  });
   auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), this);
   escape->setContext(Qt::WidgetWithChildrenShortcut);
   connect(escape, &QShortcut::activated, this, &QWidget::close);
 }
 
 void Form2::ListTables() {
+  const QList<QListWidgetItem*> chosen = File3_->selectedItems();
+  const QString chosenName = chosen.isEmpty() ? QString() : chosen.first()->text();
   Label1_->setText(frame_.Run().dataDirectory);
   File3_->clear();
-  for (const QString& name : ListStoredTables(frame_.Run().dataDirectory)) File3_->addItem(name);
+  for (const QString& name : ListStoredTables(frame_.Run().dataDirectory)) {
+    File3_->addItem(name);
+    if (name == chosenName) File3_->setCurrentRow(File3_->count() - 1);
+  }
 }
 
 void Form2::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  Label1_->setText(frame_.Run().dataDirectory);
-}
-
-void Form2::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
-  if (event->type() == QEvent::ActivationChange) Label1_->setText(frame_.Run().dataDirectory);
+  ListTables();
 }
 
 QString Form2::SelectedPath() const {

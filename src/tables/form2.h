@@ -26,7 +26,6 @@ class Form2 : public QWidget {
   TrashFunction trash = MoveToDesktopTrash;  ///< where a deleted workbook goes first
 
  protected:
-  void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 

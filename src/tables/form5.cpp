@@ -111,7 +111,7 @@ void Form5::Accept() {
   if (chosen.isEmpty()) return;
   const QString path = RatingCurvePath(folder_, chosen.first()->text());
   // A folder that cannot be stored is asked for again next time; the choice itself stands.
-  static_cast<void>(frame_.Run().settings.WriteSetting(kSection, kFolderKey, folder_));
+  static_cast<void>(frame_.Run().settings.WriteSetting(kSection, kFolderKey, Dir1_->Path()));
   Q_EMIT CurveChosen(path);
   close();
 }

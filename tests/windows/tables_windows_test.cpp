@@ -4,7 +4,6 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 
 #include "tables/folder_lists.h"
@@ -16,171 +15,137 @@
 namespace vesk {
 namespace {
 
-template <class Control>
-Control* Find(QWidget& window, const char* name) {
-  auto* control = window.findChild<Control*>(QLatin1String(name));
-  EXPECT_NE(control, nullptr) << name;
-  return control;
-}
-
-void Touch(const QString& path) {
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-}
-
 void Press(QListWidget& list, int row, bool twice = false) {
+  // As on a desktop that opens entries by a single click: the windows wait for the second one all the same.
+  list.setStyleSheet(QStringLiteral("QListWidget { activate-on-singleclick: 1 }"));
   const QPoint at = list.visualItemRect(list.item(row)).center();
   QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at);
   if (twice) QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, at);
 }
 
-/// As on a desktop that opens entries by a single click.
-void OpenBySingleClick(QWidget& list) {
-  list.setStyleSheet(QStringLiteral("QListWidget { activate-on-singleclick: 1 }"));
-}
-
-class Form5Test : public testing::Test {
+class TableWindow : public testing::Test {
  protected:
-  void OpenIn(const QString& folder, LanguageChoice language = LanguageChoice::Turkish) {
-    frame_ = std::make_unique<test::FrameDouble>(language);
-    RunValues& run = frame_->Run();
-    curves_ = run.dataDirectory + QStringLiteral("curves");
-    ASSERT_TRUE(QDir().mkpath(curves_ + QStringLiteral("/old")));
-    Touch(curves_ + QStringLiteral("/E1.dat"));
-    Touch(curves_ + QStringLiteral("/old/E9.dat"));
-    ASSERT_TRUE(run.settings.WriteSetting(QStringLiteral("Genel"), QStringLiteral("AnahtarDirectory"),
-                                          folder == QLatin1String("curves") ? curves_ : folder));
-    form_ = new Form5(*frame_);
-    spy_ = std::make_unique<QSignalSpy>(form_, &Form5::CurveChosen);
-    frame_->ShowChild(form_);
+  void Touch(std::initializer_list<const char*> names) {
+    for (const char* name : names) EXPECT_TRUE(QFile(Data(name)).open(QIODevice::WriteOnly)) << name;
   }
-  QString Stored() {
-    return frame_->Run().settings.ReadSetting(QStringLiteral("Genel"), QStringLiteral("AnahtarDirectory"));
+  QString Data(const char* name = "") { return frame_.Run().dataDirectory + QLatin1String(name); }
+  template <class Control>
+  Control& Find(QWidget& window, const char* name) {
+    return *window.findChild<Control*>(QLatin1String(name));
   }
 
-  std::unique_ptr<test::FrameDouble> frame_;
-  QString curves_;
-  Form5* form_ = nullptr;
-  std::unique_ptr<QSignalSpy> spy_;
+  test::FrameDouble frame_;
 };
 
-TEST_F(Form5Test, OkHandsOverThePathAndKeepsTheFolder) {
-  OpenIn(QStringLiteral("curves"));
-  EXPECT_EQ(form_->windowTitle(), QStringLiteral("Anahtar eğrisinin seçimi"));
-  auto* files = Find<QListWidget>(*form_, "File1");
-  auto* ok = Find<QPushButton>(*form_, "Command2");
-  EXPECT_FALSE(ok->isEnabled());
-  ASSERT_EQ(files->count(), 1);
-  Press(*files, 0);
-  EXPECT_TRUE(ok->isEnabled());
-  QTest::mouseClick(ok, Qt::LeftButton);
-  ASSERT_EQ(spy_->count(), 1);
-  EXPECT_EQ(spy_->first().first().toString(), curves_ + QStringLiteral("/E1.dat"));
-  EXPECT_EQ(frame_->Child(QStringLiteral("Form5")), nullptr);
-  EXPECT_EQ(Stored(), curves_);
+class Form5Test : public TableWindow {
+ protected:
+  Form5& OpenIn(const QString& folder) {
+    EXPECT_TRUE(QDir(Data()).mkpath(QStringLiteral("curves/old")));
+    Touch({"curves/E1.dat", "curves/e10.DAT", "curves/F1.dat", "curves/E1.dat.bak", "curves/old/E9.dat"});
+    EXPECT_TRUE(frame_.Run().settings.WriteSetting(QStringLiteral("Genel"),
+                                                   QStringLiteral("AnahtarDirectory"), folder));
+    auto* form = new Form5(frame_);
+    QObject::connect(form, &Form5::CurveChosen, form, [this](const QString& path) { chosen_ += path; });
+    frame_.ShowChild(form);
+    return *form;
+  }
+  QString Stored() {
+    return frame_.Run().settings.ReadSetting(QStringLiteral("Genel"), QStringLiteral("AnahtarDirectory"));
+  }
+
+  QStringList chosen_;
+};
+
+TEST_F(Form5Test, FilesAreChosenByOkDoubleClickAndReturn) {
+  for (const char* by : {"ok", "double click", "return"}) {
+    Form5& form = OpenIn(Data("curves/"));
+    EXPECT_EQ(form.windowTitle(), QStringLiteral("Anahtar eğrisinin seçimi"));
+    auto& files = Find<QListWidget>(form, "File1");
+    auto& ok = Find<QPushButton>(form, "Command2");
+    EXPECT_FALSE(ok.isEnabled());
+    ASSERT_EQ(files.count(), 2);
+    chosen_.clear();
+    Press(files, 1, *by == 'd');
+    EXPECT_EQ(chosen_.size(), *by == 'd' ? 1 : 0);
+    if (*by == 'o') QTest::mouseClick(&ok, Qt::LeftButton);
+    if (*by == 'r') QTest::keyClick(&files, Qt::Key_Return);
+    EXPECT_EQ(chosen_, QStringList(Data("curves/e10.DAT")));
+    EXPECT_EQ(frame_.Child(QStringLiteral("Form5")), nullptr);
+    EXPECT_EQ(Stored(), Data("curves"));
+  }
 }
 
 TEST_F(Form5Test, APressShowsAFoldersFilesAndADoubleClickOpensIt) {
-  OpenIn(QStringLiteral("curves"), LanguageChoice::English);
-  EXPECT_EQ(form_->windowTitle(), QStringLiteral("Selection of rating curve files"));
-  auto* folders = Find<DirList>(*form_, "Dir1");
-  auto* files = Find<QListWidget>(*form_, "File1");
-  const int last = folders->count() - 1;
-  ASSERT_EQ(folders->item(last)->text().trimmed(), QStringLiteral("old"));
-  Press(*folders, last);
-  ASSERT_EQ(files->count(), 1);
-  EXPECT_EQ(files->item(0)->text(), QStringLiteral("E9.dat"));
-  EXPECT_EQ(folders->Path(), curves_);  // listed, not yet opened
-  Press(*folders, last, true);
-  EXPECT_EQ(folders->Path(), curves_ + QStringLiteral("/old"));
-  Press(*files, 0, true);
-  ASSERT_EQ(spy_->count(), 1);
-  EXPECT_EQ(spy_->first().first().toString(), curves_ + QStringLiteral("/old/E9.dat"));
-}
-
-TEST_F(Form5Test, OneClickChoosesAndReturnAccepts) {
-  OpenIn(QStringLiteral("curves"));
-  auto* files = Find<QListWidget>(*form_, "File1");
-  OpenBySingleClick(*files);
-  Press(*files, 0);
-  EXPECT_EQ(spy_->count(), 0);
-  QTest::keyClick(files, Qt::Key_Return);
-  EXPECT_EQ(spy_->count(), 1);
+  for (const bool opened : {false, true}) {
+    Form5& form = OpenIn(Data("curves"));
+    auto& folders = Find<DirList>(form, "Dir1");
+    Press(folders, folders.count() - 1, opened);
+    Press(Find<QListWidget>(form, "File1"), 0, true);
+    EXPECT_EQ(chosen_.last(), Data("curves/old/E9.dat"));
+    EXPECT_EQ(Stored(), Data(opened ? "curves/old" : "curves"));
+  }
 }
 
 TEST_F(Form5Test, CancelGivesAnEmptyPathAndAMissingFolderOpensAtHome) {
-  OpenIn(QStringLiteral("/no/such/folder"));
-  EXPECT_EQ(Find<DirList>(*form_, "Dir1")->Path(), QDir::cleanPath(QDir::homePath()));
-  QTest::keyClick(form_, Qt::Key_Escape);
-  ASSERT_EQ(spy_->count(), 1);
-  EXPECT_TRUE(spy_->first().first().toString().isEmpty());
+  Form5& form = OpenIn(QStringLiteral("/no/such/folder"));
+  EXPECT_EQ(Find<DirList>(form, "Dir1").Path(), QDir::cleanPath(QDir::homePath()));
+  QTest::keyClick(&form, Qt::Key_Escape);
+  EXPECT_EQ(chosen_, QStringList(QString()));
   EXPECT_EQ(Stored(), QStringLiteral("/no/such/folder"));
 }
 
-class Form2Test : public testing::Test {
+class Form2Test : public TableWindow {
  protected:
-  void Open(LanguageChoice language = LanguageChoice::Turkish) {
-    frame_ = std::make_unique<test::FrameDouble>(language);
-    frame_->office = &office_;
-    data_ = frame_->Run().dataDirectory;
-    Touch(data_ + QStringLiteral("Tablo-12345(2011).xls"));
-    Touch(data_ + QStringLiteral("Tablo-12345(2012).xls"));
-    form_ = new Form2(*frame_);
+  void SetUp() override {
+    frame_.office = &office_;
+    Touch({"tablo-12345(2011).XLS", "Tablo-12345(2012).xls", "Tablo-12345(2012).xlsx"});
     form_->trash = [](const QString&) { return false; };
-    frame_->ShowChild(form_);
-    files_ = Find<QListWidget>(*form_, "File3");
+    frame_.ShowChild(form_);
   }
-  QString Message() { return Find<QLabel>(*form_, "Message")->text(); }
+  QListWidget& Files() { return Find<QListWidget>(*form_, "File3"); }
+  QString Message() { return Find<QLabel>(*form_, "Message").text(); }
 
   test::RecordingSpreadsheet office_;
-  std::unique_ptr<test::FrameDouble> frame_;
-  QString data_;
-  Form2* form_ = nullptr;
-  QListWidget* files_ = nullptr;
+  Form2* form_ = new Form2(frame_);
 };
 
 TEST_F(Form2Test, OpensTheChosenWorkbook) {
-  Open();
-  EXPECT_EQ(form_->windowTitle(), QStringLiteral("Excel rapor dosyasını aç"));
-  EXPECT_EQ(Find<QLabel>(*form_, "Label1")->text(), data_);
-  QTest::mouseClick(Find<QPushButton>(*form_, "Command1"), Qt::LeftButton);
-  EXPECT_FALSE(Message().isEmpty());  // nothing chosen yet
+  auto& open = Find<QPushButton>(*form_, "Command1");
+  QTest::mouseClick(&open, Qt::LeftButton);
+  EXPECT_EQ(Message(), QStringLiteral("Önce listeden bir dosya seçiniz."));
+  office_.failing = {QStringLiteral("open")};
+  Press(Files(), 1, true);
+  EXPECT_TRUE(Message().startsWith(QStringLiteral("Dosya açılamadı.")));
+  office_.failing.clear();
+  office_.steps.clear();
+  Press(Files(), 1);
   EXPECT_TRUE(office_.steps.isEmpty());
-  Press(*files_, 1, true);
-  ASSERT_FALSE(office_.steps.isEmpty());
-  EXPECT_EQ(office_.steps.first(), QStringLiteral("open ") + data_ + QStringLiteral("Tablo-12345(2012).xls"));
-  EXPECT_EQ(office_.steps.last(), QStringLiteral("select Gunluk"));
+  QTest::keyClick(&Files(), Qt::Key_Return);
+  EXPECT_EQ(office_.steps,
+            QStringList({QStringLiteral("open ") + Data("Tablo-12345(2012).xls"), QStringLiteral("show"),
+                         QStringLiteral("window"), QStringLiteral("select Gunluk")}));
   EXPECT_TRUE(Message().isEmpty());
 }
 
-TEST_F(Form2Test, OneClickChoosesAndReturnOpens) {
-  Open();
-  OpenBySingleClick(*files_);
-  Press(*files_, 1);
-  EXPECT_TRUE(office_.steps.isEmpty());
-  QTest::keyClick(files_, Qt::Key_Return);
-  EXPECT_EQ(office_.steps.count(QStringLiteral("select Gunluk")), 1);
-}
+TEST_F(Form2Test, DeleteTakesAwayTheChosenOneOfTheDirectoryAsItIsNow) {
+  QTest::keyClick(&Files(), Qt::Key_Delete);
+  EXPECT_EQ(Files().count(), 2) << "nothing chosen";
+  Press(Files(), 0);
+  QTest::keyClick(&Files(), Qt::Key_Delete);
+  ASSERT_EQ(Files().count(), 1);
+  EXPECT_EQ(Files().item(0)->text(), QStringLiteral("Tablo-12345(2012).xls"));
+  EXPECT_FALSE(QFile::exists(Data("tablo-12345(2011).XLS")));
 
-TEST_F(Form2Test, TellsWhenAWorkbookCannotBeOpened) {
-  Open(LanguageChoice::English);
-  Press(*files_, 0);
-  office_.failing = {QStringLiteral("open ") + data_ + QStringLiteral("Tablo-12345(2011).xls")};
-  QTest::mouseClick(Find<QPushButton>(*form_, "Command1"), Qt::LeftButton);
-  EXPECT_TRUE(Message().startsWith(QStringLiteral("The file could not be opened.")));
-}
-
-TEST_F(Form2Test, DeleteTakesTheChosenWorkbookAwayAtOnce) {
-  Open();
-  QTest::keyClick(files_, Qt::Key_Delete);
-  EXPECT_EQ(files_->count(), 2);  // nothing chosen
-  Press(*files_, 0);
-  QTest::keyClick(files_, Qt::Key_Delete);
-  ASSERT_EQ(files_->count(), 1);
-  EXPECT_EQ(files_->item(0)->text(), QStringLiteral("Tablo-12345(2012).xls"));
-  EXPECT_FALSE(QFile::exists(data_ + QStringLiteral("Tablo-12345(2011).xls")));
-  QTest::mouseClick(Find<QPushButton>(*form_, "CmdVazgec"), Qt::LeftButton);
-  EXPECT_EQ(frame_->Child(QStringLiteral("Form2")), nullptr);
+  QWidget other;
+  other.show();
+  QApplication::setActiveWindow(&other);
+  ASSERT_TRUE(QDir(Data()).mkdir(QStringLiteral("second")));
+  frame_.Run().dataDirectory += QStringLiteral("second/");
+  Touch({"Tablo-1(2013).xls"});
+  QApplication::setActiveWindow(form_);
+  EXPECT_EQ(Find<QLabel>(*form_, "Label1").text(), Data());
+  ASSERT_EQ(Files().count(), 1);
+  EXPECT_EQ(Files().item(0)->text(), QStringLiteral("Tablo-1(2013).xls"));
 }
 
 }  // namespace
