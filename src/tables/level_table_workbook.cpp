@@ -23,6 +23,13 @@ QString NoExtremesNote() {
 
 using Row = std::vector<CellValue>;
 
+/// A number where the text reads as one, nothing when it is empty.
+CellValue DischargeValue(const QString& discharge) {
+  if (discharge.trimmed().isEmpty()) return {};
+  if (const std::optional<double> number = ReadWholeNumber(discharge)) return *number;
+  return discharge;
+}
+
 Row ValuesOf(const LevelAt& value) {
   return {ClockText(value.minuteOfDay), value.levelCm, DischargeValue(value.discharge)};
 }
@@ -174,12 +181,6 @@ Status WriteDaily(const LevelTable& table, Worksheet& sheet) {
 }
 
 }  // namespace
-
-CellValue DischargeValue(const QString& discharge) {
-  if (discharge.trimmed().isEmpty()) return {};
-  if (const std::optional<double> number = ReadWholeNumber(discharge)) return *number;
-  return discharge;
-}
 
 Result<WriteReport> WriteLevelTable(const LevelTable& table, bool withHourly, Workbook& workbook,
                                     const WriteProgress& progress) {

@@ -26,7 +26,4 @@ struct WriteReport {
 Result<WriteReport> WriteLevelTable(const LevelTable& table, bool withHourly, Workbook& workbook,
                                     const WriteProgress& progress);
 
-/// A discharge as a cell holds it: a number where it reads as one, nothing when it is empty.
-CellValue DischargeValue(const QString& discharge);
-
 }  // namespace vesk

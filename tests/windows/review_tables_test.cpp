@@ -6,7 +6,7 @@
 
 #include "graphs/form_coklu_secim.h"
 #include "graphs/frm_gr_lis.h"
-#include "tables/build_level_table.h"
+#include "tables/plain_answers.h"
 #include "tables/recording_spreadsheet.h"
 #include "windows/review_fixture.h"
 
@@ -16,15 +16,6 @@ namespace {
 QString Texts(const char* text) {
   return QString::fromUtf8(text);
 }
-
-/// Answers as the fixture's operator, who wants hourly values.
-class PlainBuild : public BuildQuestions {
- public:
-  void TellWorkbooksAreOpen(const BuildMessage&) override {}
-  bool AskForHourlyValues(const BuildMessage&) override { return true; }
-  void WarnNotToSwitchSheets(const BuildMessage&) override {}
-  void ShowProgress(int) override {}
-};
 
 class Tables : public ReviewWindowTest {
  protected:
@@ -45,17 +36,17 @@ TEST_F(Tables, ATableMadeHereHoldsWhatTheCommandLineWrites) {
   Push("Command4");
   Push("Command3");
   ASSERT_EQ(operator_.told.size(), 2);
-  EXPECT_EQ(operator_.told[0], Texts("Saatlik Değerler Tabloya Dahil Edilsin mi?"));
-  EXPECT_TRUE(operator_.told[1].contains(Texts("sayfalar arasında geçiş")));
   EXPECT_TRUE(QFile::exists(TablePath()));
   EXPECT_TRUE(Find<QLabel>("StatusLine").text().contains(TablePath()));
-  EXPECT_TRUE(Button("Command3").isEnabled());
+  Push("CmdGrf");
+  EXPECT_NE(frame_.Child(Texts("FormGraf")), nullptr);
+  ASSERT_NE(form_, nullptr) << "the graph opens beside it";
 
   const LoadRequest request = WaterYearRequest(Data(), Texts(kStation), 2010, {});
   const auto loaded = LoadReadings(request);
   ASSERT_TRUE(loaded);
   RecordingSpreadsheet plain;
-  PlainBuild asking;
+  PlainAnswers asking;
   ASSERT_TRUE(BuildLevelTable({.grid = loaded->grid,
                                .stationNumber = Texts("12345"),
                                .stationName = {},
@@ -72,87 +63,50 @@ TEST_F(Tables, ATableMadeHereHoldsWhatTheCommandLineWrites) {
 TEST_F(Tables, OpenWorkbooksAndAMissingTemplateAreToldAndTheWindowGoesOn) {
   Open();
   LoadWaterYear();
-  office_.windowIsOpen = true;
-  Push("Command3");
-  ASSERT_EQ(operator_.told.size(), 1);
-  EXPECT_TRUE(operator_.told[0].startsWith(Texts("Öncelikle açık olan tüm EXCEL")));
-  EXPECT_FALSE(QFile::exists(TablePath()));
-
-  office_.windowIsOpen = false;
-  operator_.told.clear();
   ASSERT_TRUE(QFile::remove(frame_.Run().programFolder + Texts("Sablon.xls")));
-  Push("Command3");
-  ASSERT_FALSE(operator_.told.isEmpty());
-  EXPECT_TRUE(operator_.told.last().contains(Texts("Sablon.xls")));
-  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-  EXPECT_TRUE(Button("Command3").isEnabled());
-  EXPECT_FALSE(Find<QWidget>("ProgressBar1").isVisible());
+  for (const bool open : {true, false}) {
+    office_.windowIsOpen = open;
+    Push("Command3");
+    EXPECT_TRUE(operator_.told.last().contains(Texts(open ? "açık olan tüm EXCEL" : "Sablon.xls")));
+    EXPECT_FALSE(QFile::exists(TablePath()));
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    EXPECT_TRUE(Button("Command3").isEnabled());
+  }
 }
 
-TEST_F(Tables, TheGraphOpensBesideTheSelectionWindow) {
-  Open();
-  LoadWaterYear();
-  Push("CmdGrf");
-  EXPECT_NE(frame_.Child(Texts("FormGraf")), nullptr);
-  ASSERT_NE(form_, nullptr);
-  EXPECT_EQ(frame_.Run().stationMode, StationMode::Single);
-}
-
-TEST_F(Tables, DrawingTheListWritesGraphFilesAndMakesWayForTheGraph) {
-  Open(Caption::MultipleGraph);
-  LoadWaterYear(0);
-  LoadWaterYear(1);
-  Push("CmdCiz");
-  EXPECT_EQ(form_, nullptr);
-  EXPECT_NE(frame_.Child(Texts("FormGraf")), nullptr);
-  EXPECT_EQ(frame_.Run().stationMode, StationMode::Multiple);
-  EXPECT_TRUE(QFile::exists(Data() + Texts("Graf2010--12345.txt")));
-  EXPECT_TRUE(QFile::exists(Data() + Texts("Graf2010--20000.txt")));
-}
-
-TEST_F(Tables, WhatADrawingCouldNotReadIsToldInTheOperatorsLanguage) {
+TEST_F(Tables, DrawingTheListWritesGraphFilesThatAreDrawnAgainWithoutLoading) {
   QFile raw(Data() + Texts("001-20000-010203.txt"));
   ASSERT_TRUE(raw.open(QIODevice::ReadWrite));
   const QByteArray content = raw.readAll().replace("1.03", "1x03");
-  ASSERT_TRUE(raw.seek(0));
-  ASSERT_EQ(raw.write(content), content.size());
+  ASSERT_TRUE(raw.seek(0) && raw.write(content) == content.size());
   raw.close();
-  Open(Caption::MultipleGraph);
-  LoadWaterYear(1);
-  Push("CmdCiz");
-  ASSERT_EQ(operator_.told.size(), 1);
-  EXPECT_TRUE(operator_.told.first().contains(Texts("19. satır yüklenmedi")))
-      << operator_.told.first().toStdString();
-}
-
-TEST_F(Tables, StoredGraphFilesAreDrawnAgainWithoutLoading) {
   Open(Caption::MultipleGraph);
   LoadWaterYear(0);
   LoadWaterYear(1);
   Push("CmdCiz");
-  ASSERT_TRUE(QFile::remove(Data() + Texts("001-20000-010203=0001.txt")));  // not needed any more
+  EXPECT_EQ(form_, nullptr) << "makes way for the graph";
+  EXPECT_NE(frame_.Child(Texts("FormGraf")), nullptr);
+  EXPECT_EQ(frame_.Run().stationMode, StationMode::Multiple);
+  ASSERT_EQ(operator_.told.size(), 1);
+  EXPECT_TRUE(operator_.told.first().contains(Texts("19. satır yüklenmedi")))
+      << operator_.told.first().toStdString();
   ASSERT_TRUE(frame_.CloseChild(Texts("FormGraf")));
   Settle();
 
+  ASSERT_TRUE(QFile::remove(Data() + Texts("001-20000-010203=0001.txt")));  // not needed any more
   Open(Caption::MultipleGraph);
-  EXPECT_EQ(Button("CmdListe").text(), Texts("Liste"));
-  const auto answer = [this](bool accept) {
-    QTimer::singleShot(0, [accept] {
+  for (const bool draw : {false, true}) {
+    QTimer::singleShot(0, [draw] {
       auto* list = qobject_cast<FrmGrLis*>(QApplication::activeModalWidget());
       ASSERT_NE(list, nullptr);
       EXPECT_EQ(list->findChild<QListWidget*>(Texts("List1"))->count(), 2);
-      if (!accept) return list->reject();
+      if (!draw) return list->reject();
       QTest::mouseClick(list->findChild<QPushButton*>(Texts("Command2")), Qt::LeftButton);
     });
     Push("CmdListe");
-  };
-  answer(false);
-  ASSERT_NE(form_, nullptr);
-  EXPECT_EQ(frame_.Child(Texts("FormGraf")), nullptr);
-  answer(true);
-  EXPECT_EQ(form_, nullptr);
-  EXPECT_NE(frame_.Child(Texts("FormGraf")), nullptr);
-  EXPECT_EQ(frame_.Run().stationMode, StationMode::Multiple);
+    EXPECT_EQ(form_ == nullptr, draw);
+    EXPECT_EQ(frame_.Child(Texts("FormGraf")) != nullptr, draw);
+  }
 }
 
 TEST_F(Tables, ThePickerHandsWaterYearsToTheList) {
@@ -171,34 +125,25 @@ TEST_F(Tables, ThePickerHandsWaterYearsToTheList) {
 }
 
 TEST_F(Tables, ARatingCurveIsKeptUntilTheNextChoice) {
-  const QString curves = Data() + Texts("curves");
-  ASSERT_TRUE(QDir().mkpath(curves));
-  QFile curve(curves + Texts("/E1.dat"));
-  ASSERT_TRUE(curve.open(QIODevice::WriteOnly));
-  ASSERT_TRUE(frame_.Run().settings.WriteSetting(Texts("Genel"), Texts("AnahtarDirectory"), curves));
+  ASSERT_TRUE(QFile(Data() + Texts("E1.dat")).open(QIODevice::WriteOnly));
+  ASSERT_TRUE(frame_.Run().settings.WriteSetting(Texts("Genel"), Texts("AnahtarDirectory"), Data()));
   Open();
   LoadWaterYear();
-  Push("Command2");
-  QWidget* chooser = frame_.Child(Texts("Form5"));
-  ASSERT_NE(chooser, nullptr);
-  chooser->findChild<QListWidget*>(Texts("File1"))->setCurrentRow(0);
-  QTest::mouseClick(chooser->findChild<QPushButton*>(Texts("Command2")), Qt::LeftButton);
   auto& shown = Find<QLineEdit>("Text7");
-  EXPECT_EQ(shown.text(), curve.fileName());
+  const auto choose = [&] {
+    Push("Command2");
+    QWidget* chooser = frame_.Child(Texts("Form5"));
+    ASSERT_NE(chooser, nullptr);
+    chooser->findChild<QListWidget*>(Texts("File1"))->setCurrentRow(0);
+    QTest::mouseClick(chooser->findChild<QPushButton*>(Texts("Command2")), Qt::LeftButton);
+    EXPECT_EQ(shown.text(), Data() + Texts("E1.dat"));
+  };
+  choose();
   QTest::keyClick(&shown, Qt::Key_Delete);
   EXPECT_TRUE(shown.text().isEmpty());
-  Push("Command2");
+  choose();
   Click("ListSuYili", 1);
   EXPECT_TRUE(shown.text().isEmpty());
-}
-
-TEST_F(Tables, ThePanelClosesAndComesBackWithTheNextLoad) {
-  Open();
-  LoadWaterYear();
-  Push("Command1");
-  EXPECT_FALSE(Find<QWidget>("Frame3").isVisible());
-  Push("CmdTamam");
-  EXPECT_TRUE(Find<QWidget>("Frame3").isVisible());
 }
 
 }  // namespace
