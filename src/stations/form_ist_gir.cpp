@@ -123,7 +123,7 @@ void Form_IstGir::OpenRegister() {
     table_ = new StationTableModel(*register_, {language.Text(Caption::Number), language.Text(Caption::Name)},
                                    this);
     table_->setObjectName(QStringLiteral("Data1"));
-    const Status read = table_->Reload();
+    const Status read = table_->Load();
     if (read) return ShowTable();
     opened = read.Failure();
   }

@@ -3,7 +3,6 @@
 #include <QColor>
 
 #include <algorithm>
-#include <iterator>
 
 #include "datafiles/helpers.h"
 
@@ -38,26 +37,12 @@ bool TurkishLess(const QString& a, const QString& b) {
 StationTableModel::StationTableModel(StationRegister& stations, QStringList titles, QObject* parent)
     : QAbstractTableModel(parent), stations_(stations), titles_(std::move(titles)) {}
 
-Status StationTableModel::Reload() {
+Status StationTableModel::Load() {
   Result<std::vector<Station>> stations = OpenStationTable(stations_);
   if (!stations) return stations.Failure();
-  std::vector<Row> unsaved;
-  std::copy_if(rows_.begin(), rows_.end(), std::back_inserter(unsaved),
-               [](const Row& row) { return !row.saved; });
   beginResetModel();
   rows_.clear();
   for (Station& station : *stations) rows_.push_back({std::move(station), true});
-  for (Row& row : unsaved) {
-    const auto same = std::find_if(rows_.begin(), rows_.end(), [&row](const Row& other) {
-      return row.station.key != 0 && other.station.key == row.station.key;
-    });
-    if (same != rows_.end()) {
-      *same = std::move(row);
-    } else {
-      row.station.key = 0;  // gone from the register: it will be added again
-      rows_.push_back(std::move(row));
-    }
-  }
   endResetModel();
   return {};
 }

@@ -23,8 +23,8 @@ class StationTableModel : public QAbstractTableModel {
   /// titles: of the two columns. The register must outlive the model.
   StationTableModel(StationRegister& stations, QStringList titles, QObject* parent = nullptr);
 
-  /// Reads all rows again; unsaved ones are kept.
-  Status Reload();
+  /// Reads all rows of the register.
+  Status Load();
   [[nodiscard]] int StationCount() const { return static_cast<int>(rows_.size()); }
   [[nodiscard]] bool IsNewRow(int row) const { return row == StationCount(); }
   [[nodiscard]] bool IsUnsaved(int row) const;
