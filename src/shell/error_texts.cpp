@@ -61,6 +61,7 @@ constexpr Translation kTranslations[] = {
     {u"The cell could not be selected", u"Hücre seçilemedi"},
     {u"The cells could not be written", u"Hücreler yazılamadı"},
     {u"The formula could not be set", u"Formül yazılamadı"},
+    {u"The formulas could not be entered again", u"Formüller yeniden girilemedi"},
     {u"The level table cannot be written", u"Seviye tablosu yazılamıyor"},
     {u"The level table could not be put in its place", u"Seviye tablosu yerine konamadı"},
     {u"The sheet could not be selected", u"Sayfa seçilemedi"},

@@ -78,17 +78,6 @@ TEST_F(GraphFile, AReadingWithoutLevelEndsTheFile) {
   EXPECT_EQ(Write({}).size(), 0) << "an empty grid replaces the file of an earlier draw";
 }
 
-TEST_F(GraphFile, RecordsAreReadByNumber) {
-  const QByteArray content = Write({At(1), At(22)});
-  EXPECT_FALSE(GraphRecordAt(content, 0));
-  ASSERT_TRUE(GraphRecordAt(content, 2));
-  EXPECT_EQ(GraphRecordAt(content, 2)->level.toByteArray(), "    22");
-  EXPECT_EQ(GraphRecordAt(content, 2)->label.toByteArray(), "01-ort");
-  EXPECT_FALSE(GraphRecordAt(content, 3));
-  EXPECT_EQ(GraphRecordCount(content + "01/10"), 2) << "up to five bytes are no record";
-  EXPECT_TRUE(GraphRecordAt(content + "01/10/", 3)->label.isEmpty());
-}
-
 TEST_F(GraphFile, FailuresNameTheFile) {
   const auto written = WriteGraphFile(directory_ + QStringLiteral("none/"), 2009, QStringLiteral("1"), {});
   ASSERT_FALSE(written);

@@ -2,18 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/error_texts.h"
-
 namespace vesk {
 namespace {
-
-TEST(Language, ChoiceTextsAreComparedExactly) {
-  EXPECT_EQ(LanguageChoiceOf(QStringLiteral("TURKCE")), LanguageChoice::Turkish);
-  EXPECT_EQ(LanguageChoiceOf(QStringLiteral("ENGLISH")), LanguageChoice::English);
-  for (const char* other : {"English", "TÜRKÇE", " ENGLISH", ""}) {
-    EXPECT_EQ(LanguageChoiceOf(QString::fromUtf8(other)), LanguageChoice::Unknown) << other;
-  }
-}
 
 TEST(Language, BothTablesNameTheSameEntriesApartFromOne) {
   Language turkish;
@@ -72,15 +62,6 @@ TEST(Language, TurkishLeavesTheEntryThatItLacksAsItWas) {
 TEST(Language, TheWorkModeLosesTheFirstAccessKeyMarkOnly) {
   EXPECT_EQ(WithoutAccessKey(QStringLiteral("SEVİYE-&DEBİ &X")), QStringLiteral("SEVİYE-DEBİ &X"));
   EXPECT_EQ(WithoutAccessKey(QLatin1Char('&') + QString(250, QLatin1Char('x'))).size(), 200);
-}
-
-TEST(ErrorText, SpeaksTheOperatorsLanguageWhereItKnowsTheWords) {
-  Language language;
-  language.FillTurkish();
-  const Error error{QStringLiteral("The settings file could not be written"), QStringLiteral("/x/vesk4.ini"),
-                    QStringLiteral("a reason of the system")};
-  EXPECT_EQ(ErrorText(error, language),
-            QStringLiteral("Ayar dosyası yazılamadı: /x/vesk4.ini: a reason of the system"));
 }
 
 }  // namespace
