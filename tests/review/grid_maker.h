@@ -68,9 +68,11 @@ inline bool WriteContent(const QString& path, const QByteArray& content) {
   return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }
 
-/// "level/code" of a row, the two texts that editing changes.
-inline QString LevelAndCode(const ReviewGrid& grid, int row) {
-  return grid.Text(row, GridColumn::Level) + QLatin1Char('/') + grid.Text(row, GridColumn::Code);
+/// "level/code" of a row and "*" where its level is shaded as changed: what editing changes.
+inline std::string LevelAndCode(const ReviewGrid& grid, int row) {
+  const QString shade = grid.Mark(row).shade == RowShade::Changed ? QStringLiteral("*") : QString();
+  return (grid.Text(row, GridColumn::Level) + QLatin1Char('/') + grid.Text(row, GridColumn::Code) + shade)
+      .toStdString();
 }
 
 /// The cells of every row, up to a column.

@@ -36,11 +36,6 @@ TEST_F(LoadReadingsTest, ProgressRisesToTheWholeWithEveryFileOfEveryYear) {
   request.progress = [&told](int percent) { told.push_back(percent); };
   Load(request);
   EXPECT_EQ(told, (std::vector{25, 50, 75, 100}));
-  told.clear();
-  request.waterYears.clear();
-  request.files.resize(1);
-  Load(request);
-  EXPECT_EQ(told, std::vector{100});
 }
 
 TEST_F(LoadReadingsTest, AWaterYearTakesItsDaysFromEveryFileThatHoldsThem) {
@@ -131,19 +126,6 @@ TEST_F(LoadReadingsTest, AFileThatVanishesIsMissed) {
   EXPECT_EQ(loaded.setup[8], QStringLiteral("02/10/2008 01:00")) << "nothing to differ from";
   EXPECT_EQ(loaded.setup[kSetupWaterYearsRow], QStringLiteral("2009"));
   EXPECT_FALSE(LoadReadings(LoadRequest{})) << "no file at all";
-}
-
-TEST_F(LoadReadingsTest, UnreadableLinesAreNamedAndTheRestLoads) {
-  QByteArray content = SketchContent(Sketch("081001", "01/10/2008 01:00", "01/10/2008 10:00"));
-  content.replace("01/10/2008  03:00", "01/10/2008  0x:00");
-  Put(QStringLiteral("001-12345-081001.txt"), content);
-  LoadRequest request = Request();
-  const LoadedReadings loaded = Load(request);
-  ASSERT_EQ(loaded.messages.size(), 1U);
-  EXPECT_TRUE(loaded.messages[0].contains(QStringLiteral("line 18"))) << loaded.messages[0].toStdString();
-  EXPECT_EQ(loaded.grid.Text(3, GridColumn::Time), QStringLiteral("04:00"));
-  EXPECT_EQ(loaded.grid.Text(1, GridColumn::Label), QStringLiteral("01-ort"));
-  EXPECT_EQ(loaded.waterYear, 0) << "a single file has no water year";
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ class SessionTest : public testing::Test {
     EXPECT_TRUE(*edited) << typed;
   }
   void CorrectDates(const char* target) { ASSERT_TRUE(session_.CorrectDates(QLatin1String(target))); }
-  std::string Row(int row) const { return LevelAndCode(session_.Grid(), row).toStdString(); }
+  std::string Row(int row) const { return LevelAndCode(session_.Grid(), row); }
   std::size_t Pending() const { return session_.Pending()->records.size(); }
   int RestorePending() {
     const auto pending = session_.Pending();

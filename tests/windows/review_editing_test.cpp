@@ -125,18 +125,15 @@ TEST_F(Editing, UnsavedChangesAreAskedAboutBeforeAnythingReplacesThem) {
   Click("ListIst", 1);
   EXPECT_EQ(ChangeLogContent(), QByteArray("01/11/2009\t03:00\t50\t\r\n"));
   EXPECT_EQ(Chosen("ListIst"), QStringList({Texts("001-20000")}));
-}
 
-TEST_F(Editing, DiscardedChangesAreGoneForGood) {
-  TypeLevel(3, Texts("50"));
+  LoadWaterYear();
+  TypeLevel(4, Texts("60"));
   operator_.unsaved = UnsavedAnswer::Discard;
   Push("CmdVazgec");
-  Settle();
   EXPECT_EQ(form_, nullptr);
-  EXPECT_FALSE(QFile::exists(ChangeLog()));
   Reopen();
   EXPECT_EQ(operator_.recoverQuestions, 0);
-  EXPECT_EQ(Cell(3, GridColumn::Level), QString::number(SketchLevelCm(2)));
+  EXPECT_EQ(Cell(4, GridColumn::Level), QString::number(SketchLevelCm(3)));
 }
 
 TEST_F(Editing, AnEditSurvivesTheEndOfTheProgram) {
@@ -233,20 +230,6 @@ TEST_F(DateCorrection, ASavedOneIsNotTakenBackByPressingTheButtonUntouched) {
   pressUntouched();
   Push("CmdTamam");
   pressUntouched();
-}
-
-TEST_F(DateCorrection, ATextThatIsNoTimeIsRefusedByNameOfTheForm) {
-  for (const char* text : {"yesterday", "05/13/2010 22:00", "01/01/2001 00:00"}) {
-    operator_.told.clear();
-    TypeTarget(QLatin1String(text));
-    ASSERT_EQ(operator_.told.size(), 1) << text;
-    EXPECT_TRUE(operator_.told.first().contains(Texts("gg/aa/yyyy ss:dd")));
-    EXPECT_FALSE(Button("Command4").isEnabled());
-  }
-  operator_.told.clear();
-  TypeTarget(Texts("05/10/2010 23:59"));  // its time already
-  EXPECT_TRUE(operator_.told.isEmpty());
-  EXPECT_FALSE(Button("Command4").isEnabled());
 }
 
 }  // namespace
