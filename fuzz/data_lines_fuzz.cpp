@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr vesk::DayWindow kWaterYear{std::chrono::year(2008) / 10 / 1, std::chrono::year(2009) / 9 / 30};
+constexpr vesk::DayWindow kWaterYear{std::chrono::year(2023) / 10 / 1, std::chrono::year(2024) / 9 / 30};
 
 void Check(bool holds) {
   if (!holds) std::abort();
