@@ -12,6 +12,8 @@
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QScrollArea>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -35,7 +37,7 @@ FormGraf::FormGraf(GraphSheet sheet, const Language& language, double mouseAdjus
   CreateMenus();
   CreateWidgets();
   ConnectPicture();
-  resize(1120, 660);
+  resize(1440, 820);  // as far as the main window has room
   picture_->setFocus();
   DrawPage(Mode::Yeni);
 }
@@ -128,6 +130,8 @@ void FormGraf::ShowDateEntry() {
   dateBox_->show();
   startEntry_->setFocus();
   startEntry_->selectAll();
+  // Once the box has its place.
+  QTimer::singleShot(0, this, [this] { scroll_->ensureWidgetVisible(dateBox_); });
 }
 
 void FormGraf::DrawDates() {

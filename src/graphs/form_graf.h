@@ -16,6 +16,7 @@ class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QPrinter;
+class QScrollArea;
 
 namespace vesk {
 
@@ -96,6 +97,7 @@ class FormGraf : public QMainWindow {
   std::optional<ReadoutPlace> place_;
 
   GraphPicture* picture_ = nullptr;
+  QScrollArea* scroll_ = nullptr;
   QLabel* readout_ = nullptr;
   QLabel* message_ = nullptr;
   QLabel* pageLabel_ = nullptr;

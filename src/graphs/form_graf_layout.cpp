@@ -8,6 +8,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollArea>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -18,6 +19,7 @@ namespace vesk {
 namespace {
 
 constexpr int kFieldMargin = 6;
+constexpr int kFieldFrame = 16;  // what a field needs beside its text
 
 QLineEdit* ShownField(QWidget* parent, const QString& name, const QString& widest,
                       const QString& accessible) {
@@ -25,7 +27,7 @@ QLineEdit* ShownField(QWidget* parent, const QString& name, const QString& wides
   field->setObjectName(name);
   field->setReadOnly(true);
   field->setFocusPolicy(Qt::ClickFocus);
-  field->setFixedWidth(field->fontMetrics().horizontalAdvance(widest) + 4 * kFieldMargin);
+  field->setFixedWidth(field->fontMetrics().horizontalAdvance(widest) + kFieldFrame);
   field->setAccessibleName(accessible);
   return field;
 }
@@ -136,7 +138,13 @@ void FormGraf::CreateWidgets() {
   connect(leave, &QPushButton::clicked, this, &QWidget::close);
   row->addWidget(leave, 0, Qt::AlignBottom);
   column->addLayout(row);
-  setCentralWidget(centre);
+  // In a window too small for all of it (large letters) the graph keeps its size and the rest is scrolled to.
+  scroll_ = new QScrollArea(this);
+  scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setFocusPolicy(Qt::NoFocus);
+  scroll_->setWidgetResizable(true);
+  scroll_->setWidget(centre);
+  setCentralWidget(scroll_);
   CreateStatusBar();
 }
 
@@ -193,7 +201,7 @@ QGroupBox* FormGraf::MakeDateFields() {
     field->setObjectName(QString::fromLatin1(name));
     field->setMaxLength(8);
     field->setAccessibleName(accessible);
-    field->setFixedWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("00.00")) + 4 * kFieldMargin);
+    field->setFixedWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("00.00")) + kFieldFrame);
     connect(field, &QLineEdit::returnPressed, this, &FormGraf::DrawDates);
     return field;
   };

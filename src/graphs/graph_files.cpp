@@ -86,26 +86,20 @@ QString RefusedMessage(const QString& file, const Language& language) {
       .arg(file);
 }
 
-QString EmptyMessage(const GraphListEntry& entry, const Language& language) {
-  return Either(language, QStringLiteral("%1/%2: okuma yok"), QStringLiteral("%1/%2: no readings"))
-      .arg(entry.station)
-      .arg(entry.waterYear);
-}
-
 Status BuildOne(const QString& dataDirectory, const GraphListEntry& entry, const LoadWaterYear& load,
                 const Language& language, GraphFilesBuilt& built) {
   const auto loaded = load(entry);
   if (!loaded) return loaded.Failure();
-  for (const QString& message : loaded->messages) built.messages.append(message);
-  if (!loaded->refusedFile.isEmpty()) {
-    built.messages.append(RefusedMessage(loaded->refusedFile, language));
-  }
+  const auto tell = [&built, of = QStringLiteral("%1/%2: ").arg(entry.station).arg(entry.waterYear)](
+                        const QString& message) { built.messages.append(of + message); };
+  for (const QString& message : loaded->messages) tell(message);
+  if (!loaded->refusedFile.isEmpty()) tell(RefusedMessage(loaded->refusedFile, language));
   const auto written = WriteGraphFile(dataDirectory, entry.waterYear, entry.station, loaded->grid.Readings());
   if (!written) return written.Failure();
   if (written->records == 0) {
-    built.messages.append(EmptyMessage(entry, language));
+    tell(Either(language, QStringLiteral("okuma yok"), QStringLiteral("no readings")));
   }
-  if (!written->cutRecords.empty()) built.messages.append(CutMessage(*written, language));
+  if (!written->cutRecords.empty()) tell(CutMessage(*written, language));
   built.files.push_back(
       {dataDirectory + written->name, written->name, StationOfGraphFile(written->name), entry.waterYear});
   return {};

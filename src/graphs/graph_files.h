@@ -38,7 +38,7 @@ struct GraphFileEntry {
 
 struct GraphFilesBuilt {
   std::vector<GraphFileEntry> files;  ///< in list order
-  QStringList messages;               ///< what the loads and the writer want the operator to know
+  QStringList messages;               ///< "station/year: " and what its load or the writer has to tell
 };
 
 /// Loads one station's water year, as the review window does.

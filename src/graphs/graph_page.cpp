@@ -21,6 +21,7 @@ constexpr double kLegendX = 45 + 650;
 constexpr double kLegendY = 400;
 constexpr double kLegendStep = 15;
 constexpr double kLegendLine = 20;
+constexpr double kLegendGap = 5;  // between line and text
 constexpr double kLabelSize = 11;
 constexpr double kLeastDateSpacing = 10;  // upright digits of two dates side by side
 constexpr double kTitleSize = 14;
@@ -139,9 +140,15 @@ void DrawMarks(QPainter& painter, const PageScale& scale, const std::vector<QPoi
   painter.setBrush(Qt::NoBrush);
 }
 
-void DrawSeries(QPainter& painter, const PageScale& scale, const GraphSeries& series, const QColor& colour,
-                double columnsPerUnit) {
-  const SeriesTrace trace = TraceSeries(series, scale, columnsPerUnit);
+std::vector<SeriesTrace> TraceAllSeries(const GraphSheet& sheet, const PageScale& scale,
+                                        double columnsPerUnit) {
+  std::vector<SeriesTrace> traces;
+  for (const GraphSeries& series : sheet.series) traces.push_back(TraceSeries(series, scale, columnsPerUnit));
+  return traces;
+}
+
+void DrawTrace(QPainter& painter, const PageScale& scale, const SeriesTrace& trace, const QColor& colour,
+               double columnsPerUnit) {
   QPen pen(colour, 1);
   pen.setJoinStyle(Qt::RoundJoin);
   pen.setCapStyle(Qt::RoundCap);
@@ -160,17 +167,8 @@ void DrawSeries(QPainter& painter, const PageScale& scale, const GraphSeries& se
   DrawMarks(painter, scale, trace.minima, kMarkWidth, QColor(kMinimumColour));
 }
 
-void DrawAllSeries(QPainter& painter, const PageScale& scale, const GraphSheet& sheet,
-                   double columnsPerUnit) {
-  const QTransform device = painter.deviceTransform();
-  const double columns = columnsPerUnit > 0 ? columnsPerUnit : std::max(1.0, std::abs(device.m11()));
-  painter.save();
-  painter.setClipRect(PlotRect(scale));
-  for (std::size_t i = 0; i < sheet.series.size(); ++i) {
-    DrawSeries(painter, scale, sheet.series[i], sheet.style.stations[i % sheet.style.stations.size()],
-               columns);
-  }
-  painter.restore();
+const QColor& ColourOfStation(const GraphStyle& style, std::size_t index) {
+  return style.stations[index % style.stations.size()];
 }
 
 void DrawCaptions(QPainter& painter, const PageScale& scale, const GraphTexts& texts) {
@@ -185,8 +183,10 @@ void DrawCaptions(QPainter& painter, const PageScale& scale, const GraphTexts& t
                     PageFont(kLabelSize), Place::Centred);
 }
 
-// At its fixed place; on a page too small for that, as near to it as the plot allows.
-void DrawLegend(QPainter& painter, const PageScale& scale, const GraphSheet& sheet) {
+// At its fixed place, or above or below it where no readings run through it; on a page too small for that
+// place, as near to it as the plot allows.
+void DrawLegend(QPainter& painter, const PageScale& scale, const GraphSheet& sheet,
+                const std::vector<SeriesTrace>& traces) {
   const QFont font = PageFont(kLabelSize + 1);
   double widest = 0;
   for (const QString& text : sheet.texts.legend) {
@@ -195,11 +195,15 @@ void DrawLegend(QPainter& painter, const PageScale& scale, const GraphSheet& she
   const double endX =
       std::max(scale.PlotLeft() + kLegendLine + 2, std::min(kLegendX, scale.PlotRight() - widest - 10));
   const double baseY = std::min(kLegendY, scale.PlotBottom());
+  const double height = kLegendStep * static_cast<double>(sheet.texts.legend.size());
+  const QRectF fixed(endX - kLegendLine, baseY - kLegendStep / 2 - height, kLegendLine + kLegendGap + widest,
+                     height);
+  const QRectF box = MovedClear(fixed, traces, scale);
   for (qsizetype i = 0; i < sheet.texts.legend.size(); ++i) {
-    const double y = baseY - kLegendStep * static_cast<double>(i + 1);
-    painter.setPen(QPen(sheet.style.stations[static_cast<std::size_t>(i) % sheet.style.stations.size()], 2));
-    painter.drawLine(QLineF(endX - kLegendLine, y, endX, y));
-    DrawLabel(painter, {endX + 5, y}, sheet.texts.legend[i], font, Place::StartsAt);
+    const double y = box.bottom() - kLegendStep * (static_cast<double>(i) + 0.5);
+    painter.setPen(QPen(ColourOfStation(sheet.style, static_cast<std::size_t>(i)), 2));
+    painter.drawLine(QLineF(box.left(), y, endX, y));
+    DrawLabel(painter, {endX + kLegendGap, y}, sheet.texts.legend[i], font, Place::StartsAt);
   }
 }
 
@@ -221,9 +225,16 @@ void DrawGraphPage(QPainter& painter, QSizeF size, const GraphPage& page, const 
   painter.setBrush(Qt::NoBrush);
   painter.drawRect(PlotRect(scale));
   // Last of what lies in the plot: a level that runs along a grid line stays visible.
-  DrawAllSeries(painter, scale, sheet, columnsPerUnit);
+  const double columns =
+      columnsPerUnit > 0 ? columnsPerUnit : std::max(1.0, std::abs(painter.deviceTransform().m11()));
+  const std::vector<SeriesTrace> traces = TraceAllSeries(sheet, scale, columns);
+  painter.save();
+  painter.setClipRect(PlotRect(scale));
+  for (std::size_t i = 0; i < traces.size(); ++i)
+    DrawTrace(painter, scale, traces[i], ColourOfStation(sheet.style, i), columns);
+  painter.restore();
   DrawCaptions(painter, scale, sheet.texts);
-  if (!sheet.texts.legend.isEmpty()) DrawLegend(painter, scale, sheet);
+  if (!sheet.texts.legend.isEmpty()) DrawLegend(painter, scale, sheet, traces);
   painter.restore();
 }
 

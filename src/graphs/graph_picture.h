@@ -19,7 +19,7 @@ class GraphPicture : public QWidget {
   void SetRectangle(const std::optional<QRectF>& rectangle);
   void SetMark(const std::optional<QPointF>& mark);
   [[nodiscard]] QSize sizeHint() const override { return {1100, 520}; }
-  [[nodiscard]] QSize minimumSizeHint() const override { return {240, 180}; }
+  [[nodiscard]] QSize minimumSizeHint() const override { return {320, 250}; }
 
  Q_SIGNALS:
   void Hovered(QPointF point);  ///< no button held

@@ -35,7 +35,7 @@ class BuildGraphs : public testing::Test {
     const auto load = [](const GraphListEntry& entry) -> Result<LoadedReadings> {
       LoadedReadings loaded;
       loaded.grid.Append({.levelCm = 100, .day = WaterYearFirstDay(entry.waterYear)});
-      loaded.messages.push_back(entry.station);
+      loaded.messages.push_back(QStringLiteral("a note"));
       return loaded;
     };
     return BuildGraphFiles(directory_, QString::fromLatin1(list).split(QLatin1Char(' '), Qt::SkipEmptyParts),
@@ -55,7 +55,8 @@ TEST_F(BuildGraphs, EveryEntryBecomesAFileAndEarlierOnesGo) {
   EXPECT_EQ(built->files[1].path, directory_ + QStringLiteral("Graf2011--12345.txt"));
   EXPECT_EQ(built->files[1].station, QStringLiteral("12345"));
   EXPECT_EQ(built->files[1].waterYear, 2011);
-  EXPECT_EQ(built->messages.join(QLatin1Char(' ')), QStringLiteral("001-12345 002-12345"));
+  EXPECT_EQ(built->messages.join(QLatin1Char(' ')),
+            QStringLiteral("001-12345/2010: a note 002-12345/2011: a note"));
 }
 
 TEST_F(BuildGraphs, AListThatCannotBeDrawnIsRefusedBeforeAnythingIsDeleted) {

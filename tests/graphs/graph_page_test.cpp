@@ -76,25 +76,21 @@ TEST(GraphPageDrawing, NoSeriesInkLiesOutsideTheFrame) {
   page.maximumCm = 99;
   for (const double ratio : {1.0, 1.5, 2.0}) {
     const QImage image = GraphPageImage(page, sheet, kSize, ratio);
-    QRect ink;
-    for (int y = 0; y < image.height(); ++y) {
-      for (int x = 0; x < image.width(); ++x) {
-        if (image.pixelColor(x, y) == sheet.style.stations[0]) ink = ink.united(QRect(x, y, 1, 1));
-      }
-    }
     const QRectF plot(QPointF(45, 20) * ratio, QPointF(980, 505) * ratio);
-    EXPECT_TRUE(plot.adjusted(-1, -1, 1, 1).contains(ink)) << ratio;
-    EXPECT_GT(ink.width(), 900 * ratio) << "the series is there all the same";
+    int inside = 0;
+    for (int i = 0; i < image.width() * image.height(); ++i) {
+      const QPoint place(i % image.width(), i / image.width());
+      if (image.pixelColor(place) != sheet.style.stations[0]) continue;
+      ASSERT_TRUE(plot.adjusted(-1, -1, 1, 1).contains(place)) << place.x() << ',' << place.y();
+      ++inside;
+    }
+    EXPECT_GT(inside, 10000) << "the series is there all the same";
   }
 }
 
 class GraphOutput : public testing::Test {
  protected:
   GraphOutput() {
-    std::vector<SeriesPoint> points;
-    for (int minute = 1440; minute < 366 * 1440; minute += 60)
-      points.push_back({100.0 + minute % 97, minute, kOrdinary});
-    sheet_ = PlainSheet({points});
     sheet_.texts = {
         QStringLiteral("12345 Göksu AGI"), QStringLiteral("Zaman"), QStringLiteral("Seviye, cm."), {}};
   }
@@ -104,7 +100,7 @@ class GraphOutput : public testing::Test {
   }
 
   QTemporaryDir folder_;
-  GraphSheet sheet_;
+  GraphSheet sheet_ = PlainSheet({{{100, 60000, kOrdinary}, {180, 63000, kOrdinary}}});
 };
 
 QByteArray OutputOf(const char* program, const QStringList& arguments) {

@@ -58,19 +58,15 @@ TEST(FilePoint, ARecordIsAPointOrNamedAsDamaged) {
   }
 }
 
-TEST(FilePoint, RecordsAreReadByNumber) {
-  const QByteArray content = "01/10/2008,12:30,  12.5,01-ort\r\n02/10/2008,00:00,    -5,03-Max\r\n";
-  EXPECT_EQ(LoadFilePoint(content, 0, kFirst, {}).state, FilePointState::None);
-  EXPECT_EQ(LoadFilePoint(content, 2, kFirst, {}).point.dayNumber, 2);
-  EXPECT_EQ(LoadFilePoint(content, 3, kFirst, {}).state, FilePointState::End);
-}
-
-TEST(FilePoint, TheFallbackCalendarCountsOneDayLessThanTheGrid) {
+TEST(FilePoint, RecordsAreReadByNumberAndCountOneDayLessThanTheGridInTheFallbackCalendar) {
   const Day first = Day(1387y / 10 / 1);
   ReviewGrid grid;
   grid.Append({.levelCm = 100, .day = first + std::chrono::days(3)});
   EXPECT_EQ(LoadGridPoint(grid, 1, first)->dayNumber, 4);
-  EXPECT_EQ(LoadFilePoint("04/10/1387,00:00,   100,01-ort\r\n", 1, first, {}).point.dayNumber, 3);
+  const QByteArray content = "02/10/1387,12:30,  12.5,01-ort\r\n04/10/1387,00:00,   100,01-ort\r\n";
+  EXPECT_EQ(LoadFilePoint(content, 2, first, {}).point.dayNumber, 3);
+  EXPECT_EQ(LoadFilePoint(content, 0, first, {}).state, FilePointState::None);
+  EXPECT_EQ(LoadFilePoint(content, 3, first, {}).state, FilePointState::End);
 }
 
 }  // namespace

@@ -11,10 +11,11 @@ GraphSeries Station(double levelCm, const std::vector<int>& times) {
   return {std::move(points), true};
 }
 
-// The page cuts between readings: one just outside, nearer than any on the page, must not hide those.
+// Read-outs in any order, and a page that cuts between readings: one just outside, nearer than any on the
+// page, must not hide those.
 TEST(Readout, FindsAndWalksTheReadingsOfThePage) {
   GraphSheet sheet;
-  sheet.series = {Station(100, {990, 1400, 1600, 2010}), Station(150, {999, 999, 1900, 2005}),
+  sheet.series = {Station(100, {1600, 2010, 990, 1400}), Station(150, {999, 999, 1900, 2005}),
                   Station(50, {10, 999, 2001})};
   const PageScale page = MakePageScale({1200, 700}, 10, 20, 200);
   const auto timeOf = [&sheet](ReadoutPlace place) {

@@ -44,16 +44,5 @@ TEST(GraphSeries, ExtremesCountForTheHighestLevelEvenWhenTheyAreNotDrawn) {
   EXPECT_EQ(GraphSeries(points, true).OnPage(0, 1000).size(), 2U);
 }
 
-TEST(GraphSeries, NearestReadingIsFoundInTimeOrder) {
-  const GraphSeries series(
-      {{1, 100, kOrdinary}, {2, 300, kOrdinary}, {3, 200, kOrdinary}, {-4, 250, kOrdinary}}, true);
-  ASSERT_EQ(series.ReadableCount(), 3) << "a negative level is not drawn and not read out";
-  for (const auto& [minutes, nearest] :
-       {std::pair(-50, 100), std::pair(150, 100), std::pair(151, 200), std::pair(260, 300)}) {
-    EXPECT_EQ(series.Readable(series.NearestReadable(minutes)).minutes, nearest) << minutes;
-  }
-  EXPECT_EQ(GraphSeries().NearestReadable(5), -1);
-}
-
 }  // namespace
 }  // namespace vesk

@@ -79,42 +79,29 @@ TEST_F(GraphSheets, WithoutAWaterYearTheReadingsDecide) {
   EXPECT_EQ(sheet.end, Day(2011y / 9 / 30));
 }
 
-TEST_F(GraphSheets, FilesOfDifferentYearsShareOneTimeAxisAndHoldTheReadings) {
-  const GraphSheet sheet = Read({Write("001-54321", 2012, {}), Write("001-12345", 2011, kReadings)});
-  EXPECT_EQ(sheet.texts.title, QStringLiteral("Water Year:2012")) << "the first entry's";
-  EXPECT_EQ(sheet.texts.legend, (QStringList{QStringLiteral("54321 SGS"), QStringLiteral("12345 SGS")}));
-  EXPECT_EQ(sheet.start, kFirst);
-  EXPECT_EQ(sheet.end, Day(2012y / 9 / 30));
-  EXPECT_EQ(sheet.HighestCm(), 177);
-  for (std::size_t i = 0; i < kReadings.size(); ++i) {
-    const SeriesPoint& point = sheet.series.at(1).Points().at(i);
-    EXPECT_EQ(TimeOfCoordinate(sheet.firstDay, point.minutes * kMinuteUnits), kReadings[i].Time());
-    EXPECT_EQ(point.levelCm, kReadings[i].levelCm);
-    EXPECT_EQ(point.kind, kReadings[i].kind);
-  }
-}
-
-TEST_F(GraphSheets, MissingAndDamagedFilesAreNamed) {
+TEST_F(GraphSheets, FilesOfDifferentYearsShareOneTimeAxisAndWhatIsMissingIsNamed) {
   const GraphFileEntry damaged = Write("001-12345", 2011, kReadings);
   QFile file(damaged.path);
   ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(64) && file.write("rubbish...") == 10);
   file.close();
   GraphFileEntry missing = damaged;
   missing.path += QStringLiteral(".gone");
-  const GraphSheet sheet = Read({missing, damaged});
-  ASSERT_EQ(sheet.series.size(), 1U);
-  EXPECT_EQ(sheet.series[0].Points().size(), 2U);
+  const GraphSheet sheet = Read({Write("001-54321", 2012, {}), missing, damaged});
+  EXPECT_EQ(sheet.texts.title, QStringLiteral("Water Year:2012")) << "the first entry's";
+  EXPECT_EQ(sheet.texts.legend, (QStringList{QStringLiteral("54321 SGS"), QStringLiteral("12345 SGS")}));
+  EXPECT_EQ(sheet.start, kFirst);
+  EXPECT_EQ(sheet.end, Day(2012y / 9 / 30));
+  EXPECT_EQ(sheet.HighestCm(), 177);
+  ASSERT_EQ(sheet.series.at(1).Points().size(), 2U);
+  for (std::size_t i = 0; i < 2; ++i) {
+    const SeriesPoint& point = sheet.series[1].Points()[i];
+    EXPECT_EQ(TimeOfCoordinate(sheet.firstDay, point.minutes * kMinuteUnits), kReadings[i].Time());
+    EXPECT_EQ(point.levelCm, kReadings[i].levelCm);
+    EXPECT_EQ(point.kind, kReadings[i].kind);
+  }
   ASSERT_EQ(sheet.messages.size(), 2);
   EXPECT_TRUE(sheet.messages[0].contains(missing.path));
   EXPECT_TRUE(sheet.messages[1].contains(QStringLiteral("record 3")));
-}
-
-TEST_F(GraphSheets, TheReadingThatEndsALineIsNamed) {
-  const GraphSheet sheet = Single({{.levelCm = -3, .day = Day(2010y / 10 / 5), .minuteOfDay = 600}}, 2011);
-  const QStringList messages = NegativeMessages(sheet, 14.4, 365 * 14.4, language_);
-  ASSERT_EQ(messages.size(), 1);
-  EXPECT_TRUE(messages[0].contains(QStringLiteral("05/10/2010 10:00")));
-  EXPECT_TRUE(NegativeMessages(sheet, 14.4, 20, language_).isEmpty()) << "the page ends before it";
 }
 
 }  // namespace

@@ -11,7 +11,6 @@ constexpr auto kOrdinary = ReadingKind::Ordinary;
 constexpr auto kMaximum = ReadingKind::Maximum;
 constexpr int kYearStart = 1440;
 constexpr int kYearEnd = 365 * 1440 + 1439;
-constexpr int kHour = 60;
 
 PageScale YearScale(double width, double maximumCm = 230) {
   return MakePageScale({width, 600}, kYearStart * 0.01, kYearEnd * 0.01, maximumCm);
@@ -19,27 +18,19 @@ PageScale YearScale(double width, double maximumCm = 230) {
 
 TEST(SeriesTrace, GapsAboveSixtyHoursStayOpen) {
   struct Case {
-    const char* what;
-    std::vector<SeriesPoint> points;
+    std::vector<int> hours;
+    std::size_t extreme;  // which of them is one; none when there are fewer
     std::size_t lines, dots;
   };
-  const int t = 5000;
-  for (const Case& one : {
-           Case{"59 hours", {{100, t, kOrdinary}, {110, t + 59 * kHour, kOrdinary}}, 1, 0},
-           Case{"60 hours", {{100, t, kOrdinary}, {110, t + 60 * kHour, kOrdinary}}, 1, 0},
-           Case{"61 hours", {{100, t, kOrdinary}, {110, t + 61 * kHour, kOrdinary}}, 0, 2},
-           Case{"an extreme does not bridge a gap",
-                {{100, t, kOrdinary}, {150, t + 61 * kHour, kMaximum}, {110, t + 62 * kHour, kOrdinary}},
-                0,
-                2},
-           Case{"a read-out that starts anew is not joined",
-                {{100, t + 70 * kHour, kOrdinary}, {100, t, kOrdinary}, {110, t + kHour, kOrdinary}},
-                1,
-                1},
-       }) {
-    const SeriesTrace trace = TraceSeries(GraphSeries(one.points, true), YearScale(200000), 1);
-    EXPECT_EQ(trace.lines.size(), one.lines) << one.what;
-    EXPECT_EQ(trace.dots.size(), one.dots) << one.what;
+  for (const Case& one : {Case{{0, 59}, 9, 1, 0}, Case{{0, 60}, 9, 1, 0}, Case{{0, 61}, 9, 0, 2},
+                          Case{{0, 61, 62}, 1, 0, 2},    // an extreme does not bridge a gap
+                          Case{{70, 0, 1}, 9, 1, 1}}) {  // a read-out that starts anew is not joined
+    std::vector<SeriesPoint> points;
+    for (const int hour : one.hours) points.push_back({100, 5000 + hour * 60, kOrdinary});
+    if (one.extreme < points.size()) points[one.extreme].kind = kMaximum;
+    const SeriesTrace trace = TraceSeries(GraphSeries(points, true), YearScale(200000), 1);
+    EXPECT_EQ(trace.lines.size(), one.lines) << one.hours.back();
+    EXPECT_EQ(trace.dots.size(), one.dots) << one.hours.back();
   }
 }
 
@@ -77,6 +68,21 @@ TEST(SeriesTrace, NothingRisesAboveThePlotAndNothingElseIsMoved) {
   EXPECT_NEAR(trace.lines[1][2].x(), XOfTime(scale, 83), 1e-6);
   EXPECT_NEAR(trace.lines[1][2].y(), YOfLevel(scale, 70), 1e-6);
   EXPECT_TRUE(trace.maxima.empty());
+}
+
+TEST(SeriesTrace, ABoxMovesToTheNearestPlaceThatNoTraceRunsThrough) {
+  const PageScale scale = YearScale(1000);  // 0 cm at 505, 250 cm at 20
+  const auto movedBy = [&scale](std::vector<SeriesPoint> points) {
+    const QRectF box(600, 300, 100, 60);
+    const std::vector<SeriesTrace> traces = {TraceSeries(GraphSeries(std::move(points), true), scale, 1)};
+    return MovedClear(box, traces, scale).top() - box.top();
+  };
+  const int before = 100000;
+  const int under = 360000;  // x is about 680
+  EXPECT_EQ(movedBy({{90, before, kOrdinary}, {90, before + 60, kOrdinary}}), 0);
+  EXPECT_EQ(movedBy({{98, under, kOrdinary}, {98, under + 60, kOrdinary}}), 16) << "level 98 lies at 315";
+  EXPECT_EQ(movedBy({{82, under, kMaximum}}), -15) << "level 82 lies at 346";
+  EXPECT_EQ(movedBy({{0, under, kOrdinary}, {250, under + 60, kOrdinary}}), 0) << "nowhere is room";
 }
 
 }  // namespace

@@ -34,11 +34,7 @@ inline std::shared_ptr<ReviewGrid> YearGrid() {
 
 class GraphWindow : public testing::Test {
  protected:
-  explicit GraphWindow(LanguageChoice choice = LanguageChoice::Turkish) : frame_(choice) {
-    Options& options = frame_.Run().options;
-    const char* const slots_[] = {"1", "-2147483643", "16711680", "12632256", "0", "255", "33023"};
-    for (int i = 0; i < 7; ++i) options.Slot(i + 1) = QString::fromLatin1(slots_[i]);
-  }
+  GraphWindow() { frame_.Run().options = FirstRunOptions(); }
 
   void Open(const std::shared_ptr<const ReviewGrid>& grid = YearGrid()) {
     OpenSingleGraph(frame_, grid, {QStringLiteral("12345"), QStringLiteral("Göksu"), 2011});
@@ -74,16 +70,11 @@ class GraphWindow : public testing::Test {
   }
   void Drag(QPoint from, QPoint to) {
     QTest::mousePress(picture_, Qt::LeftButton, {}, from);
-    QTest::mouseMove(picture_, (from + to) / 2);
-    MoveWithButton(to);
+    Move(to, Qt::LeftButton);
     QTest::mouseRelease(picture_, Qt::LeftButton, {}, to);
   }
-  void MoveWithButton(QPoint to) {
-    QMouseEvent move(QEvent::MouseMove, to, picture_->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(picture_, &move);
-  }
-  void Hover(QPoint to) {
-    QMouseEvent move(QEvent::MouseMove, to, picture_->mapToGlobal(to), Qt::NoButton, Qt::NoButton, {});
+  void Move(QPoint to, Qt::MouseButtons held) {
+    QMouseEvent move(QEvent::MouseMove, to, picture_->mapToGlobal(to), Qt::NoButton, held, {});
     QCoreApplication::sendEvent(picture_, &move);
   }
   void TurnWheel(QPoint at, int notches) {

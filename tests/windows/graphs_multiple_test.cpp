@@ -22,14 +22,13 @@ class MultipleGraph : public GraphWindow {
 };
 
 TEST_F(MultipleGraph, FilesAreDrawnTogetherAndAMissingOneIsNamed) {
-  GraphFileEntry missing = Write("001-33333", 50);
-  ASSERT_TRUE(QFile::remove(missing.path));
+  const GraphFileEntry missing{frame_.Run().dataDirectory + QStringLiteral("gone.txt"), {}, {}, 2011};
   OpenMultipleGraph(frame_, {Write("001-11111", 50), missing, Write("001-22222", 150)});
   Take();
   EXPECT_EQ(frame_.Run().stationMode, StationMode::Multiple);
   EXPECT_EQ(form_->Sheet().texts.title, QStringLiteral("Su Yili:2011"));
   EXPECT_TRUE(Label("LabelMessage").contains(missing.path));
-  Hover(At("05/01/2011 00:00", 140));
+  Move(At("05/01/2011 00:00", 140), Qt::NoButton);
   EXPECT_TRUE(Label("Label3").contains(QStringLiteral("22222"))) << "the series next to the cursor";
   QTest::keyClick(picture_, Qt::Key_Down);
   EXPECT_TRUE(Label("Label3").contains(QStringLiteral("11111")));
@@ -72,7 +71,6 @@ TEST_F(MultipleGraph, TheFileListChoosesWhatIsDrawnAgain) {
   ASSERT_EQ(list.Chosen().size(), 2U);
   EXPECT_EQ(list.Chosen()[0].path, first.path);
   EXPECT_EQ(list.Chosen()[1].station, QStringLiteral("22222"));
-  EXPECT_EQ(list.Chosen()[1].waterYear, 2011);
   push("Command1");
   EXPECT_EQ(files.count(), 0);
   for (const char* name : {"Command1", "Command2"})
@@ -82,12 +80,11 @@ TEST_F(MultipleGraph, TheFileListChoosesWhatIsDrawnAgain) {
 TEST(YearChooser, HandsOverTheCheckedYearsInListOrder) {
   Language language;
   language.FillTurkish();
-  const QStringList years = {QStringLiteral("2009 "), QStringLiteral("2010 Dönüşmüş"),
-                             QStringLiteral("2011 ")};
-  FormCokluSecim form(years, {years[2]}, language);
+  const QStringList years = {QStringLiteral("2009 "), QStringLiteral("2011 ")};
+  FormCokluSecim form(years, {years[1]}, language);
   form.show();
   QTest::keyClick(form.findChild<QListWidget*>(QStringLiteral("List1")), Qt::Key_Space);
-  EXPECT_EQ(form.Chosen(), (QStringList{years[0], years[2]}));
+  EXPECT_EQ(form.Chosen(), years);
   EXPECT_EQ(form.findChild<QPushButton*>(QStringLiteral("Command2"))->text(), QStringLiteral("Vazgeç"));
   QTest::mouseClick(form.findChild<QPushButton*>(QStringLiteral("Command1")), Qt::LeftButton);
   EXPECT_EQ(form.result(), QDialog::Accepted);
