@@ -40,24 +40,6 @@ class GraphFile : public testing::Test {
   GraphFileWritten written_;
 };
 
-TEST(GraphFileNames, CarryYearAndTheStationsLastSixCharacters) {
-  const struct {
-    int year;
-    const char* station;
-    const char* name;
-    const char* shown;
-  } rows[] = {{2009, "001-12345", "Graf2009--12345.txt", "12345"},
-              {2009, "123456", "Graf2009-123456.txt", "123456"},
-              {9, "1", "Graf0009-     1.txt", "1"}};
-  for (const auto& row : rows) {
-    const QString name = GraphFileName(row.year, QString::fromLatin1(row.station));
-    EXPECT_EQ(name.toStdString(), row.name);
-    EXPECT_EQ(StationOfGraphFile(name).toStdString(), row.shown);
-    EXPECT_EQ(WaterYearOfGraphFile(name), row.year);
-  }
-  EXPECT_EQ(StationOfGraphFile(QStringLiteral("Graf2009-12345.txt")), QString());
-}
-
 TEST_F(GraphFile, RecordsHaveThirtyTwoBytesWhateverTheLevel) {
   const QByteArray content = Write({At(123), At(-5, ReadingKind::Maximum), At(12.5, ReadingKind::Minimum, 12),
                                     At(0), At(1234.5), At(1234.56), At(-12345.6)});

@@ -118,11 +118,5 @@ TEST_F(StartUpTest, ASettingsFileThatCannotBeUsedIsNamedOnceAndTheRunGoesOn) {
   EXPECT_EQ(run_.language.Choice(), LanguageChoice::English);
 }
 
-TEST(DateSeparator, ComesFromTheShortDateForm) {
-  EXPECT_EQ(DateSeparatorOf(QStringLiteral("02/01/1999")), QLatin1Char('/'));
-  EXPECT_EQ(DateSeparatorOf(QStringLiteral("2/1.1999")), QLatin1Char('.'));
-  EXPECT_FALSE(DateSeparatorOf(QStringLiteral("1999-01-02")));
-}
-
 }  // namespace
 }  // namespace vesk
