@@ -12,8 +12,8 @@ constexpr auto kMaximum = ReadingKind::Maximum;
 constexpr int kYearStart = 1440;
 constexpr int kYearEnd = 365 * 1440 + 1439;
 
-PageScale YearScale(double width, double maximumCm = 230) {
-  return MakePageScale({width, 600}, kYearStart * 0.01, kYearEnd * 0.01, maximumCm);
+PageScale YearScale(double width) {
+  return MakePageScale({width, 600}, kYearStart * 0.01, kYearEnd * 0.01, 230);
 }
 
 TEST(SeriesTrace, GapsAboveSixtyHoursStayOpen) {
@@ -51,23 +51,6 @@ TEST(SeriesTrace, APeakOfOneReadingStaysAtEveryWidth) {
     ASSERT_NEAR(top->x(), XOfTime(scale, points[70001].minutes * 0.01), 1e-6) << width;
     ASSERT_LE(trace.lines[0].size(), static_cast<std::size_t>(width) * 4) << "columns are gathered";
   }
-}
-
-TEST(SeriesTrace, NothingRisesAboveThePlotAndNothingElseIsMoved) {
-  const std::vector<SeriesPoint> points = {{50, 5000, kOrdinary},  {200, 6000, kOrdinary},
-                                           {200, 7000, kOrdinary}, {50, 8000, kOrdinary},
-                                           {70, 8300, kOrdinary},  {200, 8500, kMaximum}};
-  const PageScale scale = YearScale(100000, 95);  // top 100
-  const SeriesTrace trace = TraceSeries(GraphSeries(points, true), scale, 1);
-  ASSERT_EQ(trace.lines.size(), 2U);
-  EXPECT_NEAR(trace.lines[0].back().y(), scale.PlotTop(), 1e-9);
-  EXPECT_NEAR(trace.lines[0].back().x(), XOfTime(scale, 50 + 10.0 / 3), 1e-6)
-      << "cut where the line crosses 100 cm";
-  ASSERT_EQ(trace.lines[1].size(), 3U);
-  EXPECT_NEAR(trace.lines[1][0].y(), scale.PlotTop(), 1e-9);
-  EXPECT_NEAR(trace.lines[1][2].x(), XOfTime(scale, 83), 1e-6);
-  EXPECT_NEAR(trace.lines[1][2].y(), YOfLevel(scale, 70), 1e-6);
-  EXPECT_TRUE(trace.maxima.empty());
 }
 
 TEST(SeriesTrace, ABoxMovesToTheNearestPlaceThatNoTraceRunsThrough) {
