@@ -28,11 +28,15 @@ QSize FlowLayout::minimumSize() const {
   for (const auto& item : items_) {
     if (!item->isEmpty()) size = size.expandedTo(item->minimumSize());
   }
-  return size;
+  return width_ > 0 ? size.expandedTo({0, heightForWidth(width_)}) : size;
 }
 
+// The rows that a width takes are the least height from then on, so that what lies around can make room.
 void FlowLayout::setGeometry(const QRect& rect) {
   QLayout::setGeometry(rect);
+  const int heightBefore = minimumSize().height();
+  width_ = rect.width();
+  if (minimumSize().height() != heightBefore) update();
   Arrange(rect, true);
 }
 

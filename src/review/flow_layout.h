@@ -29,6 +29,7 @@ class FlowLayout : public QLayout {
   int Arrange(const QRect& rect, bool place) const;
 
   int gap_;
+  int width_ = 0;  ///< that it was last given, pixels
   std::vector<std::unique_ptr<QLayoutItem>> items_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QHBoxLayout>
 #include <QProgressBar>
+#include <QScrollArea>
 #include <QSplitter>
 
 #include "review/form_sec_maker.h"
@@ -32,14 +33,27 @@ class WholeWindow : public FormSecMaker {
       splitter->setChildrenCollapsible(false);
       splitter->setHandleWidth(kGap + 2);
     }
-    auto* all = new QVBoxLayout(&form_);
+    c_.Content = new QWidget(&form_);
+    auto* all = new QVBoxLayout(c_.Content);
     all->setContentsMargins(kGap, kGap, kGap, kGap);
     all->addWidget(c_.Columns, 1);
     all->addLayout(BottomLine());
+    LetScroll();
     OrderTabs();
   }
 
  private:
+  /// Large letters on a small screen may need more room than there is.
+  void LetScroll() {
+    auto* area = new QScrollArea(&form_);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setWidget(c_.Content);
+    auto* whole = new QVBoxLayout(&form_);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(area);
+  }
+
   QLayout* BottomLine() {
     c_.StatusLine = Named(new QLabel(&form_), "StatusLine");
     c_.StatusLine->setTextFormat(Qt::PlainText);

@@ -74,6 +74,7 @@ struct FormSecControls {
   QPushButton* CmdTamam = nullptr;
   QPushButton* CmdVazgec = nullptr;
 
+  QWidget* Content = nullptr;    ///< all of the above, scrolled where the window is too small for it
   QSplitter* Columns = nullptr;  ///< left, middle, right
   QSplitter* LeftParts = nullptr;
   QSplitter* RightParts = nullptr;

@@ -62,10 +62,11 @@ int WidthOf(const QAbstractScrollArea& view, const QString& text) {
 QSize FormSec::sizeHint() const {
   const bool collecting = workMode_ == WorkMode::MultipleGraph;
   const int width = collecting ? 720 : 1340;
-  return QSize(width, StartingHeight(workMode_)).expandedTo(minimumSizeHint());
+  return QSize(width, StartingHeight(workMode_)).expandedTo(c_.Content->minimumSizeHint());
 }
 
 void FormSec::RestoreLayout() {
+  c_.Columns->updateGeometry();  // its least size is that of the parts which the mode shows
   const bool collecting = workMode_ == WorkMode::MultipleGraph;
   const auto read = [this](const char* key) {
     return run_.settings.ReadSetting(Section(), QLatin1String(key));

@@ -25,7 +25,7 @@ class ReviewPanelMaker : public FormSecMaker {
     heading->addWidget(c_.LoadedLabel, 1);
     heading->addWidget(c_.RowLabel);
     c_.VS1 = Named(new ReviewGridView(&form_), "VS1");
-    c_.VS1->setMinimumHeight(5 * form_.fontMetrics().height());
+    c_.VS1->setMinimumHeight(8 * form_.fontMetrics().height());
     c_.VS1->setAccessibleName(language_.Text(Caption::RawData));
     auto* lower = new FlowLayout(kGap);
     lower->addWidget(DateJump());
