@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QPrinter>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTimer>
 
 #include "windows/graphs_fixture.h"
@@ -187,26 +188,32 @@ TEST_F(GraphWindow, ALineThatEndsEarlyAndAStationWithoutReadingsAreTold) {
   EXPECT_TRUE(Label("Label3").isEmpty());
 }
 
-TEST_F(GraphWindow, AnOlderPictureIsReplacedOnlyWhenTheOperatorSaysSo) {
+TEST_F(GraphWindow, APictureIsSavedUnderTheCompletedNameAndAnOlderFileStaysUnlessReplaced) {
   Open();
-  const QString path = frame_.Run().dataDirectory + QStringLiteral("page.png");
-  const QSize size = picture_->size();
-  for (const bool replace : {true, false}) {  // the first time there is nothing to replace
-    QTimer::singleShot(0, [&path, replace] {
+  QFile file(frame_.Run().dataDirectory + QStringLiteral("page.png"));
+  for (const bool older : {false, true}) {
+    if (older) {
+      ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("older") == 5 && file.flush());
+    }
+    bool asked = false;
+    QTimer::singleShot(0, [&file, &asked] {
       auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
       ASSERT_NE(dialog, nullptr);
-      dialog->findChild<QLineEdit*>()->setText(path.chopped(4));  // the ending is the dialog's
-      QTimer::singleShot(0, [replace] {
+      dialog->findChild<QLineEdit*>()->setText(file.fileName().chopped(4));  // the ending is the dialog's
+      QTimer answer;
+      answer.callOnTimeout([&asked] {
         auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        ASSERT_EQ(question == nullptr, replace);
-        if (question != nullptr) QTest::mouseClick(question->button(QMessageBox::No), Qt::LeftButton);
+        if (question == nullptr) return;
+        asked = true;
+        QTest::mouseClick(question->button(QMessageBox::No), Qt::LeftButton);
       });
+      answer.start(0);
       QTest::keyClick(dialog->findChild<QLineEdit*>(), Qt::Key_Return);
-      if (!replace) dialog->reject();
+      if (asked) dialog->reject();
     });
     Action("MnuSave").trigger();
-    EXPECT_EQ(QImage(path).size(), size);
-    form_->resize(900, 600);
+    EXPECT_EQ(asked, older);
+    EXPECT_EQ(QImage(file.fileName()).size(), older ? QSize(0, 0) : picture_->size());
   }
 }
 
@@ -226,6 +233,8 @@ TEST_F(GraphWindow, PaperGetsTheTitleAsTextAndTheSeriesAsAPath) {
   const QString page = QString::fromUtf8(reader.readAllStandardOutput());
   EXPECT_TRUE(page.contains(QStringLiteral(">Göksu<"))) << "the title is text";
   EXPECT_TRUE(page.contains(QStringLiteral("<page width=\"842.0"))) << page.left(600).toStdString();
+  const QRegularExpression lastDate(QStringLiteral("xMin=\"([0-9.]+)\"[^>]*>30/09/2011<"));
+  EXPECT_GT(lastDate.match(page).captured(1).toDouble(), 780) << "the graph fills the sheet";
 }
 
 TEST_F(GraphWindow, ClosingRemovesThePageImagesAndNothingElse) {
