@@ -1,11 +1,12 @@
 #include "tools/sample_data.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+
+#include "platform/whole_file.h"
 
 namespace vesk::sample {
 
@@ -249,11 +250,9 @@ QByteArray RawFileBytes(const RawFilePlan& plan) {
 
 Result<QString> WriteRawFile(const QString& folder, const RawFilePlan& plan) {
   const QString path = QDir(folder).filePath(RawFileName(plan));
-  QSaveFile file(path);
-  const QByteArray bytes = RawFileBytes(plan);
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-    return Error{QStringLiteral("The raw file could not be written"), path, file.errorString()};
-  }
+  const Status written =
+      WriteWholeFile(path, RawFileBytes(plan), QStringLiteral("The raw file could not be written"));
+  if (!written) return written.Failure();
   return path;
 }
 

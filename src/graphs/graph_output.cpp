@@ -178,7 +178,7 @@ Status SaveGraphPage(const QString& path, const GraphPage& page, const GraphShee
   if (!file.open(QIODevice::WriteOnly)) return SaveFailure(path, file.errorString());
   const Status painted = write(file, page, sheet, size);
   if (!painted) return SaveFailure(path, painted.Failure().reason);
-  if (!file.commit()) return SaveFailure(path, file.errorString());
+  if (!file.flush() || !file.commit()) return SaveFailure(path, file.errorString());
   return {};
 }
 

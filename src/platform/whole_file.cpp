@@ -20,7 +20,10 @@ Result<QByteArray> ReadWholeFile(const QString& path, const QString& what) {
 
 Status WriteWholeFile(const QString& path, const QByteArray& content, const QString& what) {
   QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit()) return {};
+  // commit() alone does not notice that the last buffer found no place on a full disk.
+  const bool written =
+      file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
+  if (written && file.commit()) return {};
   return Error{what, path, file.errorString()};
 }
 

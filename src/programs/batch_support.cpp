@@ -3,13 +3,13 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 
+#include "platform/whole_file.h"
 #include "programs/batch.h"
 #include "stations/station_register.h"
 
@@ -218,11 +218,7 @@ Status Output::Finish() {
     }
     return {};
   }
-  QSaveFile file(path_);
-  if (!file.open(QIODevice::WriteOnly) || file.write(text_) != text_.size() || !file.commit()) {
-    return Error{QStringLiteral("The output could not be written"), path_, file.errorString()};
-  }
-  return {};
+  return WriteWholeFile(path_, text_, QStringLiteral("The output could not be written"));
 }
 
 void AppendCsv(QByteArray& line, const QString& field) {
