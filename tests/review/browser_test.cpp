@@ -68,6 +68,10 @@ TEST_F(BrowserTest, SupersededReadOutsGoIntoTheArchiveWhenTheStationIsChosen) {
   Write("010203", "01/03/2010 00:00", "09/03/2010 00:00");
   Browser browser = Open();
   EXPECT_EQ(browser.Files().size(), 2U);
+  Put(QStringLiteral("Arsiv"));  // in the way of the folder
+  EXPECT_EQ(browser.SelectStation(0).failures.size(), 1U);
+  EXPECT_THAT(Plain(browser.FileEntries()), ElementsAre("001-12345-010203=0008.txt"));
+  ASSERT_TRUE(QFile::remove(folder_ + QStringLiteral("Arsiv")));
   EXPECT_THAT(Plain(browser.SelectStation(0).archived), ElementsAre("001-12345-010203=0003.txt"));
   EXPECT_THAT(Plain(browser.FileEntries()), ElementsAre("001-12345-010203=0008.txt"));
   EXPECT_TRUE(Has("Arsiv/001-12345-010203=0003.txt"));

@@ -87,16 +87,6 @@ TEST_F(Journal, CutOrDamagedAnywhereItGivesTheRecordsBefore) {
   }
 }
 
-TEST_F(Journal, GoesOnBehindWhatWasTakenUp) {
-  CrashAfter(first_);
-  ASSERT_TRUE(WriteContent(path_, ContentOf(path_) + "edit\t2\t01/10"));
-  EditJournal journal(path_);
-  ASSERT_TRUE(journal.Restart(journal.Pending()->records, false));
-  ASSERT_TRUE(journal.Append(third_));
-  EXPECT_EQ(In(), Records({first_, third_}));
-  EXPECT_FALSE(JournalOf(path_)->torn);
-}
-
 TEST_F(Journal, WorkThatIsPutOffWaitsUntilNewWorkIsDone) {
   CrashAfter(first_);
   ASSERT_TRUE(QFile::copy(path_, path_ + QStringLiteral(".later")));  // a crash while it was put off
@@ -118,12 +108,14 @@ TEST_F(Journal, WorkThatWaitsIsOfferedOnceNothingStandsBeforeIt) {
 
   const QString later = path_ + QStringLiteral(".later");
   for (const bool takenUp : {true, false}) {
+    ASSERT_TRUE(WriteContent(path_, ContentOf(path_) + "edit\t2\t01/10"));
     ASSERT_TRUE(QFile::rename(path_, later));  // as a crash can leave it
     EditJournal journal(path_);
     const auto pending = journal.Pending();
     ASSERT_TRUE(pending);
     EXPECT_EQ(pending->records, Records({first_}));
     ASSERT_TRUE(takenUp ? journal.Restart(pending->records, false) : journal.Remove());
+    EXPECT_FALSE(JournalOf(path_)->torn);
     EXPECT_FALSE(QFileInfo::exists(later)) << takenUp;
     EXPECT_EQ(QFileInfo::exists(path_), takenUp);
   }

@@ -128,5 +128,16 @@ TEST_F(LoadReadingsTest, AFileThatVanishesIsMissed) {
   EXPECT_FALSE(LoadReadings(LoadRequest{})) << "no file at all";
 }
 
+TEST_F(LoadReadingsTest, UnreadableLinesAreNamedAndCounted) {
+  QByteArray content = SketchContent(Sketch("081001", "01/10/2008 01:00", "03/10/2008 23:00"));
+  Put(QStringLiteral("001-12345-081001.txt"), content.replace("01/10/2008  ", "31/09/2008  "));
+  const LoadedReadings loaded = Load(Request());
+  ASSERT_EQ(loaded.messages.size(), 21U);
+  EXPECT_TRUE(loaded.messages[0].contains(QStringLiteral("line 16: not loaded; expected a date")));
+  EXPECT_TRUE(loaded.messages[20].endsWith(QStringLiteral(": 23 lines were not loaded in all")));
+  EXPECT_EQ(loaded.grid.Text(1, GridColumn::Label), QStringLiteral("01-ort"));
+  EXPECT_EQ(loaded.waterYear, 0) << "a single file has no water year";
+}
+
 }  // namespace
 }  // namespace vesk

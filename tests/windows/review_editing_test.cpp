@@ -1,9 +1,11 @@
 // Correcting readings in the selection window, saving them and never losing them.
 #include <gmock/gmock.h>
 
+#include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QDir>
 
+#include "review/review_grid_model.h"
 #include "tables/folder_lists.h"
 #include "windows/review_fixture.h"
 
@@ -32,6 +34,8 @@ class Editing : public ReviewWindowTest {
 };
 
 TEST_F(Editing, EditUndoEditSaveReload) {
+  const QAbstractItemModelTester tester(Grid().model(),
+                                        QAbstractItemModelTester::FailureReportingMode::Warning);
   const QString raw = Cell(3, GridColumn::Level);
   TypeLevel(3, Texts("x"));
   EXPECT_EQ(Cell(3, GridColumn::Level), raw);
@@ -60,6 +64,26 @@ TEST_F(Editing, EditUndoEditSaveReload) {
   EXPECT_EQ(operator_.unsavedQuestions, 0);
   EXPECT_EQ(Cell(3, GridColumn::Code), Texts("999"));
   EXPECT_EQ(Cell(3, GridColumn::Baseline), Texts("77"));
+}
+
+TEST_F(Editing, ExtremesAndChangesStandOut) {
+  const auto colour = [this](int row, GridColumn column, int role) {
+    return Grid().model()->index(row - 1, static_cast<int>(column)).data(role).value<QColor>();
+  };
+  const QColor white(Qt::white), yellow(0xFF, 0xFF, 0);
+  constexpr int kMaximum = 25, kMinimum = 26;
+  EXPECT_EQ(colour(kMaximum, GridColumn::Date, Qt::ForegroundRole), QColor(0xFF, 0, 0));
+  EXPECT_EQ(colour(kMinimum, GridColumn::Baseline, Qt::ForegroundRole), QColor(0, 0, 0xFF));
+  EXPECT_EQ(colour(kMinimum, GridColumn::Date, ReviewGridModel::BorderColourRole), QColor(0, 0, 125));
+  EXPECT_FALSE(colour(kMaximum, GridColumn::Date, ReviewGridModel::BorderColourRole).isValid());
+  EXPECT_EQ(colour(kMaximum, GridColumn::Level, Qt::BackgroundRole), white);
+  TypeLevel(kMaximum, Texts("91"));
+  EXPECT_EQ(colour(kMaximum, GridColumn::Level, Qt::BackgroundRole), yellow);
+  EXPECT_EQ(colour(kMaximum, GridColumn::Date, Qt::BackgroundRole), white);
+  for (int column = 0; column < kGridColumns; ++column) {
+    const bool editable = Grid().model()->index(0, column).flags() & Qt::ItemIsEditable;
+    EXPECT_EQ(editable, GridColumn(column) == GridColumn::Level) << column;
+  }
 }
 
 TEST_F(Editing, TheFirstLevelIsSavedWhileItIsStillBeingTyped) {
@@ -200,6 +224,8 @@ TEST_F(DateCorrection, RetimesASingleFileAndIsSavedLikeAnyEdit) {
   EXPECT_EQ(Cell(1, GridColumn::Time), Texts("01:00"));
   EXPECT_EQ(Cell(Readings(), GridColumn::Time), Texts("22:00"));
   EXPECT_LT(Readings(), readings);  // the last day has no extremes of its own yet
+  const QModelIndex cell = Grid().model()->index(0, 0);
+  EXPECT_EQ(cell.data(Qt::BackgroundRole).value<QColor>(), QColor(0, 0xFF, 0));
   EXPECT_FALSE(Offered());
   EXPECT_TRUE(Button("Command4").isEnabled());
   QTest::keyClick(&Grid(), Qt::Key_Z, Qt::ControlModifier);
