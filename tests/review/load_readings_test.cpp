@@ -135,7 +135,7 @@ TEST_F(LoadReadingsTest, UnreadableLinesAreNamedAndCounted) {
   ASSERT_EQ(loaded.messages.size(), 21U);
   EXPECT_TRUE(loaded.messages[0].contains(QStringLiteral("line 16: not loaded; expected a date")));
   EXPECT_TRUE(loaded.messages[20].endsWith(QStringLiteral(": 23 lines were not loaded in all")));
-  EXPECT_EQ(loaded.grid.Text(1, GridColumn::Label), QStringLiteral("01-ort"));
+  EXPECT_EQ(loaded.grid.Text(1, GridColumn::Label), QStringLiteral("01-Max"));
   EXPECT_EQ(loaded.waterYear, 0) << "a single file has no water year";
 }
 
