@@ -29,10 +29,13 @@ bool WaitUntil(const std::function<bool()>& holds) {
   return true;
 }
 
-/// The office that was started for this test program, by the pipe it was told to listen on.
-int OperatorOffice() {
+/// Offices that were started for this test program, by the pipe they were told to listen on.
+std::vector<int> OperatorOffices() {
   const QByteArray pid = QByteArray::number(QCoreApplication::applicationPid());
-  const std::vector<int> found = OfficesStartedWith("name=vesk4-" + pid + ';');
+  return OfficesStartedWith("name=vesk4-" + pid + ';');
+}
+int OperatorOffice() {
+  const std::vector<int> found = OperatorOffices();
   return found.empty() ? 0 : found.front();
 }
 
@@ -43,13 +46,12 @@ class OperatorOfficeTest : public testing::Test {
     if (qEnvironmentVariableIsEmpty("DISPLAY")) qputenv("SAL_USE_VCLPLUGIN", "svp");
   }
   void TearDown() override {
-    if (const int left = OperatorOffice(); left > 0) {
-      ::kill(left, SIGKILL);
-      WaitUntil([] { return !OperatorOfficeRuns(); });
-      QDir(QStringLiteral("/tmp"))
-          .remove(
-              QStringLiteral("OSL_PIPE_%1_vesk4-%2").arg(getuid()).arg(QCoreApplication::applicationPid()));
-    }
+    const std::vector<int> left = OperatorOffices();
+    if (left.empty()) return;
+    for (const int process : left) ::kill(process, SIGKILL);
+    WaitUntil([] { return !OperatorOfficeRuns(); });
+    const auto pid = QCoreApplication::applicationPid();
+    QFile::remove(QStringLiteral("/tmp/OSL_PIPE_%1_vesk4-%2").arg(getuid()).arg(pid));
   }
 
   QTemporaryDir folder_;

@@ -180,6 +180,7 @@ bool OperatorOfficeRuns() {
 }
 
 Status LetOperatorOfficeListen(const QString& pipeName) {
+  if (Answers(SocketPath(pipeName))) return {};  // it was told so before
   QProcess starter;
   starter.setProgram(OfficeProgram(QLatin1String("soffice")));
   starter.setArguments({QStringLiteral("--nologo"), QStringLiteral("--nodefault"), ListenArgument(pipeName)});
