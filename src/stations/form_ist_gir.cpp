@@ -44,12 +44,13 @@ bool ConfirmLoss(QWidget* parent, const Language& language, const Error& error) 
 
 Form_IstGir::Form_IstGir(MainFrame& frame, QWidget* parent) : QWidget(parent), frame_(frame) {
   setObjectName(QStringLiteral("Form_IstGir"));
+  CreateTable();
   CreateControls();
   LayOut();
   OpenRegister();
 }
 
-void Form_IstGir::CreateControls() {
+void Form_IstGir::CreateTable() {
   const Language& language = frame_.Run().language;
   setWindowTitle(language.Text(Caption::StationNoAndNameInput));
 
@@ -68,7 +69,10 @@ void Form_IstGir::CreateControls() {
   grid_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked |
                          QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
   grid_->setAlternatingRowColors(true);
+}
 
+void Form_IstGir::CreateControls() {
+  const Language& language = frame_.Run().language;
   message_ = new QLabel(this);
   message_->setObjectName(QStringLiteral("LabelMesaj"));
   message_->setWordWrap(true);

@@ -29,6 +29,7 @@ class Form_IstGir : public QWidget {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void CreateTable();
   void CreateControls();
   void LayOut();
   void OpenRegister();

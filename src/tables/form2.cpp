@@ -21,6 +21,7 @@ Form2::Form2(MainFrame& frame) : frame_(frame) {
   setObjectName(QStringLiteral("Form2"));
   setWindowTitle(frame_.Run().language.Text(Caption::OpenExcelReport));
   CreateControls();
+  LayOut();
   ConnectControls();
 }
 
@@ -44,7 +45,9 @@ void Form2::CreateControls() {
   Command1_->setObjectName(QStringLiteral("Command1"));
   CmdVazgec_ = new QPushButton(language.Text(Caption::ExitStoredTables), this);
   CmdVazgec_->setObjectName(QStringLiteral("CmdVazgec"));
+}
 
+void Form2::LayOut() {
   auto* inside = new QVBoxLayout(frameBox_);
   inside->addWidget(Label1_);
   inside->addWidget(File3_, 1);

@@ -31,6 +31,7 @@ class Form2 : public QWidget {
 
  private:
   void CreateControls();
+  void LayOut();
   void ConnectControls();
   void ListTables();
   void OpenSelected();
