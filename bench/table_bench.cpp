@@ -34,7 +34,7 @@ constexpr int kDays = 365;
 constexpr int kReadingsADay = 96;
 constexpr int kReadings = kDays * kReadingsADay;
 constexpr int kMonths = 12;
-constexpr int kRuns = 5;
+constexpr int kRuns = 10;
 
 [[noreturn]] void Give(const Error& error) {
   std::fprintf(stderr, "%s\n", error.Text().toUtf8().constData());
