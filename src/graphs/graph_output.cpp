@@ -1,15 +1,16 @@
 #include "graphs/graph_output.h"
 
+#include <QBuffer>
 #include <QFileInfo>
 #include <QHash>
 #include <QList>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 #include "datafiles/helpers.h"
+#include "platform/whole_file.h"
 
 namespace vesk {
 namespace {
@@ -20,8 +21,8 @@ constexpr double kPointsPerUnit = 72.0 / kUnitsPerInch;
 constexpr double kSvgColumnsPerUnit = 10;
 constexpr int kPngQuality = 65;  // quick compression: a page is mostly paper and packs well anyway
 
-Error SaveFailure(const QString& path, const QString& reason) {
-  return {QStringLiteral("The graph could not be saved"), path, reason};
+QString SaveFailed() {
+  return QStringLiteral("The graph could not be saved");
 }
 
 // Greys are the smooth edges of texts; 64 shades of them are as good as 256 and leave room for every other
@@ -173,13 +174,13 @@ bool IsGraphFormat(const QString& ending) {
 Status SaveGraphPage(const QString& path, const GraphPage& page, const GraphSheet& sheet, QSize size) {
   const auto write = WriterOf(QFileInfo(path).suffix().toLower());
   if (write == nullptr)
-    return SaveFailure(path, QStringLiteral("the name must end in .png, .pdf, .svg or .csv"));
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly)) return SaveFailure(path, file.errorString());
-  const Status painted = write(file, page, sheet, size);
-  if (!painted) return SaveFailure(path, painted.Failure().reason);
-  if (!file.flush() || !file.commit()) return SaveFailure(path, file.errorString());
-  return {};
+    return Error{SaveFailed(), path, QStringLiteral("the name must end in .png, .pdf, .svg or .csv")};
+  // Painted in memory first: the writers of PDF and SVG do not tell when a disk is full.
+  QBuffer buffer;
+  buffer.open(QIODevice::WriteOnly);
+  const Status painted = write(buffer, page, sheet, size);
+  if (!painted) return Error{SaveFailed(), path, painted.Failure().reason};
+  return WriteWholeFile(path, buffer.data(), SaveFailed());
 }
 
 }  // namespace vesk

@@ -11,6 +11,8 @@
 
 #include "datafiles/helpers.h"
 #include "graphs/graph_output.h"
+#include "platform/whole_file.h"
+#include "support/full_disk.h"
 
 namespace vesk {
 namespace {
@@ -129,12 +131,18 @@ TEST_F(GraphOutput, PdfAndSvgHoldTextsAndPathsAndNoPicture) {
   EXPECT_EQ(pictures.trimmed().count('\n'), 1) << "two heading lines and no picture";
 }
 
-TEST_F(GraphOutput, FailuresNameTheFileAndLeaveNothingBehind) {
+TEST_F(GraphOutput, FailuresNameTheFileAndLeaveWhatWasThere) {
   for (const char* name : {"page.jpg", "missing/page.png", "page"}) {
     const Status status = SavePage(name);
     ASSERT_FALSE(status) << name;
     EXPECT_EQ(status.Failure().path, Path(name));
     EXPECT_FALSE(QFile::exists(Path(name)));
+  }
+  for (const char* name : {"page.png", "page.pdf", "page.svg", "page.csv"}) {
+    ASSERT_TRUE(WriteWholeFile(Path(name), "older", {}));
+    const test::FullDisk full(64);
+    EXPECT_FALSE(SavePage(name)) << name;
+    EXPECT_EQ(ReadWholeFile(Path(name), {}).Value(), "older") << name;
   }
 }
 

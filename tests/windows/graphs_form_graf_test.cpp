@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 #include <QTimer>
 
+#include "support/full_disk.h"
 #include "windows/graphs_fixture.h"
 
 namespace vesk::test {
@@ -237,6 +238,8 @@ TEST_F(GraphWindow, PaperGetsTheTitleAsTextAndTheSeriesAsAPath) {
   EXPECT_TRUE(page.contains(QStringLiteral("<page width=\"842.0"))) << page.left(600).toStdString();
   const QRegularExpression lastDate(QStringLiteral("xMin=\"([0-9.]+)\"[^>]*>30/09/2011<"));
   EXPECT_GT(lastDate.match(page).captured(1).toDouble(), 780) << "the graph fills the sheet";
+  const FullDisk full(4096);
+  EXPECT_FALSE(form_->PrintPage(printer)) << "half a file is no print";
 }
 
 TEST_F(GraphWindow, ClosingRemovesThePageImagesAndNothingElse) {
