@@ -1,5 +1,6 @@
 #include "tables/form5.h"
 
+#include <QDir>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -109,7 +110,7 @@ void Form5::ShowFolder(const QString& folder) {
 void Form5::Accept() {
   const QList<QListWidgetItem*> chosen = File1_->selectedItems();
   if (chosen.isEmpty()) return;
-  const QString path = RatingCurvePath(folder_, chosen.first()->text());
+  const QString path = QDir(folder_).filePath(chosen.first()->text());  // one "/", also at the root
   // A folder that cannot be stored is asked for again next time; the choice itself stands.
   static_cast<void>(frame_.Run().settings.WriteSetting(kSection, kFolderKey, Dir1_->Path()));
   Q_EMIT CurveChosen(path);

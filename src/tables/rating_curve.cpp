@@ -11,9 +11,4 @@ std::vector<QString> ListRatingCurves(const QString& folder) {
   return {names.begin(), names.end()};
 }
 
-QString RatingCurvePath(const QString& folder, const QString& fileName) {
-  if (fileName.isEmpty()) return {};
-  return folder.endsWith(QLatin1Char('/')) ? folder + fileName : folder + QLatin1Char('/') + fileName;
-}
-
 }  // namespace vesk
