@@ -11,22 +11,22 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const Day kFirst = Day(2010y / 10 / 1);
+const Day kFirst = Day(2011y / 10 / 1);  // of a leap year
 
 PageScale YearScale(double width, double maximumCm = 230) {
-  return MakePageScale({width, 600}, 14.4, 365 * 14.4 + 14.39, maximumCm);
+  return MakePageScale({width, 600}, 14.4, 366 * 14.4 + 14.39, maximumCm);
 }
 
 TEST(GraphTime, EveryMinuteOfAYearHasItsCoordinateAndComesBack) {
   EXPECT_DOUBLE_EQ(TimeCoordinate(kFirst, DateTime(kFirst)), 14.4);
-  EXPECT_DOUBLE_EQ(TimeCoordinate(kFirst, DateTime(Day(2010y / 10 / 2)) + 750min), 36.3);
+  EXPECT_DOUBLE_EQ(TimeCoordinate(kFirst, DateTime(Day(2011y / 10 / 2)) + 750min), 36.3);
   const DateTime start(kFirst - std::chrono::days(2));
   for (int minute = 0; minute < 370 * 1440; ++minute) {
     const DateTime time = start + std::chrono::minutes(minute);
     ASSERT_EQ(TimeOfCoordinate(kFirst, TimeCoordinate(kFirst, time)), time)
         << DateTimeText(time).toStdString();
   }
-  EXPECT_EQ(TimeOfCoordinate(kFirst, 36.309), DateTime(Day(2010y / 10 / 2)) + 750min)
+  EXPECT_EQ(TimeOfCoordinate(kFirst, 36.309), DateTime(Day(2011y / 10 / 2)) + 750min)
       << "a minute holds its end";
 }
 
@@ -60,16 +60,16 @@ TEST(PageScale, StaysUsableOnAPictureWithoutRoomAndWithLevelsOutOfThisWorld) {
   const PageScale tiny = MakePageScale({10, 10}, 20, 20, 0);
   EXPECT_LT(tiny.PlotLeft(), tiny.PlotRight());
   EXPECT_NEAR(TimeOfX(tiny, XOfTime(tiny, 20)), 20, 1e-9);
-  EXPECT_NEAR(static_cast<double>(LevelTicks(YearScale(1000, 1e300)).size()), 60, 60);
+  EXPECT_EQ(LevelTicks(YearScale(1000, 1e300)).size(), 61U);
 }
 
-QStringList TickTexts(const PageScale& scale, Day first = kFirst) {
+QStringList TickTexts(const PageScale& scale) {
   QStringList texts;
-  for (const Day day : DayTicks(scale, first)) texts.append(DateText(day).left(5));
+  for (const Day day : DayTicks(scale, kFirst)) texts.append(DateText(day).left(5));
   return texts;
 }
 
-TEST(DayTicks, GrowApartAsThePageNarrowsAndEndEveryMonthOnItsLastDay) {
+TEST(DayTicks, GrowApartAsThePageNarrowsAndEndEveryMonthOnItsLastDayWithoutTheLeapDay) {
   struct Case {
     double width;
     int ticks;
@@ -89,18 +89,13 @@ TEST(DayTicks, GrowApartAsThePageNarrowsAndEndEveryMonthOnItsLastDay) {
   }
 }
 
-TEST(DayTicks, LieWithinThePageAndLeaveOutTheLeapDay) {
-  const Day first = Day(2011y / 10 / 1);
-  const double start = TimeCoordinate(first, DateTime(Day(2012y / 2 / 26)) + 1min);
-  const double end = TimeCoordinate(first, DateTime(Day(2012y / 3 / 2)));
-  EXPECT_EQ(TickTexts(MakePageScale({1000, 600}, start, end, 100), first).join(QLatin1Char(' ')),
-            QStringLiteral("27/02 28/02 01/03 02/03"));
-}
-
 TEST(ClockTicks, FillPagesOfHoursOnly) {
   EXPECT_TRUE(ClockTicks(YearScale(1000), kFirst).empty());
   const double start = TimeCoordinate(kFirst, DateTime(kFirst) + 100min);
-  const auto ticks = ClockTicks(MakePageScale({1000, 600}, start, start + 24 * kHourUnits, 100), kFirst);
+  const PageScale page = MakePageScale({1000, 600}, start, start + 24 * kHourUnits, 100);
+  EXPECT_EQ(TickTexts(page), QStringList{QStringLiteral("02/10")})
+      << "the day before begins ahead of the page";
+  const auto ticks = ClockTicks(page, kFirst);
   ASSERT_EQ(ticks.size(), 47U) << "half hours, without midnight";
   EXPECT_EQ(ticks.front(), DateTime(kFirst) + 120min);
 }
