@@ -75,7 +75,7 @@ class FormIstGir : public testing::Test {
 TEST_F(FormIstGir, TypedChangesAndNewRowsAreStoredAtOnce) {
   Show();
   EXPECT_EQ(Shown(), "30001=Çay,10002=Irmak,20003=İnce Su,=");
-  EXPECT_EQ(Grid().columnWidth(0), 100);
+  EXPECT_GE(Grid().columnWidth(0), 100);
   EXPECT_GE(Grid().columnWidth(1), 300);
   Type(1, 1, QStringLiteral("  Iğdır Şelalesi "));
   Type(3, 0, QStringLiteral("40004"));
