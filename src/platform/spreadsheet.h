@@ -77,7 +77,8 @@ class Spreadsheet {
   virtual ~Spreadsheet() = default;
   /// True when the operator has a spreadsheet window open. Always false for the private one.
   virtual bool HasOpenWindow() = 0;
-  /// Opens a workbook, binding to the running application or starting one.
+  /// Opens a workbook, binding to the running application or starting one; one that is open there already is
+  /// handed out as it stands.
   virtual Result<std::unique_ptr<Workbook>> Open(const QString& path) = 0;
   /// Makes the application visible; nothing to do for the private one.
   virtual Status Show() = 0;
