@@ -5,6 +5,16 @@
 #include <QSaveFile>
 
 namespace vesk {
+namespace {
+
+/// A buffer that found only part of its place is an "Unknown error" to the library.
+QString WhyNotWritten(const QSaveFile& file) {
+  const QString told = file.errorString();
+  if (told != QLatin1String("Unknown error")) return told;
+  return QStringLiteral("only a part of it could be written; is the disk full?");
+}
+
+}  // namespace
 
 Result<QByteArray> ReadWholeFile(const QString& path, const QString& what) {
   const QFileInfo info(path);
@@ -24,7 +34,7 @@ Status WriteWholeFile(const QString& path, const QByteArray& content, const QStr
   const bool written =
       file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
   if (written && file.commit()) return {};
-  return Error{what, path, file.errorString()};
+  return Error{what, path, WhyNotWritten(file)};
 }
 
 }  // namespace vesk

@@ -107,6 +107,8 @@ constexpr Translation kTranslations[] = {
     {u"not a file", u"bu bir dosya değil"},
     {u"older unsaved work stays in this file", u"kaydedilmemiş eski çalışma bu dosyada duruyor"},
     {u"only the readings of a single file can be re-timed", u"yalnız tek dosyanın kayıtları düzeltilebilir"},
+    {u"only a part of it could be written; is the disk full?",
+     u"yalnız bir bölümü yazılabildi; disk dolu mu?"},
     {u"the file is a database of the old desktop engine; it is left as it is",
      u"dosya eski masaüstü veri tabanı biçiminde; olduğu gibi bırakıldı"},
     {u"the file is empty", u"dosya boş"},

@@ -24,6 +24,7 @@ TEST(WholeFile, AFullDiskLeavesTheFileThatWasThere) {
     ASSERT_FALSE(written.Ok()) << bytes;
     EXPECT_EQ(written.Failure().what, what);
     EXPECT_EQ(written.Failure().path, path);
+    EXPECT_NE(written.Failure().reason, QStringLiteral("Unknown error"));
     EXPECT_EQ(ReadWholeFile(path, what).Value(), "old");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "nothing half-written is left";
   }
