@@ -4,6 +4,11 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
 namespace vesk {
 namespace {
 
@@ -33,8 +38,18 @@ Status WriteWholeFile(const QString& path, const QByteArray& content, const QStr
   // commit() alone does not notice that the last buffer found no place on a full disk.
   const bool written =
       file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
-  if (written && file.commit()) return {};
-  return Error{what, path, WhyNotWritten(file)};
+  if (!written || !file.commit()) return Error{what, path, WhyNotWritten(file)};
+  (void)SyncToDisk(QFileInfo(path).absolutePath(), what);  // its new name; not every file system can
+  return {};
+}
+
+Status SyncToDisk(const QString& path, const QString& what) {
+  const int handle = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+  const bool synced = handle >= 0 && (::fsync(handle) == 0 || errno == EINVAL || errno == ENOTSUP);
+  const int problem = errno;  // EINVAL, ENOTSUP: this file system has nothing to wait for
+  if (handle >= 0) ::close(handle);
+  if (synced) return {};
+  return Error{what, path, qt_error_string(problem)};
 }
 
 }  // namespace vesk

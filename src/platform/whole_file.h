@@ -19,4 +19,8 @@ Result<QByteArray> ReadWholeFile(const QString& path, const QString& what);
 /// Puts the content in place of the file's, whole or not at all. what: first part of the error, what failed.
 Status WriteWholeFile(const QString& path, const QByteArray& content, const QString& what);
 
+/// Makes the bytes of a file, or the entries of a folder, last through a power cut. Fails when the file
+/// cannot be opened or the disk reports an error; what: first part of the error.
+Status SyncToDisk(const QString& path, const QString& what);
+
 }  // namespace vesk

@@ -2,7 +2,6 @@
 
 #include <QFileInfo>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -139,15 +138,6 @@ bool EndsWith(const std::vector<JournalRecord>& records, const std::vector<Journ
   return end.size() <= records.size() && std::equal(end.rbegin(), end.rend(), records.rbegin());
 }
 
-/// Makes a new directory entry last through a power cut.
-void SyncFolder(const QString& path) {
-  const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
-  const int handle = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (handle < 0) return;
-  ::fsync(handle);  // not every file system can; the file itself is checked
-  ::close(handle);
-}
-
 }  // namespace
 
 QString JournalPath(const QString& changeLogPath, const QString& rawFileName) {
@@ -234,7 +224,7 @@ Status EditJournal::OpenNew() {
   }
   file_.setFileName(path_);
   if (!file_.open(QIODevice::ReadWrite | QIODevice::NewOnly)) return JournalError(path_, file_.errorString());
-  SyncFolder(path_);
+  (void)SyncToDisk(QFileInfo(path_).absolutePath(), path_);  // not every file system can; the file is checked
   return AppendLine(kHeading);
 }
 

@@ -10,6 +10,7 @@
 #include <memory>
 #include <system_error>
 
+#include "platform/whole_file.h"
 #include "tables/level_table_workbook.h"
 
 namespace vesk {
@@ -162,12 +163,14 @@ class TableBuild {
   }
 
   Status SaveWhole() {
+    const QString what = QStringLiteral("The level table could not be put in its place");
     if (Status saved = workbook_->Save(); !saved) return saved;
+    if (Status synced = SyncToDisk(copy_, what); !synced)
+      return synced;  // or a power cut could leave it empty
     std::error_code failed;
     std::filesystem::rename(NativePath(copy_), NativePath(report_.path), failed);
     if (!failed) return {};
-    return Error{QStringLiteral("The level table could not be put in its place"), report_.path,
-                 QString::fromStdString(failed.message())};
+    return Error{what, report_.path, QString::fromStdString(failed.message())};
   }
 
   /// The finished table is opened under its own name before the window of its making goes away.
