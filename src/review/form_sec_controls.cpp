@@ -48,6 +48,7 @@ class WholeWindow : public FormSecMaker {
     auto* area = new QScrollArea(&form_);
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(c_.Content);
     auto* whole = new QVBoxLayout(&form_);
     whole->setContentsMargins(0, 0, 0, 0);

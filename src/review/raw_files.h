@@ -60,8 +60,7 @@ struct TidyReport {
 TidyReport RenameRawFiles(const QString& dataDirectory);
 
 /// Water years of the usable files, each once, in the order met. convertedWord marks a year whose converted
-/// file
-/// ("S" + year + "-" + station + ".txt") is in the folder.
+/// file ("S" + year + "-" + station + ".txt") is in the folder.
 std::vector<WaterYearEntry> WaterYearsOf(const std::vector<RawFile>& files, const QString& dataDirectory,
                                          const QString& station, const QString& convertedWord);
 
