@@ -3,10 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QCryptographicHash>
-#include <QTemporaryDir>
 
 #include <algorithm>
-#include <map>
 #include <set>
 
 #include "datafiles/data_lines.h"
@@ -76,35 +74,6 @@ TEST(SampleData, EveryFileIsReadWithoutALeftover) {
   EXPECT_EQ(types.size(), 3U);
 }
 
-TEST(SampleData, ADayHasItsReadingsThenItsExtremes) {
-  RawFilePlan plan;
-  plan.levelCm = [](DateTime time) { return time == At(2023, 10, 1, 7) ? 250 : 123; };
-  const Decoded decoded = Decode(plan);
-  ASSERT_EQ(decoded.readings.size(), 26U);
-  EXPECT_EQ(decoded.readings[0].minuteOfDay, 60);
-  EXPECT_EQ(decoded.readings[23].minuteOfDay, 1439);
-  EXPECT_EQ(decoded.readings[24].kind, ReadingKind::Maximum);
-  EXPECT_EQ(decoded.readings[24].minuteOfDay, 7 * 60);
-  EXPECT_DOUBLE_EQ(decoded.readings[24].levelCm, 250);
-  EXPECT_EQ(decoded.readings[25].kind, ReadingKind::Minimum);
-  EXPECT_EQ(decoded.readings[25].minuteOfDay, 60) << "the earliest of equal levels";
-}
-
-TEST(SampleData, TwoReadOutsOfOneRecordingAgree) {
-  const auto stations = SampleStations();
-  const Decoded early = Decode(SampleFile(stations, QStringLiteral("101-12002-231001=0045.txt")));
-  const Decoded late = Decode(SampleFile(stations, QStringLiteral("101-12002-231001=0092.txt")));
-  EXPECT_EQ(early.header.header.DaysCovered, 45);
-  EXPECT_EQ(late.header.header.DaysCovered, 92);
-  const auto shorter = OfKind(early.readings, ReadingKind::Ordinary);
-  const auto longer = OfKind(late.readings, ReadingKind::Ordinary);
-  ASSERT_LT(shorter.size(), longer.size());
-  for (std::size_t i = 0; i < shorter.size(); ++i) {
-    ASSERT_EQ(shorter[i].Time(), longer[i].Time());
-    ASSERT_EQ(shorter[i].levelCm, longer[i].levelCm);
-  }
-}
-
 TEST(SampleData, OddThingsAreWhereTheyAreSaidToBe) {
   const auto stations = SampleStations();
   const auto river = Decode(SampleFile(stations, QStringLiteral("101-12001-241201.txt")));
@@ -124,25 +93,6 @@ TEST(SampleData, OddThingsAreWhereTheyAreSaidToBe) {
     EXPECT_FALSE(DateTime(reading.day) == still && reading.kind != ReadingKind::Ordinary);
   }
   EXPECT_EQ(slow.header.header.LastRecordTime, At(2024, 4, 1, 0, 47));
-}
-
-TEST(SampleData, BulkFilesHoldOneWholeYear) {
-  const QTemporaryDir folder;
-  const auto names = WriteBulkData(folder.path(), 2);
-  ASSERT_TRUE(names) << names.Failure().Text().toStdString();
-  ASSERT_EQ(names->size(), 2);
-  QFile file(folder.filePath(names->front()));
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray bytes = file.readAll();
-  std::vector<Reading> readings;
-  const auto tally = DecodeDataLines(bytes, bytes.indexOf("01/10/2024  ") + 1, 1, {}, readings);
-  EXPECT_EQ(tally.kept, 35040 + 2 * 365);
-}
-
-TEST(SampleData, AnUnwritableFolderIsAnError) {
-  const auto written = WriteSampleData(QStringLiteral("/nowhere/at/all"));
-  ASSERT_FALSE(written);
-  EXPECT_TRUE(written.Failure().path.contains(QStringLiteral("101-12001-240401.txt")));
 }
 
 }  // namespace
