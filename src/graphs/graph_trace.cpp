@@ -116,7 +116,7 @@ class CoveredRows {
 
   void Add(QPointF a, QPointF b) {
     if (std::max(a.x(), b.x()) < left_ || std::min(a.x(), b.x()) > right_) return;
-    const auto [upper, lower] = std::minmax(a.y(), b.y());
+    const auto [upper, lower] = std::minmax({a.y(), b.y()});
     std::fill(RowAt(upper), RowAt(lower) + 1, 1);
   }
 
