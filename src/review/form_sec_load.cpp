@@ -112,10 +112,11 @@ void FormSec::ShowLoadedFiles(const std::vector<QString>& files) {
 }
 
 // Where a date correction starts from. A file that was re-timed on load ends at its corrected time, while its
-// header still has the logger's.
+// header still has the logger's; of a water year, the last header read may be another year's.
 void FormSec::ShowLastReading(DateTime headersLastRecord) {
   const std::optional<ReadingSpan> span = SpanOf(session_.Grid());
-  c_.Text8->setText(DateTimeText(session_.IsCorrected() && span ? span->last : headersLastRecord));
+  const bool fromGrid = span && (session_.IsCorrected() || !loaded_->waterYears.empty());
+  c_.Text8->setText(DateTimeText(fromGrid ? span->last : headersLastRecord));
 }
 
 void FormSec::OfferRecovery() {

@@ -70,6 +70,7 @@ TEST_F(Choosing, ATableIsOnlyOfferedForWhatTheListsShow) {
   Open();
   LoadWaterYear();
   EXPECT_TRUE(Button("Command3").isEnabled());
+  EXPECT_EQ(Find<QLineEdit>("Text8").text(), Texts("30/09/2010 23:59")) << "the year's end, not the file's";
   Click("ListSuYili", 1);
   EXPECT_FALSE(Button("Command3").isEnabled());
   EXPECT_FALSE(Button("CmdGrf").isEnabled());
