@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "platform/code_page.h"
@@ -18,9 +19,10 @@ constexpr std::size_t kMostMessages = 100;
 /// Rows by time, so that a line is found at once wherever it stands.
 class RowIndex {
  public:
-  explicit RowIndex(const ReviewGrid& grid) {
-    entries_.reserve(static_cast<std::size_t>(grid.ReadingCount()));
-    for (int row = 1; row <= grid.ReadingCount(); ++row) entries_.emplace_back(grid.At(row).Time(), row);
+  RowIndex(const ReviewGrid& grid, const RowRange& within) {
+    const int last = std::min(within.last, grid.ReadingCount());
+    entries_.reserve(static_cast<std::size_t>(std::max(last - within.first + 1, 0)));
+    for (int row = within.first; row <= last; ++row) entries_.emplace_back(grid.At(row).Time(), row);
     if (!std::is_sorted(entries_.begin(), entries_.end())) std::sort(entries_.begin(), entries_.end());
   }
 
@@ -90,6 +92,35 @@ struct Search {
   }
 };
 
+/// Finds the rows of a log's lines among the rows that it is about. A log can have been saved for several
+/// years in one: its other lines go to rows of the other years, but to none that has a line already.
+class RowFinder {
+ public:
+  RowFinder(const ReviewGrid& grid, const RowRange& within)
+      : grid_(grid),
+        own_(grid, within),
+        hasOthers_(within.first <= within.last && (within.first > 1 || within.last < grid.ReadingCount())) {}
+
+  int Find(DateTime time) {
+    const int row = ownSearch_.Next(own_, time);
+    return row == 0 && hasOthers_ ? FindAmongOthers(time) : row;
+  }
+
+ private:
+  int FindAmongOthers(DateTime time) {
+    if (!all_) all_.emplace(grid_, RowRange{});
+    const int row = allSearch_.Next(*all_, time);
+    return row > 0 && grid_.Mark(row).editCode != kSavedCode ? row : 0;
+  }
+
+  const ReviewGrid& grid_;
+  RowIndex own_;
+  bool hasOthers_;
+  Search ownSearch_;
+  std::optional<RowIndex> all_;
+  Search allSearch_;
+};
+
 void AddUnreadable(ChangeLogOverlay& overlay, const QString& fileName, qint64 lineNumber,
                    const QString& expected) {
   ++overlay.unreadable;
@@ -107,10 +138,11 @@ QString LineText(const ReviewGrid& grid, int row) {
 /// The rows to write so that the next load finds the changed ones. A line names its row by date and time
 /// only, and an extreme record often has the minute of an ordinary reading further up: that reading's line,
 /// unchanged, goes first.
-std::vector<int> WithAnchors(const ReviewGrid& grid, const std::vector<int>& changedRows) {
+std::vector<int> WithAnchors(const ReviewGrid& grid, const std::vector<int>& changedRows,
+                             const RowRange& within) {
   std::vector<int> rows;
   if (changedRows.empty()) return rows;
-  const RowIndex index(grid);
+  const RowIndex index(grid, within);
   Search search;
   for (const int changed : changedRows) {
     const DateTime time = grid.At(changed).Time();
@@ -161,19 +193,18 @@ QString ChangeLogToRead(const QString& dataDirectory, const QString& station, co
   return newest;
 }
 
-ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName, ReviewGrid& grid) {
+ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName, ReviewGrid& grid,
+                                const RowRange& within) {
   ChangeLogOverlay overlay;
   if (content.isEmpty()) return overlay;
-  const RowIndex index(grid);
-  Search search;
+  RowFinder finder(grid, within);
   for (qint64 lineNumber = 1; !content.isEmpty(); ++lineNumber) {
     const QByteArrayView bytes = TakeLine(content);
     if (bytes.trimmed().isEmpty()) continue;
     QString expected;
     const auto line = ReadLine(bytes, expected);
     if (!line) AddUnreadable(overlay, fileName, lineNumber, expected);
-    const int row =
-        line ? search.Next(index, DateTime(line->day) + std::chrono::minutes(line->minuteOfDay)) : 0;
+    const int row = line ? finder.Find(DateTime(line->day) + std::chrono::minutes(line->minuteOfDay)) : 0;
     if (row == 0) {
       overlay.orphans.push_back(bytes.toByteArray());
       continue;
@@ -184,7 +215,7 @@ ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName,
   return overlay;
 }
 
-Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid) {
+Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid, const RowRange& within) {
   const Result<SavedCorrection> correction = ReadSavedCorrection(path, grid);
   if (!correction) return correction.Failure();
   const Result<QByteArray> content = ReadWholeFile(path, QStringLiteral("The change log could not be read"));
@@ -198,7 +229,7 @@ Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid) {
     TakeLevels(trial, grid);
   }
   const bool corrected = ApplySavedCorrection(*correction, grid);
-  ChangeLogOverlay overlay = ApplyChangeLog(*content, fileName, grid);
+  ChangeLogOverlay overlay = ApplyChangeLog(*content, fileName, grid, within);
   overlay.correction = *correction;
   AddOrphanCount(overlay, fileName);
   if (!correction->targets.empty()) {
@@ -216,17 +247,19 @@ std::vector<int> RowsToSave(const ReviewGrid& grid) {
 }
 
 QByteArray ChangeLogContent(const ReviewGrid& grid, const std::vector<int>& rows,
-                            const std::vector<QByteArray>& orphans) {
+                            const std::vector<QByteArray>& orphans, const RowRange& within) {
   QByteArray content;
-  for (const int row : WithAnchors(grid, rows)) content += EncodeWindows1254(LineText(grid, row)) + "\r\n";
+  for (const int row : WithAnchors(grid, rows, within)) {
+    content += EncodeWindows1254(LineText(grid, row)) + "\r\n";
+  }
   for (const QByteArray& orphan : orphans) content += orphan + "\r\n";
   return content;
 }
 
 Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<int>& rows,
-                     const std::vector<QByteArray>& orphans) {
+                     const std::vector<QByteArray>& orphans, const RowRange& within) {
   const QString what = QStringLiteral("The change log could not be saved");
-  Status saved = WriteWholeFile(path, ChangeLogContent(grid, rows, orphans), what);
+  Status saved = WriteWholeFile(path, ChangeLogContent(grid, rows, orphans, within), what);
   if (!saved) return saved;
   for (const int row : rows) {
     RowMark mark = grid.Mark(row);

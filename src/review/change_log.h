@@ -5,6 +5,7 @@
 #include <QByteArrayView>
 #include <QString>
 
+#include <limits>
 #include <vector>
 
 #include "platform/result.h"
@@ -19,6 +20,13 @@ struct ChangeLogLine {
   int minuteOfDay = 0;
   double levelCm = 0;
   QString discharge;
+};
+
+/// Rows of a grid, both ends included; all of them when nothing else is said.
+struct RowRange {
+  int first = 1;
+  int last = std::numeric_limits<int>::max();
+  [[nodiscard]] bool Holds(int row) const { return row >= first && row <= last; }
 };
 
 /// What laying a change log over a grid did.
@@ -40,23 +48,25 @@ QString ChangeLogPath(const QString& dataDirectory, const QString& station, cons
 /// mode.
 QString ChangeLogToRead(const QString& dataDirectory, const QString& station, const QString& waterYearEntry);
 
-/// Lays the lines over the grid: each is looked for from the previous hit on, then from row 1.
-ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName, ReviewGrid& grid);
+/// Lays the lines over the grid: each is looked for from the previous hit on, then from the first row.
+/// within: the rows that the log is about; other rows take only lines that fit none of these.
+ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName, ReviewGrid& grid,
+                                const RowRange& within = {});
 
 /// Re-times the grid when a date correction was saved for it, then reads and applies the file; a missing file
 /// is no error and changes nothing.
-Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid);
+Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid, const RowRange& within = {});
 
 /// Rows that carry a change, top to bottom.
 std::vector<int> RowsToSave(const ReviewGrid& grid);
 
 /// The bytes that SaveChangeLog would write.
 QByteArray ChangeLogContent(const ReviewGrid& grid, const std::vector<int>& rows,
-                            const std::vector<QByteArray>& orphans);
+                            const std::vector<QByteArray>& orphans, const RowRange& within = {});
 
-/// Writes these rows (of RowsToSave), then the orphans of the load, whole or not at all; on success the rows'
-/// baselines and codes are those of saved rows.
+/// Writes these rows (of RowsToSave, and of those that the log is about), then the orphans of the load, whole
+/// or not at all; on success the rows' baselines and codes are those of saved rows.
 Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<int>& rows,
-                     const std::vector<QByteArray>& orphans);
+                     const std::vector<QByteArray>& orphans, const RowRange& within = {});
 
 }  // namespace vesk

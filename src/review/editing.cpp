@@ -207,9 +207,10 @@ Status EditSession::Save() {
 Status EditSession::SaveLogsOfYears() {
   if (logs_.empty()) return {};
   std::vector<std::vector<int>> rows(logs_.size());
-  for (const int row : RowsToSave(grid_)) rows[journals_.IndexOf(grid_.At(row).day)].push_back(row);
+  for (const int row : RowsToSave(grid_)) rows[journals_.IndexOf(row)].push_back(row);
   for (std::size_t i = 0; i < logs_.size(); ++i) {
-    Status saved = SaveChangeLog(logs_[i].saveTo, grid_, rows[i], logs_[i].overlay.orphans);
+    const LoadedChangeLog& log = logs_[i];
+    Status saved = SaveChangeLog(log.saveTo, grid_, rows[i], log.overlay.orphans, log.rows);
     if (!saved) return saved;
   }
   return {};

@@ -28,25 +28,29 @@ class Loader {
 
   /// False when the load ends with this year.
   bool LoadWaterYear(const QString& entry) {
-    const int year = entry.left(4).toInt();
-    const DayWindow window{WaterYearFirstDay(year), WaterYearLastDay(year)};
-    loaded_.waterYear = year;
-    filesOfYear_ = 0;
-    reference_.reset();
-    for (std::size_t i = 0; i < request_.files.size(); ++i) {
-      if (!TakeFile(i, year, window)) return false;
-      TellFileDone(request_.files.size() * request_.waterYears.size());
+    const int first = loaded_.grid.ReadingCount() + 1;
+    const bool goesOn = LoadFilesOf(entry);
+    rowsOfYears_.push_back({first, loaded_.grid.ReadingCount()});
+    return goesOn;
+  }
+
+  /// Lays the log of every chosen year over the rows that came in with it. An extreme record's own date may
+  /// be the other side of a year's end, and another year's reading may have its minute.
+  Status LayChangeLogs() {
+    rowsOfYears_.resize(request_.waterYears.size(), {1, 0});  // years that the load did not get to have none
+    for (std::size_t i = 0; i < rowsOfYears_.size(); ++i) {
+      if (Status laid = LayChangeLog(request_.waterYears[i], rowsOfYears_[i]); !laid) return laid;
     }
-    return true;
+    return {};
   }
 
   /// entry: empty in single-file mode.
-  Status LayChangeLog(const QString& entry) {
+  Status LayChangeLog(const QString& entry, const RowRange& rows) {
     LoadedChangeLog log;
-    log.waterYear = entry.left(4).toInt();
+    log.rows = rows;
     log.saveTo = ChangeLogPath(request_.dataDirectory, request_.station, entry);
     auto overlay =
-        LoadChangeLog(ChangeLogToRead(request_.dataDirectory, request_.station, entry), loaded_.grid);
+        LoadChangeLog(ChangeLogToRead(request_.dataDirectory, request_.station, entry), loaded_.grid, rows);
     if (!overlay) return overlay.Failure();
     log.overlay = std::move(*overlay);
     loaded_.messages.insert(loaded_.messages.end(), log.overlay.messages.begin(), log.overlay.messages.end());
@@ -63,6 +67,19 @@ class Loader {
   }
 
  private:
+  bool LoadFilesOf(const QString& entry) {
+    const int year = entry.left(4).toInt();
+    const DayWindow window{WaterYearFirstDay(year), WaterYearLastDay(year)};
+    loaded_.waterYear = year;
+    filesOfYear_ = 0;
+    reference_.reset();
+    for (std::size_t i = 0; i < request_.files.size(); ++i) {
+      if (!TakeFile(i, year, window)) return false;
+      TellFileDone(request_.files.size() * request_.waterYears.size());
+    }
+    return true;
+  }
+
   /// False when the load ends with this file.
   bool TakeFile(std::size_t i, int year, const DayWindow& window) {
     const RawFile& file = request_.files[i];
@@ -170,6 +187,7 @@ class Loader {
   std::vector<QString> headerNotes_;
   int filesOfYear_ = 0;
   std::size_t filesDone_ = 0;
+  std::vector<RowRange> rowsOfYears_;
 };
 
 }  // namespace
@@ -181,15 +199,13 @@ Result<LoadedReadings> LoadReadings(const LoadRequest& request) {
   Loader loader(request);
   if (request.waterYears.empty()) {
     loader.LoadSingleFile();
-    if (const Status laid = loader.LayChangeLog({}); !laid) return laid.Failure();
+    if (const Status laid = loader.LayChangeLog({}, {}); !laid) return laid.Failure();
     return loader.Finish();
   }
   for (const QString& entry : request.waterYears) {
     if (!loader.LoadWaterYear(entry)) break;
   }
-  for (const QString& entry : request.waterYears) {
-    if (const Status laid = loader.LayChangeLog(entry); !laid) return laid.Failure();
-  }
+  if (const Status laid = loader.LayChangeLogs(); !laid) return laid.Failure();
   return loader.Finish();
 }
 

@@ -29,8 +29,8 @@ struct LoadRequest {
 
 /// A change log that was laid over the load, and where the next save goes.
 struct LoadedChangeLog {
-  int waterYear = 0;  ///< 0 in single-file mode
-  QString saveTo;     ///< path of the next save
+  RowRange rows;   ///< those that came in with its water year; the next save writes them here
+  QString saveTo;  ///< path of the next save
   ChangeLogOverlay overlay;
 };
 

@@ -3,25 +3,24 @@
 #include <algorithm>
 #include <iterator>
 
-#include "datafiles/helpers.h"
-
 namespace vesk {
 
 void SessionJournals::Use(const LoadedReadings& loaded) {
   journals_.clear();
-  waterYears_.clear();
+  rows_.clear();
   const bool singleFile = loaded.waterYear == 0;
   const QString rawFile = singleFile && !loaded.files.empty() ? loaded.files.front() : QString();
   for (const LoadedChangeLog& log : loaded.changeLogs) {
-    waterYears_.push_back(log.waterYear);
+    rows_.push_back(log.rows);
     journals_.push_back(std::make_unique<EditJournal>(JournalPath(log.saveTo, rawFile)));
   }
   if (journals_.empty()) journals_.push_back(std::make_unique<EditJournal>());
 }
 
-std::size_t SessionJournals::IndexOf(Day day) const {
-  const auto year = std::find(waterYears_.begin(), waterYears_.end(), WaterYearOf(day));
-  return year == waterYears_.end() ? 0 : static_cast<std::size_t>(std::distance(waterYears_.begin(), year));
+std::size_t SessionJournals::IndexOf(int row) const {
+  const auto year =
+      std::find_if(rows_.begin(), rows_.end(), [row](const RowRange& rows) { return rows.Holds(row); });
+  return year == rows_.end() ? 0 : static_cast<std::size_t>(std::distance(rows_.begin(), year));
 }
 
 Result<PendingEdits> SessionJournals::Pending() const {

@@ -18,9 +18,9 @@ class SessionJournals {
   /// What earlier runs left beside any of the change logs.
   [[nodiscard]] Result<PendingEdits> Pending() const;
 
-  /// Which change log of the load, and so which journal, a day's corrections go into: that of its water year,
-  /// the first one where there is none of it.
-  [[nodiscard]] std::size_t IndexOf(Day day) const;
+  /// Which change log of the load, and so which journal, a row's corrections go into: that of the water year
+  /// that it came in with.
+  [[nodiscard]] std::size_t IndexOf(int row) const;
 
   Status Append(const JournalRecord& record) { return Of(record).Append(record); }
   Status AppendUndo(const JournalRecord& record) { return Of(record).AppendUndo(); }
@@ -31,12 +31,12 @@ class SessionJournals {
 
  private:
   Status OnEach(Status (EditJournal::*action)());
-  /// Date corrections belong to a single file, which has one journal.
-  [[nodiscard]] std::size_t IndexOf(const JournalRecord& record) const { return IndexOf(record.day); }
+  /// A date correction has no row; it belongs to a single file, which has one journal.
+  [[nodiscard]] std::size_t IndexOf(const JournalRecord& record) const { return IndexOf(record.row); }
   EditJournal& Of(const JournalRecord& record) { return *journals_[IndexOf(record)]; }
 
   std::vector<std::unique_ptr<EditJournal>> journals_;  // never empty once in use
-  std::vector<int> waterYears_;
+  std::vector<RowRange> rows_;
 };
 
 }  // namespace vesk

@@ -122,32 +122,35 @@ TEST_F(Editing, NavigatesFromChangeToChangeAndToADate) {
   }
 }
 
+// A record of the last day of 2010 came in behind the first reading of 2011, so it is a row of 2011's. A
+// reading of 2010 has its minute.
 TEST_F(Editing, EachYearOfALoadHasItsOwnLogAndJournal) {
-  const auto load = [this] {
-    std::vector<Reading> readings = HourlyGrid("30/09/2010 22:00", 6).Readings();
-    readings.push_back(test::ReadingAt("01/10/2011 00:00", 9, ReadingKind::Minimum));  // of neither year
-    Load(test::GridOf(std::move(readings)), {2010, 2011});
-  };
+  std::vector<Reading> readings = HourlyGrid("30/09/2010 22:00", 6).Readings();
+  readings.insert(readings.begin() + 3, test::ReadingAt("30/09/2010 22:00", 9, ReadingKind::Minimum));
+  const auto load = [&] { Load(test::GridOf(readings), {2010, 2011}); };
   load();
-  Edit(1, "1");
-  Edit(4, "4");
+  Edit(2, "1");
+  Edit(5, "4");
   session_.UndoStep();
-  Edit(5, "5");
-  Edit(7, "7");
+  Edit(6, "5");
+  Edit(4, "7");
   const QString log2010 = Path("001-12345-Degisiklikler2010.txt");
   const QString log2011 = Path("001-12345-Degisiklikler2011.txt");
-  EXPECT_EQ(JournalOf(JournalPath(log2010))->records.size(), 2U);
-  ASSERT_EQ(JournalOf(JournalPath(log2011))->records.size(), 1U);
+  EXPECT_EQ(JournalOf(JournalPath(log2010))->records.size(), 1U);
+  ASSERT_EQ(JournalOf(JournalPath(log2011))->records.size(), 2U);
   load();
   EXPECT_EQ(RestorePending(), 0);
   ASSERT_TRUE(session_.Save());
-  EXPECT_EQ(ContentOf(log2010), "30/09/2010\t22:00\t1\t\r\n01/10/2011\t00:00\t7\t\r\n");
-  EXPECT_EQ(ContentOf(log2011), "01/10/2010\t02:00\t5\t\r\n");
+  EXPECT_EQ(ContentOf(log2010), "30/09/2010\t23:00\t1\t\r\n");
+  EXPECT_EQ(ContentOf(log2011), "30/09/2010\t22:00\t7\t\r\n01/10/2010\t02:00\t5\t\r\n");
   load();
-  for (const auto& [row, text] :
-       {std::pair(1, "1/999*"), std::pair(4, "103/"), std::pair(5, "5/999*"), std::pair(7, "7/999*")}) {
-    EXPECT_EQ(Row(row), text);
+  for (const auto& [row, text] : {std::pair(1, "100/"), std::pair(2, "1/999*"), std::pair(4, "7/999*"),
+                                  std::pair(5, "103/"), std::pair(6, "5/999*")}) {
+    EXPECT_EQ(Row(row), text) << row;
   }
+  readings.erase(readings.begin(), readings.begin() + 2);
+  Load(test::GridOf(readings), {2011});
+  EXPECT_EQ(Row(2), "7/999*");
 }
 
 TEST_F(Editing, ADateCorrectionIsAStepLikeAnother) {

@@ -40,17 +40,24 @@ inline ReviewGrid HourlyGrid(const char* start, int count) {
 }
 
 /// A load as the loader hands it over: the change logs of the water years, or of a single file, laid over it.
+/// A year's rows end before the first one of a later year.
 inline LoadedReadings LoadOf(ReviewGrid grid, const QString& folder, const std::vector<int>& waterYears) {
   LoadedReadings loaded;
   loaded.grid = std::move(grid);
   loaded.files = {QStringLiteral("001-12345-010203=0001.txt")};
   loaded.waterYear = waterYears.empty() ? 0 : waterYears.back();
+  int next = 1;
   for (const int year : waterYears.empty() ? std::vector<int>{0} : waterYears) {
     LoadedChangeLog log;
-    log.waterYear = year;
+    if (year != 0) log.rows = {next, year == waterYears.back() ? loaded.grid.ReadingCount() : next - 1};
+    while (log.rows.last < loaded.grid.ReadingCount() &&
+           WaterYearOf(loaded.grid.At(log.rows.last + 1).day) <= year) {
+      ++log.rows.last;
+    }
+    if (year != 0) next = log.rows.last + 1;
     log.saveTo =
         ChangeLogPath(folder, QStringLiteral("001-12345"), year == 0 ? QString() : QString::number(year));
-    auto overlay = LoadChangeLog(log.saveTo, loaded.grid);
+    auto overlay = LoadChangeLog(log.saveTo, loaded.grid, log.rows);
     if (overlay) log.overlay = std::move(*overlay);
     loaded.changeLogs.push_back(std::move(log));
   }

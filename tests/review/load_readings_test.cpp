@@ -60,7 +60,8 @@ TEST_F(LoadReadingsTest, AWaterYearTakesItsDaysFromEveryFileThatHoldsThem) {
 
 TEST_F(LoadReadingsTest, LevelRangeAndBaselineComeAfterTheChangeLog) {
   Write("081001", "01/10/2008 01:00", "01/10/2008 10:00");
-  Put(QStringLiteral("001-12345-Degisiklikler2009.txt"),
+  // Saved while the year had a mark that it has no longer.
+  Put(QStringLiteral("001-12345-Degisiklikler2009 Dönüşmüş.txt"),
       "01/10/2008\t03:00\t777\t\r\n01/10/2008\t03:30\t5\t\r\n01/10/2008\t02:00\t50.5\t\r\nrubbish\r\n");
   const LoadedReadings loaded = LoadYear2009();
   EXPECT_EQ(loaded.levels.highestCm, 777);
@@ -70,6 +71,23 @@ TEST_F(LoadReadingsTest, LevelRangeAndBaselineComeAfterTheChangeLog) {
   EXPECT_EQ(loaded.grid.Text(4, GridColumn::Level), QStringLiteral("103"));
   ASSERT_EQ(loaded.changeLogs.size(), 1U);
   EXPECT_EQ(loaded.changeLogs[0].overlay.applied, 2);
+}
+
+TEST_F(LoadReadingsTest, OfSeveralYearsEachHasItsOwnLogAndWhatTheOtherLogSaysOfItBesides) {
+  Write("090901", "30/09/2009 01:00", "01/10/2009 23:00");
+  Put(QStringLiteral("001-12345-Degisiklikler2009.txt"),
+      "30/09/2009\t12:00\t7\t\r\n01/10/2009\t12:00\t8\t\r\n");
+  Put(QStringLiteral("001-12345-Degisiklikler2010.txt"),
+      "30/09/2009\t12:00\t9\t\r\n30/09/2009\t13:00\t10\t\r\n01/10/2009\t12:00\t11\t\r\n");
+  const LoadedReadings loaded = Load(Request({QStringLiteral("2009 "), QStringLiteral("2010 ")}));
+  ASSERT_EQ(loaded.changeLogs.size(), 2U);
+  EXPECT_EQ(loaded.changeLogs[0].rows.last + 1, loaded.changeLogs[1].rows.first);
+  EXPECT_EQ(loaded.grid.At(12).levelCm, 7);
+  EXPECT_EQ(loaded.grid.At(13).levelCm, 10);
+  const int noon = loaded.grid.FindRow(WaterYearFirstDay(2010), 12 * 60, 1);
+  EXPECT_EQ(loaded.grid.At(noon).levelCm, 11);
+  EXPECT_TRUE(loaded.changeLogs[0].overlay.orphans.empty());
+  EXPECT_EQ(loaded.changeLogs[1].overlay.orphans, std::vector<QByteArray>{"30/09/2009\t12:00\t9\t"});
 }
 
 TEST_F(LoadReadingsTest, ARefusedFileEndsTheWholeLoadAndIsNamedOnce) {
