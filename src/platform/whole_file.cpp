@@ -15,7 +15,7 @@ namespace {
 /// A buffer that found only part of its place is an "Unknown error" to the library.
 QString WhyNotWritten(const QSaveFile& file) {
   const QString told = file.errorString();
-  if (told != QLatin1String("Unknown error")) return told;
+  if (told != QIODevice::tr("Unknown error")) return told;
   return QStringLiteral("only a part of it could be written; is the disk full?");
 }
 
