@@ -64,7 +64,7 @@ TEST_F(RawFilesTest, ARenamingThatFailsIsToldAndTheFileStaysListed) {
   Write("010203", "01/10/2008 01:00", "03/10/2008 12:00");
   ASSERT_TRUE(QDir(folder_).mkpath(QStringLiteral("001-12345-010203=0002.txt/in the way")));
   const TidyReport report = RenameRawFiles(folder_);
-  ASSERT_EQ(report.failures.size(), 2U) << "the file, and the folder_ in its way";
+  ASSERT_EQ(report.failures.size(), 2U) << "the file, and the folder in its way";
   EXPECT_TRUE(report.failures[0].contains(QStringLiteral("001-12345-010203.txt")));
   EXPECT_TRUE(report.failures[1].contains(QStringLiteral("001-12345-010203=0002.txt is a folder")));
   const std::vector<RawFile> files = ListRawFiles(folder_);
