@@ -10,7 +10,9 @@ namespace {
 
 void Open(MainFrame& frame, GraphSheet sheet) {
   const RunValues& run = frame.Run();
-  frame.ShowChild(new FormGraf(std::move(sheet), run.language, run.options.mouseAdjustment));
+  auto* window = new FormGraf(std::move(sheet), run.language, run.options.mouseAdjustment);
+  window->setProperty(kOpensMaximised, true);  // a graph is worth all the room there is
+  frame.ShowChild(window);
 }
 
 }  // namespace

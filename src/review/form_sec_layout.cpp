@@ -73,8 +73,7 @@ void FormSec::RestoreLayout() {
   };
   const QList<int> size = SplitSizes(read(collecting ? "GraphSize" : "Size"), 2);
   resize(size.isEmpty() ? sizeHint() : QSize(size[0], size[1]).expandedTo(minimumSizeHint()));
-  if (read(collecting ? "GraphMaximized" : "Maximized") == QLatin1String("1"))
-    setWindowState(Qt::WindowMaximized);
+  setProperty(kOpensMaximised, read(collecting ? "GraphMaximized" : "Maximized") == QLatin1String("1"));
   const QList<int> columns = SplitSizes(read(collecting ? "GraphColumns" : "Columns"), c_.Columns->count());
   const QList<int> left =
       SplitSizes(read(collecting ? "GraphLeftParts" : "LeftParts"), c_.LeftParts->count());

@@ -3,6 +3,8 @@
 #include <QMdiSubWindow>
 #include <QMouseEvent>
 
+#include "shell/main_frame.h"
+
 namespace vesk {
 namespace {
 
@@ -17,6 +19,9 @@ QSize WantedSize(const QMdiSubWindow& frame, const QWidget& window, const QSize&
 ChildWindows::ChildWindows(QWidget* parent) : QMdiArea(parent) {
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  // Each window keeps its own state: by default a small one would be maximised after a maximised one, and
+  // a larger one would be given its normal size in a maximised frame.
+  setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
   setBackground(palette().color(QPalette::Window).darker(112));
 }
 
@@ -35,7 +40,7 @@ void ChildWindows::ShowAt(QWidget* window, const QPoint& place) {
   frame->resize(
       WantedSize(*frame, *window, asked).boundedTo(viewport()->size() - QSize(place.x(), place.y())));
   frame->move(place);
-  if ((window->windowState() & Qt::WindowMaximized) != 0) {
+  if (window->property(kOpensMaximised).toBool()) {
     frame->showMaximized();
   } else {
     frame->show();

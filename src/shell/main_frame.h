@@ -10,6 +10,10 @@ namespace vesk {
 struct RunValues;
 class Spreadsheet;
 
+/// Property (bool) of a window that is to fill the frame when it is first shown. A window state set before
+/// would make it a window of the desktop.
+inline constexpr const char* kOpensMaximised = "opensMaximised";
+
 class MainFrame {
  public:
   virtual ~MainFrame() = default;

@@ -8,6 +8,7 @@
 namespace vesk {
 namespace {
 
+using test::StandIn;
 using MainWindow = test::ShellWindowsTest;
 
 std::string EntryNames(const QMenu& menu) {
@@ -57,6 +58,19 @@ TEST_F(MainWindow, WithAnUnknownLanguageItsCaptionsAreEmptyAndTheLanguageMenuSti
   EXPECT_GE(place.width(), 16) << "there is something to click on";
   Trigger("Mnutrk");
   EXPECT_EQ(Entry("MnuKontrol").text(), QStringLiteral("DATA DOSYASINI OKU"));
+}
+
+TEST_F(MainWindow, AChildFillsTheAreaWhenItAsksToAndASmallOneStaysSmallBesideIt) {
+  Open();
+  auto* large = new StandIn(QStringLiteral("large"), refuses_);
+  large->setProperty(kOpensMaximised, true);
+  window_->ShowChild(large);
+  auto* small = new StandIn(QStringLiteral("small"), refuses_);
+  window_->ShowChild(small);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(large->parentWidget()->size(), window_->findChild<QMdiArea*>()->viewport()->size());
+  EXPECT_TRUE(large->parentWidget()->isMaximized());
+  EXPECT_FALSE(small->parentWidget()->isMaximized());
 }
 
 TEST_F(MainWindow, OpensTheSelectionWindowInTheModeOfTheEntry) {
