@@ -80,11 +80,14 @@ void Form2::ConnectControls() {
 }
 
 void Form2::ListTables() {
+  Label1_->setText(frame_.Run().dataDirectory);
+  std::vector<QString> names = ListStoredTables(frame_.Run().dataDirectory);
+  if (names == names_) return;  // the press that brings the window back meets the entry it was aimed at
+  names_ = std::move(names);
   const QList<QListWidgetItem*> chosen = File3_->selectedItems();
   const QString chosenName = chosen.isEmpty() ? QString() : chosen.first()->text();
-  Label1_->setText(frame_.Run().dataDirectory);
   File3_->clear();
-  for (const QString& name : ListStoredTables(frame_.Run().dataDirectory)) {
+  for (const QString& name : names_) {
     File3_->addItem(name);
     if (name == chosenName) File3_->setCurrentRow(File3_->count() - 1);
   }

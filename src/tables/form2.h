@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <vector>
 
 #include "tables/stored_tables.h"
 
@@ -42,6 +43,7 @@ class Form2 : public QWidget {
   MainFrame& frame_;
   QGroupBox* frameBox_ = nullptr;
   QLabel* Label1_ = nullptr;
+  std::vector<QString> names_;  ///< what File3 lists
   QListWidget* File3_ = nullptr;
   QLabel* message_ = nullptr;
   QPushButton* Command1_ = nullptr;

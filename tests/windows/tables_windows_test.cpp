@@ -127,6 +127,22 @@ TEST_F(Form2Test, OpensTheChosenWorkbook) {
   EXPECT_TRUE(Message().isEmpty());
 }
 
+TEST_F(Form2Test, APressThatBringsTheWindowBackChoosesTheEntryUnderIt) {
+  for (int i = 10; i < 99; ++i) Touch({qPrintable(QStringLiteral("A%1.xls").arg(i))});
+  QWidget other;
+  other.show();
+  QApplication::setActiveWindow(&other);
+  QApplication::setActiveWindow(form_);
+  Press(Files(), 0);
+  QListWidgetItem* aimedAt = Files().item(60);
+  Files().scrollToItem(aimedAt);
+  const QPoint at = Files().visualItemRect(aimedAt).center();
+  QApplication::setActiveWindow(&other);
+  QApplication::setActiveWindow(form_);
+  QTest::mouseClick(Files().viewport(), Qt::LeftButton, {}, at);
+  EXPECT_EQ(Files().selectedItems().value(0)->text(), QStringLiteral("A70.xls"));
+}
+
 TEST_F(Form2Test, DeleteTakesAwayTheChosenOneOfTheDirectoryAsItIsNow) {
   QTest::keyClick(&Files(), Qt::Key_Delete);
   EXPECT_EQ(Files().count(), 2) << "nothing chosen";
