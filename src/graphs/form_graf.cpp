@@ -199,7 +199,7 @@ void FormGraf::Save() {
   const auto addEnding = [&dialog](const QString& filter) {
     dialog.setDefaultSuffix(filter.left(3).toLower());
   };
-  addEnding(dialog.selectedNameFilter());
+  addEnding(dialog.nameFilters().constFirst());  // a desktop's own dialog names its choice only when shown
   connect(&dialog, &QFileDialog::filterSelected, this, addEnding);
   if (dialog.exec() != QDialog::Accepted) return;
   const QString path = dialog.selectedFiles().value(0);

@@ -99,6 +99,11 @@ void FormGraf::CreateReadout(QWidget* parent) {
   readout_->setAutoFillBackground(true);
   readout_->setMargin(3);
   readout_->setMinimumHeight(readout_->fontMetrics().height() + 2 * kFieldMargin);
+  // A fixed least width: were it the text's own, a long one would widen the graph, which is then drawn anew
+  // and takes the read-out away.
+  const QString widest =
+      QStringLiteral("Mouse:00/00/0000 00:00   H=000000        Reading: 00000  00/00/0000 00:00  000000 cm");
+  readout_->setMinimumWidth(readout_->fontMetrics().horizontalAdvance(widest));
   QPalette colours = readout_->palette();
   colours.setColor(QPalette::Window, sheet_.style.background);
   colours.setColor(QPalette::WindowText, Qt::black);

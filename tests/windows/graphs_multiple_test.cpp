@@ -35,6 +35,24 @@ TEST_F(MultipleGraph, FilesAreDrawnTogetherAndAMissingOneIsNamed) {
   EXPECT_TRUE(Label("Label3").endsWith(QStringLiteral("50 cm")));
 }
 
+TEST_F(MultipleGraph, AReadoutInLargeLettersLeavesTheScrolledGraphItsSize) {
+  const QFont usual = QApplication::font();
+  QFont large = usual;
+  large.setPointSize(24);
+  QApplication::setFont(large);
+  frame_.Run().language.FillEnglish();
+  OpenMultipleGraph(frame_, {Write("001-11111", 1150.5), Write("001-22222", 1250.5)});
+  Take();
+  form_->resize(400, 500);
+  QTest::qWait(50);
+  const QSize size = picture_->size();
+  Move(At("05/01/2011 00:00", 1140), Qt::NoButton);
+  QTest::qWait(50);
+  EXPECT_TRUE(Label("Label3").contains(QStringLiteral("11111")));
+  EXPECT_EQ(picture_->size(), size);
+  QApplication::setFont(usual);
+}
+
 TEST_F(MultipleGraph, TheFileListChoosesWhatIsDrawnAgain) {
   Write("001-11111", 50);
   const GraphFileEntry other = Write("001-22222", 150);
