@@ -94,6 +94,20 @@ TEST(LevelTable, ADayWithoutExtremesGetsANoteAndLeaksNothing) {
   EXPECT_EQ(table.days[1].maximum->levelCm, 101);
 }
 
+TEST(LevelTable, ComputedExtremesAreOfTheirOwnDay) {
+  const LevelTable table = Table({{"01/10/2010 12:00", 500},
+                                  {"02/10/2010 12:00", 501, kMax},  // of a day without readings
+                                  {"02/10/2010 12:00", 50, kMin},
+                                  {"03/10/2010 12:00", 200},
+                                  {"03/10/2010 12:00", 201, kMax},
+                                  {"03/10/2010 12:00", 199, kMin}},
+                                 ExtremeMode::Computed);
+  ASSERT_EQ(table.days.size(), 3U);
+  EXPECT_FALSE(table.days[1].maximum || table.days[1].minimum || table.days[1].meanCm);
+  EXPECT_EQ(table.days[2].maximum->levelCm, 200);
+  EXPECT_EQ(table.days[2].minimum->levelCm, 200);
+}
+
 TEST(LevelTable, RepeatedReadingsAddNothingAndARepeatedDayIsWrittenOver) {
   const LevelTable table = Table({{"30/09/2010 12:00", 1},  // of the years around
                                   {"01/10/2010 12:00", 100},
