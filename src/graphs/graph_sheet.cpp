@@ -36,7 +36,7 @@ std::vector<SeriesPoint> PointsOfGrid(const ReviewGrid& grid, Day firstDay) {
 
 struct FilePoints {
   std::vector<SeriesPoint> points;
-  qint64 damagedRecord = 0;  // number of the first record without a date; 0 when all have one
+  qint64 damagedRecord = 0;  // number of the first record that cannot be read; 0 when all can
 };
 
 FilePoints PointsOfFile(const QByteArray& content, Day firstDay) {
