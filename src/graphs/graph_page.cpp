@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -22,6 +23,7 @@ constexpr double kLegendY = 400;
 constexpr double kLegendStep = 15;
 constexpr double kLegendLine = 20;
 constexpr double kLegendGap = 5;  // between line and text
+constexpr double kLegendRim = 5;
 constexpr double kLabelSize = 11;
 constexpr double kLeastDateSpacing = 10;  // upright digits of two dates side by side
 constexpr double kTitleSize = 14;
@@ -183,27 +185,34 @@ void DrawCaptions(QPainter& painter, const PageScale& scale, const GraphTexts& t
                     PageFont(kLabelSize), Place::Centred);
 }
 
-// At its fixed place, or above or below it where no readings run through it; on a page too small for that
-// place, as near to it as the plot allows.
-void DrawLegend(QPainter& painter, const PageScale& scale, const GraphSheet& sheet,
-                const std::vector<SeriesTrace>& traces) {
+// A rim of the paper's colour keeps the legend readable where readings run through it.
+void DrawLegendRim(QPainter& painter, const QLineF& line, const QPointF& textAt, const QString& text,
+                   const QFont& font, const QColor& paper) {
+  QPainterPath letters;
+  letters.addText(textAt, font, text);
+  painter.setPen(QPen(paper, kLegendRim, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(line);
+  painter.strokePath(letters, QPen(paper, kLegendRim, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+}
+
+// At a fixed place; on a page too small for it, as near to it as the plot allows.
+void DrawLegend(QPainter& painter, const PageScale& scale, const GraphSheet& sheet) {
   const QFont font = PageFont(kLabelSize + 1);
+  const QFontMetricsF letters(font);
   double widest = 0;
-  for (const QString& text : sheet.texts.legend) {
-    widest = std::max(widest, QFontMetricsF(font).horizontalAdvance(text));
-  }
+  for (const QString& text : sheet.texts.legend) widest = std::max(widest, letters.horizontalAdvance(text));
   const double endX =
       std::max(scale.PlotLeft() + kLegendLine + 2, std::min(kLegendX, scale.PlotRight() - widest - 10));
   const double baseY = std::min(kLegendY, scale.PlotBottom());
-  const double height = kLegendStep * static_cast<double>(sheet.texts.legend.size());
-  const QRectF fixed(endX - kLegendLine, baseY - kLegendStep / 2 - height, kLegendLine + kLegendGap + widest,
-                     height);
-  const QRectF box = MovedClear(fixed, traces, scale);
   for (qsizetype i = 0; i < sheet.texts.legend.size(); ++i) {
-    const double y = box.bottom() - kLegendStep * (static_cast<double>(i) + 0.5);
+    const QString& text = sheet.texts.legend[i];
+    const double y = baseY - kLegendStep * static_cast<double>(i + 1);
+    const QLineF line(endX - kLegendLine, y, endX, y);
+    DrawLegendRim(painter, line, {endX + kLegendGap, y + letters.capHeight() / 2}, text, font,
+                  sheet.style.background);
     painter.setPen(QPen(ColourOfStation(sheet.style, static_cast<std::size_t>(i)), 2));
-    painter.drawLine(QLineF(box.left(), y, endX, y));
-    DrawLabel(painter, {endX + kLegendGap, y}, sheet.texts.legend[i], font, Place::StartsAt);
+    painter.drawLine(line);
+    DrawLabel(painter, {endX + kLegendGap, y}, text, font, Place::StartsAt);
   }
 }
 
@@ -234,7 +243,7 @@ void DrawGraphPage(QPainter& painter, QSizeF size, const GraphPage& page, const 
     DrawTrace(painter, scale, traces[i], ColourOfStation(sheet.style, i), columns);
   painter.restore();
   DrawCaptions(painter, scale, sheet.texts);
-  if (!sheet.texts.legend.isEmpty()) DrawLegend(painter, scale, sheet, traces);
+  if (!sheet.texts.legend.isEmpty()) DrawLegend(painter, scale, sheet);
   painter.restore();
 }
 

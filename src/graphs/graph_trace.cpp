@@ -105,38 +105,6 @@ class Column {
   int count_ = 0;
 };
 
-// Which rows of the plot, one page unit each, traces cover between two verticals.
-class CoveredRows {
- public:
-  CoveredRows(const PageScale& scale, double left, double right)
-      : top_(scale.PlotTop()),
-        left_(left),
-        right_(right),
-        rows_(static_cast<std::size_t>(scale.PlotBottom() - scale.PlotTop()) + 1, 0) {}
-
-  void Add(QPointF a, QPointF b) {
-    if (std::max(a.x(), b.x()) < left_ || std::min(a.x(), b.x()) > right_) return;
-    const auto [upper, lower] = std::minmax({a.y(), b.y()});
-    std::fill(RowAt(upper), RowAt(lower) + 1, 1);
-  }
-
-  void Add(const std::vector<QPointF>& points) {
-    for (const QPointF point : points) Add(point, point);
-  }
-
-  [[nodiscard]] bool Clear(double upper, double lower) {
-    return std::find(RowAt(upper), RowAt(lower) + 1, 1) == RowAt(lower) + 1;
-  }
-
- private:
-  [[nodiscard]] std::vector<char>::iterator RowAt(double y) {
-    return rows_.begin() + std::clamp<std::ptrdiff_t>(std::lround(y - top_), 0, std::ssize(rows_) - 1);
-  }
-
-  double top_, left_, right_;
-  std::vector<char> rows_;
-};
-
 // t -> x and level -> y, each as one multiplication and one addition.
 struct LinearMap {
   double factor, offset;
@@ -174,24 +142,6 @@ SeriesTrace TraceSeries(const GraphSeries& series, const PageScale& scale, doubl
   }
   column.Break();
   return trace;
-}
-
-QRectF MovedClear(const QRectF& box, const std::vector<SeriesTrace>& traces, const PageScale& scale) {
-  CoveredRows rows(scale, box.left(), box.right());
-  for (const SeriesTrace& trace : traces) {
-    for (const std::vector<QPointF>& line : trace.lines) {
-      for (std::size_t i = 1; i < line.size(); ++i) rows.Add(line[i - 1], line[i]);
-    }
-    for (const auto* points : {&trace.dots, &trace.maxima, &trace.minima}) rows.Add(*points);
-  }
-  for (double distance = 0; distance < scale.height; ++distance) {
-    for (const double shift : {-distance, distance}) {
-      const QRectF moved = box.translated(0, shift);
-      if (moved.top() < scale.PlotTop() || moved.bottom() > scale.PlotBottom()) continue;
-      if (rows.Clear(moved.top(), moved.bottom())) return moved;
-    }
-  }
-  return box;
 }
 
 }  // namespace vesk

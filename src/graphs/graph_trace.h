@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QPointF>
-#include <QRectF>
 
 #include <vector>
 
@@ -21,9 +20,5 @@ struct SeriesTrace {
 /// columnsPerUnit: pixel columns of the device in one page unit. Of the readings of one column the first, the
 /// least, the greatest and the last are kept, so a peak of a single reading stays visible at every width.
 SeriesTrace TraceSeries(const GraphSeries& series, const PageScale& scale, double columnsPerUnit);
-
-/// The box moved up or down in the plot to the nearest place where no trace runs through it; as it is when
-/// there is none. Page units.
-QRectF MovedClear(const QRectF& box, const std::vector<SeriesTrace>& traces, const PageScale& scale);
 
 }  // namespace vesk

@@ -53,20 +53,5 @@ TEST(SeriesTrace, APeakOfOneReadingStaysAtEveryWidth) {
   }
 }
 
-TEST(SeriesTrace, ABoxMovesToTheNearestPlaceThatNoTraceRunsThrough) {
-  const PageScale scale = YearScale(1000);  // 0 cm at 505, 250 cm at 20
-  const auto movedBy = [&scale](std::vector<SeriesPoint> points) {
-    const QRectF box(600, 300, 100, 60);
-    const std::vector<SeriesTrace> traces = {TraceSeries(GraphSeries(std::move(points), true), scale, 1)};
-    return MovedClear(box, traces, scale).top() - box.top();
-  };
-  const int before = 100000;
-  const int under = 360000;  // x is about 680
-  EXPECT_EQ(movedBy({{90, before, kOrdinary}, {90, before + 60, kOrdinary}}), 0);
-  EXPECT_EQ(movedBy({{98, under, kOrdinary}, {98, under + 60, kOrdinary}}), 16) << "level 98 lies at 315";
-  EXPECT_EQ(movedBy({{82, under, kMaximum}}), -15) << "level 82 lies at 346";
-  EXPECT_EQ(movedBy({{0, under, kOrdinary}, {250, under + 60, kOrdinary}}), 0) << "nowhere is room";
-}
-
 }  // namespace
 }  // namespace vesk
