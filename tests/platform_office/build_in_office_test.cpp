@@ -67,7 +67,7 @@ std::string Shown(const OfficeWorkbook& book, const char* sheet, int row, int co
                      : type == css::table::CellContentType_TEXT    ? "'"
                      : type == css::table::CellContentType_FORMULA ? "="
                                                                    : "";
-  return kind + text.toStdString();
+  return (QLatin1String(kind) + text).toStdString();
 }
 
 /// Turns formulas of a range into what they show: the one way to a cell that holds an empty text.
