@@ -37,7 +37,7 @@ struct DataLineTally {
 };
 
 /// Appends the readings of a file to `out`. file: the whole file; headerEnd: 1-based byte offset of its first
-/// data line; sourceFile: 1 to 20. Readings before the window are passed over, the first one behind it ends
+/// data line; sourceFile: 1 to 99. Readings before the window are passed over, the first one behind it ends
 /// the file; an extreme record goes with the ordinary reading before it.
 DataLineTally DecodeDataLines(QByteArrayView file, qint64 headerEnd, std::uint8_t sourceFile,
                               const std::optional<DayWindow>& window, std::vector<Reading>& out);

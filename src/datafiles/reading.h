@@ -20,7 +20,7 @@ struct Reading {
   std::int16_t minuteOfDay = 0;  ///< 0 to 1439, as shown: 00:00 and 24:00 are 23:59 (1439)
   ReadingKind kind = ReadingKind::Ordinary;
   char flag = ' ';              ///< column 22 of the raw line, Windows-1254; blank when there is none
-  std::uint8_t sourceFile = 1;  ///< 1-based position of its raw file in the load
+  std::uint8_t sourceFile = 1;  ///< 1 to 99: place of its raw file among the files to load from
 
   [[nodiscard]] DateTime Time() const { return DateTime(day) + std::chrono::minutes(minuteOfDay); }
 };
