@@ -39,6 +39,7 @@ constexpr Translation kTranslations[] = {
     {u"The level was not changed", u"Seviye değiştirilmedi"},
     {u"The output could not be written", u"Çıktı yazılamadı"},
     {u"The output folder could not be made", u"Çıktı klasörü oluşturulamadı"},
+    {u"The lock could not be taken", u"Kilit alınamadı"},
     {u"The program could not be started", u"Program başlatılamadı"},
     {u"The program folder could not be made", u"Program klasörü oluşturulamadı"},
     {u"The raw file could not be read", u"Ham dosya okunamadı"},
