@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "datafiles/archive.h"
+#include "platform/csv.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
 #include "review/setup_parameters.h"
