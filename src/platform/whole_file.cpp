@@ -118,6 +118,7 @@ Result<Move> MoveToFreeName(const QString& from, const QString& to, const QStrin
   const int problem = RenameSparing(QFile::encodeName(from).constData(), QFile::encodeName(to).constData());
   if (problem == 0) return Move::Done;
   if (problem == EEXIST) return Move::NameTaken;
+  if (problem == EXDEV) return Move::OtherDisk;
   return Error{what, from, qt_error_string(problem)};
 }
 

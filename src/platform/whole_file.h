@@ -30,10 +30,10 @@ Status WriteNewFile(const QString& path, const QByteArray& content, const QStrin
 /// cannot be opened or the disk reports an error; what: first part of the error.
 Status SyncToDisk(const QString& path, const QString& what);
 
-enum class Move { Done, NameTaken };
+enum class Move { Done, NameTaken, OtherDisk };
 
-/// Gives a file another name. Never replaces anything, whoever else works in the folders. Fails with the
-/// system's reason; what: first part of the error.
+/// Gives a file another name. Never replaces anything, whoever else works in the folders. A name on another
+/// disk needs a copy: nothing is done. Fails with the system's reason; what: first part of the error.
 Result<Move> MoveToFreeName(const QString& from, const QString& to, const QString& what);
 
 }  // namespace vesk
