@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "datafiles/archive.h"
+#include "platform/csv.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
 #include "review/setup_parameters.h"
@@ -116,9 +117,7 @@ int RunFilesVerb(const QStringList& arguments) {
     AppendFileLine(output.Text(), file);
     if (!file.reading.Usable()) Complain(file.reading.detail);
   }
-  for (const QString& name : FoldersNamedLikeRawFiles(*folder)) {
-    Complain(QStringLiteral("%1 is a folder, not a raw file").arg(name));
-  }
+  for (const QString& hidden : HiddenFiles(files)) Complain(hidden);
   return Finish(output);
 }
 

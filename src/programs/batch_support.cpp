@@ -221,10 +221,4 @@ Status Output::Finish() {
   return WriteWholeFile(path_, text_, QStringLiteral("The output could not be written"));
 }
 
-void AppendCsv(QByteArray& line, const QString& field) {
-  const QByteArray bytes = field.toUtf8();
-  const bool plain = !bytes.contains(',') && !bytes.contains('"') && !bytes.contains('\n');
-  line += plain ? bytes : '"' + QByteArray(bytes).replace("\"", "\"\"") + '"';
-}
-
 }  // namespace vesk

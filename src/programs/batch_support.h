@@ -77,7 +77,4 @@ class Output {
   QByteArray text_;
 };
 
-/// Appends a field, quoted when it holds a comma, a quote or a line break.
-void AppendCsv(QByteArray& line, const QString& field);
-
 }  // namespace vesk

@@ -8,6 +8,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "platform/csv.h"
 #include "platform/libreoffice/office.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
@@ -69,7 +70,9 @@ void AppendLevelAt(QByteArray& line, const std::optional<LevelAt>& level) {
 }
 
 void AppendDays(const QString& stationNumber, const LevelTable& table, QByteArray& text) {
-  const QByteArray prefix = stationNumber.toUtf8() + ',' + QByteArray::number(table.waterYear) + ',';
+  QByteArray prefix;
+  AppendCsv(prefix, stationNumber);
+  prefix += ',' + QByteArray::number(table.waterYear) + ',';
   for (const DayRecord& day : table.days) {
     text += prefix;
     text += DateText(day.day).toLatin1();
