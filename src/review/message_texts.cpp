@@ -32,6 +32,25 @@ constexpr std::pair<const char16_t*, const char16_t*> kSentences[] = {
      u"%1, 1. satır: yeni dosya işareti başka uzunlukta bir satırda; olduğu gibi bırakıldı"},
     {u"(.*), line 3: version \"(.*)\" is not read; expected 10, 11 or 21",
      u"%1, 3. satır: \"%2\" sürümü okunamıyor; beklenen: 10, 11 veya 21"},
+    {u"(.*): not loaded for water year (\\d+); a refused file ended the load",
+     u"%1: %2 su yılı için yüklenmedi; kabul edilmeyen bir dosya yüklemeyi bitirdi"},
+    {u"(.*); the header promises (.*) samples up to (.*)",
+     u"%1; başlığa göre %3 tarihine kadar %2 örnek olmalı"},
+    {u"(.*), line (\\d+): the end mark; (\\d+) lines behind it were left unread, (\\d+) of them readings "
+     u"that "
+     u"belong here",
+     u"%1, %2. satır: bitiş işareti; ardındaki %3 satır okunmadı, bunların %4 tanesi buraya ait kayıt"},
+    {u"(.*), line (\\d+): a reading behind the water year ends the file; (\\d+) lines behind it were left "
+     u"unread, "
+     u"(\\d+) of them of that year",
+     u"%1, %2. satır: su yılından sonraki bir kayıt okumayı bitirdi; ardındaki %3 satır okunmadı, bunların "
+     u"%4 tanesi "
+     u"o yıla ait"},
+    {u"(.*), line (\\d+): dated before the water year among readings of it; (\\d+) such lines were left out",
+     u"%1, %2. satır: tarihi su yılından önce, ama o yılın kayıtları arasında; böyle %3 satır alınmadı"},
+    {u"(.*), line (\\d+): the last reading read is that of (.*)", u"%1, %2. satır: okunan son kayıt %3"},
+    {u"(.*), line (\\d+): no reading up to the end of the file",
+     u"%1, %2. satır: dosyanın sonuna kadar kayıt yok"},
     {u"(.*), line (\\d+): the raw level is (.*) cm now; it was (.*) cm when it was corrected",
      u"%1, %2. satır: ham seviye şimdi %3 cm; düzeltildiğinde %4 cm idi"},
     {u"(.*), line (\\d+): (.*) belongs to no reading of this load; it is kept for the next save",
