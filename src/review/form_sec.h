@@ -11,6 +11,7 @@
 #include "review/browser.h"
 #include "review/editing.h"
 #include "review/form_sec_controls.h"
+#include "review/load_gaps.h"
 #include "review/review_questions.h"
 
 namespace vesk {
@@ -48,6 +49,7 @@ class FormSec : public QWidget {
     QString file;           ///< single-file mode: the raw file's name in the list
     int waterYear = 0;      ///< the one that a table and a graph are made for; 0 in single-file mode
     std::vector<int> waterYears;
+    TwoTexts notWhole;  ///< what the load does without; empty when nothing
   };
 
   // Opening and closing.
@@ -96,6 +98,7 @@ class FormSec : public QWidget {
   void ShowLoadedFiles(const std::vector<QString>& files);
   void ShowLastReading(DateTime headersLastRecord);
   void TellHolder();
+  void TellSummary(const LoadedReadings& loaded);
   [[nodiscard]] QString HolderText() const;
   bool LoadAgain();
   void OfferRecovery();

@@ -12,6 +12,7 @@
 
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
+#include "review/load_summary.h"
 #include "review/review_grid_view.h"
 #include "shell/error_texts.h"
 #include "shell/main_frame.h"
@@ -92,14 +93,29 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
                    .dataDirectory = request.dataDirectory,
                    .file = request.waterYears.empty() ? request.files.front().listName : QString(),
                    .waterYear = loaded.waterYear,
-                   .waterYears = {}};
+                   .waterYears = {},
+                   .notWhole = NotWholeNote(loaded)};
   for (const QString& entry : request.waterYears) loaded_->waterYears.push_back(entry.left(4).toInt());
   ShowLoadedLabel();
   ShowLoadedFiles(request.waterYears.empty() ? std::vector<QString>() : loaded.files);
   ShowSetup(loaded.setup);
   ShowMessages(loaded.messages);
   for (QWidget* part : {c_.Frame3, c_.Frame4, c_.Frame9, c_.Frame10}) part->show();
-  TellStatus({});
+  TellSummary(loaded);
+}
+
+void FormSec::TellSummary(const LoadedReadings& loaded) {
+  const LoadSummary summary = SummaryOf(loaded);
+  QStringList parts = {Text(u"%1 gün var, %2 gün eksik", u"%1 days present, %2 missing")
+                           .arg(summary.daysPresent)
+                           .arg(summary.daysMissing)};
+  if (summary.corrections > 0)
+    parts += Text(u"%1 düzeltme uygulandı", u"%1 corrections laid over").arg(summary.corrections);
+  if (summary.retimed) parts += Text(u"zamanlar düzeltilmiş", u"times corrected");
+  if (summary.refusedLines > 0)
+    parts += Text(u"%1 satır okunamadı", u"%1 lines refused").arg(summary.refusedLines);
+  if (!loaded.whole) parts += Text(u"yükleme eksik", u"the load is not whole");
+  TellStatus(parts.join(QStringLiteral("  ·  ")));
 }
 
 void FormSec::ShowLoadedLabel() {

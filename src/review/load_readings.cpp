@@ -20,7 +20,9 @@ constexpr int kLargestFileNumber = 99;  // record labels have two digits for it
 /// One load under way.
 class Loader {
  public:
-  explicit Loader(const LoadRequest& request) : request_(request) {}
+  explicit Loader(const LoadRequest& request) : request_(request) {
+    for (const QString& entry : request.waterYears) loaded_.waterYears.push_back(entry.left(4).toInt());
+  }
 
   void LoadSingleFile() {
     const RawFile& file = request_.files.front();
@@ -251,6 +253,7 @@ class Loader {
     const DataLineTally tally = DecodeDataLines(*content, header.HeaderEnd, number, window, readings);
     loaded_.files.push_back(file.listName);
     loaded_.rawFiles.push_back({file.listName.left(kStemLength), firstRow, loaded_.grid.ReadingCount()});
+    loaded_.refusedLines += tally.refused;
     const FileGaps gaps = GapsOf(file.diskName, header, tally, window);
     for (const QString& message : gaps.messages) Tell(message);
     if (gaps.whole) return;
