@@ -119,7 +119,6 @@ constexpr Translation kTranslations[] = {
     {u"the last reading does not lie after the first one", u"son kayıt ilk kayıttan sonra değil"},
     {u"the old journal could not be kept", u"eski günlük saklanamadı"},
     {u"the row holds no reading", u"bu satırda kayıt yok"},
-    {u"the station is no longer in the register", u"istasyon artık kayıtlarda yok"},
     {u"the true time of the last reading (dd/mm/yyyy hh:mm) must lie after the first reading",
      u"son verinin gerçek zamanı (gg/aa/yyyy ss:dd) ilk veriden sonra olmalıdır"},
     {u"the true time of the last reading is expected as dd/mm/yyyy hh:mm",
