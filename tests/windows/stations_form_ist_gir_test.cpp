@@ -7,9 +7,9 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QStyleHints>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 
 #include "stations/form_ist_gir.h"
 #include "stations/register_maker.h"
