@@ -1,7 +1,8 @@
 #include "platform/profile_file.h"
 
+#include <QStringDecoder>
+
 #include "platform/code_page.h"
-#include "platform/whole_file.h"
 
 namespace vesk {
 namespace {
@@ -33,8 +34,38 @@ QByteArrayView Trimmed(QByteArrayView text) {
   return text;
 }
 
-bool SameName(QByteArrayView bytes, const QString& name) {
-  return DecodeWindows1254(bytes).compare(name, Qt::CaseInsensitive) == 0;
+/// The text of UTF-8 bytes; nothing when they are none.
+std::optional<QString> FromUtf8(QByteArrayView bytes) {
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  QString text = decoder(bytes);
+  if (decoder.hasError()) return std::nullopt;
+  return text;
+}
+
+/// Text of bytes; what is no UTF-8 in a file of that encoding is a line from an older hand.
+QString Decode(QByteArrayView bytes, ProfileEncoding encoding) {
+  if (encoding == ProfileEncoding::Utf8) {
+    if (std::optional<QString> text = FromUtf8(bytes)) return *std::move(text);
+  }
+  return DecodeWindows1254(bytes);
+}
+
+QByteArray Encode(const QString& text, ProfileEncoding encoding) {
+  return encoding == ProfileEncoding::Utf8 ? text.toUtf8() : EncodeWindows1254(text);
+}
+
+/// Bytes of valid UTF-8 at a place that read as well in Windows-1254: one of Ç Ğ Ö Ü İ Ş by itself, and a
+/// sign.
+bool ReadsAsTurkishCapital(QByteArrayView content, qsizetype at, qsizetype length) {
+  constexpr QByteArrayView kCapitals("\xC7\xD0\xD6\xDC\xDD\xDE");
+  const auto isAscii = [&](qsizetype i) {
+    return i < 0 || i >= content.size() || static_cast<unsigned char>(content[i]) < 0x80;
+  };
+  return length == 2 && kCapitals.contains(content[at]) && isAscii(at - 1) && isAscii(at + length);
+}
+
+bool SameName(QByteArrayView bytes, const QString& name, ProfileEncoding encoding) {
+  return Decode(bytes, encoding).compare(name, Qt::CaseInsensitive) == 0;
 }
 
 /// Name of the section that a line begins; nothing for other lines. A header without its "]" still begins a
@@ -57,17 +88,19 @@ struct Place {
 };
 
 /// Notes the key line in the place when it is the one looked for.
-void MatchKey(QByteArrayView content, const Line& line, const QString& key, Place& place) {
+void MatchKey(QByteArrayView content, const Line& line, const QString& key, ProfileEncoding encoding,
+              Place& place) {
   const QByteArrayView text = content.sliced(line.begin, line.end - line.begin);
   const qsizetype equals = text.indexOf('=');
   const QByteArrayView name = Trimmed(equals < 0 ? text : text.first(equals));
-  if (name.isEmpty() || !SameName(name, key)) return;
+  if (name.isEmpty() || !SameName(name, key, encoding)) return;
   place.hasKey = true;
   place.keyLine = line;
   place.valueBegin = equals < 0 ? line.end : line.begin + equals + 1;
 }
 
-Place FindPlace(QByteArrayView content, const QString& section, const QString& key) {
+Place FindPlace(QByteArrayView content, const QString& section, const QString& key,
+                ProfileEncoding encoding) {
   Place place;
   for (qsizetype at = 0; at < content.size() && !place.hasKey;) {
     const Line line = LineAt(content, at);
@@ -75,11 +108,11 @@ Place FindPlace(QByteArrayView content, const QString& section, const QString& k
     const QByteArrayView text = content.sliced(line.begin, line.end - line.begin);
     if (const auto name = SectionName(text)) {
       if (place.hasSection) break;
-      place.hasSection = SameName(*name, section);
+      place.hasSection = SameName(*name, section, encoding);
       place.insertAt = line.next;
     } else if (place.hasSection && !Trimmed(text).isEmpty()) {
       place.insertAt = line.next;
-      MatchKey(content, line, key, place);
+      MatchKey(content, line, key, encoding, place);
     }
   }
   return place;
@@ -98,8 +131,8 @@ QByteArray LineEnd(QByteArrayView content) {
   return bare ? QByteArrayLiteral("\n") : QByteArrayLiteral("\r\n");
 }
 
-QByteArray ValueBytes(const QString& value) {
-  QByteArray bytes = EncodeWindows1254(value);
+QByteArray ValueBytes(const QString& value, ProfileEncoding encoding) {
+  QByteArray bytes = Encode(value, encoding);
   for (char& byte : bytes) {
     if (byte == '\r' || byte == '\n' || byte == '\0') byte = ' ';
   }
@@ -108,27 +141,49 @@ QByteArray ValueBytes(const QString& value) {
 
 }  // namespace
 
-Result<ProfileText> ProfileText::Load(const QString& path) {
-  Result<QByteArray> content = ReadWholeFile(path, QStringLiteral("The settings file could not be read"));
-  if (!content) return content.Failure();
-  return ProfileText(std::move(*content));
-}
-
-Status ProfileText::Save(const QString& path) const {
-  return WriteWholeFile(path, content_, QStringLiteral("The settings file could not be written"));
+ProfileEncoding EncodingOf(QByteArrayView content) {
+  if (content.startsWith(kByteOrderMark)) return ProfileEncoding::Utf8;
+  if (!FromUtf8(content)) return ProfileEncoding::Windows1254;
+  for (qsizetype at = 0; at < content.size();) {
+    const auto byte = static_cast<unsigned char>(content[at]);
+    const qsizetype length = byte < 0x80 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
+    if (length > 1 && !ReadsAsTurkishCapital(content, at, length)) return ProfileEncoding::Utf8;
+    at += length;
+  }
+  return ProfileEncoding::Windows1254;
 }
 
 std::optional<QString> ProfileText::Value(const QString& section, const QString& key) const {
-  const Place place = FindPlace(content_, section, key);
+  const Place place = FindPlace(content_, section, key, encoding_);
   if (!place.hasKey) return std::nullopt;
   const auto bytes = QByteArrayView(content_).sliced(place.valueBegin, place.keyLine.end - place.valueBegin);
-  const QByteArrayView value = WithoutQuotes(Trimmed(bytes));
-  return DecodeWindows1254(value.first(std::min<qsizetype>(value.size(), kProfileValueLength)));
+  return Decode(WithoutQuotes(Trimmed(bytes)), encoding_).left(kProfileValueLength);
 }
 
 void ProfileText::SetValue(const QString& section, const QString& key, const QString& value) {
-  const Place place = FindPlace(content_, section, key);
-  const QByteArray bytes = ValueBytes(value);
+  for (const QString& text : {section, key, value}) {
+    if (!FitsWindows1254(text)) MakeUtf8();
+  }
+  PutValue(section, key, value);
+  // What was written must not be read in the other encoding the next time.
+  if (EncodingOf(content_) == encoding_) return;
+  if (FromUtf8(content_) && DecodeWindows1254(content_) == FromUtf8(content_)) {
+    encoding_ = ProfileEncoding::Windows1254;  // nothing beyond ASCII is left
+  } else {
+    MakeUtf8();
+  }
+}
+
+void ProfileText::MakeUtf8() {
+  if (content_.startsWith(kByteOrderMark)) return;
+  if (encoding_ == ProfileEncoding::Windows1254) content_ = DecodeWindows1254(content_).toUtf8();
+  content_.prepend(kByteOrderMark.data(), kByteOrderMark.size());
+  encoding_ = ProfileEncoding::Utf8;
+}
+
+void ProfileText::PutValue(const QString& section, const QString& key, const QString& value) {
+  const Place place = FindPlace(content_, section, key, encoding_);
+  const QByteArray bytes = ValueBytes(value, encoding_);
   if (place.hasKey) {
     const bool withEquals = place.valueBegin > place.keyLine.begin && content_[place.valueBegin - 1] == '=';
     content_.replace(place.valueBegin, place.keyLine.end - place.valueBegin,
@@ -138,27 +193,10 @@ void ProfileText::SetValue(const QString& section, const QString& key, const QSt
   const QByteArray lineEnd = LineEnd(content_);
   const qsizetype at = place.hasSection ? place.insertAt : content_.size();
   QByteArray added;
-  if (at > 0 && content_[at - 1] != '\n') added += lineEnd;
-  if (!place.hasSection) added += '[' + EncodeWindows1254(section) + ']' + lineEnd;
-  added += EncodeWindows1254(key) + '=' + bytes + lineEnd;
+  if (at > 0 && content_ != kByteOrderMark && content_[at - 1] != '\n') added += lineEnd;
+  if (!place.hasSection) added += '[' + Encode(section, encoding_) + ']' + lineEnd;
+  added += Encode(key, encoding_) + '=' + bytes + lineEnd;
   content_.insert(at, added);
-}
-
-Status WriteProfileValues(const QString& path, const QString& section,
-                          const std::vector<ProfileEntry>& entries) {
-  Result<ProfileText> loaded = ProfileText::Load(path);
-  if (!loaded) return loaded.Failure();
-  const QByteArray before = loaded->Content();
-  for (const auto& [key, value] : entries) {
-    if (!FitsWindows1254(value)) {
-      return Error{QStringLiteral("The setting could not be stored"),
-                   QStringLiteral("%1 [%2] %3").arg(path, section, key),
-                   QStringLiteral("it has letters that the settings file cannot hold")};
-    }
-    loaded->SetValue(section, key, value);
-  }
-  if (loaded->Content() == before) return {};
-  return loaded->Save(path);
 }
 
 }  // namespace vesk

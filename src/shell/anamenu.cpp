@@ -116,8 +116,9 @@ void Anamenu::CloseLogo() {
 }
 
 void Anamenu::Switch(LanguageChoice choice) {
-  const Status stored = SwitchLanguage(run_, choice);
+  SwitchLanguage(run_, choice);
   ApplyMenuCaptions();
+  const Status stored = StoreLanguage(run_);  // behind the toolkit's texts: they word the reason of a failure
   if (!stored) Tell(ErrorText(stored.Failure(), run_.language));
 }
 

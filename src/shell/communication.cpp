@@ -20,11 +20,11 @@ QString SectionOf(const Language& language) {
 
 /// An error that also says where the path is set.
 Error Failure(const RunValues& run, const QString& path, const QString& reason) {
-  const QString hint = Either(run.language, QStringLiteral("%1. Ayar: %2, [%3] bölümü, RS232 anahtarı"),
-                              QStringLiteral("%1. Setting: %2, section [%3], key RS232"));
+  const QString hint = Either(run.language, QStringLiteral("%1. Ayar: %2, [%3] bölümü, RS232 anahtarı (%4)"),
+                              QStringLiteral("%1. Setting: %2, section [%3], key RS232 (%4)"));
   return {Either(run.language, QStringLiteral("İletişim programı başlatılamadı"),
                  QStringLiteral("The communication program could not be started")),
-          path, hint.arg(reason, run.settings.Path(), SectionOf(run.language))};
+          path, hint.arg(reason, run.settings.Path(), SectionOf(run.language), run.settings.EncodingName())};
 }
 
 /// The file itself, its name matched without regard to case; the text as it is when there is no such file.

@@ -210,7 +210,7 @@ void FormGenelSetup::Confirm() {
   RunValues& run = frame_.Run();
   Options options = run.options;
   PutForm(EditedForm(), options);
-  if (const Status saved = SaveOptions(options, run.settings); !saved) {
+  if (const Status saved = SaveOptions(options, run.options, run.settings); !saved) {
     QMessageBox::warning(this, run.language.attentionTitle, ErrorText(saved.Failure(), run.language));
     return;
   }

@@ -34,10 +34,13 @@ Options FirstRunOptions() {
   return options;
 }
 
-Status SaveOptions(const Options& options, Settings& settings) {
-  std::vector<ProfileEntry> entries;
-  for (int n = 1; n <= kSlotCount; ++n) entries.emplace_back(SlotKey(n), options.Slot(n));
-  return settings.WriteSettings(kOptionsSection, entries);
+Status SaveOptions(const Options& options, const Options& asRead, Settings& settings) {
+  std::vector<std::pair<QString, std::optional<QString>>> entries;
+  for (int n = 1; n <= kSlotCount; ++n) {
+    const bool changed = options.Slot(n) != asRead.Slot(n);
+    entries.emplace_back(SlotKey(n), changed ? std::optional(options.Slot(n)) : std::nullopt);
+  }
+  return settings.MergeSettings(kOptionsSection, entries);
 }
 
 qint32 ColourNumber(const QString& slotText) {

@@ -25,8 +25,9 @@ struct Options {
 Options LoadOptions(const Settings& settings);
 /// What a first run stores, without a settings file.
 Options FirstRunOptions();
-/// Writes all forty keys in one replacement of the file.
-Status SaveOptions(const Options& options, Settings& settings);
+/// Writes the keys that differ from what was read, in one replacement of the file, which holds all forty
+/// then. The others keep what the file holds now, be it another window's.
+Status SaveOptions(const Options& options, const Options& asRead, Settings& settings);
 
 /// Colour number (0x00BBGGRR, or 0x80000000 + n for a system colour) of a slot; 0 when it is no number.
 qint32 ColourNumber(const QString& slotText);

@@ -33,6 +33,12 @@ std::vector<ProfileEntry> FirstRunOptionEntries() {
           entry("12", "False"), entry("13", "True"),        entry("21", "TURKCE")};
 }
 
+QString Settings::EncodingName() const {
+  const Result<ProfileText> profile = ProfileText::Load(path_);
+  const bool isUtf8 = profile && profile->Encoding() == ProfileEncoding::Utf8;
+  return isUtf8 ? QStringLiteral("UTF-8") : QStringLiteral("Windows-1254");
+}
+
 QString Settings::ReadSetting(const QString& section, const QString& key) const {
   return ReadSettings(section, {key}).front();
 }
@@ -52,17 +58,39 @@ Status Settings::WriteSetting(const QString& section, const QString& key, const 
 }
 
 Status Settings::WriteSettings(const QString& section, const std::vector<ProfileEntry>& entries) {
-  return WriteProfileValues(path_, section, entries);
+  Status written = WriteProfileValues(path_, section, entries);
+  for (const auto& [key, value] : entries) {
+    if (written && section == kGeneralSection && key == kDataDirectoryKey) dataDirectory_ = value;
+  }
+  return written;
+}
+
+Status Settings::MergeSettings(const QString& section,
+                               const std::vector<std::pair<QString, std::optional<QString>>>& entries) {
+  return UpdateProfile(path_, [&](ProfileText& profile) {
+    for (const auto& [key, value] : entries) {
+      if (value || !profile.Value(section, key)) profile.SetValue(section, key, value.value_or(QString()));
+    }
+  });
 }
 
 QString Settings::ReadDataDirectory() {
   const QString stored = ReadSetting(kGeneralSection, kDataDirectoryKey);
   QString folder = NormaliseFolderPath(stored, home_);
-  if (folder != stored) {
-    // The folder is usable all the same; start-up compares the stored value and tells the operator.
-    [[maybe_unused]] const Status written = WriteSetting(kGeneralSection, kDataDirectoryKey, folder);
-  }
+  dataDirectory_ = folder;
+  if (folder == stored) return folder;
+  // The folder is usable all the same; start-up compares the stored value and tells the operator. A directory
+  // that another window has chosen meanwhile stays.
+  [[maybe_unused]] const Status written = UpdateProfile(path_, [&](ProfileText& profile) {
+    const QString now = profile.Value(kGeneralSection, kDataDirectoryKey).value_or(QString());
+    if (now == stored) profile.SetValue(kGeneralSection, kDataDirectoryKey, folder);
+  });
   return folder;
+}
+
+Status Settings::StoreDataDirectory(const QString& folder) {
+  if (folder == dataDirectory_) return {};
+  return WriteSetting(kGeneralSection, kDataDirectoryKey, folder);
 }
 
 QString NormaliseFolderPath(const QString& text, const QString& home) {

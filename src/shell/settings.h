@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/folders.h"
@@ -26,6 +28,9 @@ class Settings {
   [[nodiscard]] const QString& Path() const { return path_; }
   [[nodiscard]] const QString& Home() const { return home_; }
 
+  /// Code page that the file is read in: "Windows-1254" or "UTF-8".
+  [[nodiscard]] QString EncodingName() const;
+
   /// Value of a key, at most 254 characters; empty when the file, section or key is missing.
   [[nodiscard]] QString ReadSetting(const QString& section, const QString& key) const;
   /// Values of several keys of one section, in their order, from one reading of the file.
@@ -35,13 +40,21 @@ class Settings {
   Status WriteSetting(const QString& section, const QString& key, const QString& value);
   /// Writes several values of one section in one replacement of the file.
   Status WriteSettings(const QString& section, const std::vector<ProfileEntry>& entries);
+  /// Writes the values that are given. A key without one stays as the file has it, added empty where it has
+  /// not: what another window has stored since this one read it is not lost.
+  Status MergeSettings(const QString& section,
+                       const std::vector<std::pair<QString, std::optional<QString>>>& entries);
   /// Reads the data directory, normalises it and writes it back. A failing write shows as a stored value that
   /// differs.
   QString ReadDataDirectory();
+  /// Stores the data directory unless it is the one that was read or stored last: another window's choice
+  /// since then stays.
+  Status StoreDataDirectory(const QString& folder);
 
  private:
   QString path_;
   QString home_;
+  QString dataDirectory_;  ///< as it was read or stored last
 };
 
 /// One trailing "/"; the fallback folder when the text is empty or names no folder. Drive letters and "\" are

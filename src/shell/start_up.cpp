@@ -30,6 +30,10 @@ void FormPaths(const StartUpInput& input, RunValues& run) {
 void CheckSettingsFile(const RunValues& run, StartUpReport& report) {
   const Result<ProfileText> profile = ProfileText::Load(run.settings.Path());
   if (!profile) AddProblem(report, profile.Failure());
+  if (IsWrittenInPlace(run.settings.Path())) {
+    AddProblem(report, Error{QStringLiteral("The settings file is written in place"), run.settings.Path(),
+                             QStringLiteral("the folder cannot be written")});
+  }
 }
 
 /// Reads the data directory. The stored text differs from it only when it could not be written back.
@@ -105,14 +109,17 @@ StartUpReport StartUp(const StartUpInput& input, RunValues& run) {
   return report;
 }
 
-Status SwitchLanguage(RunValues& run, LanguageChoice choice) {
+void SwitchLanguage(RunValues& run, LanguageChoice choice) {
   run.options.Slot(21) = LanguageSlotText(choice);
   FillLanguage(run, choice);
+}
+
+Status StoreLanguage(RunValues& run) {
   return run.settings.WriteSetting(kOptionsSection, QStringLiteral("21"), run.options.Slot(21));
 }
 
 Status StoreDataDirectory(RunValues& run) {
-  return run.settings.WriteSetting(kGeneralSection, kDataDirectoryKey, run.dataDirectory);
+  return run.settings.StoreDataDirectory(run.dataDirectory);
 }
 
 }  // namespace vesk

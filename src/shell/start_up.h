@@ -34,9 +34,11 @@ std::optional<QChar> DateSeparatorOf(const QString& referenceDateText);
 /// Fills the run values in the fixed order of the steps. Never fails as a whole.
 StartUpReport StartUp(const StartUpInput& input, RunValues& run);
 
-/// Stores the choice and fills the tables. Windows that are open keep their texts. The language is switched
-/// also when the choice could not be stored.
-Status SwitchLanguage(RunValues& run, LanguageChoice choice);
+/// Fills the tables. Windows that are open keep their texts.
+void SwitchLanguage(RunValues& run, LanguageChoice choice);
+/// Stores the current choice. Apart from the switch, so that a failure is worded in the new language
+/// throughout.
+Status StoreLanguage(RunValues& run);
 
 /// Stores the data directory, as the exit entry does.
 Status StoreDataDirectory(RunValues& run);

@@ -1,12 +1,9 @@
 #include "stations/form_ist_gir.h"
 
-#include <QApplication>
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QShortcut>
@@ -15,9 +12,9 @@
 
 #include <algorithm>
 
-#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
+#include "stations/station_delegate.h"
 #include "stations/station_table_model.h"
 
 namespace vesk {
@@ -26,19 +23,8 @@ namespace {
 constexpr int kTwipsPerPixel = 15;
 constexpr int kNumberWidth = 1500 / kTwipsPerPixel;
 constexpr int kNameWidth = 4500 / kTwipsPerPixel;
-constexpr QRgb kArmedColour = 0xFF8000;
+constexpr int kTryAgainMilliseconds = 1000;
 constexpr int kLeastHeight = 360;
-
-/// Asks whether to close although a change could not be saved. True: close.
-bool ConfirmLoss(QWidget* parent, const Language& language, const Error& error) {
-  const QString question =
-      Either(language, QStringLiteral("Bu değişiklik kaydedilemedi. Pencere yine de kapatılsın mı?"),
-             QStringLiteral("This change could not be saved. Close the window all the same?"));
-  const QString text = ErrorText(error, language) + QStringLiteral("\n\n") + question;
-  const auto answer = QMessageBox::question(parent, language.attentionTitle, text,
-                                            QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
-  return answer == QMessageBox::Yes;
-}
 
 }  // namespace
 
@@ -77,9 +63,6 @@ void Form_IstGir::CreateControls() {
   message_->setObjectName(QStringLiteral("LabelMesaj"));
   message_->setWordWrap(true);
   message_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  QPalette red = message_->palette();
-  red.setColor(QPalette::WindowText, QColor(0xB0, 0x00, 0x00));
-  message_->setPalette(red);
   message_->hide();
 
   delete_ = new QPushButton(language.Text(Caption::DeleteRecord), this);
@@ -90,7 +73,14 @@ void Form_IstGir::CreateControls() {
   connect(exit_, &QPushButton::clicked, this, &Form_IstGir::ExitClicked);
   connect(delete_, &QPushButton::clicked, this, &Form_IstGir::DeleteClicked);
   auto* find = new QShortcut(QKeySequence::Find, this);
+  find->setContext(Qt::WidgetWithChildrenShortcut);
   connect(find, &QShortcut::activated, search_, qOverload<>(&QLineEdit::setFocus));
+  auto* undo = new QShortcut(QKeySequence::Undo, this);
+  undo->setContext(Qt::WidgetWithChildrenShortcut);
+  connect(undo, &QShortcut::activated, this, &Form_IstGir::TakeDeletionBack);
+  again_.setSingleShot(true);
+  again_.setInterval(kTryAgainMilliseconds);
+  connect(&again_, &QTimer::timeout, this, &Form_IstGir::SaveAgain);
 }
 
 void Form_IstGir::LayOut() {
@@ -148,87 +138,26 @@ void Form_IstGir::ShowTable() {
       std::max(kNumberWidth, fontMetrics().horizontalAdvance(QStringLiteral("0000000000"))));
   header->setMinimumSectionSize(kNumberWidth);
 
-  connect(search_, &QLineEdit::textChanged, filter_, &StationFilterModel::SetSearchText);
-  connect(search_, &QLineEdit::textChanged, this, &Form_IstGir::Disarm);
-  connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this, &Form_IstGir::Disarm);
-  connect(grid_, &QAbstractItemView::pressed, this, &Form_IstGir::Disarm);
-  connect(table_, &StationTableModel::SaveFailed, this, &Form_IstGir::ShowFailure);
-  connect(table_, &StationTableModel::Saved, this, &Form_IstGir::ClearMessage);
+  ConnectTable();
   grid_->setCurrentIndex(filter_->index(0, StationTableModel::Number));
   grid_->setFocus();
 }
 
-void Form_IstGir::ShowFailure(const Error& error) {
-  message_->setText(ErrorText(error, frame_.Run().language));
-  message_->show();
-}
+void Form_IstGir::ConnectTable() {
+  auto* delegate = new StationDelegate(this);
+  grid_->setItemDelegate(delegate);
+  connect(delegate, &StationDelegate::NumberDoubted, this, &Form_IstGir::HoldNumberBack);
+  // Behind the view, which still has to store the text and to close its editor.
+  connect(delegate, &StationDelegate::EndedByEnter, this, &Form_IstGir::GoOnAfterEnter, Qt::QueuedConnection);
 
-void Form_IstGir::ClearMessage() {
-  message_->clear();
-  message_->hide();
-}
-
-void Form_IstGir::mousePressEvent(QMouseEvent* event) {
-  Disarm();
-  QWidget::mousePressEvent(event);
-}
-
-void Form_IstGir::closeEvent(QCloseEvent* event) {
-  setFocus();  // ends an edit that is still open, as leaving its cell does
-  if (table_ != nullptr && table_->HasUnsaved()) {
-    const Status saved = table_->SaveUnsaved();
-    if (!saved && !ConfirmLoss(this, frame_.Run().language, saved.Failure())) {
-      ShowFailure(saved.Failure());
-      event->ignore();
-      return;
-    }
-  }
-  event->accept();
-}
-
-void Form_IstGir::ExitClicked() {
-  if (frame_.CloseChild(QStringLiteral("FormSec"))) close();
-}
-
-void Form_IstGir::DeleteClicked() {
-  if (!IsArmed()) {
-    QApplication::beep();
-    Arm();
-    return;
-  }
-  Disarm();
-  DeleteCurrent();
-}
-
-// The captions of the two-step delete are Turkish in both languages.
-void Form_IstGir::Arm() {
-  armed_ = true;
-  delete_->setText(QStringLiteral("Onayla"));
-  QPalette orange = delete_->palette();
-  orange.setColor(QPalette::Button, QColor(kArmedColour));
-  orange.setColor(QPalette::ButtonText, Qt::black);
-  delete_->setPalette(orange);
-}
-
-void Form_IstGir::Disarm() {
-  if (!IsArmed()) return;
-  armed_ = false;
-  delete_->setText(QStringLiteral("Kayıt Sil"));
-  delete_->setPalette(QPalette());
-}
-
-void Form_IstGir::DeleteCurrent() {
-  const QModelIndex current = grid_->currentIndex();
-  const QModelIndex source = filter_->mapToSource(current);
-  if (!source.isValid() || table_->IsNewRow(source.row())) {
-    QApplication::beep();
-    return;
-  }
-  const Status deleted = table_->DeleteRow(source.row());
-  if (!deleted) return ShowFailure(deleted.Failure());
-  ClearMessage();
-  const int next = std::min(current.row(), filter_->rowCount() - 1);
-  grid_->setCurrentIndex(filter_->index(next, current.column()));
+  connect(search_, &QLineEdit::textChanged, filter_, &StationFilterModel::SetSearchText);
+  connect(search_, &QLineEdit::textChanged, this, &Form_IstGir::KeepCurrentInView);
+  connect(filter_, &QAbstractItemModel::layoutChanged, this, &Form_IstGir::KeepCurrentInView);
+  connect(grid_->selectionModel(), &QItemSelectionModel::currentChanged, this, &Form_IstGir::Disarm);
+  connect(grid_, &QAbstractItemView::pressed, this, &Form_IstGir::Disarm);
+  connect(table_, &StationTableModel::SaveFailed, this, &Form_IstGir::ShowRefusedChange);
+  connect(table_, &StationTableModel::Saved, this, &Form_IstGir::ClearMessage);
+  connect(table_, &StationTableModel::Overtaken, this, &Form_IstGir::ShowOvertaken, Qt::QueuedConnection);
 }
 
 }  // namespace vesk

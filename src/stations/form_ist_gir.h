@@ -1,6 +1,9 @@
 // The register window: station numbers and names, typed straight into the table.
 #pragma once
 
+#include <QElapsedTimer>
+#include <QPersistentModelIndex>
+#include <QTimer>
 #include <QWidget>
 
 #include <optional>
@@ -27,22 +30,45 @@ class Form_IstGir : public QWidget {
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
+  /// A text that was typed as a number and waits for the operator's word.
+  struct DoubtedNumber {
+    QPersistentModelIndex index;
+    QString text;
+  };
   void CreateTable();
   void CreateControls();
   void LayOut();
   void OpenRegister();
   void ShowTable();
+  void ConnectTable();
+
   void ShowFailure(const Error& error);
+  void ShowRefusedChange(const Error& error);
+  void ShowOvertaken(const QStringList& lines);
+  void ShowMessage(const QString& text, bool isFault);
   void ClearMessage();
+  [[nodiscard]] QString Words(const char16_t* turkish, const char16_t* english) const;
+
+  void Reload();
+  void ReloadIfOutdated();
+  void SaveAgain();
+  void KeepCurrentInView();
+  void GoOnAfterEnter();
+  void HoldNumberBack(const QPersistentModelIndex& index, const QString& text);
+  bool AskAboutNumber();
 
   void ExitClicked();
   void DeleteClicked();
   void Arm();
   void Disarm();
-  [[nodiscard]] bool IsArmed() const { return armed_; }
+  [[nodiscard]] bool IsArmed() const { return armed_.has_value(); }
+  [[nodiscard]] bool ShowsArmedStation() const;
+  [[nodiscard]] int CurrentRow() const;
   void DeleteCurrent();
+  void TakeDeletionBack();
 
   MainFrame& frame_;
   std::optional<StationRegister> register_;
@@ -54,7 +80,10 @@ class Form_IstGir : public QWidget {
   QLabel* message_ = nullptr;
   QPushButton* exit_ = nullptr;
   QPushButton* delete_ = nullptr;
-  bool armed_ = false;
+  std::optional<qint64> armed_;  ///< key of the station that the next press of delete_ takes
+  QElapsedTimer sincePress_;     ///< of delete_, while it is armed
+  QTimer again_;                 ///< until what the register refused is tried again
+  std::optional<DoubtedNumber> doubted_;
 };
 
 }  // namespace vesk

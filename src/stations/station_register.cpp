@@ -5,6 +5,7 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QUuid>
 #include <QVariant>
 
@@ -18,6 +19,8 @@ namespace {
 constexpr char kSqliteStart[] = "SQLite format 3";      // the NUL behind it belongs to it
 constexpr char kOldEngineStart[] = "\x00\x01\x00\x00";  // a desktop database of the old engine
 constexpr int kBusyMilliseconds = 1000;
+/// The row of a key that still holds what was read; keys of deleted rows are given out again.
+constexpr char kWhereAsRead[] = " WHERE rowid = ? AND No IS ? COLLATE BINARY AND Ad IS ? COLLATE BINARY";
 constexpr char kOpenFailed[] = "The station register could not be opened";
 constexpr char kReadFailed[] = "The station register could not be read";
 constexpr char kWriteFailed[] = "The station register could not be changed";
@@ -30,6 +33,18 @@ QString ForeignFormat(QByteArrayView start) {
     return QStringLiteral("the file is a database of the old desktop engine; it is left as it is");
   }
   return QStringLiteral("the file is no SQLite database; it is left as it is");
+}
+
+Station StationOf(const QSqlQuery& query) {
+  const QVariant number = query.value(1);
+  const QVariant name = query.value(2);
+  return {query.value(0).toLongLong(), number.toString(), name.toString(), number, name};
+}
+
+/// A name of the file's own, as a statement takes it.
+QString Quoted(QString name) {
+  name.replace(QLatin1Char('"'), QLatin1String("\"\""));
+  return QLatin1Char('"') + name + QLatin1Char('"');
 }
 
 Status CheckFile(const QString& path) {
@@ -62,6 +77,33 @@ class StationRegister::Connection {
   }
   Q_DISABLE_COPY_MOVE(Connection)
 
+  /// A reading and writing that nobody else comes between; taken back unless it is committed.
+  class Transaction {
+   public:
+    explicit Transaction(const Connection& connection) : connection_(connection) {}
+    ~Transaction() {
+      QSqlQuery query(connection_.Database());
+      if (open_) query.exec(QStringLiteral("ROLLBACK"));
+    }
+    Q_DISABLE_COPY_MOVE(Transaction)
+    Status Begin() {
+      QSqlQuery query(connection_.Database());
+      Status begun = connection_.Run(query, QStringLiteral("BEGIN IMMEDIATE"), {}, kWriteFailed);
+      open_ = begun.Ok();
+      return begun;
+    }
+    Status Commit() {
+      QSqlQuery query(connection_.Database());
+      Status committed = connection_.Run(query, QStringLiteral("COMMIT"), {}, kWriteFailed);
+      open_ = !committed.Ok();
+      return committed;
+    }
+
+   private:
+    const Connection& connection_;
+    bool open_ = false;
+  };
+
   [[nodiscard]] QSqlDatabase Database() const { return QSqlDatabase::database(name_, false); }
   [[nodiscard]] const QString& Path() const { return path_; }
 
@@ -80,6 +122,16 @@ class StationRegister::Connection {
     ok = ok && query.exec();
     if (!ok) return Failure(what, query.lastError());
     return {};
+  }
+
+  Result<std::optional<Station>> RowOf(qint64 key) const {
+    QSqlQuery query(Database());
+    const Status run =
+        Run(query, QStringLiteral("SELECT rowid, No, Ad FROM IstNoAd WHERE rowid = ?"), {key}, kReadFailed);
+    if (!run) return run.Failure();
+    if (query.next()) return std::optional<Station>(StationOf(query));
+    if (query.lastError().isValid()) return Failure(kReadFailed, query.lastError());
+    return std::optional<Station>();
   }
 
   [[nodiscard]] Error Failure(const char* what, const QSqlError& error) const {
@@ -117,7 +169,7 @@ Result<std::vector<Station>> StationRegister::Stations() const {
   if (!run) return run.Failure();
   std::vector<Station> stations;
   while (query.next()) {
-    stations.push_back({query.value(0).toLongLong(), query.value(1).toString(), query.value(2).toString()});
+    stations.push_back(StationOf(query));
   }
   // Stepping can fail half way, for example on a damaged page: a shorter list must not pass for the whole
   // one.
@@ -125,27 +177,94 @@ Result<std::vector<Station>> StationRegister::Stations() const {
   return stations;
 }
 
-Result<qint64> StationRegister::Add(const QString& number, const QString& name) {
+Result<Station> StationRegister::Add(const QString& number, const QString& name) {
+  DeletedStation row;
+  row.fields = {QStringLiteral("No"), QStringLiteral("Ad")};
+  row.values = {number, name};
+  return Restore(row);
+}
+
+Result<std::optional<Station>> StationRegister::Change(const Station& read, StationField field,
+                                                       const QString& text) {
+  Connection::Transaction transaction(*connection_);
+  if (const Status begun = transaction.Begin(); !begun) return begun.Failure();
+  const QString sql = field == StationField::Number ? QStringLiteral("UPDATE IstNoAd SET No = ?")
+                                                    : QStringLiteral("UPDATE IstNoAd SET Ad = ?");
   QSqlQuery query(connection_->Database());
-  const Status run = connection_->Run(query, QStringLiteral("INSERT INTO IstNoAd (No, Ad) VALUES (?, ?)"),
-                                      {number, name}, kWriteFailed);
+  const Status run = connection_->Run(query, sql + QLatin1String(kWhereAsRead),
+                                      {text, read.key, read.storedNumber, read.storedName}, kWriteFailed);
   if (!run) return run.Failure();
-  return query.lastInsertId().toLongLong();
+  if (query.numRowsAffected() != 1) return std::optional<Station>();
+  Result<std::optional<Station>> written = connection_->RowOf(read.key);
+  if (!written) return written;
+  if (const Status committed = transaction.Commit(); !committed) return committed.Failure();
+  return written;
 }
 
-Status StationRegister::Change(const Station& station) {
+Result<std::optional<DeletedStation>> StationRegister::Delete(const Station& read) {
+  Connection::Transaction transaction(*connection_);
+  if (const Status begun = transaction.Begin(); !begun) return begun.Failure();
+  const QVariantList asRead{read.key, read.storedNumber, read.storedName};
+  DeletedStation deleted{read, {}, {}};
+  {
+    QSqlQuery row(connection_->Database());
+    const Status found = connection_->Run(
+        row, QLatin1String("SELECT * FROM IstNoAd") + QLatin1String(kWhereAsRead), asRead, kReadFailed);
+    if (!found) return found.Failure();
+    if (!row.next()) return std::optional<DeletedStation>();
+    const QSqlRecord record = row.record();
+    for (int i = 0; i < record.count(); ++i) {
+      deleted.fields += record.fieldName(i);
+      deleted.values += record.value(i);
+    }
+  }
   QSqlQuery query(connection_->Database());
-  Status run = connection_->Run(query, QStringLiteral("UPDATE IstNoAd SET No = ?, Ad = ? WHERE rowid = ?"),
-                                {station.number, station.name, station.key}, kWriteFailed);
-  if (!run) return run;
-  if (query.numRowsAffected() == 1) return {};
-  return Error{QLatin1String(kWriteFailed), Path(),
-               QStringLiteral("the station is no longer in the register")};
+  const Status run = connection_->Run(
+      query, QLatin1String("DELETE FROM IstNoAd") + QLatin1String(kWhereAsRead), asRead, kWriteFailed);
+  if (!run) return run.Failure();
+  if (const Status committed = transaction.Commit(); !committed) return committed.Failure();
+  return std::optional<DeletedStation>(std::move(deleted));
 }
 
-Status StationRegister::Delete(qint64 key) {
+Result<Station> StationRegister::Restore(const DeletedStation& deleted) {
+  Connection::Transaction transaction(*connection_);
+  if (const Status begun = transaction.Begin(); !begun) return begun.Failure();
+  QStringList fields;
+  for (const QString& field : deleted.fields) fields += Quoted(field);
+  QVariantList values = deleted.values;
+  if (deleted.station.key != 0) {
+    const Result<std::optional<Station>> other = connection_->RowOf(deleted.station.key);
+    if (!other) return other.Failure();
+    if (!*other) {
+      fields += QStringLiteral("rowid");
+      values += deleted.station.key;
+    }
+  }
+  const QStringList places(fields.size(), QStringLiteral("?"));
   QSqlQuery query(connection_->Database());
-  return connection_->Run(query, QStringLiteral("DELETE FROM IstNoAd WHERE rowid = ?"), {key}, kWriteFailed);
+  const Status run = connection_->Run(query,
+                                      QStringLiteral("INSERT INTO IstNoAd (%1) VALUES (%2)")
+                                          .arg(fields.join(QLatin1Char(',')), places.join(QLatin1Char(','))),
+                                      values, kWriteFailed);
+  if (!run) return run.Failure();
+  const Result<std::optional<Station>> written = connection_->RowOf(query.lastInsertId().toLongLong());
+  if (!written) return written.Failure();
+  if (const Status committed = transaction.Commit(); !committed) return committed.Failure();
+  return written->value_or(Station());
+}
+
+Status StationRegister::SetPatience(std::chrono::milliseconds patience) {
+  QSqlQuery query(connection_->Database());
+  return connection_->Run(query, QStringLiteral("PRAGMA busy_timeout = %1").arg(patience.count()), {},
+                          kReadFailed);
+}
+
+Result<qint64> StationRegister::Version() const {
+  QSqlQuery query(connection_->Database());
+  const Status run = connection_->Run(query, QStringLiteral("PRAGMA data_version"), {}, kReadFailed);
+  if (!run) return run.Failure();
+  if (!query.next()) return connection_->Failure(kReadFailed, query.lastError());
+  return query.value(0).toLongLong();
 }
 
 Result<QString> StationRegister::LookupStationName(const QString& number) const {

@@ -2,8 +2,12 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+#include <QVariant>
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/result.h"
@@ -12,12 +16,24 @@ namespace vesk {
 
 /// One row of table IstNoAd. A name that is null reads as empty.
 struct Station {
-  qint64 key = 0;  ///< identifies the row for changes and deletion; grows in stored order
+  qint64 key = 0;  ///< identifies the row for changes and deletion; grows in stored order; given out again
   QString number;
   QString name;
+  QVariant storedNumber;  ///< the fields as they were read: what a change or deletion takes for granted
+  QVariant storedName;
 };
 
-/// An open register. Rows come and go in stored order; two rows may have the same number.
+/// A row that was deleted, with every field of its own, so that it can come back.
+struct DeletedStation {
+  Station station;
+  QStringList fields;
+  QVariantList values;
+};
+
+enum class StationField { Number, Name };
+
+/// An open register. Rows come and go in stored order; two rows may have the same number. Others may work on
+/// the same file: a change is made only to a row that still holds what was read.
 class StationRegister {
  public:
   enum class Access { ReadOnly, ReadWrite };
@@ -32,10 +48,20 @@ class StationRegister {
 
   [[nodiscard]] const QString& Path() const;
   [[nodiscard]] Result<std::vector<Station>> Stations() const;
-  /// Appends behind the last row; the key of the new row.
-  Result<qint64> Add(const QString& number, const QString& name);
-  Status Change(const Station& station);
-  Status Delete(qint64 key);
+  /// Appends behind the last row; the new row as it is stored.
+  Result<Station> Add(const QString& number, const QString& name);
+  /// Writes one field and no other. The row as it is stored then; nothing, and no change, when the row is
+  /// gone or no longer holds what was read.
+  Result<std::optional<Station>> Change(const Station& read, StationField field, const QString& text);
+  /// Nothing, and no deletion, when the row is gone or no longer holds what was read.
+  Result<std::optional<DeletedStation>> Delete(const Station& read);
+  /// Puts a deleted row back, in its place unless another row has taken that.
+  Result<Station> Restore(const DeletedStation& deleted);
+
+  /// How long a change waits for others who are writing.
+  Status SetPatience(std::chrono::milliseconds patience);
+  /// A number that is another one after others have changed the file.
+  [[nodiscard]] Result<qint64> Version() const;
   /// Name of the first row with that number, text or numeric; "-" when the table is empty; empty when the
   /// number is not there or its name is null.
   [[nodiscard]] Result<QString> LookupStationName(const QString& number) const;

@@ -3,6 +3,7 @@
 #include <QColor>
 
 #include <algorithm>
+#include <utility>
 
 #include "datafiles/helpers.h"
 
@@ -32,40 +33,106 @@ bool TurkishLess(const QString& a, const QString& b) {
                                       [](QChar x, QChar y) { return AlphabetPlace(x) < AlphabetPlace(y); });
 }
 
+/// True when the register holds the same for both.
+bool HoldSame(const Station& a, const Station& b) {
+  return a.storedNumber == b.storedNumber && a.storedName == b.storedName;
+}
+
 }  // namespace
 
 StationTableModel::StationTableModel(StationRegister& stations, QStringList titles, QObject* parent)
     : QAbstractTableModel(parent), stations_(stations), titles_(std::move(titles)) {}
 
 Status StationTableModel::Load() {
+  const Result<qint64> version = stations_.Version();
+  if (!version) return version.Failure();
   Result<std::vector<Station>> stations = OpenStationTable(stations_);
   if (!stations) return stations.Failure();
+  version_ = *version;
   beginResetModel();
-  rows_.clear();
-  for (Station& station : *stations) rows_.push_back({std::move(station), true});
+  std::vector<Row> before = std::exchange(rows_, {});
+  for (Station& station : *stations) rows_.push_back({std::move(station), {}, {}});
+  for (Row& row : before) {
+    if (row.Saved()) continue;
+    const int at = row.station.key == 0 ? -1 : RowOfKey(row.station.key);
+    if (row.station.key == 0) {
+      rows_.push_back(std::move(row));
+    } else if (at >= 0 && HoldSame(rows_[static_cast<std::size_t>(at)].station, row.station)) {
+      rows_[static_cast<std::size_t>(at)] = std::move(row);
+    } else {
+      GiveUp(row);
+    }
+  }
   endResetModel();
+  TellOvertaken();
   return {};
 }
 
+bool StationTableModel::IsOutdated() const {
+  const Result<qint64> version = stations_.Version();
+  return version && *version != version_;
+}
+
 bool StationTableModel::IsUnsaved(int row) const {
-  return row >= 0 && row < StationCount() && !rows_[static_cast<std::size_t>(row)].saved;
+  return row >= 0 && row < StationCount() && !rows_[static_cast<std::size_t>(row)].Saved();
 }
 
 bool StationTableModel::HasUnsaved() const {
-  return std::any_of(rows_.begin(), rows_.end(), [](const Row& row) { return !row.saved; });
+  return std::any_of(rows_.begin(), rows_.end(), [](const Row& row) { return !row.Saved(); });
+}
+
+Station StationTableModel::StationAt(int row) const {
+  if (row < 0 || row >= StationCount()) return {};
+  const Row& at = rows_[static_cast<std::size_t>(row)];
+  Station station = at.station;
+  station.number = at.Number();
+  station.name = at.Name();
+  return station;
+}
+
+int StationTableModel::RowOfKey(qint64 key) const {
+  const auto at = std::ranges::find_if(rows_, [key](const Row& row) { return row.station.key == key; });
+  return at == rows_.end() ? -1 : static_cast<int>(at - rows_.begin());
 }
 
 Status StationTableModel::Write(Row& row) {
   if (row.station.key != 0) {
-    Status changed = stations_.Change(row.station);
-    row.saved = changed.Ok();
-    return changed;
+    for (const StationField field : {StationField::Number, StationField::Name}) {
+      if (Status written = WriteField(row, field); !written) return written;
+    }
+    return {};
   }
-  const Result<qint64> added = stations_.Add(row.station.number, row.station.name);
-  row.saved = added.Ok();
+  Result<Station> added = stations_.Add(row.Number(), row.Name());
   if (!added) return added.Failure();
-  row.station.key = *added;
+  row = {std::move(*added), {}, {}};
   return {};
+}
+
+Status StationTableModel::WriteField(Row& row, StationField field) {
+  std::optional<QString>& typed = field == StationField::Number ? row.number : row.name;
+  if (!typed) return {};
+  Result<std::optional<Station>> written = stations_.Change(row.station, field, *typed);
+  if (!written) return written.Failure();
+  if (!*written) {
+    GiveUp(row);
+    return {};
+  }
+  row.station = std::move(**written);
+  typed.reset();
+  return {};
+}
+
+void StationTableModel::GiveUp(Row& row) {
+  for (std::optional<QString>* typed : {&row.number, &row.name}) {
+    if (!*typed) continue;
+    overtaken_ += QStringLiteral("%1 %2: %3").arg(row.station.number, row.station.name, **typed);
+    typed->reset();
+  }
+}
+
+void StationTableModel::TellOvertaken() {
+  const QStringList lines = std::exchange(overtaken_, {});
+  if (!lines.isEmpty()) Q_EMIT Overtaken(lines);
 }
 
 Status StationTableModel::SaveUnsaved() {
@@ -75,18 +142,38 @@ Status StationTableModel::SaveUnsaved() {
     RowChanged(row);
     if (!written) return written;
   }
+  TellOvertaken();
   return {};
 }
 
-Status StationTableModel::DeleteRow(int row) {
-  const qint64 key = rows_[static_cast<std::size_t>(row)].station.key;
-  if (key != 0) {
-    if (Status deleted = stations_.Delete(key); !deleted) return deleted;
+Result<bool> StationTableModel::DeleteRow(int row) {
+  const Station station = rows_[static_cast<std::size_t>(row)].station;
+  if (station.key == 0) {
+    deleted_.push_back({StationAt(row), {QStringLiteral("No"), QStringLiteral("Ad")}, {}});
+    deleted_.back().values = {deleted_.back().station.number, deleted_.back().station.name};
+  } else {
+    Result<std::optional<DeletedStation>> deleted = stations_.Delete(station);
+    if (!deleted) return deleted.Failure();
+    if (!*deleted) return false;
+    deleted_.push_back(std::move(**deleted));
   }
   beginRemoveRows({}, row, row);
   rows_.erase(rows_.begin() + row);
   endRemoveRows();
-  return {};
+  return true;
+}
+
+Result<int> StationTableModel::RestoreDeleted() {
+  Result<Station> restored = stations_.Restore(deleted_.back());
+  if (!restored) return restored.Failure();
+  deleted_.pop_back();
+  const auto behind = std::ranges::find_if(
+      rows_, [&restored](const Row& row) { return row.station.key == 0 || row.station.key > restored->key; });
+  const int row = static_cast<int>(behind - rows_.begin());
+  beginInsertRows({}, row, row);
+  rows_.insert(behind, {std::move(*restored), {}, {}});
+  endInsertRows();
+  return row;
 }
 
 int StationTableModel::rowCount(const QModelIndex& parent) const {
@@ -101,10 +188,10 @@ QVariant StationTableModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || IsNewRow(index.row())) return {};
   const Row& row = rows_[static_cast<std::size_t>(index.row())];
   if (role == Qt::DisplayRole || role == Qt::EditRole) {
-    return index.column() == Number ? row.station.number : row.station.name;
+    return index.column() == Number ? row.Number() : row.Name();
   }
-  if (role == Qt::BackgroundRole && !row.saved) return kUnsavedBack;
-  if (role == Qt::ForegroundRole && !row.saved) return QColor(Qt::black);
+  if (role == Qt::BackgroundRole && !row.Saved()) return kUnsavedBack;
+  if (role == Qt::ForegroundRole && !row.Saved()) return QColor(Qt::black);
   return {};
 }
 
@@ -130,16 +217,16 @@ bool StationTableModel::setData(const QModelIndex& index, const QVariant& value,
     endInsertRows();
   }
   Row& row = rows_[static_cast<std::size_t>(number)];
-  QString& field = index.column() == Number ? row.station.number : row.station.name;
-  if (field == text && row.saved) return true;
-  field = text;
+  const bool isNumber = index.column() == Number;
+  if (text == (isNumber ? row.Number() : row.Name()) && row.Saved()) return true;
+  (isNumber ? row.number : row.name) = text;
   const Status written = Write(row);
   RowChanged(number);
   if (!written) {
     Q_EMIT SaveFailed(written.Failure());
   } else if (const Status others = SaveUnsaved(); !others) {
     Q_EMIT SaveFailed(others.Failure());
-  } else {
+  } else if (!HasUnsaved()) {
     Q_EMIT Saved();
   }
   return true;

@@ -2,8 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+
+#include "platform/code_page.h"
+#include "platform/locks.h"
+#include "support/full_disk.h"
+#include "support/other_process.h"
 
 namespace vesk {
 namespace {
@@ -69,6 +78,71 @@ TEST(ProfileText, ChangesItsOwnLineOnly) {
   }
 }
 
+TEST(ProfileText, TellsUtf8OfAnEditorFromWindows1254) {
+  const struct {
+    const char* what;
+    QByteArray bytes;
+    ProfileEncoding encoding;
+    const char* value;
+  } cases[] = {
+      {"Turkish letters of an editor", "Çığ Ölçüm", ProfileEncoding::Utf8, "Çığ Ölçüm"},
+      {"one letter", "/home/ayşe/", ProfileEncoding::Utf8, "/home/ayşe/"},
+      {"Greek and quotes", "Ωmega – “x”", ProfileEncoding::Utf8, "Ωmega – “x”"},
+      {"Cyrillic", "/home/иван/", ProfileEncoding::Utf8, "/home/иван/"},
+      {"Turkish letters of the classic calls", "\xC7\xFD\xF0", ProfileEncoding::Windows1254, "Çığ"},
+      {"a capital and a sign, which is valid UTF-8", "DS\xDD\x92nin", ProfileEncoding::Windows1254,
+       "DSİ’nin"},
+      {"two of them",
+       "\xAB"
+       "DA\xD0\xBB, \xAB\xDC\xBB",
+       ProfileEncoding::Windows1254, "«DAĞ», «Ü»"},
+      {"UTF-8 that was cut", "\xC3\xA7 \xC3", ProfileEncoding::Windows1254, "Ã§ Ã"},
+      {"nothing beyond ASCII", "C:\\Data", ProfileEncoding::Windows1254, "C:\\Data"},
+  };
+  for (const auto& c : cases) {
+    const ProfileText profile("[Genel]\r\nDir=" + c.bytes + "\r\n");
+    EXPECT_EQ(profile.Encoding(), c.encoding) << c.what;
+    EXPECT_EQ(profile.Value(kSection, kKey).value_or(QString()).toStdString(), c.value) << c.what;
+  }
+  const ProfileText mixed("\xEF\xBB\xBF[Genel]\nDir=\xC7\xFD\xF0\n");
+  EXPECT_EQ(mixed.Value(kSection, kKey), QStringLiteral("Çığ")) << "a line of an older hand in a marked file";
+}
+
+TEST(ProfileText, AFileKeepsItsEncodingAsLongAsItCanHoldTheValue) {
+  const struct {
+    const char* what;
+    QByteArray before;
+    const char* value;
+    QByteArray after;
+  } cases[] = {
+      {"an editor's file", "; Ölçüm\n[Genel]\nDir=ç\n", "ğ", "; Ölçüm\n[Genel]\nDir=ğ\n"},
+      {"a mark stays", "\xEF\xBB\xBF[Genel]\nDir=1\n", "ğ", "\xEF\xBB\xBF[Genel]\nDir=ğ\n"},
+      {"the classic one", "; \xD6l\n[Genel]\nDir=1\n", "ğ", "; \xD6l\n[Genel]\nDir=\xF0\n"},
+      {"a letter that it cannot hold", "; \xD6l\x81\n[Genel]\nDir=1\n", "Ω",
+       "\xEF\xBB\xBF; Öl\xC2\x81\n[Genel]\nDir=Ω\n"},
+      {"a new file", "", "Ω", "\xEF\xBB\xBF[Genel]\r\nDir=Ω\r\n"},
+      {"its last letter goes", "[Genel]\nDir=ç\nA=1\n", "x", "[Genel]\nDir=x\nA=1\n"},
+  };
+  for (const auto& c : cases) {
+    ProfileText profile(c.before);
+    profile.SetValue(kSection, kKey, QString::fromUtf8(c.value));
+    EXPECT_EQ(profile.Content().toStdString(), c.after.toStdString()) << c.what;
+  }
+}
+
+/// Whatever two letters of the code page are stored, they are read back by the next start.
+TEST(ProfileText, EveryPairOfLettersSurvives) {
+  for (int first = 0x80; first < 0x100; ++first) {
+    for (int second = 0x80; second < 0x100; ++second) {
+      const QByteArray bytes{static_cast<char>(first), static_cast<char>(second)};
+      const QString text = QChar(u'a') + DecodeWindows1254(bytes) + QChar(u'a');
+      ProfileText profile("[Genel]\nDir=1\n");
+      profile.SetValue(kSection, kKey, text);
+      ASSERT_EQ(ProfileText(profile.Content()).Value(kSection, kKey), text) << first << ' ' << second;
+    }
+  }
+}
+
 TEST(ProfileText, AValueCannotBreakOutOfItsLine) {
   ProfileText profile;
   profile.SetValue(kSection, kKey, QStringLiteral("a\r\n[Options]\n21=ENGLISH"));
@@ -93,12 +167,58 @@ TEST_F(ProfileFile, WritesSeveralValuesOrNone) {
       "[Genel]\r\nDir=\xC7"
       "ay/\r\nB=\r\n";
   EXPECT_EQ(Content(), before);
-  const Status unknownLetters = WriteProfileValues(
-      path_, kSection, {{QStringLiteral("B"), QStringLiteral("1")}, {kKey, QStringLiteral("/home/Ωmega/")}});
-  ASSERT_FALSE(unknownLetters);
-  EXPECT_EQ(unknownLetters.Failure().path, path_ + QStringLiteral(" [Genel] Dir"));
-  EXPECT_EQ(Content(), before);
   EXPECT_FALSE(WriteProfileValues(folder_.path(), kSection, {{kKey, QStringLiteral("x")}}));
+  EXPECT_EQ(Content(), before);
+}
+
+TEST_F(ProfileFile, TwoThatWriteAtOnceLoseNothing) {
+  constexpr int kRounds = 30;
+  std::vector<std::unique_ptr<test::OtherProcess>> processes;
+  const QStringList keys{QStringLiteral("A"), QStringLiteral("B"), QStringLiteral("C")};
+  for (const QString& key : keys) {
+    processes.push_back(std::make_unique<test::OtherProcess>([&](test::OtherProcess::Signals& /*signals*/) {
+      for (int round = 1; round <= kRounds; ++round) {
+        // One that had to give up says so, and tries again.
+        while (!WriteProfileValues(path_, kSection, {{key, QString::number(round)}})) continue;
+      }
+    }));
+  }
+  for (const auto& process : processes) EXPECT_EQ(process->WaitForEnd(), 0);
+  for (const QString& key : keys) {
+    EXPECT_EQ(ProfileText(Content()).Value(kSection, key), QString::number(kRounds)) << key.toStdString();
+  }
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), QStringList(QStringLiteral("vesk4.ini")));
+}
+
+TEST_F(ProfileFile, OneThatIsBeingWrittenIsNotTouchedAndItsWriterNamed) {
+  ASSERT_TRUE(WriteProfileValues(path_, kSection, {{kKey, QStringLiteral("1")}}));
+  const auto lock = TryLock(path_ + QStringLiteral(".lock"), QStringLiteral("another window"));
+  ASSERT_TRUE(lock && std::holds_alternative<FileLock>(*lock));
+  const Status refused = WriteProfileValues(path_, kSection, {{kKey, QStringLiteral("2")}});
+  ASSERT_FALSE(refused);
+  EXPECT_TRUE(refused.Failure().path.contains(QString::number(::getpid())));
+  EXPECT_TRUE(WriteProfileValues(path_, kSection, {{kKey, QStringLiteral("1")}})) << "nothing to write";
+  EXPECT_EQ(Content(), "[Genel]\r\nDir=1\r\n");
+}
+
+/// The folder belongs to an administrator; the file was given to everybody.
+TEST_F(ProfileFile, InAFolderThatCannotBeWrittenItIsWrittenInPlace) {
+  ASSERT_TRUE(ProfileText("[Genel]\r\nDir=a long value\r\nB=1\r\n").Save(path_));
+  ASSERT_EQ(::chmod(qPrintable(path_), 0666), 0);
+  ASSERT_EQ(::chmod(qPrintable(folder_.path()), 0555), 0);
+  test::OtherProcess operators([this](test::OtherProcess::Signals& /*signals*/) {
+    constexpr uid_t kNobody = 65534;
+    if (::geteuid() == 0 && ::setuid(kNobody) != 0) ADD_FAILURE() << "still the administrator";
+    EXPECT_TRUE(IsWrittenInPlace(path_));
+    EXPECT_TRUE(WriteProfileValues(path_, kSection, {{kKey, QStringLiteral("x")}}));
+    {
+      const test::FullDisk full(10);
+      EXPECT_FALSE(WriteProfileValues(path_, kSection, {{QStringLiteral("C"), QString(5000, u'c')}}));
+    }
+  });
+  EXPECT_EQ(operators.WaitForEnd(), 0);
+  ASSERT_EQ(::chmod(qPrintable(folder_.path()), 0755), 0);
+  EXPECT_EQ(Content(), "[Genel]\r\nDir=x\r\nB=1\r\n");
 }
 
 }  // namespace

@@ -92,7 +92,7 @@ TEST_F(CommunicationTest, WhatCannotBeStartedIsToldWithTheSettingToFillIn) {
     ASSERT_FALSE(started.Ok()) << name;
     EXPECT_EQ(started.Failure().path, home_ + QStringLiteral("Comm/") + QLatin1String(name));
     EXPECT_TRUE(started.Failure().reason.endsWith(
-        SettingsPath() + QStringLiteral(", section [COMMUNICATION PROGRAMS], key RS232")));
+        SettingsPath() + QStringLiteral(", section [COMMUNICATION PROGRAMS], key RS232 (Windows-1254)")));
   }
   run_.language.FillTurkish();  // its section holds nothing
   const Status unset = StartCommunicationProgram(run_);

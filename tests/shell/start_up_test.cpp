@@ -43,13 +43,53 @@ TEST_F(StartUpTest, AFreshInstallationOpensInTurkishAndASecondStartChangesNoByte
   EXPECT_EQ(run_.regional.dateSeparator, QLatin1Char('.'));
   EXPECT_EQ(run_.options.Slot(7), QStringLiteral("33023"));
 
-  ASSERT_TRUE(SwitchLanguage(run_, LanguageChoice::English).Ok());
+  SwitchLanguage(run_, LanguageChoice::English);
+  ASSERT_TRUE(StoreLanguage(run_).Ok());
   MakeFile(run_.stationDatabasePath, "stations of the office");
   RunValues second;
   EXPECT_TRUE(StartUp(input_, second).problems.empty());
   EXPECT_EQ(SettingsContent(), defaults + "ENGLISH\r\n");
   EXPECT_EQ(second.language.Choice(), LanguageChoice::English);
   EXPECT_EQ(Content(second.stationDatabasePath), "stations of the office");
+}
+
+TEST_F(StartUpTest, TheFirstRunIsTheFirstOneInAHomeFolderOfAnyLetters) {
+  input_.home = root_.filePath(QStringLiteral("Ωμέγα əğ/"));
+  MakeFolder(input_.home);
+  MakeFile(program_ + QStringLiteral("ilk.sil"));
+  EXPECT_TRUE(Start().problems.empty());
+  EXPECT_FALSE(QFile::exists(program_ + QStringLiteral("ilk.sil")));
+  run_.options.Slot(22) = QStringLiteral("7");
+  ASSERT_TRUE(SaveOptions(run_.options, FirstRunOptions(), run_.settings));
+  RunValues second;
+  EXPECT_TRUE(StartUp(input_, second).problems.empty());
+  EXPECT_EQ(second.dataDirectory, input_.home + QStringLiteral("Sefnor/"));
+  EXPECT_EQ(second.options.Slot(22), QStringLiteral("7"));
+}
+
+TEST_F(StartUpTest, TwoWindowsKeepEachOthersSettings) {
+  MakeOffice({"Data/Arsiv", "Other/Arsiv", "Reg"});
+  RunValues other;
+  StartUp(input_, other);
+  Start();
+  Options changed = run_.options;
+  changed.Slot(3) = QStringLiteral("255");
+  ASSERT_TRUE(SaveOptions(changed, run_.options, run_.settings));
+  run_.dataDirectory = Home("Other/");
+  ASSERT_TRUE(StoreDataDirectory(run_));
+
+  changed = other.options;
+  changed.Slot(22) = QStringLiteral("41");
+  ASSERT_TRUE(SaveOptions(changed, other.options, other.settings));
+  ASSERT_TRUE(StoreDataDirectory(other)) << "which it has not changed";
+  RunValues next;
+  StartUp(input_, next);
+  EXPECT_EQ(next.options.Slot(3), QStringLiteral("255"));
+  EXPECT_EQ(next.options.Slot(22), QStringLiteral("41"));
+  EXPECT_EQ(next.dataDirectory, Home("Other/"));
+  for (const char* key : {"10", "40"}) {
+    EXPECT_NE(SettingsContent().find(std::string(key) + "=\r\n"), std::string::npos) << "all forty are there";
+  }
 }
 
 TEST_F(StartUpTest, AProjectFileBesideTheMarkerKeepsTheDefaultsAway) {
@@ -114,7 +154,8 @@ TEST_F(StartUpTest, ASettingsFileThatCannotBeUsedIsNamedOnceAndTheRunGoesOn) {
   ASSERT_EQ(report.problems.size(), 1U);
   EXPECT_EQ(report.problems.front().path, SettingsPath());
   EXPECT_TRUE(QFile::exists(program_ + QStringLiteral("ilk.sil"))) << "the next start tries again";
-  EXPECT_FALSE(SwitchLanguage(run_, LanguageChoice::English));
+  SwitchLanguage(run_, LanguageChoice::English);
+  EXPECT_FALSE(StoreLanguage(run_));
   EXPECT_EQ(run_.language.Choice(), LanguageChoice::English);
 }
 

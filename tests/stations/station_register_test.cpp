@@ -5,6 +5,7 @@
 #include <QTemporaryDir>
 
 #include "stations/register_maker.h"
+#include "support/other_process.h"
 
 namespace vesk {
 namespace {
@@ -79,13 +80,77 @@ TEST_F(Register, ALockedFileIsReadAndRefusesChanges) {
   hand.Do("INSERT INTO IstNoAd VALUES ('1', 'a')");
   auto stations = OpenStationDatabase(path_);
   ASSERT_TRUE(stations);
-  EXPECT_FALSE(stations->Change({99, QStringLiteral("1"), {}})) << "no such row";
+  const auto change = stations->Change({99, {}, {}, {}, {}}, StationField::Name, QStringLiteral("b"));
+  EXPECT_TRUE(change && !*change) << "no such row";
   hand.Do("BEGIN IMMEDIATE");
   EXPECT_EQ(Lookup("1"), "a");
   const auto added = stations->Add(QStringLiteral("2"), {});
   ASSERT_FALSE(added);
   EXPECT_TRUE(added.Failure().reason.contains(QStringLiteral("locked")))
       << added.Failure().reason.toStdString();
+}
+
+TEST_F(Register, ChangesHoldOnlyForWhatWasRead) {
+  SqlHand hand(path_);
+  hand.Do("DROP TABLE IstNoAd");
+  hand.Do("CREATE TABLE IstNoAd (No, Ad TEXT COLLATE NOCASE)");
+  hand.Do("INSERT INTO IstNoAd VALUES (12345, NULL), ('1', 'ad')");
+  auto stations = OpenStationDatabase(path_);
+  ASSERT_TRUE(stations);
+  const auto read = stations->Stations();
+  const auto name = QStringLiteral("Çay");
+  hand.Do("UPDATE IstNoAd SET Ad = 'AD' WHERE No = '1'");
+  auto late = stations->Change((*read)[1], StationField::Number, QStringLiteral("2"));
+  EXPECT_TRUE(late && !*late) << "the other's capitals count";
+
+  auto named = stations->Change((*read)[0], StationField::Name, name);
+  ASSERT_TRUE(named && *named) << "numbers and null are what was read, too";
+  EXPECT_EQ((**named).storedNumber.typeId(), QMetaType::LongLong) << "the number was not written";
+  auto again = stations->Change((*read)[0], StationField::Name, {});
+  EXPECT_TRUE(again && !*again);
+  const auto stale = stations->Delete((*read)[0]);
+  EXPECT_TRUE(stale && !*stale);
+  const auto deleted = stations->Delete(**named);
+  ASSERT_TRUE(deleted && *deleted);
+
+  hand.Do("INSERT INTO IstNoAd (rowid, No, Ad) VALUES (1, '9', 'in its place')");
+  ASSERT_TRUE(stations->Restore(**deleted));
+  const auto all = stations->Stations();
+  ASSERT_EQ(all->size(), 3U);
+  EXPECT_EQ((*all)[2].storedNumber, QVariant(12345));
+  EXPECT_EQ((*all)[2].name, name);
+}
+
+/// Several processes add, change and delete; each counts what it was told was done.
+TEST_F(Register, ProcessesThatWorkAtOnceLoseNothing) {
+  constexpr int kProcesses = 3;
+  constexpr int kRounds = 12;
+  const auto work = [this](int process) {
+    auto stations = OpenStationDatabase(path_);
+    if (!stations) return false;
+    for (int round = 0; round < kRounds; ++round) {
+      const QString number = QStringLiteral("%1%2").arg(process).arg(round, 4, 10, QLatin1Char('0'));
+      Result<Station> added = Error{};
+      while (!added) added = stations->Add(number, {});  // a busy register is told, and tried again
+      Result<std::optional<Station>> named = Error{};
+      while (!named) named = stations->Change(*added, StationField::Name, QStringLiteral("Ad ") + number);
+      if (!*named) return false;
+      if (round % 3 != 0) continue;
+      Result<std::optional<DeletedStation>> deleted = Error{};
+      while (!deleted) deleted = stations->Delete(**named);
+      if (!*deleted) return false;
+    }
+    return true;
+  };
+  std::vector<std::unique_ptr<test::OtherProcess>> processes;
+  for (int p = 1; p <= kProcesses; ++p) {
+    processes.push_back(std::make_unique<test::OtherProcess>(
+        [&work, p](test::OtherProcess::Signals& /*signals*/) { ::_exit(work(p) ? 0 : 1); }));
+  }
+  for (const auto& process : processes) EXPECT_EQ(process->WaitForEnd(), 0);
+  const auto stored = OpenStationDatabase(path_)->Stations();
+  EXPECT_EQ(stored->size(), static_cast<std::size_t>(kProcesses * kRounds * 2 / 3));
+  for (const Station& station : *stored) EXPECT_EQ(station.name, QStringLiteral("Ad ") + station.number);
 }
 
 TEST_F(Register, TheShippedTemplateIsAnEmptyRegister) {

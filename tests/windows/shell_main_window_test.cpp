@@ -153,13 +153,30 @@ TEST_F(MainWindow, StaysAsLongAsAWindowRefusesToClose) {
 
 TEST_F(MainWindow, ASettingsFileThatCannotBeWrittenIsToldBeforeTheEnd) {
   Open();
-  run_.dataDirectory = QStringLiteral("/Ω/");
+  run_.dataDirectory = home_;
+  ASSERT_TRUE(QFile::remove(SettingsPath()));
+  MakeFolder(SettingsPath());
   Trigger("MnuExit");
   ASSERT_NE(Message(), nullptr);
   EXPECT_TRUE(Message()->text().contains(SettingsPath()));
   EXPECT_TRUE(window_->isVisible());
   QTest::mouseClick(Message()->button(QMessageBox::Ok), Qt::LeftButton);
   EXPECT_FALSE(window_->isVisible());
+}
+
+TEST_F(MainWindow, ASwitchThatCannotBeStoredIsToldInOneLanguage) {
+  Open("TURKCE");
+  ASSERT_TRUE(QDir(program_).removeRecursively());
+  Trigger("MnuIng");
+  ASSERT_NE(Message(), nullptr);
+  EXPECT_EQ(Message()->windowTitle(), QStringLiteral("Attention"));
+  EXPECT_EQ(Message()->text(),
+            QStringLiteral("The settings file could not be written: %1: no such folder").arg(SettingsPath()));
+  delete Message();
+  Trigger("Mnutrk");
+  ASSERT_NE(Message(), nullptr);
+  EXPECT_EQ(Message()->text(),
+            QStringLiteral("Ayar dosyası yazılamadı: %1: böyle bir klasör yok").arg(SettingsPath()));
 }
 
 TEST_F(MainWindow, TellsWhatStartUpCouldNotDo) {
@@ -173,7 +190,8 @@ TEST_F(MainWindow, TellsWhereToSetAMissingCommunicationProgram) {
   Open("ENGLISH");
   Trigger("MnuRS232");
   ASSERT_NE(Message(), nullptr);
-  EXPECT_TRUE(Message()->text().endsWith(QStringLiteral("section [COMMUNICATION PROGRAMS], key RS232")));
+  EXPECT_TRUE(Message()->text().endsWith(
+      QStringLiteral("section [COMMUNICATION PROGRAMS], key RS232 (Windows-1254)")));
 }
 
 TEST_F(MainWindow, ShowsTheDataDirectoryOfTheRun) {
