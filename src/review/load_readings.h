@@ -40,8 +40,8 @@ struct LoadedReadings {
   std::vector<QString> files;     ///< names of the files used, in file-number order
   std::vector<QString> messages;  ///< for the message list
   RawHeader header;               ///< of the last file read
-  bool whole =
-      true;  ///< false when a file, or a part of one, is missing from the load; NotWholeNote words it
+  bool whole = true;  ///< false when a file or a part of one is missing from the load; NotWholeNote words it
+                      ///< (not_whole_note.h) words it
   std::vector<QString>
       missedFiles;  ///< disk names, also of good files behind a refused one that ended the load
   std::vector<QString> partialFiles;  ///< disk names of files of which lines are missing
