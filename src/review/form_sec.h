@@ -11,7 +11,7 @@
 #include "review/browser.h"
 #include "review/editing.h"
 #include "review/form_sec_controls.h"
-#include "review/load_gaps.h"
+#include "review/not_whole_note.h"
 #include "review/review_questions.h"
 
 namespace vesk {

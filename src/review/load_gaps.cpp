@@ -1,9 +1,5 @@
 #include "review/load_gaps.h"
 
-#include <QStringList>
-
-#include "review/load_readings.h"
-
 namespace vesk {
 namespace {
 
@@ -84,10 +80,6 @@ void AddCut(const QString& name, const RawHeader& header, const DataLineTally& t
   gaps.messages.push_back(end + Promise(header));
 }
 
-QString Listed(const std::vector<QString>& names) {
-  return QStringList(names.begin(), names.end()).join(QStringLiteral(", "));
-}
-
 }  // namespace
 
 FileGaps GapsOf(const QString& name, const RawHeader& header, const DataLineTally& tally,
@@ -98,20 +90,6 @@ FileGaps GapsOf(const QString& name, const RawHeader& header, const DataLineTall
   AddStray(name, header, tally, gaps);
   AddCut(name, header, tally, window, gaps);
   return gaps;
-}
-
-TwoTexts NotWholeNote(const LoadedReadings& loaded) {
-  if (loaded.whole) return {};
-  TwoTexts note{QStringLiteral("Yükleme tam değil."), QStringLiteral("The load is not whole.")};
-  if (!loaded.missedFiles.empty()) {
-    note.turkish += QStringLiteral(" Eksik dosyalar: %1.").arg(Listed(loaded.missedFiles));
-    note.english += QStringLiteral(" Missing files: %1.").arg(Listed(loaded.missedFiles));
-  }
-  if (!loaded.partialFiles.empty()) {
-    note.turkish += QStringLiteral(" Bir bölümü okunan dosyalar: %1.").arg(Listed(loaded.partialFiles));
-    note.english += QStringLiteral(" Files read in part: %1.").arg(Listed(loaded.partialFiles));
-  }
-  return note;
 }
 
 }  // namespace vesk

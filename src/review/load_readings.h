@@ -43,10 +43,10 @@ struct LoadedReadings {
   std::vector<QString> files;            ///< names of the files used, in file-number order
   std::vector<QString> messages;         ///< for the message list
   RawHeader header;                      ///< of the last file read
-  /// False when a file, or a part of one, is missing from the load; NotWholeNote words it.
+  /// False when a file or a part of one is missing from the load; NotWholeNote (not_whole_note.h) words it.
   bool whole = true;
-  std::vector<QString>
-      missedFiles;  ///< disk names, also of good files behind a refused one that ended the load
+  /// Disk names, those of good files behind a refused one that ended the load among them.
+  std::vector<QString> missedFiles;
   std::vector<QString> partialFiles;  ///< disk names of files of which lines are missing
   QString refusedFile;  ///< file whose header ended the load, later years included; empty when none did
   std::vector<LoadedChangeLog> changeLogs;  ///< one a chosen water year, or the one of a single file

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "review/data_folder_fixture.h"
-#include "review/load_gaps.h"
+#include "review/not_whole_note.h"
 #include "review/setup_parameters.h"
 
 namespace vesk {

@@ -240,7 +240,7 @@ TEST_F(Choosing, MessagesOfALoadAreInTheOperatorsLanguage) {
   Open();
   Click("ListIst", 0);
   EXPECT_EQ(Entries("ListMsj").front(),
-            Texts("Version Hatasi: 001-12345-010205=0000.txt, 3. satır: \"12\" sürümü okunamıyor; beklenen: "
+            Texts("Version Hatasi: 001-12345-010205.txt, 3. satır: \"12\" sürümü okunamıyor; beklenen: "
                   "10, 11 veya 21"));
   LoadWaterYear(1);
   const QString line = Texts("001-20000-010203=0001.txt, %1. satır yüklenmedi; beklenen: %2");
