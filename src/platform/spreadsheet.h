@@ -71,6 +71,12 @@ class Workbook {
   virtual Status Close() = 0;
 };
 
+/// Whether a workbook's own macros may run.
+enum class Macros {
+  AsTheOfficeSays,  ///< as the settings of the application's user say, and without asking anybody
+  MayRun            ///< only for a workbook that this program has just made of its own template
+};
+
 /// A spreadsheet application: the operator's own, or a private one without a window.
 class Spreadsheet {
  public:
@@ -79,7 +85,7 @@ class Spreadsheet {
   virtual bool HasOpenWindow() = 0;
   /// Opens a workbook, binding to the running application or starting one; one that is open there already is
   /// handed out as it stands.
-  virtual Result<std::unique_ptr<Workbook>> Open(const QString& path) = 0;
+  virtual Result<std::unique_ptr<Workbook>> Open(const QString& path, Macros macros) = 0;
   /// Makes the application visible; nothing to do for the private one.
   virtual Status Show() = 0;
   /// Recalculates all open workbooks.

@@ -116,7 +116,7 @@ class TableBuild {
   }
 
   Status OpenCopy() {
-    auto opened = spreadsheet_.Open(copy_);
+    auto opened = spreadsheet_.Open(copy_, Macros::MayRun);
     if (!opened) return opened.Failure();
     workbook_ = std::move(*opened);
     Forgive(spreadsheet_.Show());
@@ -177,7 +177,7 @@ class TableBuild {
   void HandOver() {
     std::unique_ptr<Workbook> finished;
     if (input_.afterSave == AfterSave::LeaveOpen) {
-      auto opened = spreadsheet_.Open(report_.path);
+      auto opened = spreadsheet_.Open(report_.path, Macros::AsTheOfficeSays);
       if (opened) {
         finished = std::move(*opened);
         Forgive(finished->ShowWindow());

@@ -116,7 +116,7 @@ TEST_F(OfficeTable, ReadsBackAsWrittenAndItsMacroStillEmptiesEmptyTexts) {
   ASSERT_TRUE(office.Ok());
   auto session = OfficeSession::Own(std::move(*office), {});
   ASSERT_TRUE(session.Ok());
-  const auto loaded = OfficeWorkbook::Load(*session, path_);
+  const auto loaded = OfficeWorkbook::Load(*session, path_, Macros::MayRun);
   ASSERT_TRUE(loaded.Ok()) << loaded.Failure().Text().toStdString();
   OfficeWorkbook& book = **loaded;
   const Reference<css::container::XNamed> active(ViewOf(book)->getActiveSheet(), UNO_QUERY_THROW);

@@ -86,7 +86,7 @@ TEST_F(OperatorOfficeTest, IsStartedForATableAndLeftToItsOperatorWhileTheTableIs
   EXPECT_TRUE(BuildLevelTable(input, *another, answers)->stoppedByOpenWorkbooks);
   EXPECT_TRUE(office->Quit().Ok());
   EXPECT_TRUE(another->HasOpenWindow()) << "the open table keeps it";
-  auto table = another->Open(report->path);
+  auto table = another->Open(report->path, Macros::AsTheOfficeSays);
   ASSERT_TRUE(table.Ok()) << table.Failure().Text().toStdString();
   EXPECT_EQ(OperatorOffice(), process);
   EXPECT_TRUE((*table)->Close().Ok());
@@ -101,7 +101,7 @@ TEST_F(OperatorOfficeTest, IsGivenUpAndNeverKilledWhenItHangs) {
       {std::chrono::seconds(60), std::chrono::seconds(2), std::chrono::seconds(5)});
   const QString path = folder_.filePath(QStringLiteral("own.xls"));
   ASSERT_TRUE(QFile::copy(QStringLiteral(VESK_RESOURCES "/Sablon.xls"), path));
-  auto own = office->Open(path);
+  auto own = office->Open(path, Macros::AsTheOfficeSays);
   ASSERT_TRUE(own.Ok()) << own.Failure().Text().toStdString();
   const int process = OperatorOffice();
   ASSERT_EQ(::kill(process, SIGSTOP), 0);

@@ -8,7 +8,7 @@ namespace vesk::test {
 namespace {
 
 Result<WriteReport> Write(const LevelTable& table, RecordingSpreadsheet& office) {
-  auto workbook = office.Open(QStringLiteral("/t.xls"));
+  auto workbook = office.Open(QStringLiteral("/t.xls"), Macros::MayRun);
   return WriteLevelTable(table, true, **workbook, [](int) {});
 }
 
