@@ -69,9 +69,11 @@ ReviewGrid WholeYear() {
 class SilentQuestions : public BuildQuestions {
  public:
   void TellWorkbooksAreOpen(const BuildMessage& /*message*/) override {}
-  bool AskForHourlyValues(const BuildMessage& /*message*/) override { return true; }
-  void WarnNotToSwitchSheets(const BuildMessage& /*message*/) override {}
-  void ShowProgress(int /*percent*/) override {}
+  bool AskDespiteNotes(const std::vector<QString>& /*notes*/) override { return true; }
+  bool AskToReplace(const QString& /*path*/, TableOrigin /*origin*/) override { return true; }
+  HourlyAnswer AskForHourlyValues(const BuildMessage& /*message*/) override { return HourlyAnswer::Yes; }
+  bool WarnNotToSwitchSheets(const BuildMessage& /*message*/) override { return true; }
+  bool ShowProgress(BuildStep /*step*/, int /*percent*/) override { return true; }
 };
 
 /// The office that all three ways share.

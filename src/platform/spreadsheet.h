@@ -46,6 +46,9 @@ class Worksheet {
   /// Colour index of the classic 56-colour palette: 3 is red, 41 a light blue.
   virtual Status SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) = 0;
   virtual Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) = 0;
+  /// Joins a range of one row to one cell whose text runs on in further lines, and gives the row its height.
+  /// heightCm: of the row; points: size of the letters.
+  virtual Status MakeTextBlock(const CellRange& range, double heightCm, double points) = 0;
   /// Sets a formula in R1C1 notation; an empty text empties the cell.
   virtual Status SetFormulaR1C1(int row, int column, const QString& formula) = 0;
   /// Enters every formula of the sheet again as it stands. A formula that came out of a .xls file is saved

@@ -15,6 +15,8 @@
 
 namespace vesk {
 
+struct BuildReport;
+
 class MainFrame;
 class ReviewGridModel;
 struct GraphFileEntry;
@@ -117,6 +119,7 @@ class FormSec : public QWidget {
 
   // Tables and graphs.
   void MakeTable();
+  void TellTableMade(const BuildReport& report);
   void DrawGraph();
   void ChooseRatingCurve();
   void AddGraphEntries();

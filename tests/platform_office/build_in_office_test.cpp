@@ -102,7 +102,9 @@ class OfficeTable : public testing::Test {
     ASSERT_TRUE(report.Ok()) << report.Failure().Text().toStdString();
     for (const Error& warning : report->warnings) ADD_FAILURE() << warning.Text().toStdString();
     const auto files = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
-    EXPECT_EQ(QDir(folder_.path()).entryList(files), QStringList(QStringLiteral("Tablo-12345(2012).xls")));
+    EXPECT_EQ(QDir(folder_.path()).entryList(files),
+              QStringList({QStringLiteral(".Tablo-12345(2012).xls.sha256"),
+                           QStringLiteral("Tablo-12345(2012).xls")}));
   }
 
   QTemporaryDir folder_;

@@ -9,7 +9,7 @@ namespace {
 
 Result<WriteReport> Write(const LevelTable& table, RecordingSpreadsheet& office) {
   auto workbook = office.Open(QStringLiteral("/t.xls"), Macros::MayRun);
-  return WriteLevelTable(table, true, **workbook, [](int) {});
+  return WriteLevelTable(table, true, **workbook, [](TablePart, int) { return true; });
 }
 
 LevelTable Readings(int count) {

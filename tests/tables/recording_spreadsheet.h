@@ -15,6 +15,7 @@ struct RecordedSheet {
   std::map<std::pair<int, int>, CellValue> cells;  ///< (row, column); only what is not empty
   std::map<std::pair<int, int>, int> colours;
   std::vector<CellRange> underlined;
+  std::vector<CellRange> textBlocks;
   int calls = 0;
 };
 
@@ -77,6 +78,10 @@ class RecordingSpreadsheet : public Spreadsheet {
     Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) override {
       if (border != Border::Bottom || weight != BorderWeight::Medium) return Error{};
       Mine().underlined = ranges;
+      return {};
+    }
+    Status MakeTextBlock(const CellRange& range, double, double) override {
+      Mine().textBlocks.push_back(range);
       return {};
     }
     Status SetFormulaR1C1(int row, int column, const QString& formula) override {

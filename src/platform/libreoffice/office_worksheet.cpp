@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include <com/sun/star/beans/XPropertySet.hpp>
@@ -23,7 +24,9 @@
 #include <com/sun/star/sheet/XUniqueCellFormatRangesSupplier.hpp>
 #include <com/sun/star/table/BorderLine2.hpp>
 #include <com/sun/star/table/BorderLineStyle.hpp>
+#include <com/sun/star/table/XColumnRowRange.hpp>
 #include <com/sun/star/util/NumberFormat.hpp>
+#include <com/sun/star/util/XMergeable.hpp>
 #include <com/sun/star/util/XNumberFormatTypes.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 #include <com/sun/star/util/XReplaceable.hpp>
@@ -195,6 +198,22 @@ Status OfficeWorksheet::SetBorder(const std::vector<CellRange>& ranges, Border b
   line.LineStyle = css::table::BorderLineStyle::SOLID;
   return SetProperty(ranges, BorderProperty(border), Any(line),
                      QStringLiteral("The border could not be drawn"));
+}
+
+Status OfficeWorksheet::MakeTextBlock(const CellRange& range, double heightCm, double points) {
+  return session_->Ask(QStringLiteral("The note's cell could not be laid out"), path_, [&] {
+    const Reference<css::table::XCellRange> cells(
+        sheet_->getCellRangeByPosition(range.firstColumn - 1, range.firstRow - 1, range.lastColumn - 1,
+                                       range.lastRow - 1),
+        css::uno::UNO_SET_THROW);
+    Reference<css::util::XMergeable>(cells, UNO_QUERY_THROW)->merge(true);
+    const Reference<css::beans::XPropertySet> looks(cells, UNO_QUERY_THROW);
+    looks->setPropertyValue(ToOffice("IsTextWrapped"), Any(true));
+    looks->setPropertyValue(ToOffice("CharHeight"), Any(static_cast<float>(points)));
+    const Reference<css::table::XColumnRowRange> lines(cells, UNO_QUERY_THROW);
+    const Reference<css::beans::XPropertySet> row(lines->getRows()->getByIndex(0), UNO_QUERY_THROW);
+    row->setPropertyValue(ToOffice("Height"), Any(static_cast<sal_Int32>(std::lround(heightCm * 1000))));
+  });
 }
 
 Status OfficeWorksheet::SetFormulaR1C1(int row, int column, const QString& formula) {

@@ -22,6 +22,7 @@ class OfficeWorksheet : public Worksheet {
   Status PutBlock(int row, int column, const CellBlock& block) override;
   Status SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) override;
   Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) override;
+  Status MakeTextBlock(const CellRange& range, double heightCm, double points) override;
   Status SetFormulaR1C1(int row, int column, const QString& formula) override;
   Status ReenterFormulas() override;
   [[nodiscard]] int RowLimit() const override { return 65'536; }
