@@ -69,9 +69,11 @@ ReviewGrid WholeYear() {
 class SilentQuestions : public BuildQuestions {
  public:
   void TellWorkbooksAreOpen(const BuildMessage& /*message*/) override {}
-  bool AskForHourlyValues(const BuildMessage& /*message*/) override { return true; }
-  void WarnNotToSwitchSheets(const BuildMessage& /*message*/) override {}
-  void ShowProgress(int /*percent*/) override {}
+  bool AskDespiteNotes(const std::vector<QString>& /*notes*/) override { return true; }
+  bool AskToReplace(const QString& /*path*/, TableOrigin /*origin*/) override { return true; }
+  HourlyAnswer AskForHourlyValues(const BuildMessage& /*message*/) override { return HourlyAnswer::Yes; }
+  bool WarnNotToSwitchSheets(const BuildMessage& /*message*/) override { return true; }
+  bool ShowProgress(BuildStep /*step*/, int /*percent*/) override { return true; }
 };
 
 /// The office that all three ways share.
@@ -79,8 +81,8 @@ class SharedOffice : public Spreadsheet {
  public:
   explicit SharedOffice(std::shared_ptr<OfficeSession> session) : session_(std::move(session)) {}
   bool HasOpenWindow() override { return false; }
-  Result<std::unique_ptr<Workbook>> Open(const QString& path) override {
-    auto workbook = OfficeWorkbook::Load(session_, path);
+  Result<std::unique_ptr<Workbook>> Open(const QString& path, Macros macros) override {
+    auto workbook = OfficeWorkbook::Load(session_, path, macros);
     if (!workbook) return workbook.Failure();
     return std::unique_ptr<Workbook>(std::move(*workbook));
   }
@@ -121,7 +123,7 @@ Reference<css::sheet::XCellRangeData> RangeOf(OfficeWorkbook& book, const Block&
 }
 
 std::vector<Block> ReadBack(const std::shared_ptr<OfficeSession>& session, const QString& path) {
-  auto book = OfficeWorkbook::Load(session, path);
+  auto book = OfficeWorkbook::Load(session, path, Macros::AsTheOfficeSays);
   if (!book) Give(book.Failure());
   std::vector<Block> blocks = BlocksToWrite();
   for (Block& block : blocks) block.cells = RangeOf(**book, block)->getDataArray();
@@ -203,7 +205,7 @@ void WriteBare(const std::shared_ptr<OfficeSession>& session, const QString& pat
   QFile::remove(path);
   if (!QFile::copy(QStringLiteral(VESK_RESOURCES "/Sablon.xls"), path))
     Give({QStringLiteral("no copy"), path, {}});
-  auto book = OfficeWorkbook::Load(session, path);
+  auto book = OfficeWorkbook::Load(session, path, Macros::AsTheOfficeSays);
   if (!book) Give(book.Failure());
   write(**book, blocks);
   format(**book, DayEnds(5, 1), "CharColor", Any(sal_Int32(0xFF0000)));

@@ -1,6 +1,6 @@
 """Reads a finished level table with python3-xlrd, a reader unrelated to the office that wrote it, and prints the
-figures of its daily sheet as CSV; with --hourly those of the hourly sheet. Colours, borders and the macro's work are
-checked on the way, and what is wrong goes to standard error with exit code 1.
+figures of its daily sheet as CSV; with --hourly those of the hourly sheet. Colours, borders, the macro's work and the
+stored result of every formula are checked on the way, and what is wrong goes to standard error with exit code 1.
 
     /usr/bin/python3 tools/check_table.py [--hourly] "Tablo-12345(2011).xls"
 """
@@ -9,6 +9,8 @@ import datetime
 import sys
 
 import xlrd
+
+from formula_cells import check_formulas
 
 RED, LIGHT_BLUE = (255, 0, 0), (0x33, 0x66, 0xFF)
 MEDIUM_LINE = 2
@@ -68,20 +70,6 @@ def daily_rows(book, complaints):
                 yield [date.strftime("%d/%m/%Y"), *(text(cell.value) for cell in cells[1:])]
 
 
-def check_year_sheet(book, complaints):
-    """Every daily mean stands on the year sheet as on the daily sheet, and a day without one stands there blank."""
-    daily, year = book.sheet_by_name("Gunluk"), book.sheet_by_name("Aylik")
-    first_mean_row, lengths = 22, [31, 30, 31, 31, 28, 31, 30, 31, 30, 31, 31, 30]
-    for month, length in enumerate(lengths):
-        for day in range(length):
-            mean = daily.cell_value(FIRST_ROW - 1 + month * BLOCK + day, 8)
-            shown = year.cell_value(first_mean_row + day, 1 + month)
-            if mean != shown:
-                complaints.append(f"Aylik, month {month + 1}, day {day + 1}: {shown!r} for {mean!r}")
-    if not isinstance(year.cell_value(1, 0), str):
-        complaints.append("Aylik: the line of the water year is stored as a number")
-
-
 def main():
     hourly = "--hourly" in sys.argv
     book = xlrd.open_workbook(sys.argv[-1], formatting_info=True)
@@ -90,7 +78,7 @@ def main():
         print(",".join(row))
     if book.sheet_by_name("Aylik").cell_value(20, 3) != "":
         complaints.append("Aylik (21,4) is not empty")
-    check_year_sheet(book, complaints)
+    check_formulas(book, sys.argv[-1], complaints)
     for complaint in complaints:
         print(complaint, file=sys.stderr)
     return 1 if complaints else 0

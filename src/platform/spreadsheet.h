@@ -46,6 +46,9 @@ class Worksheet {
   /// Colour index of the classic 56-colour palette: 3 is red, 41 a light blue.
   virtual Status SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) = 0;
   virtual Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) = 0;
+  /// Joins a range of one row to one cell whose text runs on in further lines, and gives the row its height.
+  /// heightCm: of the row; points: size of the letters.
+  virtual Status MakeTextBlock(const CellRange& range, double heightCm, double points) = 0;
   /// Sets a formula in R1C1 notation; an empty text empties the cell.
   virtual Status SetFormulaR1C1(int row, int column, const QString& formula) = 0;
   /// Enters every formula of the sheet again as it stands. A formula that came out of a .xls file is saved
@@ -71,6 +74,12 @@ class Workbook {
   virtual Status Close() = 0;
 };
 
+/// Whether a workbook's own macros may run.
+enum class Macros {
+  AsTheOfficeSays,  ///< as the settings of the application's user say, and without asking anybody
+  MayRun            ///< only for a workbook that this program has just made of its own template
+};
+
 /// A spreadsheet application: the operator's own, or a private one without a window.
 class Spreadsheet {
  public:
@@ -79,7 +88,7 @@ class Spreadsheet {
   virtual bool HasOpenWindow() = 0;
   /// Opens a workbook, binding to the running application or starting one; one that is open there already is
   /// handed out as it stands.
-  virtual Result<std::unique_ptr<Workbook>> Open(const QString& path) = 0;
+  virtual Result<std::unique_ptr<Workbook>> Open(const QString& path, Macros macros) = 0;
   /// Makes the application visible; nothing to do for the private one.
   virtual Status Show() = 0;
   /// Recalculates all open workbooks.

@@ -93,22 +93,40 @@ void AppendDays(const QString& stationNumber, const LevelTable& table, QByteArra
 /// Answers the build's questions from the options; nobody sits in front of it.
 class UnattendedAnswers : public BuildQuestions {
  public:
-  UnattendedAnswers(bool hourly, QString label) : hourly_(hourly), label_(std::move(label)) {}
+  UnattendedAnswers(bool hourly, bool replace, QString label)
+      : hourly_(hourly), replace_(replace), label_(std::move(label)) {}
   void TellWorkbooksAreOpen(const BuildMessage& message) override { Complain(message.text); }
-  bool AskForHourlyValues(const BuildMessage& /*message*/) override { return hourly_; }
-  void WarnNotToSwitchSheets(const BuildMessage& /*message*/) override {}
-  void ShowProgress(int percent) override {
+  bool AskDespiteNotes(const std::vector<QString>& notes) override {
+    for (const QString& note : notes) Complain(QStringLiteral("%1: %2").arg(label_, note));
+    return true;
+  }
+  bool AskToReplace(const QString& path, TableOrigin origin) override {
+    const QString what = origin == TableOrigin::Changed
+                             ? QStringLiteral("was changed after it was written")
+                             : QStringLiteral("is there, and no record tells that this program wrote it");
+    if (!replace_) Complain(QStringLiteral("%1: %2; it is kept (see --replace)").arg(path, what));
+    return replace_;
+  }
+  HourlyAnswer AskForHourlyValues(const BuildMessage& /*message*/) override {
+    return hourly_ ? HourlyAnswer::Yes : HourlyAnswer::No;
+  }
+  bool WarnNotToSwitchSheets(const BuildMessage& /*message*/) override { return true; }
+  bool ShowProgress(BuildStep /*step*/, int percent) override {
     ShowProgressLine(QStringLiteral("%1: %2 %").arg(label_).arg(percent));
+    return true;
   }
 
  private:
   bool hourly_;
+  bool replace_;
   QString label_;
 };
 
 struct TableOptions {
   QString folder, outFolder, registerPath, templates, templateName;
   bool hourly = false;
+  bool replace = false;
+  LanguageChoice language = LanguageChoice::Turkish;
   ExtremeMode mode = ExtremeMode::Recorded;
 };
 
@@ -117,6 +135,19 @@ QString DefaultTemplates() {
   const QString beside = QCoreApplication::applicationDirPath() + QLatin1Char('/');
   if (QFileInfo::exists(beside + QStringLiteral("Sablon.xls"))) return beside;
   return beside + QStringLiteral("../share/vesk4/");
+}
+
+/// What the table has to say of its readings, in its own language.
+std::vector<QString> NotesOf(const LoadedReadings& loaded, LanguageChoice language) {
+  if (loaded.whole) return {};
+  const bool english = language == LanguageChoice::English;
+  if (loaded.refusedFile.isEmpty()) {
+    return {english ? QStringLiteral("Not whole: a file of this water year is missing.")
+                    : QStringLiteral("Eksik: bu su yılının bir dosyası yok.")};
+  }
+  return {(english ? QStringLiteral("Not whole: %1 is refused; it and the files behind it are missing.")
+                   : QStringLiteral("Eksik: %1 kabul edilmedi; o ve sonraki dosyalar yok."))
+              .arg(loaded.refusedFile)};
 }
 
 /// The exit code that the load asks for, once the table is made.
@@ -133,11 +164,14 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
                          .tableDirectory = options.outFolder,
                          .templateDirectory = options.templates,
                          .templateName = options.templateName,
-                         .afterSave = AfterSave::Close};
-  UnattendedAnswers answers(options.hourly, QStringLiteral("%1 %2").arg(number).arg(choice.waterYear));
+                         .afterSave = AfterSave::Close,
+                         .notes = NotesOf(*loaded, options.language)};
+  UnattendedAnswers answers(options.hourly, options.replace,
+                            QStringLiteral("%1 %2").arg(number).arg(choice.waterYear));
   const auto report = BuildLevelTable(input, office, answers);
   EndProgressLine();
   if (!report) return report.Failure();
+  if (report->end != BuildEnd::Made) return kBatchFailed;
   for (const Error& warning : report->warnings) Complain(warning.Text());
   if (report->hourlyRowsLeftOut > 0) {
     Complain(
@@ -174,10 +208,12 @@ Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
   }
   options.registerPath = parser.value(QStringLiteral("register"));
   options.hourly = parser.isSet(QStringLiteral("hourly"));
+  options.replace = parser.isSet(QStringLiteral("replace"));
   options.mode = ExtremeModeOf(parser.value(QStringLiteral("extremes")));
   Language language;
   if (parser.value(QStringLiteral("language")) == QLatin1String("ENGLISH")) {
     language.FillEnglish();
+    options.language = LanguageChoice::English;
   } else {
     language.FillTurkish();
   }
@@ -195,6 +231,8 @@ void AddTableOptions(QCommandLineParser& parser) {
                     QStringLiteral("D")});
   parser.addOption({QStringLiteral("register"), QStringLiteral("Station register for the stations' names."),
                     QStringLiteral("FILE")});
+  parser.addOption({QStringLiteral("replace"),
+                    QStringLiteral("Replaces a table even if it was changed by hand or not made here.")});
   parser.addOption(
       {QStringLiteral("templates"), QStringLiteral("Folder of the table templates."), QStringLiteral("D")});
 }

@@ -16,6 +16,8 @@
 
 namespace vesk {
 
+struct BuildReport;
+
 class MainFrame;
 class ReviewGridModel;
 struct GraphFileEntry;
@@ -130,6 +132,7 @@ class FormSec : public QWidget {
 
   // Tables and graphs.
   void MakeTable();
+  void TellTableMade(const BuildReport& report);
   void DrawGraph();
   void ChooseRatingCurve();
   void AddGraphEntries();

@@ -11,6 +11,7 @@
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
 #include "review/message_texts.h"
+#include "review/window_build_questions.h"
 #include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
@@ -20,35 +21,15 @@
 namespace vesk {
 namespace {
 
-/// The build's questions, asked by the window; its progress, shown in a bar.
-class WindowBuildQuestions : public BuildQuestions {
- public:
-  WindowBuildQuestions(QWidget& window, ReviewQuestions& questions, QProgressBar& bar)
-      : window_(window), questions_(questions), bar_(bar) {}
-
-  void TellWorkbooksAreOpen(const BuildMessage& message) override {
-    QApplication::beep();
-    questions_.Warn(&window_, message.title, message.text);
-  }
-  bool AskForHourlyValues(const BuildMessage& message) override {
-    return questions_.AskYesNo(&window_, message.title, message.text);
-  }
-  void WarnNotToSwitchSheets(const BuildMessage& message) override {
-    questions_.Warn(&window_, message.title, message.text);
-    bar_.show();
-    busy_.emplace();
-  }
-  void ShowProgress(int percent) override {
-    bar_.setValue(percent);
-    bar_.repaint();
-  }
-
- private:
-  QWidget& window_;
-  ReviewQuestions& questions_;
-  QProgressBar& bar_;
-  std::optional<BusyCursor> busy_;  ///< from the last question on
-};
+/// What a table takes while the option is empty, to be said where it is made.
+QString UnchosenExtremes(const RunValues& run) {
+  if (!run.options.Slot(8).isEmpty()) return {};
+  return Either(run.language,
+                QStringLiteral("Ayarlarda günlük uç değerler seçilmemiş: cihazın kaydettiği en yüksek ve en "
+                               "düşük seviyeler (TF) kullanılır."),
+                QStringLiteral("The options do not say which daily extremes to use: those that the logger "
+                               "recorded (TF) are taken."));
+}
 
 }  // namespace
 
@@ -66,25 +47,34 @@ void FormSec::MakeTable() {
                          .templateName = run_.language.templateName,
                          .afterSave = AfterSaveOf(run_.options.Slot(9))};
   const Result<BuildReport> report = [&] {
-    WindowBuildQuestions asking(*this, *questions_, *c_.ProgressBar1);
+    WindowBuildQuestions asking(*this, *questions_, run_.language, UnchosenExtremes(run_));
     return BuildLevelTable(input, frame_.Office(), asking);
   }();
-  c_.ProgressBar1->hide();
   busy_ = false;
   UpdateCommands();
   if (!report) {
     questions_->Warn(this, run_.language.attentionTitle, ErrorText(report.Failure(), run_.language));
     return;
   }
-  if (report->stoppedByOpenWorkbooks) return;
-  for (const Error& warning : report->warnings) AddMessage(ErrorText(warning, run_.language));
-  if (report->hourlyRowsLeftOut > 0) {
+  if (report->end == BuildEnd::Made) {
+    TellTableMade(*report);
+  } else if (report->end != BuildEnd::WorkbooksAreOpen) {
+    TellStatus(report->end == BuildEnd::Stopped
+                   ? Text(u"Durduruldu; tablo yazılmadı, öncekine dokunulmadı.",
+                          u"Stopped; no table was written, an earlier one is as it was.")
+                   : Text(u"Vazgeçildi; tablo yazılmadı.", u"Cancelled; no table was written."));
+  }
+}
+
+void FormSec::TellTableMade(const BuildReport& report) {
+  for (const Error& warning : report.warnings) AddMessage(ErrorText(warning, run_.language));
+  if (report.hourlyRowsLeftOut > 0) {
     AddMessage(
         Text(u"%1 kayıt saatlik sayfaya sığmadı ve orada yok; günlük sayfa eksiksizdir.",
              u"%1 readings did not fit the hourly sheet and are not on it; the daily sheet is complete.")
-            .arg(report->hourlyRowsLeftOut));
+            .arg(report.hourlyRowsLeftOut));
   }
-  TellStatus(Text(u"Tablo kaydedildi: %1", u"The table is saved: %1").arg(report->path));
+  TellStatus(Text(u"Tablo kaydedildi: %1", u"The table is saved: %1").arg(report.path));
 }
 
 void FormSec::DrawGraph() {

@@ -12,6 +12,14 @@ QString TitleOr(const QString& title) {
   return title.isEmpty() ? QStringLiteral("Vesk4") : title;
 }
 
+/// The button that Escape and the window's close button press, too.
+QPushButton* AddBackOut(QMessageBox& box, const Language& language) {
+  QPushButton* backOut = box.addButton(Either(language, QStringLiteral("Vazgeç"), QStringLiteral("Cancel")),
+                                       QMessageBox::RejectRole);
+  box.setEscapeButton(backOut);
+  return backOut;
+}
+
 }  // namespace
 
 UnsavedAnswer ReviewMessageBoxes::AskAboutUnsavedChanges(QWidget* parent) {
@@ -71,6 +79,37 @@ bool ReviewMessageBoxes::AskToCorrectRecord(QWidget* parent, const QString& text
 
 bool ReviewMessageBoxes::AskYesNo(QWidget* parent, const QString& title, const QString& text) {
   return QMessageBox::question(parent, TitleOr(title), text) == QMessageBox::Yes;
+}
+
+std::optional<bool> ReviewMessageBoxes::AskYesNoOrBackOut(QWidget* parent, const QString& title,
+                                                          const QString& text, const QString& more) {
+  QMessageBox box(QMessageBox::Question, TitleOr(title), text, QMessageBox::Yes | QMessageBox::No, parent);
+  box.setInformativeText(more);
+  AddBackOut(box, language_);
+  box.setDefaultButton(QMessageBox::Yes);
+  box.exec();
+  const QAbstractButton* clicked = box.clickedButton();
+  if (clicked == box.button(QMessageBox::Yes)) return true;
+  if (clicked == box.button(QMessageBox::No)) return false;
+  return {};
+}
+
+bool ReviewMessageBoxes::AskToGoOn(QWidget* parent, const QString& title, const QString& text,
+                                   const QString& goOn) {
+  QMessageBox box(QMessageBox::Warning, TitleOr(title), text, QMessageBox::NoButton, parent);
+  box.setTextFormat(Qt::PlainText);  // it may hold names of files
+  const auto* goesOn = box.addButton(goOn, QMessageBox::AcceptRole);
+  box.setDefaultButton(AddBackOut(box, language_));
+  box.exec();
+  return box.clickedButton() == goesOn;
+}
+
+bool ReviewMessageBoxes::WarnOrBackOut(QWidget* parent, const QString& title, const QString& text) {
+  QMessageBox box(QMessageBox::Critical, TitleOr(title), text, QMessageBox::Ok, parent);
+  AddBackOut(box, language_);
+  box.setDefaultButton(QMessageBox::Ok);
+  box.exec();
+  return box.clickedButton() == box.button(QMessageBox::Ok);
 }
 
 void ReviewMessageBoxes::Tell(QWidget* parent, const QString& title, const QString& text) {

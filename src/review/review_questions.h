@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <optional>
+
 class QWidget;
 
 namespace vesk {
@@ -25,6 +27,13 @@ class ReviewQuestions {
   virtual bool AskToCorrectRecord(QWidget* parent, const QString& text) = 0;
   /// An empty title means the program's own.
   virtual bool AskYesNo(QWidget* parent, const QString& title, const QString& text) = 0;
+  /// Yes or No; nothing when the operator backs out. more: small print below the text; may be empty.
+  virtual std::optional<bool> AskYesNoOrBackOut(QWidget* parent, const QString& title, const QString& text,
+                                                const QString& more) = 0;
+  /// True when the operator goes on at his own risk. goOn: what the button to do so says.
+  virtual bool AskToGoOn(QWidget* parent, const QString& title, const QString& text, const QString& goOn) = 0;
+  /// As Warn, with a way out; false when it is taken.
+  virtual bool WarnOrBackOut(QWidget* parent, const QString& title, const QString& text) = 0;
   virtual void Tell(QWidget* parent, const QString& title, const QString& text) = 0;
   /// As Tell, with the critical icon.
   virtual void Warn(QWidget* parent, const QString& title, const QString& text) = 0;
@@ -39,6 +48,10 @@ class ReviewMessageBoxes : public ReviewQuestions {
   bool AskToTakeOver(QWidget* parent, const QString& text) override;
   bool AskToCorrectRecord(QWidget* parent, const QString& text) override;
   bool AskYesNo(QWidget* parent, const QString& title, const QString& text) override;
+  std::optional<bool> AskYesNoOrBackOut(QWidget* parent, const QString& title, const QString& text,
+                                        const QString& more) override;
+  bool AskToGoOn(QWidget* parent, const QString& title, const QString& text, const QString& goOn) override;
+  bool WarnOrBackOut(QWidget* parent, const QString& title, const QString& text) override;
   void Tell(QWidget* parent, const QString& title, const QString& text) override;
   void Warn(QWidget* parent, const QString& title, const QString& text) override;
 

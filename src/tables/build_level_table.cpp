@@ -12,6 +12,7 @@
 
 #include "platform/whole_file.h"
 #include "tables/level_table_workbook.h"
+#include "tables/table_record.h"
 
 namespace vesk {
 namespace {
@@ -19,6 +20,11 @@ namespace {
 constexpr int kOpened = 10;  // progress, percent, once the workbook is open
 constexpr int kWritten = 80;
 constexpr int kCalculated = 90;
+constexpr int kSaved = 98;
+
+QString NotPlaced() {
+  return QStringLiteral("The level table could not be put in its place");
+}
 
 BuildMessage WorkbooksAreOpen() {
   return {
@@ -77,23 +83,42 @@ class TableBuild {
     SweepForsakenFolders(input.tableDirectory);
   }
 
-  Result<BuildReport> Run(bool withHourly) {
+  /// before: the table file as it was when the operator was asked about it.
+  Result<BuildReport> Run(bool withHourly, const TableFound& before) {
     report_.withHourlyValues = withHourly;
-    Status done = CopyTemplate();
-    if (done) done = OpenCopy();
-    if (done) done = Fill();
-    if (done) done = Calculate();
-    if (done) done = SaveWhole();
-    if (!done) {
-      if (workbook_) (void)workbook_->Close();
-      return UnderItsName(done.Failure());
+    before_ = before;
+    using Step = Status (TableBuild::*)();
+    for (const Step step : {&TableBuild::CopyTemplate, &TableBuild::OpenCopy, &TableBuild::Fill,
+                            &TableBuild::Calculate, &TableBuild::SaveCopy, &TableBuild::PutInPlace}) {
+      const Status done = (this->*step)();
+      if (!done) {
+        GiveUp();
+        return UnderItsName(done.Failure());
+      }
+      if (report_.end == BuildEnd::Stopped) {
+        GiveUp();
+        return report_;
+      }
     }
     HandOver();
-    questions_.ShowProgress(100);
+    (void)questions_.ShowProgress(BuildStep::Done, 100);
     return report_;
   }
 
  private:
+  /// False when the operator wants no more of it.
+  bool GoesOn(BuildStep step, int percent) {
+    if (questions_.ShowProgress(step, percent)) return true;
+    report_.end = BuildEnd::Stopped;
+    return false;
+  }
+
+  void GiveUp() {
+    if (workbook_) (void)workbook_->Close();
+    workbook_.reset();
+    if (input_.afterSave == AfterSave::Quit) (void)spreadsheet_.Quit();
+  }
+
   Status CopyTemplate() {
     const Result<QString> source = FindTemplate(input_);
     if (!source) return source.Failure();
@@ -116,22 +141,25 @@ class TableBuild {
   }
 
   Status OpenCopy() {
-    auto opened = spreadsheet_.Open(copy_);
+    if (!GoesOn(BuildStep::Opening, 0)) return {};
+    auto opened = spreadsheet_.Open(copy_, Macros::MayRun);
     if (!opened) return opened.Failure();
     workbook_ = std::move(*opened);
     Forgive(spreadsheet_.Show());
     Forgive(workbook_->ShowWindow());
-    questions_.ShowProgress(kOpened);
     return {};
   }
 
   Status Fill() {
     const QString title = input_.stationNumber + QStringLiteral(" - ") + input_.stationName;
-    const LevelTable table =
+    LevelTable table =
         ComputeLevelTable(input_.grid, input_.waterYear, input_.extremeMode, title, report_.withHourlyValues);
-    auto written = WriteLevelTable(table, report_.withHourlyValues, *workbook_, [this](int percent) {
-      questions_.ShowProgress(kOpened + percent * (kWritten - kOpened) / 100);
-    });
+    table.note = QStringList(input_.notes.begin(), input_.notes.end()).join(QStringLiteral(" • "));
+    const auto progress = [this](TablePart part, int percent) {
+      return GoesOn(part == TablePart::Hourly ? BuildStep::HourlySheet : BuildStep::DailySheet,
+                    kOpened + percent * (kWritten - kOpened) / 100);
+    };
+    auto written = WriteLevelTable(table, report_.withHourlyValues, *workbook_, progress);
     if (!written) return written.Failure();
     report_.hourlyRowsLeftOut = written->hourlyRowsLeftOut;
     for (const Error& warning : written->warnings) Forgive(warning);
@@ -141,6 +169,7 @@ class TableBuild {
   /// The template's own part. Nothing of it holds a figure of ours, so a failing step is told and passed
   /// over.
   Status Calculate() {
+    if (!GoesOn(BuildStep::Calculating, kWritten)) return {};
     Forgive(workbook_->RunMacro(QStringLiteral("BosHucreleriSil")));
     auto monthly = workbook_->Sheet(QStringLiteral("Aylik"));
     if (auto daily = workbook_->Sheet(QStringLiteral("Gunluk"))) Forgive((*daily)->ReenterFormulas());
@@ -153,7 +182,6 @@ class TableBuild {
       Forgive(monthly.Failure());
     }
     SelectDailySheet(*workbook_);
-    questions_.ShowProgress(kCalculated);
     return {};
   }
 
@@ -162,22 +190,32 @@ class TableBuild {
     Forgive(daily ? (*daily)->Select() : Status(daily.Failure()));
   }
 
-  Status SaveWhole() {
-    const QString what = QStringLiteral("The level table could not be put in its place");
+  Status SaveCopy() {
+    if (!GoesOn(BuildStep::Saving, kCalculated)) return {};
     if (Status saved = workbook_->Save(); !saved) return saved;
-    if (Status synced = SyncToDisk(copy_, what); !synced)
+    if (Status synced = SyncToDisk(copy_, NotPlaced()); !synced)
       return synced;  // or a power cut could leave it empty
+    (void)GoesOn(BuildStep::Saving, kSaved);
+    return {};
+  }
+
+  Status PutInPlace() {
+    if (const TableFound now = LookAtTable(report_.path);
+        now.origin != TableOrigin::Own && now.digest != before_.digest) {
+      return Error{NotPlaced(), report_.path, QStringLiteral("it was changed while the new one was made")};
+    }
+    Forgive(RememberTable(copy_, report_.path));
     std::error_code failed;
     std::filesystem::rename(NativePath(copy_), NativePath(report_.path), failed);
     if (!failed) return {};
-    return Error{what, report_.path, QString::fromStdString(failed.message())};
+    return Error{NotPlaced(), report_.path, QString::fromStdString(failed.message())};
   }
 
   /// The finished table is opened under its own name before the window of its making goes away.
   void HandOver() {
     std::unique_ptr<Workbook> finished;
     if (input_.afterSave == AfterSave::LeaveOpen) {
-      auto opened = spreadsheet_.Open(report_.path);
+      auto opened = spreadsheet_.Open(report_.path, Macros::AsTheOfficeSays);
       if (opened) {
         finished = std::move(*opened);
         Forgive(finished->ShowWindow());
@@ -206,6 +244,7 @@ class TableBuild {
   BuildQuestions& questions_;
   const QString fileName_;
   QTemporaryDir folder_;
+  TableFound before_;
   QString copy_;
   std::unique_ptr<Workbook> workbook_;
   BuildReport report_;
@@ -223,16 +262,25 @@ QString TableFileName(const QString& stationNumber, int waterYear) {
 
 Result<BuildReport> BuildLevelTable(const BuildInput& input, Spreadsheet& spreadsheet,
                                     BuildQuestions& questions) {
+  BuildReport unmade;
+  unmade.path = QDir(input.tableDirectory).filePath(TableFileName(input.stationNumber, input.waterYear));
+  unmade.end = BuildEnd::BackedOut;
   if (spreadsheet.HasOpenWindow()) {
     questions.TellWorkbooksAreOpen(WorkbooksAreOpen());
-    BuildReport report;
-    report.stoppedByOpenWorkbooks = true;
-    return report;
+    unmade.end = BuildEnd::WorkbooksAreOpen;
+    return unmade;
   }
-  const bool withHourly = questions.AskForHourlyValues(HourlyQuestion());
-  questions.WarnNotToSwitchSheets(DoNotSwitchSheets());
-  questions.ShowProgress(0);
-  return TableBuild(input, spreadsheet, questions).Run(withHourly);
+  if (!input.notes.empty() && !questions.AskDespiteNotes(input.notes)) return unmade;
+  const TableFound before = LookAtTable(unmade.path);
+  const bool foreign = before.origin == TableOrigin::Changed || before.origin == TableOrigin::Unknown;
+  if (foreign && !questions.AskToReplace(unmade.path, before.origin)) {
+    unmade.end = BuildEnd::KeptOther;
+    return unmade;
+  }
+  const HourlyAnswer hourly = questions.AskForHourlyValues(HourlyQuestion());
+  if (hourly == HourlyAnswer::BackOut) return unmade;
+  if (!questions.WarnNotToSwitchSheets(DoNotSwitchSheets())) return unmade;
+  return TableBuild(input, spreadsheet, questions).Run(hourly == HourlyAnswer::Yes, before);
 }
 
 }  // namespace vesk

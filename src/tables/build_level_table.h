@@ -10,6 +10,7 @@
 #include "platform/spreadsheet.h"
 #include "review/review_grid.h"
 #include "tables/level_table.h"
+#include "tables/table_record.h"
 
 namespace vesk {
 
@@ -33,6 +34,10 @@ struct BuildInput {
   QString templateDirectory;  ///< where the template lies: the program folder
   QString templateName;       ///< of the current language: "Sablon.xls" or "Sablon_E.xls"
   AfterSave afterSave = AfterSave::LeaveOpen;
+  /// What a reader must know of the readings (a file is missing, a record contradicts a correction), each a
+  /// short sentence in the table's language, the weightiest first. They are asked about before anything is
+  /// written and stand on the sheets.
+  std::vector<QString> notes = {};
 };
 
 /// A message box of the build. An empty title means the program's own.
@@ -41,24 +46,42 @@ struct BuildMessage {
   QString title;
 };
 
+enum class HourlyAnswer { Yes, No, BackOut };
+
+/// What the build is at, in this order; without hourly values one is left out.
+enum class BuildStep { Opening, HourlySheet, DailySheet, Calculating, Saving, Done };
+
 /// What the build asks and tells on its way. A window answers with message boxes, the command line by its
-/// options.
+/// options. Nothing is written before the last question is answered, and each can be answered with no table.
 class BuildQuestions {
  public:
   virtual ~BuildQuestions() = default;
   /// Spreadsheet windows are open, so nothing is built: critical icon, OK button, a beep.
   virtual void TellWorkbooksAreOpen(const BuildMessage& message) = 0;
-  /// Yes or No: shall the hourly sheet be filled?
-  virtual bool AskForHourlyValues(const BuildMessage& message) = 0;
-  /// Not to switch sheets while the build runs: critical icon, OK button.
-  virtual void WarnNotToSwitchSheets(const BuildMessage& message) = 0;
-  /// percent: 0 to 100, never falling.
-  virtual void ShowProgress(int percent) = 0;
+  /// True to make a table of such readings all the same. Asked only where there are notes.
+  virtual bool AskDespiteNotes(const std::vector<QString>& notes) = 0;
+  /// True to replace a table that is Changed or Unknown. Asked only about such a one.
+  virtual bool AskToReplace(const QString& path, TableOrigin origin) = 0;
+  /// Shall the hourly sheet be filled?
+  virtual HourlyAnswer AskForHourlyValues(const BuildMessage& message) = 0;
+  /// Not to switch sheets while the build runs: critical icon, OK button. False to back out.
+  virtual bool WarnNotToSwitchSheets(const BuildMessage& message) = 0;
+  /// Called before each step and as it goes on. percent: 0 to 100, never falling. False stops the build; the
+  /// step Done cannot be stopped any more.
+  virtual bool ShowProgress(BuildStep step, int percent) = 0;
+};
+
+enum class BuildEnd {
+  Made,
+  WorkbooksAreOpen,  ///< the operator was told; nothing was written
+  BackedOut,         ///< at a question; nothing was written
+  KeptOther,         ///< the same, at the one about replacing a table
+  Stopped            ///< on the way; the table of before is there, unchanged
 };
 
 struct BuildReport {
-  bool stoppedByOpenWorkbooks = false;  ///< the operator was told; nothing was written
-  QString path;                         ///< the finished table file
+  BuildEnd end = BuildEnd::Made;
+  QString path;  ///< the finished table file
   bool withHourlyValues = false;
   int hourlyRowsLeftOut = 0;    ///< readings beyond the last row of the hourly sheet
   std::vector<Error> warnings;  ///< steps that failed without harming a figure
@@ -67,7 +90,8 @@ struct BuildReport {
 /// "Tablo-12345(2011).xls"
 QString TableFileName(const QString& stationNumber, int waterYear);
 
-/// Runs the build from start to end. On failure the table file of an earlier build is still there, unchanged,
+/// Runs the build from start to end. A table that somebody changes while the new one is made is never
+/// replaced: that is a failure. On failure the table file of an earlier build is still there, unchanged,
 /// and no half table is left; the error names the file and the reason.
 Result<BuildReport> BuildLevelTable(const BuildInput& input, Spreadsheet& spreadsheet,
                                     BuildQuestions& questions);

@@ -56,6 +56,7 @@ struct LevelTable {
   std::vector<HourlyRecord> records;
   std::vector<int> missingExtremesRows;  ///< hourly sheet rows under which a day ended without extremes
   std::vector<DayRecord> days;           ///< in grid order
+  QString note;  ///< what a reader must know of the readings; empty when there is nothing
 };
 
 inline constexpr int kFirstHourlyRow = 5;

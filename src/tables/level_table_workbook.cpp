@@ -13,9 +13,15 @@ constexpr int kRed = 3;         // font colour of a maximum
 constexpr int kLightBlue = 41;  // font colour of a minimum
 constexpr int kHourlyColumns = 9;
 constexpr int kRecordColumn = 6;
-constexpr int kRowsAtOnce = 10'000;  // of the hourly sheet; keeps the progress moving and each call short
+constexpr int kRowsAtOnce = 5'000;  // of the hourly sheet; keeps the progress moving and each call short
 constexpr int kMaximumColumn = 2;
 constexpr int kMinimumColumn = 6;
+constexpr CellRange kNoteCells{1, 6, 1, 9};  // beside the title, on every printed page
+constexpr double kNoteHeightCm = 0.95;       // two lines of title, three of note; two months still fit a page
+constexpr double kNotePoints = 7;
+constexpr double kTitlePoints = 11;
+constexpr qsizetype kLongestNote = 8'000;  // letters; a cell holds 32,767
+constexpr int kHourlyShare = 90;           // percent
 
 QString NoExtremesNote() {
   return QStringLiteral("Cihaz Bu Günün Sonunda Çalışır Durumda Olmadığı İçin EXTREMLER KAYDEDİLEMEMİŞTİR.");
@@ -47,6 +53,19 @@ CellRange WholeRow(int row) {
   return {row, 1, row, kHourlyColumns};
 }
 
+/// The note beside the title, which then has to do with the columns before it.
+Status WriteNote(const QString& note, const CellRange& title, Worksheet& sheet, WriteReport& report) {
+  if (note.isEmpty()) return {};
+  const QString text = note.size() > kLongestNote ? note.left(kLongestNote) + QChar(0x2026) : note;
+  if (Status done = sheet.PutValue(kNoteCells.firstRow, kNoteCells.firstColumn, text); !done) return done;
+  for (const Status& step : {sheet.MakeTextBlock(kNoteCells, kNoteHeightCm, kNotePoints),
+                             sheet.MakeTextBlock(title, kNoteHeightCm, kTitlePoints),
+                             sheet.SetFontColourIndex({kNoteCells}, kRed)}) {
+    if (!step) report.warnings.push_back(step.Failure());
+  }
+  return {};
+}
+
 /// Fills the hourly sheet.
 class HourlyWriter {
  public:
@@ -57,11 +76,14 @@ class HourlyWriter {
     CollectBesideReadings();
     if (Status done = sheet_.PutValue(1, 3, table_.title); !done) return done;
     if (Status done = sheet_.PutValue(2, 3, static_cast<double>(table_.waterYear)); !done) return done;
+    if (Status done = WriteNote(table_.note, {1, 3, 1, 5}, sheet_, report_); !done) return done;
     for (int first = kFirstHourlyRow; first <= lastRow_; first += kRowsAtOnce) {
       const int last = std::min(lastRow_, first + kRowsAtOnce - 1);
       if (Status done = sheet_.PutBlock(first, 1, Block(first, last)); !done) return done;
       Forgive(sheet_.SelectCell(last, 1));  // the sheet follows the writing
-      progress(static_cast<int>(100LL * (last - kFirstHourlyRow + 1) / (lastRow_ - kFirstHourlyRow + 1)));
+      const int rows = lastRow_ - kFirstHourlyRow + 1;
+      const auto percent = static_cast<int>(1LL * kHourlyShare * (last - kFirstHourlyRow + 1) / rows);
+      if (!progress(TablePart::Hourly, percent)) return {};
     }
     if (Status done = WriteAboveReadings(); !done) return done;
     Format();
@@ -167,7 +189,7 @@ Row MinimumCells(const DayRecord& day) {
   return cells;
 }
 
-Status WriteDaily(const LevelTable& table, Worksheet& sheet) {
+Status WriteDaily(const LevelTable& table, Worksheet& sheet, WriteReport& report) {
   std::map<int, Row> maxima;
   std::map<int, Row> minima;
   for (const DayRecord& day : table.days) {
@@ -176,6 +198,7 @@ Status WriteDaily(const LevelTable& table, Worksheet& sheet) {
   }
   if (Status done = sheet.PutValue(1, 4, table.title); !done) return done;
   if (Status done = sheet.PutValue(1, 1, static_cast<double>(table.waterYear)); !done) return done;
+  if (Status done = WriteNote(table.note, {1, 4, 1, 5}, sheet, report); !done) return done;
   if (Status done = PutRuns(sheet, kMaximumColumn, maxima); !done) return done;
   return PutRuns(sheet, kMinimumColumn, minima);
 }
@@ -185,6 +208,10 @@ Status WriteDaily(const LevelTable& table, Worksheet& sheet) {
 Result<WriteReport> WriteLevelTable(const LevelTable& table, bool withHourly, Workbook& workbook,
                                     const WriteProgress& progress) {
   WriteReport report;
+  const auto goesOn = [&](TablePart part, int percent) {
+    report.stopped = report.stopped || !progress(part, percent);
+    return !report.stopped;
+  };
   auto daily = workbook.Sheet(QStringLiteral("Gunluk"));
   if (!daily) return daily.Failure();
   Status selected = (*daily)->Select();
@@ -192,14 +219,16 @@ Result<WriteReport> WriteLevelTable(const LevelTable& table, bool withHourly, Wo
     auto hourly = workbook.Sheet(QStringLiteral("Saatlik"));
     if (hourly) {
       selected = (*hourly)->Select();
-      if (Status done = HourlyWriter(table, **hourly, report).Write(progress); !done) return done.Failure();
+      if (!goesOn(TablePart::Hourly, 0)) return report;
+      if (Status done = HourlyWriter(table, **hourly, report).Write(goesOn); !done) return done.Failure();
     } else {
       report.warnings.push_back(hourly.Failure());
     }
   }
   if (!selected) report.warnings.push_back(selected.Failure());
-  if (Status done = WriteDaily(table, **daily); !done) return done.Failure();
-  progress(100);
+  if (report.stopped || !goesOn(TablePart::Daily, withHourly ? kHourlyShare : 0)) return report;
+  if (Status done = WriteDaily(table, **daily, report); !done) return done.Failure();
+  goesOn(TablePart::Daily, 100);
   return report;
 }
 

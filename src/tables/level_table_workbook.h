@@ -13,16 +13,21 @@
 
 namespace vesk {
 
-/// Called with the share of the work done, 0 to 100.
-using WriteProgress = std::function<void(int percent)>;
+enum class TablePart { Hourly, Daily };
+
+/// Called before a part is begun and as it goes on, with the share of all the work done, 0 to 100. False: to
+/// write no further.
+using WriteProgress = std::function<bool(TablePart part, int percent)>;
 
 struct WriteReport {
+  bool stopped = false;         ///< by the progress; the workbook is half filled
   int hourlyRowsLeftOut = 0;    ///< readings that the hourly sheet has no row for
   std::vector<Error> warnings;  ///< what is missing without harm to a figure: a sheet, a colour, a border
 };
 
 /// Fills the sheets "Saatlik" (only withHourly) and "Gunluk"; the last one selected is the one filled for the
-/// operator to watch. Fails when the daily sheet is missing or a cell cannot be written.
+/// operator to watch. A note stands in row 1 of each, from column 6 on. Fails when the daily sheet is missing
+/// or a cell cannot be written.
 Result<WriteReport> WriteLevelTable(const LevelTable& table, bool withHourly, Workbook& workbook,
                                     const WriteProgress& progress);
 

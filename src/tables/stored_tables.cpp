@@ -28,7 +28,7 @@ Status OpenStoredTable(Spreadsheet& office, const QString& path) {
   if (!QFileInfo(path).isFile()) {
     return Error{QStringLiteral("The workbook could not be opened"), path, QStringLiteral("No such file")};
   }
-  Result<std::unique_ptr<Workbook>> workbook = office.Open(path);
+  Result<std::unique_ptr<Workbook>> workbook = office.Open(path, Macros::AsTheOfficeSays);
   if (!workbook) return workbook.Failure();
   static_cast<void>(office.Show());  // a step that fails here leaves the workbook open all the same
   static_cast<void>(workbook.Value()->ShowWindow());

@@ -26,7 +26,8 @@ bool MoveToDesktopTrash(const QString& path);
 Result<Removal> RemoveStoredTable(const QString& path, const TrashFunction& trash = MoveToDesktopTrash);
 
 /// Opens a workbook before the operator's eyes, on its daily sheet. Only a workbook that cannot be opened is
-/// a failure: one without that sheet stays on the sheet it was saved on.
+/// a failure: one without that sheet stays on the sheet it was saved on. Its macros run only where the
+/// office's own settings let them: anybody can put a file into the folder.
 Status OpenStoredTable(Spreadsheet& office, const QString& path);
 
 }  // namespace vesk

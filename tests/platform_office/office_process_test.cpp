@@ -46,12 +46,12 @@ class OfficeProcess : public testing::Test {
 TEST_F(OfficeProcess, IsKeptOverWorkbooksAndEndsWithQuit) {
   EXPECT_FALSE(office_->HasOpenWindow());
   EXPECT_TRUE(OfficesOfThisProcess().empty());
-  auto missing = office_->Open(folder_.filePath(QStringLiteral("none.xls")));
+  auto missing = office_->Open(folder_.filePath(QStringLiteral("none.xls")), Macros::AsTheOfficeSays);
   ASSERT_FALSE(missing.Ok());
   EXPECT_TRUE(missing.Failure().path.endsWith(QLatin1String("none.xls")));
   const std::vector<int> first = OfficesOfThisProcess();
   EXPECT_EQ(first.size(), 1U);
-  auto workbook = office_->Open(path_);
+  auto workbook = office_->Open(path_, Macros::AsTheOfficeSays);
   ASSERT_TRUE(workbook.Ok()) << workbook.Failure().Text().toStdString();
   EXPECT_EQ((*workbook)->Sheet(QStringLiteral("Yok")).Failure().reason, QStringLiteral("Yok"));
   EXPECT_FALSE((*workbook)->RunMacro(QStringLiteral("Yok")).Ok());
@@ -59,7 +59,7 @@ TEST_F(OfficeProcess, IsKeptOverWorkbooksAndEndsWithQuit) {
   EXPECT_EQ(OfficesOfThisProcess(), first);
   EXPECT_TRUE(office_->Quit().Ok());
   EXPECT_TRUE(OfficesOfThisProcess().empty());
-  EXPECT_TRUE(office_->Open(path_).Ok()) << "starts again when it is needed";
+  EXPECT_TRUE(office_->Open(path_, Macros::AsTheOfficeSays).Ok()) << "starts again when it is needed";
 }
 
 class OfficeAccident : public OfficeProcess,
@@ -67,7 +67,7 @@ class OfficeAccident : public OfficeProcess,
 
 TEST_P(OfficeAccident, EndsTheCallWithAnErrorAndTheNextWorkbookOpens) {
   const auto& [signal, reason] = GetParam();
-  auto workbook = office_->Open(path_);
+  auto workbook = office_->Open(path_, Macros::AsTheOfficeSays);
   ASSERT_TRUE(workbook.Ok()) << workbook.Failure().Text().toStdString();
   auto sheet = (*workbook)->Sheet(QStringLiteral("Saatlik"));
   ASSERT_TRUE(sheet.Ok());
@@ -83,13 +83,14 @@ TEST_P(OfficeAccident, EndsTheCallWithAnErrorAndTheNextWorkbookOpens) {
   EXPECT_FALSE((*workbook)->Save().Ok());
   EXPECT_FALSE((*workbook)->Close().Ok());
 
-  auto locked = office_->Open(path_);  // the killed office could not take its lock away
+  auto locked =
+      office_->Open(path_, Macros::AsTheOfficeSays);  // the killed office could not take its lock away
   ASSERT_FALSE(locked.Ok());
   EXPECT_TRUE(locked.Failure().path.contains(QLatin1String(".~lock.a.xls#")))
       << locked.Failure().Text().toStdString();
   const QString other = folder_.filePath(QStringLiteral("b.xls"));
   ASSERT_TRUE(QFile::copy(path_, other));
-  auto again = office_->Open(other);
+  auto again = office_->Open(other, Macros::AsTheOfficeSays);
   EXPECT_TRUE(again.Ok()) << again.Failure().Text().toStdString();
 }
 

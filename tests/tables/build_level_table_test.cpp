@@ -26,13 +26,16 @@ class BuildLevelTableTest : public testing::Test {
     QFile file(table_);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
   }
+  /// But for the record beside the table, which stays once there was one.
   [[nodiscard]] QStringList DataFolder() const {
-    return QDir(data_.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    QStringList files = QDir(data_.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    files.removeAll(QFileInfo(TableRecordPath(table_)).fileName());
+    return files;
   }
 
   Result<BuildReport> Build(AfterSave afterSave, RecordingSpreadsheet& office) {
     return BuildLevelTable({grid_, QStringLiteral("12345"), QStringLiteral("Ad"), 2011, ExtremeMode::Recorded,
-                            data_.path(), templates_.path(), QStringLiteral("Sablon.xls"), afterSave},
+                            data_.path(), templates_.path(), QStringLiteral("Sablon.xls"), afterSave, notes_},
                            office, questions_);
   }
   Result<BuildReport> Build(AfterSave afterSave = AfterSave::Close) { return Build(afterSave, office_); }
@@ -53,6 +56,7 @@ class BuildLevelTableTest : public testing::Test {
   QTemporaryDir data_, templates_;
   QString template_ = templates_.filePath(QStringLiteral("SABLON.XLS"));
   QString table_ = data_.filePath(QStringLiteral("Tablo-12345(2011).xls"));
+  std::vector<QString> notes_;
   ReviewGrid grid_;
   RecordingSpreadsheet office_;
   PlainAnswers questions_;
@@ -62,7 +66,7 @@ TEST_F(BuildLevelTableTest, OpenWorkbooksStopItBeforeAnythingIsWritten) {
   office_.windowIsOpen = true;
   const auto report = Build();
   ASSERT_TRUE(report.Ok());
-  EXPECT_TRUE(report->stoppedByOpenWorkbooks);
+  EXPECT_EQ(report->end, BuildEnd::WorkbooksAreOpen);
   EXPECT_EQ(questions_.said.toStdString(),
             "D İ K K A T|Öncelikle açık olan tüm EXCEL dosyalarını\nkapatmanız gerekmektedir (kaydederek "
             "veya kaydetmeden)\n");
@@ -79,11 +83,14 @@ TEST_F(BuildLevelTableTest, AsksThenRunsItsStepsInOrder) {
                 {AfterSaveOf(QStringLiteral("1")), "close copy\nquit\n"}};
   for (const auto& row : kCases) {
     office_.steps.clear();
+    office_.macrosMayRun.clear();
     questions_.said.clear();
     const auto report = Build(row.afterSave);
     ASSERT_TRUE(report.Ok());
     EXPECT_TRUE(report->warnings.empty());
     EXPECT_EQ(report->path, table_);
+    ASSERT_EQ(office_.macrosMayRun.size(), 1) << "the finished table is one that anybody can have changed";
+    EXPECT_NE(office_.macrosMayRun.front(), table_);
     EXPECT_EQ(questions_.said.toStdString(),
               "|Saatlik Değerler Tabloya Dahil Edilsin mi?\n"
               "|Excel tablosu oluşturulurken, lütfen sayfalar arasında geçiş yapmayınız. Aksi taktirde "
@@ -159,6 +166,130 @@ TEST_F(BuildLevelTableTest, WithoutHourlyValuesOnlyTheDailySheetIsFilled) {
   EXPECT_EQ(office_.sheets[QStringLiteral("Saatlik")].calls, 0);
   EXPECT_EQ(office_.At("Gunluk", 1, 4), CellValue(QStringLiteral("12345 - Ad")));
   EXPECT_EQ(office_.At("Gunluk", 1, 1), CellValue(2011.0));
+}
+
+TEST_F(BuildLevelTableTest, NotesAreAskedAboutFirstAndStandOnTheSheets) {
+  notes_ = {QStringLiteral("001-12345-010203.txt yok"),
+            QStringLiteral("12/01/2011: kayıt 30, düzeltilmiş 572")};
+  const QString joined = notes_[0] + QStringLiteral(" • ") + notes_[1];
+  ASSERT_TRUE(Build().Ok());
+  EXPECT_TRUE(
+      questions_.said.startsWith(QStringLiteral("note|%1\nnote|%2\n|Saatlik").arg(notes_[0], notes_[1])))
+      << questions_.said.toStdString();
+  for (const char* sheet : {"Saatlik", "Gunluk"}) {
+    EXPECT_EQ(office_.At(sheet, 1, 6), CellValue(joined)) << sheet;
+    EXPECT_EQ(office_.sheets[QLatin1String(sheet)].textBlocks.size(), 2U) << "the note and the title";
+    EXPECT_EQ(office_.sheets[QLatin1String(sheet)].colours.at({1, 6}), 3);
+  }
+  notes_.clear();
+  office_.sheets[QStringLiteral("Gunluk")] = {};
+  ASSERT_TRUE(Build().Ok());
+  EXPECT_EQ(office_.At("Gunluk", 1, 6), CellValue());
+  EXPECT_TRUE(office_.sheets[QStringLiteral("Gunluk")].textBlocks.empty());
+}
+
+TEST_F(BuildLevelTableTest, EachQuestionCanBeAnsweredWithNoTable) {
+  notes_ = {QStringLiteral("a file is missing")};
+  Write(table_, "by hand");
+  const struct {
+    bool PlainAnswers::*answer;
+    BuildEnd end;
+  } kCases[] = {{&PlainAnswers::despiteNotes, BuildEnd::BackedOut},
+                {&PlainAnswers::replace, BuildEnd::KeptOther},
+                {&PlainAnswers::goOn, BuildEnd::BackedOut}};
+  for (const auto& row : kCases) {
+    questions_.*row.answer = false;
+    const auto report = Build();
+    ASSERT_TRUE(report.Ok());
+    EXPECT_EQ(report->end, row.end);
+    questions_.*row.answer = true;
+  }
+  questions_.hourlyAnswer = HourlyAnswer::BackOut;
+  EXPECT_EQ(Build()->end, BuildEnd::BackedOut);
+  EXPECT_TRUE(office_.steps.isEmpty());
+  EXPECT_EQ(TableContent(), "by hand");
+  EXPECT_FALSE(QFile::exists(TableRecordPath(table_)));
+}
+
+TEST_F(BuildLevelTableTest, IsAskedOnlyAboutATableThatIsNotAsItWasWritten) {
+  const auto asked = [this] {
+    questions_.said.clear();
+    EXPECT_TRUE(Build().Ok());
+    return questions_.said.section(QLatin1Char('|'), 0, 0).toStdString();
+  };
+  Write(table_, "from elsewhere");
+  EXPECT_EQ(asked(), "unknown");
+  EXPECT_EQ(asked(), "") << "its own";
+  Write(table_, "by hand");
+  EXPECT_EQ(asked(), "changed");
+  ASSERT_TRUE(QFile::remove(table_));
+  EXPECT_EQ(asked(), "") << "none there";
+  Write(TableRecordPath(table_), "torn");
+  EXPECT_EQ(asked(), "changed");
+  EXPECT_EQ(asked(), "") << "the torn line harms no other";
+}
+
+TEST_F(BuildLevelTableTest, KilledBeforeOrAfterTheTableTakesItsPlaceAsksNothing) {
+  ASSERT_TRUE(Build().Ok());  // content "saved"
+  const QString next = data_.filePath(QStringLiteral("next"));
+  Write(next, "next");
+  ASSERT_TRUE(RememberTable(next, table_).Ok());
+  EXPECT_EQ(LookAtTable(table_).origin, TableOrigin::Own) << "the old one still lies there";
+  ASSERT_TRUE(QFile::remove(table_) && QFile::rename(next, table_));
+  EXPECT_EQ(LookAtTable(table_).origin, TableOrigin::Own);
+}
+
+TEST_F(BuildLevelTableTest, ALongRecordIsCutAndStillKnowsTheLastTables) {
+  ASSERT_TRUE(Build().Ok());
+  QFile record(TableRecordPath(table_));
+  ASSERT_TRUE(record.open(QIODevice::ReadWrite));
+  const QByteArray line = record.readAll();
+  record.seek(0);
+  for (int i = 0; i < 1000; ++i) record.write(QByteArray(64, 'a') + "  Tablo\n");
+  record.write(line);
+  record.close();
+  ASSERT_GT(record.size(), 64 * 1024);
+  Write(data_.filePath(QStringLiteral("next")), "next");
+  ASSERT_TRUE(RememberTable(data_.filePath(QStringLiteral("next")), table_).Ok());
+  EXPECT_LT(record.size(), 8 * 1024);
+  EXPECT_EQ(LookAtTable(table_).origin, TableOrigin::Own);
+}
+
+TEST_F(BuildLevelTableTest, ATableChangedWhileTheNewOneIsMadeIsKept) {
+  for (const char* before : {"none", "old"}) {
+    if (*before == 'o') Write(table_, before);
+    questions_.progress = [this](BuildStep step, int) {
+      if (step == BuildStep::Calculating) Write(table_, "by hand");
+      return true;
+    };
+    const auto report = Build();
+    ASSERT_FALSE(report.Ok());
+    EXPECT_EQ(report.Failure().path, table_);
+    EXPECT_EQ(TableContent(), "by hand");
+  }
+}
+
+TEST_F(BuildLevelTableTest, StoppedAnywhereItLeavesTheOldTableAndNothingElse) {
+  Write(table_, "old");
+  int calls = 0;
+  questions_.progress = [&calls](BuildStep step, int) { return ++calls, step != BuildStep::Done; };
+  ASSERT_TRUE(Build().Ok());
+  const int all = calls;
+  ASSERT_GT(all, 6);
+  for (int stopAt = 1; stopAt < all; ++stopAt) {
+    Write(table_, "old");
+    calls = 0;
+    office_.steps.clear();
+    questions_.progress = [&](BuildStep, int) { return ++calls != stopAt; };
+    const auto report = Build();
+    ASSERT_TRUE(report.Ok());
+    EXPECT_EQ(report->end, BuildEnd::Stopped) << stopAt;
+    EXPECT_EQ(calls, stopAt) << "no step after it";
+    EXPECT_EQ(TableContent(), "old");
+    EXPECT_EQ(DataFolder().size(), 1);
+    EXPECT_EQ(office_.steps.filter(QStringLiteral("open")).size(),
+              office_.steps.filter(QStringLiteral("close")).size());
+  }
 }
 
 }  // namespace

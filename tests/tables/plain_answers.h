@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <optional>
+
 #include "tables/build_level_table.h"
 
 namespace vesk::test {
@@ -10,17 +13,34 @@ namespace vesk::test {
 class PlainAnswers : public BuildQuestions {
  public:
   bool hourly = true;
+  std::optional<HourlyAnswer> hourlyAnswer;  ///< instead
+  bool despiteNotes = true, replace = true, goOn = true;
+  std::function<bool(BuildStep, int)> progress = [](BuildStep, int) { return true; };
   QString said;  ///< "title|text" a line
 
   void TellWorkbooksAreOpen(const BuildMessage& message) override { Keep(message); }
-  bool AskForHourlyValues(const BuildMessage& message) override {
-    Keep(message);
-    return hourly;
+  bool AskDespiteNotes(const std::vector<QString>& notes) override {
+    for (const QString& note : notes) Keep({note, QStringLiteral("note")});
+    return despiteNotes;
   }
-  void WarnNotToSwitchSheets(const BuildMessage& message) override { Keep(message); }
-  void ShowProgress(int percent) override {
-    EXPECT_TRUE(percent == 0 || (percent >= percent_ && percent <= 100)) << percent;
+  bool AskToReplace(const QString& path, TableOrigin origin) override {
+    Keep({path, origin == TableOrigin::Changed ? QStringLiteral("changed") : QStringLiteral("unknown")});
+    return replace;
+  }
+  HourlyAnswer AskForHourlyValues(const BuildMessage& message) override {
+    Keep(message);
+    if (hourlyAnswer) return *hourlyAnswer;
+    return hourly ? HourlyAnswer::Yes : HourlyAnswer::No;
+  }
+  bool WarnNotToSwitchSheets(const BuildMessage& message) override {
+    Keep(message);
+    return goOn;
+  }
+  bool ShowProgress(BuildStep step, int percent) override {
+    EXPECT_TRUE(percent == 0 || (percent >= percent_ && percent <= 100 && step >= step_)) << percent;
     percent_ = percent;
+    step_ = step;
+    return progress(step, percent);
   }
 
  private:
@@ -28,6 +48,7 @@ class PlainAnswers : public BuildQuestions {
     said += message.title + QLatin1Char('|') + message.text + QLatin1Char('\n');
   }
   int percent_ = 0;
+  BuildStep step_ = BuildStep::Opening;
 };
 
 }  // namespace vesk::test

@@ -15,6 +15,7 @@ struct RecordedSheet {
   std::map<std::pair<int, int>, CellValue> cells;  ///< (row, column); only what is not empty
   std::map<std::pair<int, int>, int> colours;
   std::vector<CellRange> underlined;
+  std::vector<CellRange> textBlocks;
   int calls = 0;
 };
 
@@ -23,12 +24,14 @@ class RecordingSpreadsheet : public Spreadsheet {
   std::map<QString, RecordedSheet> sheets{
       {QStringLiteral("Saatlik"), {}}, {QStringLiteral("Gunluk"), {}}, {QStringLiteral("Aylik"), {}}};
   QStringList steps;
-  QStringList failing;  ///< beginnings of steps that fail
+  QStringList macrosMayRun;  ///< workbooks that were opened so
+  QStringList failing;       ///< beginnings of steps that fail
   bool windowIsOpen = false;
   int rowLimit = 65'536;
 
   bool HasOpenWindow() override { return windowIsOpen; }
-  Result<std::unique_ptr<Workbook>> Open(const QString& path) override {
+  Result<std::unique_ptr<Workbook>> Open(const QString& path, Macros macros) override {
+    if (macros == Macros::MayRun) macrosMayRun += path;
     if (const Status done = Do(QStringLiteral("open ") + path); !done) return done.Failure();
     return std::unique_ptr<Workbook>(new Book(*this, path));
   }
@@ -75,6 +78,10 @@ class RecordingSpreadsheet : public Spreadsheet {
     Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) override {
       if (border != Border::Bottom || weight != BorderWeight::Medium) return Error{};
       Mine().underlined = ranges;
+      return {};
+    }
+    Status MakeTextBlock(const CellRange& range, double, double) override {
+      Mine().textBlocks.push_back(range);
       return {};
     }
     Status SetFormulaR1C1(int row, int column, const QString& formula) override {

@@ -23,7 +23,7 @@ namespace vesk::test {
 class NoOffice : public Spreadsheet {
  public:
   bool HasOpenWindow() override { return false; }
-  Result<std::unique_ptr<Workbook>> Open(const QString& path) override {
+  Result<std::unique_ptr<Workbook>> Open(const QString& path, Macros /*macros*/) override {
     return Error{QStringLiteral("No office in this test"), path, {}};
   }
   Status Show() override { return {}; }

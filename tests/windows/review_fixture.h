@@ -23,6 +23,7 @@ struct Operator {
   UnsavedAnswer unsaved = UnsavedAnswer::Stay;
   RecoverAnswer recover = RecoverAnswer::Later;
   bool yes = true;
+  bool backsOut = false;  ///< of what a table asks
   int unsavedQuestions = 0;
   int recoverQuestions = 0;
   bool correctsRecords = false;
@@ -52,6 +53,19 @@ class OperatorsAnswers : public ReviewQuestions {
   bool AskYesNo(QWidget*, const QString&, const QString& text) override {
     person_.told += text;
     return person_.yes;
+  }
+  std::optional<bool> AskYesNoOrBackOut(QWidget*, const QString&, const QString& text,
+                                        const QString& more) override {
+    person_.told += text + more;
+    return person_.backsOut ? std::nullopt : std::optional(person_.yes);
+  }
+  bool AskToGoOn(QWidget*, const QString&, const QString& text, const QString&) override {
+    person_.told += text;
+    return !person_.backsOut;
+  }
+  bool WarnOrBackOut(QWidget*, const QString&, const QString& text) override {
+    person_.told += text;
+    return !person_.backsOut;
   }
   void Tell(QWidget*, const QString&, const QString& text) override { person_.told += text; }
   void Warn(QWidget*, const QString&, const QString& text) override { person_.told += text; }

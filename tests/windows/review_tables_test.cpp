@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <QDir>
+#include <QProgressDialog>
 #include <QTimer>
 
 #include "graphs/form_coklu_secim.h"
@@ -58,6 +59,39 @@ TEST_F(Tables, ATableMadeHereHoldsWhatTheCommandLineWrites) {
   for (const auto& [name, sheet] : plain.sheets)
     EXPECT_EQ(office_.sheets[name].cells, sheet.cells) << name.toStdString();
   EXPECT_GT(plain.sheets[Texts("Saatlik")].cells.size(), 7000U);
+}
+
+TEST_F(Tables, BackingOutOrStoppingWritesNothingAndTheWindowGoesOn) {
+  Open();
+  LoadWaterYear();
+  const auto files = [this] { return QDir(Data()).entryList(QDir::Files | QDir::Hidden); };
+  const QStringList before = files();
+  operator_.backsOut = true;
+  Push("Command3");
+  EXPECT_EQ(operator_.told.size(), 1);
+  EXPECT_TRUE(operator_.told.last().contains(Texts("TF"))) << "no extreme mode was ever chosen";
+  operator_.backsOut = false;
+  QTimer stopping;
+  QObject::connect(&stopping, &QTimer::timeout, form_, [this] {
+    if (auto* dialog = form_->findChild<QProgressDialog*>()) dialog->findChild<QPushButton*>()->click();
+  });
+  stopping.start(0);
+  Push("Command3");
+  stopping.stop();
+  EXPECT_TRUE(Find<QLabel>("StatusLine").text().startsWith(Texts("Durduruldu")));
+  EXPECT_EQ(files(), before);
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  EXPECT_TRUE(Button("Command3").isEnabled());
+  Push("Command3");
+  EXPECT_TRUE(QFile::exists(TablePath()));
+
+  QFile table(TablePath());
+  ASSERT_TRUE(table.open(QIODevice::Append) && table.write("by hand") > 0);
+  table.close();
+  operator_.backsOut = true;
+  Push("Command3");
+  EXPECT_TRUE(operator_.told.last().contains(Texts("değiştirilmiş")));
+  EXPECT_TRUE(table.open(QIODevice::ReadOnly) && table.readAll().endsWith("by hand"));
 }
 
 TEST_F(Tables, OpenWorkbooksAndAMissingTemplateAreToldAndTheWindowGoesOn) {

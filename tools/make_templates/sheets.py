@@ -9,6 +9,8 @@ HEADING_FILL = 0xD9E2EC
 SUMMARY_FILL = 0xEEF2F6
 NO_DAY_FILL = 0xE3E3E3
 GRID_COLOUR = 0xB4BEC8
+NOTE_COLOUR = 0xFF0000
+NOTE_COLUMN = "F"
 MONTHS = [10, 11, 12, 1, 2, 3, 4, 5, 6, 7, 8, 9]
 DAYS = [31, 30, 31, 31, 29, 31, 30, 31, 30, 31, 31, 30]
 BLOCK = 35  # rows of a month on the daily sheet
@@ -297,11 +299,17 @@ def year_sheet(document, t):
     sheet.style("A1", CharWeight=150.0, CharHeight=14.0)
     sheet.style("A2", CharHeight=11.0)
     year_summary(sheet, t)
+    # What the program has to say about the readings stands on the daily sheet; the published page repeats it.
+    sheet.merge("A19:M19")
+    sheet.put("A19", f'=IF($Gunluk.${NOTE_COLUMN}$1="";"";$Gunluk.${NOTE_COLUMN}$1)')
+    sheet.style("A19", CharColor=NOTE_COLOUR, CharWeight=150.0, CharHeight=7.0, IsTextWrapped=True,
+                HoriJustify=LEFT, VertJustify=MIDDLE)
     daily_means(sheet, t)
     sheet.heights(3, 3, 0.2)
     sheet.heights(4, 4, 0.55)
     sheet.heights(5, 5, 0.9)
     sheet.heights(6, 18, 0.56)
+    sheet.heights(19, 19, 0.9)
     sheet.heights(21, 21, 0.15)
     sheet.heights(22, 53, 0.56)
     page_style(document, "Aylik", t["page"], ScaleToPagesX=1, ScaleToPagesY=1)

@@ -33,9 +33,9 @@ class OfficeSpreadsheet : public Spreadsheet {
  public:
   explicit OfficeSpreadsheet(const OfficeLimits& limits) : limits_(limits) {}
 
-  Result<std::unique_ptr<Workbook>> Open(const QString& path) override {
+  Result<std::unique_ptr<Workbook>> Open(const QString& path, Macros macros) override {
     if (const Status ready = MakeReady(); !ready) return ready.Failure();
-    auto workbook = OfficeWorkbook::Load(session_, path);
+    auto workbook = OfficeWorkbook::Load(session_, path, macros);
     if (!workbook) return workbook.Failure();
     return std::unique_ptr<Workbook>(std::move(*workbook));
   }

@@ -36,6 +36,13 @@ css::beans::PropertyValue Setting(const char* name, const Any& value) {
   return setting;
 }
 
+/// Where the office's settings want its user asked, nobody is: no dialog belongs into an exchange with a time
+/// limit, and unasked macros stay off.
+sal_Int16 MacroMode(Macros macros) {
+  return macros == Macros::MayRun ? css::document::MacroExecMode::ALWAYS_EXECUTE_NO_WARN
+                                  : css::document::MacroExecMode::USE_CONFIG_REJECT_CONFIRMATION;
+}
+
 Reference<css::frame::XFrame> FrameOf(const Reference<css::sheet::XSpreadsheetDocument>& document) {
   const Reference<css::frame::XModel> model(document, UNO_QUERY_THROW);
   const Reference<css::frame::XController> controller(model->getCurrentController(), css::uno::UNO_SET_THROW);
@@ -91,16 +98,15 @@ OfficeWorkbook::~OfficeWorkbook() {
 }
 
 Result<std::unique_ptr<OfficeWorkbook>> OfficeWorkbook::Load(std::shared_ptr<OfficeSession> session,
-                                                             const QString& path) {
+                                                             const QString& path, Macros macros) {
   std::unique_ptr<OfficeWorkbook> workbook(new OfficeWorkbook(std::move(session), path));
   const QString what = QStringLiteral("The workbook could not be opened");
   OfficeSession& office = *workbook->session_;
-  const css::beans::PropertyValue macrosMayRun =
-      Setting("MacroExecutionMode", Any(css::document::MacroExecMode::ALWAYS_EXECUTE_NO_WARN));
+  const css::beans::PropertyValue macroMode = Setting("MacroExecutionMode", Any(MacroMode(macros)));
   const Status loaded = office.Ask(what, path, [&] {
     // Never hidden, a headless office has no screen anyway: a hidden workbook is saved without its active
     // sheet.
-    const Sequence<css::beans::PropertyValue> settings(&macrosMayRun, 1);
+    const Sequence<css::beans::PropertyValue> settings(&macroMode, 1);
     const rtl::OUString url = ToOffice(QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
     // "_default" gives a workbook that is open already; "_blank" would open a second one, read-only.
     const Reference<css::lang::XComponent> component =

@@ -11,9 +11,8 @@ namespace vesk {
 
 class OfficeWorkbook : public Workbook {
  public:
-  /// Loads the file; its macros may run.
   static Result<std::unique_ptr<OfficeWorkbook>> Load(std::shared_ptr<OfficeSession> session,
-                                                      const QString& path);
+                                                      const QString& path, Macros macros);
   ~OfficeWorkbook() override;
   OfficeWorkbook(const OfficeWorkbook&) = delete;
   OfficeWorkbook& operator=(const OfficeWorkbook&) = delete;

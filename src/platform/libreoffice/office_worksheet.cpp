@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/sheet/AddressConvention.hpp>
@@ -19,9 +21,12 @@
 #include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
 #include <com/sun/star/sheet/XSheetCellRanges.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
+#include <com/sun/star/sheet/XUniqueCellFormatRangesSupplier.hpp>
 #include <com/sun/star/table/BorderLine2.hpp>
 #include <com/sun/star/table/BorderLineStyle.hpp>
+#include <com/sun/star/table/XColumnRowRange.hpp>
 #include <com/sun/star/util/NumberFormat.hpp>
+#include <com/sun/star/util/XMergeable.hpp>
 #include <com/sun/star/util/XNumberFormatTypes.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 #include <com/sun/star/util/XReplaceable.hpp>
@@ -48,6 +53,17 @@ constexpr std::array<sal_Int32, 56> kPalette{
 constexpr std::array<sal_Int16, 4> kLineWidths{2, 26, 63, 89};
 
 constexpr std::chrono::sys_days kDayZero{std::chrono::year{1899} / 12 / 30};  // of the workbooks' date values
+
+constexpr sal_Int32 kGeneralFormat = 0;
+
+Reference<css::sheet::XSheetCellRanges> FormulasOf(const Reference<css::sheet::XCellRangesQuery>& cells) {
+  return cells->queryContentCells(static_cast<sal_Int16>(css::sheet::CellFlags::FORMULA));
+}
+
+void SetNumberFormat(const Reference<css::sheet::XSheetCellRanges>& cells, const Any& format) {
+  Reference<css::beans::XPropertySet>(cells, UNO_QUERY_THROW)
+      ->setPropertyValue(ToOffice("NumberFormat"), format);
+}
 
 Any ToAny(const CellValue& value) {
   if (const auto* number = std::get_if<double>(&value)) return Any(*number);
@@ -184,6 +200,22 @@ Status OfficeWorksheet::SetBorder(const std::vector<CellRange>& ranges, Border b
                      QStringLiteral("The border could not be drawn"));
 }
 
+Status OfficeWorksheet::MakeTextBlock(const CellRange& range, double heightCm, double points) {
+  return session_->Ask(QStringLiteral("The note's cell could not be laid out"), path_, [&] {
+    const Reference<css::table::XCellRange> cells(
+        sheet_->getCellRangeByPosition(range.firstColumn - 1, range.firstRow - 1, range.lastColumn - 1,
+                                       range.lastRow - 1),
+        css::uno::UNO_SET_THROW);
+    Reference<css::util::XMergeable>(cells, UNO_QUERY_THROW)->merge(true);
+    const Reference<css::beans::XPropertySet> looks(cells, UNO_QUERY_THROW);
+    looks->setPropertyValue(ToOffice("IsTextWrapped"), Any(true));
+    looks->setPropertyValue(ToOffice("CharHeight"), Any(static_cast<float>(points)));
+    const Reference<css::table::XColumnRowRange> lines(cells, UNO_QUERY_THROW);
+    const Reference<css::beans::XPropertySet> row(lines->getRows()->getByIndex(0), UNO_QUERY_THROW);
+    row->setPropertyValue(ToOffice("Height"), Any(static_cast<sal_Int32>(std::lround(heightCm * 1000))));
+  });
+}
+
 Status OfficeWorksheet::SetFormulaR1C1(int row, int column, const QString& formula) {
   return session_->Ask(QStringLiteral("The formula could not be set"), path_, [&] {
     const Reference<css::table::XCell> cell = sheet_->getCellByPosition(column - 1, row - 1);
@@ -208,12 +240,13 @@ Status OfficeWorksheet::SetFormulaR1C1(int row, int column, const QString& formu
 Status OfficeWorksheet::ReenterFormulas() {
   return session_->Ask(QStringLiteral("The formulas could not be entered again"), path_, [&] {
     const Reference<css::sheet::XCellRangesQuery> query(sheet_, UNO_QUERY_THROW);
-    const Reference<css::sheet::XSheetCellRanges> formulas =
-        query->queryContentCells(static_cast<sal_Int16>(css::sheet::CellFlags::FORMULA));
+    const Reference<css::sheet::XSheetCellRanges> formulas = FormulasOf(query);
     if (!formulas->getRangeAddresses().hasElements()) return;
     const Reference<css::sheet::XCalculatable> calculation(document_, UNO_QUERY_THROW);
     const bool automatic = calculation->isAutomaticCalculationEnabled();
     calculation->enableAutomaticCalculation(false);  // once at the end, not once a formula
+    const std::vector<FormattedCells> formatted = FormattedFormulas();
+    for (const FormattedCells& cells : formatted) SetNumberFormat(cells.cells, Any(kGeneralFormat));
     // Replacing each equals sign by itself enters every formula anew, all in one call.
     const Reference<css::util::XReplaceable> cells(formulas, UNO_QUERY_THROW);
     const Reference<css::util::XReplaceDescriptor> same(cells->createReplaceDescriptor(),
@@ -221,8 +254,29 @@ Status OfficeWorksheet::ReenterFormulas() {
     same->setSearchString(ToOffice("="));
     same->setReplaceString(ToOffice("="));
     (void)cells->replaceAll(Reference<css::util::XSearchDescriptor>(same, UNO_QUERY_THROW));
+    calculation->calculate();  // now, while the formats are away
+    for (const FormattedCells& each : formatted) SetNumberFormat(each.cells, each.format);
     calculation->enableAutomaticCalculation(automatic);
   });
+}
+
+/// Formulas whose cells have a number format of their own. Such a cell stores its result as a number,
+/// whatever the result is, if it had the format when the formula was entered; so the format is taken away
+/// meanwhile.
+std::vector<OfficeWorksheet::FormattedCells> OfficeWorksheet::FormattedFormulas() const {
+  std::vector<FormattedCells> found;
+  const Reference<css::container::XIndexAccess> groups(
+      Reference<css::sheet::XUniqueCellFormatRangesSupplier>(sheet_, UNO_QUERY_THROW)
+          ->getUniqueCellFormatRanges(),
+      css::uno::UNO_SET_THROW);
+  for (sal_Int32 i = 0; i < groups->getCount(); ++i) {
+    const Reference<css::beans::XPropertySet> group(groups->getByIndex(i), UNO_QUERY_THROW);
+    const Any format = group->getPropertyValue(ToOffice("NumberFormat"));
+    if (format == Any(kGeneralFormat)) continue;
+    const auto cells = FormulasOf(Reference<css::sheet::XCellRangesQuery>(group, UNO_QUERY_THROW));
+    if (cells->getRangeAddresses().hasElements()) found.push_back({cells, format});
+  }
+  return found;
 }
 
 }  // namespace vesk

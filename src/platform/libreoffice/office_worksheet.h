@@ -1,6 +1,7 @@
 // A worksheet of a workbook in an office. Ranges go over in one call, formats over one multi-range object.
 #pragma once
 
+#include <com/sun/star/sheet/XSheetCellRanges.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 
@@ -21,6 +22,7 @@ class OfficeWorksheet : public Worksheet {
   Status PutBlock(int row, int column, const CellBlock& block) override;
   Status SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) override;
   Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) override;
+  Status MakeTextBlock(const CellRange& range, double heightCm, double points) override;
   Status SetFormulaR1C1(int row, int column, const QString& formula) override;
   Status ReenterFormulas() override;
   [[nodiscard]] int RowLimit() const override { return 65'536; }
@@ -28,6 +30,11 @@ class OfficeWorksheet : public Worksheet {
  private:
   Status SetProperty(const std::vector<CellRange>& ranges, const char* property, const css::uno::Any& value,
                      const QString& what);
+  struct FormattedCells {
+    css::uno::Reference<css::sheet::XSheetCellRanges> cells;
+    css::uno::Any format;
+  };
+  [[nodiscard]] std::vector<FormattedCells> FormattedFormulas() const;
   void ShowDatesAsDates(int row, int column, const CellBlock& block);
 
   std::shared_ptr<OfficeSession> session_;

@@ -1,0 +1,129 @@
+#include "review/window_build_questions.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QProgressDialog>
+
+#include <algorithm>
+
+#include "review/review_questions.h"
+#include "shell/language.h"
+
+namespace vesk {
+namespace {
+
+constexpr std::size_t kNotesShown = 12;  // more would not fit a small screen
+
+}  // namespace
+
+WindowBuildQuestions::WindowBuildQuestions(QWidget& window, ReviewQuestions& questions,
+                                           const Language& language, QString extremes)
+    : window_(window), questions_(questions), language_(language), extremes_(std::move(extremes)) {}
+
+WindowBuildQuestions::~WindowBuildQuestions() = default;
+
+void WindowBuildQuestions::TellWorkbooksAreOpen(const BuildMessage& message) {
+  QApplication::beep();
+  questions_.Warn(&window_, message.title, message.text);
+}
+
+bool WindowBuildQuestions::AskDespiteNotes(const std::vector<QString>& notes) {
+  QString text = Either(language_, QStringLiteral("Bu tablo yapılmadan önce bilinmesi gerekenler:"),
+                        QStringLiteral("Before this table is made, please note:")) +
+                 QLatin1Char('\n');
+  const std::size_t shown = std::min(notes.size(), kNotesShown);
+  for (std::size_t i = 0; i < shown; ++i) text += QStringLiteral("\n• ") + notes[i];
+  if (shown < notes.size()) {
+    text += QLatin1Char('\n') +
+            Either(language_, QStringLiteral("… ve %1 not daha"), QStringLiteral("… and %1 more"))
+                .arg(notes.size() - shown);
+  }
+  text += QStringLiteral("\n\n") +
+          Either(language_, QStringLiteral("Tablo yine de yapılsın mı? Bunlar tabloya da yazılır."),
+                 QStringLiteral("Make the table all the same? It will bear these notes."));
+  return questions_.AskToGoOn(
+      &window_, language_.attentionTitle, text,
+      Either(language_, QStringLiteral("Yine de yap"), QStringLiteral("Make it anyway")));
+}
+
+bool WindowBuildQuestions::AskToReplace(const QString& path, TableOrigin origin) {
+  const QFileInfo file(path);
+  const QString why = origin == TableOrigin::Changed
+                          ? Either(language_, QStringLiteral("Program yazdıktan sonra değiştirilmiş."),
+                                   QStringLiteral("It was changed after the program wrote it."))
+                          : Either(language_, QStringLiteral("Bu programın yazdığına dair bir kayıt yok."),
+                                   QStringLiteral("There is no record that this program wrote it."));
+  const QString text =
+      Either(language_,
+             QStringLiteral("%1 dosyası zaten var:\n%2\n\n%3\nYenisi yerine konursa içindekiler "
+                            "kaybolur."),
+             QStringLiteral("%1 exists already:\n%2\n\n%3\nIf the new one takes its place, what it holds is "
+                            "lost."))
+          .arg(file.fileName(), QDir::toNativeSeparators(file.absolutePath()), why);
+  return questions_.AskToGoOn(
+      &window_, language_.attentionTitle, text,
+      Either(language_, QStringLiteral("Yerine yenisini koy"), QStringLiteral("Replace it")));
+}
+
+HourlyAnswer WindowBuildQuestions::AskForHourlyValues(const BuildMessage& message) {
+  const std::optional<bool> hourly =
+      questions_.AskYesNoOrBackOut(&window_, message.title, message.text, extremes_);
+  if (!hourly) return HourlyAnswer::BackOut;
+  return *hourly ? HourlyAnswer::Yes : HourlyAnswer::No;
+}
+
+bool WindowBuildQuestions::WarnNotToSwitchSheets(const BuildMessage& message) {
+  return questions_.WarnOrBackOut(&window_, message.title, message.text);
+}
+
+void WindowBuildQuestions::OpenDialog() {
+  dialog_ = std::make_unique<QProgressDialog>(&window_);
+  dialog_->setObjectName(QStringLiteral("TableProgress"));
+  dialog_->setWindowModality(Qt::ApplicationModal);
+  dialog_->setWindowTitle(
+      Either(language_, QStringLiteral("Tablo yapılıyor"), QStringLiteral("Making the table")));
+  dialog_->setCancelButtonText(Either(language_, QStringLiteral("Durdur"), QStringLiteral("Stop")));
+  dialog_->setMinimumWidth(24 * dialog_->fontMetrics().averageCharWidth() * 2);
+  dialog_->setAutoClose(false);
+  dialog_->setAutoReset(false);
+  dialog_->setMinimumDuration(0);
+  QObject::connect(dialog_.get(), &QProgressDialog::canceled, dialog_.get(), [this] { stopped_ = true; });
+  dialog_->show();
+  busy_.emplace();
+}
+
+bool WindowBuildQuestions::ShowProgress(BuildStep step, int percent) {
+  if (!dialog_) OpenDialog();
+  if (!stopped_) {
+    dialog_->setLabelText(StepText(step));
+    dialog_->setValue(percent);
+  }
+  QCoreApplication::processEvents();
+  return !stopped_;
+}
+
+QString WindowBuildQuestions::StepText(BuildStep step) const {
+  switch (step) {
+    case BuildStep::Opening:
+      return Either(language_, QStringLiteral("Tablolama programı açılıyor…"),
+                    QStringLiteral("Opening the spreadsheet application…"));
+    case BuildStep::HourlySheet:
+      return Either(language_, QStringLiteral("Saatlik sayfa yazılıyor…"),
+                    QStringLiteral("Writing the hourly sheet…"));
+    case BuildStep::DailySheet:
+      return Either(language_, QStringLiteral("Günlük sayfa yazılıyor…"),
+                    QStringLiteral("Writing the daily sheet…"));
+    case BuildStep::Calculating:
+      return Either(language_, QStringLiteral("Aylık değerler hesaplanıyor…"),
+                    QStringLiteral("Calculating the monthly values…"));
+    case BuildStep::Saving:
+      return Either(language_, QStringLiteral("Kaydediliyor…"), QStringLiteral("Saving…"));
+    case BuildStep::Done:
+      break;
+  }
+  return Either(language_, QStringLiteral("Tablo kaydedildi"), QStringLiteral("The table is saved"));
+}
+
+}  // namespace vesk

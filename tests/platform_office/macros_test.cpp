@@ -1,0 +1,62 @@
+// Workbooks whose macro leaves a trace as soon as it is let.
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "platform/libreoffice/office.h"
+#include "tables/stored_tables.h"
+
+namespace vesk::test {
+namespace {
+
+/// A workbook whose macro, run when it is opened, makes the file `trace`. It lies about its format, as a
+/// planted one may.
+QByteArray PlantedWorkbook(const QString& trace) {
+  return QStringLiteral(R"(<?xml version="1.0" encoding="UTF-8"?>
+<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
+  xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0" xmlns:ooo="http://openoffice.org/2004/office"
+  xmlns:script="urn:oasis:names:tc:opendocument:xmlns:script:1.0" xmlns:xlink="http://www.w3.org/1999/xlink"
+  xmlns:dom="http://www.w3.org/2001/xml-events" office:version="1.2"
+  office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
+ <office:scripts>
+  <office:script script:language="ooo:Basic">
+   <ooo:libraries><ooo:library-embedded ooo:name="Standard"><ooo:module ooo:name="M">
+    <ooo:source-code>Sub Trace
+  Open "%1" For Output As #1
+  Close #1
+End Sub</ooo:source-code>
+   </ooo:module></ooo:library-embedded></ooo:libraries>
+  </office:script>
+  <office:event-listeners><script:event-listener script:language="ooo:script" script:event-name="dom:load"
+   xlink:href="vnd.sun.star.script:Standard.M.Trace?language=Basic&amp;location=document" xlink:type="simple"/>
+  </office:event-listeners>
+ </office:scripts>
+ <office:body><office:spreadsheet><table:table table:name="Gunluk"/></office:spreadsheet></office:body>
+</office:document>)")
+      .arg(trace)
+      .toUtf8();
+}
+
+TEST(OfficeMacros, OfAStoredTableDoNotRunUnasked) {
+  const QTemporaryDir folder;
+  const QString trace = folder.filePath(QStringLiteral("trace"));
+  const QString path = folder.filePath(QStringLiteral("Tablo-12345(2011).xls"));
+  QFile planted(path);
+  ASSERT_TRUE(planted.open(QIODevice::WriteOnly));
+  planted.write(PlantedWorkbook(trace));
+  planted.close();
+
+  const auto office = MakeUnattendedSpreadsheet();
+  const Status stored = OpenStoredTable(*office, path);
+  ASSERT_TRUE(stored.Ok()) << stored.Failure().Text().toStdString();
+  EXPECT_FALSE(QFile::exists(trace));
+  ASSERT_TRUE(office->Quit().Ok());
+
+  auto allowed = office->Open(path, Macros::MayRun);
+  ASSERT_TRUE(allowed.Ok()) << allowed.Failure().Text().toStdString();
+  EXPECT_TRUE(QFile::exists(trace)) << "a workbook that would not leave a trace proves nothing";
+}
+
+}  // namespace
+}  // namespace vesk::test
