@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QItemSelectionModel>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -198,8 +199,14 @@ void Form_IstGir::DeleteClicked() {
 
 // The captions of the two-step delete are Turkish in both languages.
 void Form_IstGir::Arm() {
-  KeepCurrentInView();
   const Station station = table_->StationAt(CurrentRow());
+  if (CurrentRow() >= 0 && !table_->IsNewRow(CurrentRow())) {
+    const QString told = Words(u"Silinecek: %1. Silmek için “Onayla” düğmesine basın.",
+                               u"To be deleted: %1. Press “Onayla” to delete it.");
+    ShowMessage(told.arg(NameOf(station)), false);
+    layout()->activate();  // the message takes its room from the list
+  }
+  KeepCurrentInView();
   armed_ = station.key;
   sincePress_.start();
   delete_->setText(QStringLiteral("Onayla"));
@@ -207,10 +214,6 @@ void Form_IstGir::Arm() {
   orange.setColor(QPalette::Button, QColor(kArmedColour));
   orange.setColor(QPalette::ButtonText, Qt::black);
   delete_->setPalette(orange);
-  if (CurrentRow() < 0 || table_->IsNewRow(CurrentRow())) return;
-  const QString told = Words(u"Silinecek: %1. Silmek için “Onayla” düğmesine basın.",
-                             u"To be deleted: %1. Press “Onayla” to delete it.");
-  ShowMessage(told.arg(NameOf(station)), false);
 }
 
 void Form_IstGir::Disarm() {

@@ -222,6 +222,20 @@ TEST_F(FormIstGir, TheArmedDeleteTakesOnlyTheStationThatItNamesAndThatIsInSight)
   }
 }
 
+TEST_F(FormIstGir, TheLowestRowInSightIsDeletedWithTwoPressesToo) {
+  AddStations(200);
+  Show();
+  const int lowest = Grid().rowAt(Grid().viewport()->height() - 1);
+  Grid().selectionModel()->setCurrentIndex(Grid().model()->index(lowest, 0),
+                                           QItemSelectionModel::ClearAndSelect);
+  const std::string number = Current().substr(0, 5);
+  PressDelete();
+  QTest::qWait(50);  // the line that names the station takes its room from the list
+  EXPECT_TRUE(CurrentIsInSight());
+  PressDelete();
+  EXPECT_EQ(Stored().find(number), std::string::npos) << number;
+}
+
 TEST_F(FormIstGir, TheCurrentStationStaysInSightWhenTheListChanges) {
   AddStations(200);
   Show();
