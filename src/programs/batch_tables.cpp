@@ -15,6 +15,7 @@
 #include "shell/language.h"
 #include "tables/build_level_table.h"
 #include "tables/level_table.h"
+#include "tables/table_notes.h"
 
 namespace vesk {
 namespace {
@@ -137,19 +138,6 @@ QString DefaultTemplates() {
   return beside + QStringLiteral("../share/vesk4/");
 }
 
-/// What the table has to say of its readings, in its own language.
-std::vector<QString> NotesOf(const LoadedReadings& loaded, LanguageChoice language) {
-  if (loaded.whole) return {};
-  const bool english = language == LanguageChoice::English;
-  if (loaded.refusedFile.isEmpty()) {
-    return {english ? QStringLiteral("Not whole: a file of this water year is missing.")
-                    : QStringLiteral("Eksik: bu su yılının bir dosyası yok.")};
-  }
-  return {(english ? QStringLiteral("Not whole: %1 is refused; it and the files behind it are missing.")
-                   : QStringLiteral("Eksik: %1 kabul edilmedi; o ve sonraki dosyalar yok."))
-              .arg(loaded.refusedFile)};
-}
-
 /// The exit code that the load asks for, once the table is made.
 Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Spreadsheet& office) {
   const QString number = choice.station.mid(4);
@@ -165,7 +153,8 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
                          .templateDirectory = options.templates,
                          .templateName = options.templateName,
                          .afterSave = AfterSave::Close,
-                         .notes = NotesOf(*loaded, options.language)};
+                         .notes = NotesOfTable(NotWholeNote(*loaded), loaded->grid, options.mode,
+                                               options.language != LanguageChoice::English)};
   UnattendedAnswers answers(options.hourly, options.replace,
                             QStringLiteral("%1 %2").arg(number).arg(choice.waterYear));
   const auto report = BuildLevelTable(input, office, answers);

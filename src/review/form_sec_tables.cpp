@@ -11,12 +11,14 @@
 #include "review/busy_cursor.h"
 #include "review/form_sec.h"
 #include "review/message_texts.h"
+#include "review/review_grid_view.h"
 #include "review/window_build_questions.h"
 #include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "tables/build_level_table.h"
 #include "tables/form5.h"
+#include "tables/table_notes.h"
 
 namespace vesk {
 namespace {
@@ -37,21 +39,25 @@ void FormSec::MakeTable() {
   if (busy_ || !loaded_ || loaded_->waterYear == 0) return;
   busy_ = true;
   UpdateCommands();
+  const ExtremeMode mode = ExtremeModeOf(run_.options.Slot(8));
+  const bool turkish = run_.language.Choice() != LanguageChoice::English;
   const BuildInput input{.grid = session_.Grid(),
                          .stationNumber = StationNumberOf(loaded_->station),
                          .stationName = loaded_->stationName,
                          .waterYear = loaded_->waterYear,
-                         .extremeMode = ExtremeModeOf(run_.options.Slot(8)),
+                         .extremeMode = mode,
                          .tableDirectory = loaded_->dataDirectory,
                          .templateDirectory = run_.programFolder,
                          .templateName = run_.language.templateName,
-                         .afterSave = AfterSaveOf(run_.options.Slot(9))};
+                         .afterSave = AfterSaveOf(run_.options.Slot(9)),
+                         .notes = NotesOfTable(loaded_->notWhole, session_.Grid(), mode, turkish)};
   const Result<BuildReport> report = [&] {
     WindowBuildQuestions asking(*this, *questions_, run_.language, UnchosenExtremes(run_));
     return BuildLevelTable(input, frame_.Office(), asking);
   }();
   busy_ = false;
   UpdateCommands();
+  c_.VS1->setFocus();  // the button that was pressed was off meanwhile, and the focus went on from it
   if (!report) {
     questions_->Warn(this, run_.language.attentionTitle, ErrorText(report.Failure(), run_.language));
     return;

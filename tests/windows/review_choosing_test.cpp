@@ -86,6 +86,24 @@ TEST_F(Choosing, ATableIsOnlyOfferedForWhatTheListsShow) {
   EXPECT_FALSE(Button("CmdGrf").isEnabled());
 }
 
+TEST_F(Choosing, TheKeyboardGoesFromTheStationToItsYearAndTheLoadIsSummedUp) {
+  Open();
+  auto& stations = Find<QListWidget>("ListIst");
+  ASSERT_TRUE(stations.hasFocus());
+  stations.setCurrentRow(1);
+  QTest::keyClick(&stations, Qt::Key_Return);
+  auto& years = Find<QListWidget>("ListSuYili");
+  EXPECT_TRUE(years.hasFocus());
+  EXPECT_EQ(Chosen("ListSuYili"), QStringList({Texts("2010 ")})) << "there is no other";
+  stations.setCurrentRow(0);
+  QTest::keyClick(&stations, Qt::Key_Return);
+  EXPECT_TRUE(Chosen("ListSuYili").isEmpty());
+  QTest::keyClick(&years, Qt::Key_Down);
+  EXPECT_EQ(Chosen("ListSuYili"), QStringList({Texts("2010 ")}));
+  QTest::keyClick(&years, Qt::Key_Return);
+  EXPECT_EQ(Find<QLabel>("StatusLine").text(), Texts("98 gün var, 267 gün eksik"));
+}
+
 TEST_F(Choosing, ARawFileShowsItsHeaderAndIsLoadedByADoubleClick) {
   Open();
   Click("ListIst", 0);

@@ -33,9 +33,10 @@ class Tables : public ReviewWindowTest {
 TEST_F(Tables, ATableMadeHereHoldsWhatTheCommandLineWrites) {
   Open();
   LoadWaterYear();
-  TypeLevel(3, Texts("50"));
+  TypeLevel(3, Texts("105"));  // within the day's records
   Push("Command4");
   Push("Command3");
+  EXPECT_TRUE(Grid().hasFocus()) << "not the button that hides the panel";
   ASSERT_EQ(operator_.told.size(), 2);
   EXPECT_TRUE(QFile::exists(TablePath()));
   EXPECT_TRUE(Find<QLabel>("StatusLine").text().contains(TablePath()));
@@ -59,6 +60,21 @@ TEST_F(Tables, ATableMadeHereHoldsWhatTheCommandLineWrites) {
   for (const auto& [name, sheet] : plain.sheets)
     EXPECT_EQ(office_.sheets[name].cells, sheet.cells) << name.toStdString();
   EXPECT_GT(plain.sheets[Texts("Saatlik")].cells.size(), 7000U);
+}
+
+TEST_F(Tables, WhatIsWrongWithTheReadingsIsAskedAboutAndStandsInTheTable) {
+  QFile cut(Data() + Texts("001-12345-010203.txt"));
+  ASSERT_TRUE(cut.resize(cut.size() - 29 * 200));
+  Open();
+  LoadWaterYear();
+  EXPECT_TRUE(Find<QLabel>("StatusLine").text().contains(Texts("yükleme eksik")));
+  TypeLevel(3, Texts("5"));
+  operator_.backsOut = true;
+  Push("Command3");
+  ASSERT_EQ(operator_.told.size(), 1);
+  EXPECT_THAT(operator_.told.last().toStdString(), testing::HasSubstr("01/11/2009 Min 100 → 5"));
+  EXPECT_THAT(operator_.told.last().toStdString(), testing::HasSubstr("001-12345-010203"));
+  EXPECT_FALSE(QFile::exists(TablePath()));
 }
 
 TEST_F(Tables, BackingOutOrStoppingWritesNothingAndTheWindowGoesOn) {

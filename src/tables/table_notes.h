@@ -1,0 +1,21 @@
+// What a level table has to say of its readings: short sentences that stand on its sheets and are asked about
+// before it is made.
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+#include "review/not_whole_note.h"
+#include "review/review_grid.h"
+#include "tables/level_table.h"
+
+namespace vesk {
+
+/// The weightiest first; empty when there is nothing to say. notWhole: what the load does without. Records
+/// that contradict corrected readings matter only where the logger's extremes are taken. turkish: the table's
+/// language.
+std::vector<QString> NotesOfTable(const TwoTexts& notWhole, const ReviewGrid& grid, ExtremeMode mode,
+                                  bool turkish);
+
+}  // namespace vesk
