@@ -18,7 +18,8 @@ namespace vesk::torture {
 /// The same numbers for the same seed, on every machine.
 class Random {
  public:
-  explicit Random(std::uint64_t seed) : state_(seed * 0x9E3779B97F4A7C15U + 0x1234567) {}
+  /// Neighbouring seeds give numbers that have nothing in common.
+  explicit Random(std::uint64_t seed) : state_(seed) { state_ = Next() ^ (seed << 32U); }
   std::uint64_t Next();
   /// 0 to n - 1; n above 0.
   int Below(int n) { return static_cast<int>(Next() % static_cast<std::uint64_t>(n)); }
@@ -31,13 +32,16 @@ class Random {
 /// One part's run: how many rounds, from which seed, and what came out.
 class Run {
  public:
-  Run(std::string part, int rounds, std::uint64_t seed, QString scratch)
-      : part_(std::move(part)), rounds_(rounds), seed_(seed), scratch_(std::move(scratch)) {}
+  Run(std::string part, int rounds, std::uint64_t seed, QString scratch, bool isShort)
+      : part_(std::move(part)), rounds_(rounds), seed_(seed), scratch_(std::move(scratch)), short_(isShort) {}
 
   [[nodiscard]] int Rounds() const { return rounds_; }
   [[nodiscard]] std::uint64_t SeedOf(int round) const { return seed_ + static_cast<std::uint64_t>(round); }
   /// Folder for whatever the part writes, with its trailing separator.
   [[nodiscard]] const QString& Scratch() const { return scratch_; }
+
+  /// The form of the test suite: a part may take samples.
+  [[nodiscard]] bool IsShort() const { return short_; }
 
   void Count(const std::string& what, long n = 1) { counts_[what] += n; }
   /// rule: a few words, the same for every breach of it; the first breaches of each are printed in full.
@@ -50,6 +54,7 @@ class Run {
   int rounds_;
   std::uint64_t seed_;
   QString scratch_;
+  bool short_;
   std::map<std::string, long> counts_, broken_;
 };
 

@@ -24,17 +24,20 @@ struct Part {
 
 constexpr Part kParts[] = {
     {"kills", "250 folders, each killed four times", vesk::torture::KillRounds, 250, 8},
+    {"two", "two processes on one folder", vesk::torture::TwoProcesses, 500, 12},
+    {"faults", "a fault at every call of every operation", vesk::torture::FaultPoints, 3, 1},
+    {"full", "a full disk from the n-th byte on", vesk::torture::FullDisk, 5, 1},
+    {"damaged", "damaged read-outs", vesk::torture::DamagedReadOuts, 10000, 500},
     {"sequences", "what was saved is what the next load shows", vesk::torture::Sequences, 10000, 250},
     {"inputs", "files or log change between save and load", vesk::torture::ChangedInputs, 5000, 250},
 };
 
-int Play(const Part& part, int rounds, std::uint64_t seed, const QString& scratch, bool& held) {
+/// True when every rule held.
+bool Play(const Part& part, Run run) {
   const auto begin = std::chrono::steady_clock::now();
-  Run run(part.name, rounds, seed, scratch);
   part.play(run);
   const auto taken = std::chrono::steady_clock::now() - begin;
-  held = run.Report(std::chrono::duration_cast<std::chrono::milliseconds>(taken)) && held;
-  return rounds;
+  return run.Report(std::chrono::duration_cast<std::chrono::milliseconds>(taken));
 }
 
 /// A warning of the library is a fault of the program's.
@@ -66,16 +69,17 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "torture: %s\n", qPrintable(scratch.errorString()));
     return 2;
   }
+  const bool isShort = parser.isSet(QStringLiteral("short"));
   bool held = true;
   int played = 0;
   for (const Part& part : kParts) {
     if (!only.isEmpty() && !only.contains(QLatin1String(part.name))) continue;
     ++played;
     const int rounds = parser.isSet(QStringLiteral("rounds")) ? parser.value(QStringLiteral("rounds")).toInt()
-                       : parser.isSet(QStringLiteral("short")) ? part.shortRounds
-                                                               : part.longRounds;
-    Play(part, rounds, parser.value(QStringLiteral("seed")).toULongLong(), scratch.path() + QLatin1Char('/'),
-         held);
+                       : isShort                              ? part.shortRounds
+                                                              : part.longRounds;
+    const std::uint64_t seed = parser.value(QStringLiteral("seed")).toULongLong();
+    held = Play(part, Run(part.name, rounds, seed, scratch.path() + QLatin1Char('/'), isShort)) && held;
   }
   if (played == 0) {
     std::fputs("torture: no such part; there are:\n", stderr);
