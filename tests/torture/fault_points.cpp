@@ -274,6 +274,9 @@ class Theatre {
     const Found found = Look(choice);
     if (found.state.isEmpty()) return Break("the folder no longer loads", fault, met, found.why);
     const bool done = said == "done" || wentOn;
+    if (said == "done" && (met == "fsync" || met == "fdatasync")) {
+      Break("said done, though the disk did not take it", fault, met, {});
+    }
     run_.Count(said == "done"     ? "operations that said done"
                : said == "killed" ? "states after a kill checked"
                                   : "operations that said why not");
