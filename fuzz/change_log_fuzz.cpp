@@ -62,17 +62,29 @@ int MarkedRows(const vesk::ReviewGrid& grid, const vesk::ReviewGrid& loaded) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const QByteArray content(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
   const vesk::ReviewGrid loaded = SmallGrid();
-  vesk::ReviewGrid grid = loaded;
-  const auto overlay = vesk::ApplyChangeLog(content, QStringLiteral("log"), grid);
+  const std::vector<vesk::RawFileRows> files = {
+      {QStringLiteral("001-12345-010203"), 1, loaded.ReadingCount()}};
+  vesk::StationSeries series(loaded, files);
+  const auto overlay = vesk::ApplyChangeLog(content, QStringLiteral("log"), {}, series, false);
+  const vesk::ReviewGrid& grid = series.Shown();
   Expect(overlay.applied + static_cast<int>(overlay.orphans.size()) == LinesWithText(content));
   Expect(grid.ReadingCount() == loaded.ReadingCount());
-  Expect(MarkedRows(grid, loaded) <= overlay.applied);
+  Expect(MarkedRows(grid, loaded) == overlay.applied);
 
-  const QByteArray saved = vesk::ChangeLogContent(grid, vesk::RowsToSave(grid), overlay.orphans);
-  vesk::ReviewGrid again = loaded;
-  Expect(vesk::ApplyChangeLog(saved, QStringLiteral("log"), again).orphans == overlay.orphans);
+  const auto saved = vesk::FormChangeLog(series, overlay, {});
+  vesk::StationSeries again(loaded, files);
+  const vesk::ReviewRecord record{.states = {saved.state}, .other = {}};
+  Expect(vesk::ApplyChangeLog(saved.content, QStringLiteral("log"), record, again, false).orphans ==
+         overlay.orphans);
   for (int row = 1; row <= grid.ReadingCount(); ++row)
-    Expect(Corrections(again, row) == Corrections(grid, row));
+    Expect(Corrections(again.Shown(), row) == Corrections(grid, row));
   (void)vesk::DecodeJournal(content);
+  // As a record of its own, and as one that is written and read again.
+  if (const auto read = vesk::DecodeReviewRecord(content, {}); read) {
+    vesk::StationSeries any(loaded, files);
+    (void)vesk::ApplyChangeLog(saved.content, QStringLiteral("log"), *read, any, true);
+  }
+  const auto reread = vesk::DecodeReviewRecord(vesk::EncodeReviewRecord(record), {});
+  Expect(reread && reread->states == record.states);
   return 0;
 }

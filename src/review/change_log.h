@@ -1,4 +1,5 @@
 // The change log: the operator's corrections of one station and water year, kept apart from the raw files.
+// Beside it stands the review record, which says which reading each of its lines corrects.
 #pragma once
 
 #include <QByteArray>
@@ -6,11 +7,13 @@
 #include <QString>
 
 #include <limits>
+#include <map>
 #include <vector>
 
 #include "platform/result.h"
-#include "review/review_grid.h"
+#include "review/review_record.h"
 #include "review/saved_corrections.h"
+#include "review/station_series.h"
 
 namespace vesk {
 
@@ -29,14 +32,18 @@ struct RowRange {
   [[nodiscard]] bool Holds(int row) const { return row >= first && row <= last; }
 };
 
-/// What laying a change log over a grid did.
+/// What laying a change log over a load did, and what the next save needs to know of it.
 struct ChangeLogOverlay {
-  int applied = 0;                  ///< rows changed
-  int unreadable = 0;               ///< of the orphans: lines that could not be read
-  std::vector<QByteArray> orphans;  ///< lines whose row is not in the grid; the next save writes them back
-  std::vector<QString>
-      messages;  ///< unreadable lines by number, how many lines found no reading, date correction
-  SavedCorrection correction;  ///< the file's saved date correction, already applied
+  int applied = 0;                    ///< rows changed
+  int unreadable = 0;                 ///< of the orphans: lines that could not be read
+  std::vector<RecordedLine> orphans;  ///< lines whose row is not in the load; the next save writes them back
+  std::vector<RecordedLine> others;   ///< lines of the station's other single files; written back as well
+  std::vector<Correction> othersHidden;  ///< of the other single files, not in the log
+  std::map<RowRef, Authorship> authors;  ///< who corrected what was laid
+  std::vector<QString> messages;         ///< lines by number, and why; date correction
+  SavedCorrection correction;            ///< the file's saved date correction, already applied
+  QString path;                          ///< of the log that was read
+  QByteArray hash;                       ///< of its bytes
 };
 
 /// dataDirectory + station + "-Degisiklikler" + trimmed water-year entry + ".txt".
@@ -48,25 +55,45 @@ QString ChangeLogPath(const QString& dataDirectory, const QString& station, cons
 /// mode.
 QString ChangeLogToRead(const QString& dataDirectory, const QString& station, const QString& waterYearEntry);
 
-/// Lays the lines over the grid: each is looked for from the previous hit on, then from the first row.
-/// within: the rows that the log is about; other rows take only lines that fit none of these.
-ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName, ReviewGrid& grid,
-                                const RowRange& within = {});
+/// Reads a log's line; on failure `expected` says what a field should have held.
+std::optional<ChangeLogLine> ReadChangeLogLine(QByteArrayView bytes, QString& expected);
 
-/// Re-times the grid when a date correction was saved for it, then reads and applies the file; a missing file
-/// is no error and changes nothing.
-Result<ChangeLogOverlay> LoadChangeLog(const QString& path, ReviewGrid& grid, const RowRange& within = {});
+/// Lays a log's lines over the series. A line whose reading the record tells goes to that reading and to no
+/// other. Any other line (an older hand's, or the record is not that log's) goes to the next row of its date
+/// and time behind the line before, so that an extreme record is told from the reading of its minute. A row
+/// takes one line; what fits nowhere is kept and named.
+/// within: the rows that the log is about; others take only lines without a known reading that fit none of
+/// these. singleFile: the lines of other raw files are another load's.
+ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName, const ReviewRecord& record,
+                                StationSeries& series, bool singleFile, const RowRange& within = {});
 
-/// Rows that carry a change, top to bottom.
-std::vector<int> RowsToSave(const ReviewGrid& grid);
+/// Re-times the series when a date correction was saved for it, then reads and applies the file; a missing
+/// file is no error and changes nothing. Log, record and date correction are read as of one moment, whoever
+/// saves meanwhile.
+Result<ChangeLogOverlay> LoadChangeLog(const QString& path, StationSeries& series, bool singleFile,
+                                       const RowRange& within = {});
 
-/// The bytes that SaveChangeLog would write.
-QByteArray ChangeLogContent(const ReviewGrid& grid, const std::vector<int>& rows,
-                            const std::vector<QByteArray>& orphans, const RowRange& within = {});
+/// A log as it is to be saved.
+struct ChangeLogToSave {
+  QByteArray content;
+  RecordState state;
+  std::map<RowRef, Authorship> authors;  ///< the rows that content and state hold, and who corrected each
+};
 
-/// Writes these rows (of RowsToSave, and of those that the log is about), then the orphans of the load, whole
-/// or not at all; on success the rows' baselines and codes are those of saved rows.
-Status SaveChangeLog(const QString& path, ReviewGrid& grid, const std::vector<int>& rows,
-                     const std::vector<QByteArray>& orphans, const RowRange& within = {});
+/// The rows that carry a change and lie within, in grid order, then what a load could not place.
+/// author: of rows changed since the last save.
+ChangeLogToSave FormChangeLog(const StationSeries& series, const ChangeLogOverlay& overlay,
+                              const Authorship& author, const RowRange& within = {});
+
+/// Writes record and log, each whole or not at all, the record first; wherever that is cut, the record fits
+/// the log that is there. On success the overlay is that of the saved log; marks are the caller's to update
+/// (MarkSaved).
+Status SaveChangeLog(const QString& path, const ChangeLogToSave& log, ChangeLogOverlay& overlay);
+
+/// True when the log is no longer what the overlay was read from: someone else has saved since.
+Result<bool> HasChangedSince(const ChangeLogOverlay& overlay);
+
+/// Baselines, codes and shades of rows that have been saved.
+void MarkSaved(StationSeries& series, const std::map<RowRef, Authorship>& rows);
 
 }  // namespace vesk

@@ -21,6 +21,7 @@ struct CarriedRow {
   Reading reading;
   RowMark mark;
   QString discharge;
+  int rawRow = 0;
 };
 
 void SetTime(Reading& reading, DateTime time) {
@@ -33,9 +34,10 @@ std::vector<CarriedRow> RetimedRows(const ReviewGrid& grid, const ReadingSpan& s
   std::vector<CarriedRow> rows;
   rows.reserve(static_cast<std::size_t>(grid.ReadingCount()));
   for (int row = 1; row <= grid.ReadingCount(); ++row) {
-    CarriedRow carried{grid.At(row), grid.Mark(row), grid.Discharge(row)};
+    CarriedRow carried{grid.At(row), grid.Mark(row), grid.Discharge(row), row};
     SetTime(carried.reading, RetimedReading(carried.reading.Time(), span, target));
-    carried.mark.shade = RowShade::Corrected;
+    // A changed level stays marked: operators go from change to change in a re-timed grid, too.
+    if (carried.mark.shade != RowShade::Changed) carried.mark.shade = RowShade::Corrected;
     rows.push_back(std::move(carried));
   }
   std::stable_sort(rows.begin(), rows.end(), [](const CarriedRow& a, const CarriedRow& b) {
@@ -77,17 +79,31 @@ class DayExtremes {
   bool empty_ = true;
 };
 
+/// A computed extreme, or what the operator put in its place.
+CarriedRow ExtremeRow(const Reading& computed, const ExtremeEdits& edits) {
+  CarriedRow row{
+      .reading = computed,
+      .mark = {.rawCm = computed.levelCm, .baselineCm = computed.levelCm, .shade = RowShade::Corrected},
+      .discharge = {}};
+  const auto edit = edits.find({computed.day, computed.kind});
+  if (edit == edits.end()) return row;
+  row.reading.levelCm = edit->second.levelCm;
+  row.reading.minuteOfDay = static_cast<std::int16_t>(edit->second.minuteOfDay);
+  row.mark = edit->second.mark;
+  row.discharge = edit->second.discharge;
+  return row;
+}
+
 /// The rows of the rebuilt grid: readings, with a pair of extremes behind every day that another one follows.
-std::vector<CarriedRow> WithDailyExtremes(std::vector<CarriedRow> rows) {
+std::vector<CarriedRow> WithDailyExtremes(std::vector<CarriedRow> rows, const ExtremeEdits& edits) {
   std::vector<CarriedRow> rebuilt;
+  if (rows.empty()) return rebuilt;
   rebuilt.reserve(rows.size());
   DayExtremes extremes;
   Day previousDay = rows.front().reading.day;
   for (CarriedRow& row : rows) {
-    if (DayOf(row.reading.day) != DayOf(previousDay)) {
-      for (const Reading& extreme : extremes.Rows(previousDay)) {
-        rebuilt.push_back({extreme, {.baselineCm = extreme.levelCm, .shade = RowShade::Corrected}, {}});
-      }
+    if (row.reading.day != previousDay) {
+      for (const Reading& extreme : extremes.Rows(previousDay)) rebuilt.push_back(ExtremeRow(extreme, edits));
       extremes = {};
     }
     previousDay = row.reading.day;
@@ -97,19 +113,22 @@ std::vector<CarriedRow> WithDailyExtremes(std::vector<CarriedRow> rows) {
   return rebuilt;
 }
 
-ReviewGrid GridOf(const std::vector<CarriedRow>& rows) {
-  ReviewGrid grid;
+RetimedView ViewOf(const std::vector<CarriedRow>& rows) {
+  RetimedView view;
   std::vector<Reading> readings;
   readings.reserve(rows.size());
-  for (const CarriedRow& row : rows) readings.push_back(row.reading);
-  grid.Assign(std::move(readings));
+  view.rawRows.reserve(rows.size());
+  for (const CarriedRow& row : rows) {
+    readings.push_back(row.reading);
+    view.rawRows.push_back(row.rawRow);
+  }
+  view.grid.Assign(std::move(readings));
   int number = 0;
   for (const CarriedRow& row : rows) {
-    ++number;
-    grid.SetMark(number, row.mark);
-    if (!row.discharge.isEmpty()) grid.SetDischarge(number, row.discharge);
+    view.grid.SetMark(++number, row.mark);
+    if (!row.discharge.isEmpty()) view.grid.SetDischarge(number, row.discharge);
   }
-  return grid;
+  return view;
 }
 
 }  // namespace
@@ -131,10 +150,10 @@ DateTime RetimedReading(DateTime time, const ReadingSpan& span, DateTime target)
   return span.first + floor<minutes>(seconds(std::llround(from * trueLength / length * 60)));
 }
 
-Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& grid) {
+Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& raw) {
   const QString what = QStringLiteral("The dates were not corrected");
   const auto refuse = [&what](const QString& reason) { return Error{what, {}, reason}; };
-  const auto span = SpanOf(grid);
+  const auto span = SpanOf(raw);
   if (!span) return refuse(QStringLiteral("no readings are loaded"));
   const QString trimmed = text.trimmed();
   const auto target = ReadDateTime(trimmed);
@@ -151,11 +170,10 @@ Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& gri
   return *target;
 }
 
-bool CorrectDates(ReviewGrid& grid, DateTime target) {
-  const auto span = SpanOf(grid);
-  if (!span || target == span->last) return false;
-  grid = GridOf(WithDailyExtremes(RetimedRows(grid, *span, target)));
-  return true;
+RetimedView RetimeReadings(const ReviewGrid& raw, DateTime target, const ExtremeEdits& edits) {
+  const auto span = SpanOf(raw);
+  if (!span || span->first == span->last) return {};
+  return ViewOf(WithDailyExtremes(RetimedRows(raw, *span, target), edits));
 }
 
 }  // namespace vesk

@@ -4,7 +4,10 @@
 
 #include <QString>
 
+#include <compare>
+#include <map>
 #include <optional>
+#include <vector>
 
 #include "platform/result.h"
 #include "review/review_grid.h"
@@ -25,15 +28,40 @@ std::optional<ReadingSpan> SpanOf(const ReviewGrid& grid);
 /// first). last must differ from first.
 DateTime RetimedReading(DateTime time, const ReadingSpan& span, DateTime target);
 
-/// Reads the operator's text (dd/mm/yyyy hh:mm) and checks it against the grid. Refused (the reason says
-/// why): a text that is no date-time, a time not after the first reading, a grid whose last reading does not
-/// lie after its first.
-Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& grid);
+/// Reads the operator's text (dd/mm/yyyy hh:mm) and checks it against the readings as the raw file has them.
+/// Refused (the reason says why): a text that is no date-time, a time not after the first reading, readings
+/// whose last one does not lie after the first.
+Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& raw);
 
-/// Re-times and re-orders the readings, replaces the logger's extreme records by computed ones at every
-/// change of day, and marks every row Corrected; levels, discharges, edit codes and baselines go along with
-/// their readings. False when the target is the last reading's own time: nothing changes. target as
-/// ReadCorrectionTarget gives it.
-bool CorrectDates(ReviewGrid& grid, DateTime target);
+/// A daily extreme that a re-timed grid computes; it is told by its day and its kind.
+struct ExtremeKey {
+  Day day{};
+  ReadingKind kind = ReadingKind::Maximum;
+
+  auto operator<=>(const ExtremeKey&) const = default;
+};
+
+/// An operator's level in place of a computed extreme; it stays at the minute at which it was edited.
+struct ExtremeEdit {
+  double levelCm = 0;
+  int minuteOfDay = 0;
+  RowMark mark;
+  QString discharge;
+};
+
+using ExtremeEdits = std::map<ExtremeKey, ExtremeEdit>;
+
+/// A re-timed grid, and the raw row of each of its rows (0: a computed extreme).
+struct RetimedView {
+  ReviewGrid grid;
+  std::vector<int> rawRows;
+};
+
+/// Re-times and re-orders the readings and replaces the logger's extreme records by computed ones at every
+/// change of day. Levels, discharges and marks go along with their readings; rows that nobody edited are
+/// shaded Corrected. However often the clock was corrected, times are cut to the minute once: target is the
+/// true time of the last raw reading, as ReadCorrectionTarget gives it. edits: extremes that are not what is
+/// computed.
+RetimedView RetimeReadings(const ReviewGrid& raw, DateTime target, const ExtremeEdits& edits = {});
 
 }  // namespace vesk

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 #include <optional>
 
@@ -15,11 +16,13 @@ namespace vesk {
 namespace {
 
 // One record a line: fields parted by tabs, the last one a checksum of those before it.
-//   edit  <row> <date> <time> <label> <level> <corrections>
-//   dates <date and time> <corrections>
+//   edit    <row> <date and time> <kind> <level> <raw file>
+//   extreme <date and time> <kind> <level>
+//   dates   <date and time>
 //   undo
-constexpr char kHeading[] = "journal\t1";
+constexpr char kHeading[] = "journal\t2";
 constexpr char kEditWord[] = "edit";
+constexpr char kExtremeWord[] = "extreme";
 constexpr char kDatesWord[] = "dates";
 constexpr char kUndoWord[] = "undo";
 constexpr char kOldSuffix[] = ".old";      // work that no longer fits its readings
@@ -39,49 +42,51 @@ std::optional<QByteArrayView> Unsealed(QByteArrayView line) {
   return fields;
 }
 
-QByteArray EditFields(const JournalRecord& record) {
-  const QString text = QStringLiteral("%1\t%2\t%3\t%4\t%5\t%6\t%7")
-                           .arg(QLatin1String(kEditWord), QString::number(record.row), DateText(record.day),
-                                ClockText(record.minuteOfDay), record.label, NumberText(record.levelCm),
-                                QString::number(record.corrections));
-  return text.toUtf8();
-}
-
-QByteArray DatesFields(const JournalRecord& record) {
-  const QString text =
-      QStringLiteral("%1\t%2\t%3")
-          .arg(QLatin1String(kDatesWord), DateTimeText(record.target), QString::number(record.corrections));
-  return text.toUtf8();
-}
-
 QByteArray Fields(const JournalRecord& record) {
-  return record.kind == JournalRecord::Kind::Edit ? EditFields(record) : DatesFields(record);
+  const QString time = DateTimeText(record.time);
+  const QString kind = KindText(record.readingKind);
+  const QString level = NumberText(record.levelCm);
+  QStringList fields;
+  switch (record.kind) {
+    case JournalRecord::Kind::Edit:
+      fields = {QLatin1String(kEditWord), QString::number(record.row), time, kind, level, record.rawFile};
+      break;
+    case JournalRecord::Kind::EditExtreme:
+      fields = {QLatin1String(kExtremeWord), time, kind, level};
+      break;
+    case JournalRecord::Kind::CorrectDates:
+      fields = {QLatin1String(kDatesWord), DateTimeText(record.target)};
+      break;
+  }
+  return fields.join(QLatin1Char('\t')).toUtf8();
 }
 
-std::optional<JournalRecord> ReadEdit(const QStringList& fields) {
-  JournalRecord record;
-  bool rowIsNumber = false;
-  bool correctionsIsNumber = false;
-  record.row = fields.value(1).toInt(&rowIsNumber);
-  record.corrections = fields.value(6).toInt(&correctionsIsNumber);
-  const auto day = ReadDate(fields.value(2));
-  const auto minute = ReadClock(fields.value(3));
-  const auto level = ReadLevel(fields.value(5));
-  if (!rowIsNumber || !correctionsIsNumber || !day || !minute || !level) return std::nullopt;
-  record.day = *day;
-  record.minuteOfDay = *minute;
-  record.label = fields.value(4);
-  record.levelCm = *level;
+/// Time, kind and level from a field on.
+std::optional<JournalRecord> ReadEdit(const QStringList& fields, qsizetype from) {
+  const auto time = ReadDateTime(fields.value(from));
+  const auto kind = ReadKind(fields.value(from + 1));
+  const auto level = ReadLevel(fields.value(from + 2));
+  if (!time || !kind || !level) return std::nullopt;
+  return JournalRecord{.time = *time, .readingKind = *kind, .levelCm = *level};
+}
+
+std::optional<JournalRecord> ReadRecord(const QStringList& fields) {
+  const QString& word = fields.front();
+  std::optional<JournalRecord> record;
+  if (word == QLatin1String(kEditWord)) {
+    record = ReadEdit(fields, 2);
+    bool rowIsNumber = false;
+    if (record) record->row = fields.value(1).toInt(&rowIsNumber);
+    if (record) record->rawFile = fields.value(5);
+    if (!rowIsNumber) return std::nullopt;
+  } else if (word == QLatin1String(kExtremeWord)) {
+    record = ReadEdit(fields, 1);
+    if (record) record->kind = JournalRecord::Kind::EditExtreme;
+  } else if (word == QLatin1String(kDatesWord)) {
+    const auto target = ReadDateTime(fields.value(1));
+    if (target) record = JournalRecord{.kind = JournalRecord::Kind::CorrectDates, .target = *target};
+  }
   return record;
-}
-
-std::optional<JournalRecord> ReadDates(const QStringList& fields) {
-  bool correctionsIsNumber = false;
-  const auto target = ReadDateTime(fields.value(1));
-  const int corrections = fields.value(2).toInt(&correctionsIsNumber);
-  if (!target || !correctionsIsNumber) return std::nullopt;
-  return JournalRecord{
-      .kind = JournalRecord::Kind::CorrectDates, .target = *target, .corrections = corrections};
 }
 
 /// Plays the lines of a journal: what was undone does not count.
@@ -90,17 +95,11 @@ class Playback {
   /// False for a line that no version of the program writes.
   bool Take(QByteArrayView line) {
     const QStringList fields = QString::fromUtf8(line).split(QLatin1Char('\t'));
-    const QString& word = fields.front();
-    if (word == QLatin1String(kUndoWord)) {
+    if (fields.front() == QLatin1String(kUndoWord)) {
       if (!done_.empty()) done_.pop_back();
       return true;
     }
-    std::optional<JournalRecord> record;
-    if (word == QLatin1String(kEditWord)) {
-      record = ReadEdit(fields);
-    } else if (word == QLatin1String(kDatesWord)) {
-      record = ReadDates(fields);
-    }
+    std::optional<JournalRecord> record = ReadRecord(fields);
     if (!record) return false;
     done_.push_back(std::move(*record));
     return true;
@@ -177,7 +176,8 @@ Status EditJournal::Restart(const std::vector<JournalRecord>& records, bool keep
   if (Status back = BringBack(); !back) return back;
   if (keepOld && QFileInfo::exists(path_)) {
     const QString kept = FreeOldPath(path_);
-    if (!QFile::copy(path_, kept))
+    const auto content = ReadWholeFile(path_, NotWritten());
+    if (!content || !WriteWholeFile(kept, *content, NotWritten()))
       return JournalError(kept, QStringLiteral("the old journal could not be kept"));
   }
   if (records.empty()) return Remove();
@@ -224,8 +224,10 @@ Status EditJournal::OpenNew() {
   }
   file_.setFileName(path_);
   if (!file_.open(QIODevice::ReadWrite | QIODevice::NewOnly)) return JournalError(path_, file_.errorString());
-  (void)SyncToDisk(QFileInfo(path_).absolutePath(), path_);  // not every file system can; the file is checked
-  return AppendLine(kHeading);
+  Status begun = SyncToDisk(QFileInfo(path_).absolutePath(), NotWritten());
+  if (begun) begun = AppendLine(kHeading);
+  if (!begun) file_.remove();  // the next record begins anew: without its heading it would not be read
+  return begun;
 }
 
 Status EditJournal::AppendLine(const QByteArray& fields) {
@@ -234,8 +236,9 @@ Status EditJournal::AppendLine(const QByteArray& fields) {
   }
   const qint64 start = file_.pos();
   const QByteArray line = Sealed(fields);
-  if (file_.write(line) == line.size() && file_.flush() && ::fdatasync(file_.handle()) == 0) return {};
-  const QString reason = file_.errorString();
+  const bool written = file_.write(line) == line.size() && file_.flush();
+  if (written && ::fdatasync(file_.handle()) == 0) return {};
+  const QString reason = written ? qt_error_string(errno) : file_.errorString();
   // A line cut short (disk full) would hide every later one.
   if (file_.resize(start)) file_.seek(start);
   return JournalError(path_, reason);

@@ -15,17 +15,17 @@
 
 namespace vesk {
 
-/// One thing the operator did that a later run can do again.
+/// One thing the operator did that a later run can do again. It names its reading by what it is, so that it
+/// holds whatever the clock correction in force.
 struct JournalRecord {
-  enum class Kind { Edit, CorrectDates };
+  enum class Kind { Edit, EditExtreme, CorrectDates };
   Kind kind = Kind::Edit;
-  int row = 0;  ///< Edit: grid row at the time
-  Day day{};    ///< Edit: date, time and label of that row, to find it again
-  int minuteOfDay = 0;
-  QString label{};
-  double levelCm = 0;   ///< Edit: the level typed, cm
-  DateTime target{};    ///< CorrectDates: the true time of the last reading
-  int corrections = 0;  ///< date corrections in force before it, saved ones too: whose times it speaks of
+  int row = 0;        ///< Edit: raw row at the time
+  QString rawFile{};  ///< Edit: first 16 characters of its raw file's name
+  DateTime time{};    ///< Edit: of the reading in its raw file; EditExtreme: as shown
+  ReadingKind readingKind = ReadingKind::Ordinary;
+  double levelCm = 0;  ///< edits: the level typed, cm
+  DateTime target{};   ///< CorrectDates: the true time of the last reading
 
   bool operator==(const JournalRecord&) const = default;
 };
@@ -37,8 +37,8 @@ struct PendingEdits {
   [[nodiscard]] bool Empty() const { return records.empty(); }
 };
 
-/// changeLogPath + ".journal"; in single-file mode with the raw file's name between, since all single files
-/// of a station share one change log.
+/// changeLogPath + ".journal"; in single-file mode with the first 16 characters of the raw file's name
+/// between, since all single files of a station share one change log.
 QString JournalPath(const QString& changeLogPath, const QString& rawFileName = {});
 
 /// What the journal's bytes hold, up to the first record that is not whole.
@@ -68,6 +68,8 @@ class EditJournal {
   Status AppendUndo();
   /// The work is saved or dropped: deletes what this object wrote, and brings back a journal that waits.
   Status Finish();
+  /// Leaves what this object wrote as it is, for a later run to take up.
+  void Leave() { file_.close(); }
   /// Deletes what is pending, whoever wrote it, and brings back a journal that waits; also right when there
   /// is none. On failure the journal goes on as before.
   Status Remove();

@@ -1,27 +1,33 @@
 #include "review/editing.h"
 
+#include <QDateTime>
+
 #include <algorithm>
+
+#include "platform/current_user.h"
 
 namespace vesk {
 namespace {
 
-/// One row back to its baseline, its edit code one down.
-void UndoRow(ReviewGrid& grid, int row) {
-  RowMark mark = grid.Mark(row);
-  const int code = grid.CodeValue(row) - 1;
-  mark.editCode = std::max(code, 0);
-  if (code >= 0) mark.shade = code > 0 ? RowShade::Changed : RowShade::None;
-  grid.SetLevel(row, mark.baselineCm);
-  grid.SetMark(row, mark);
+/// A row back to its baseline, its edit code one down.
+RowState Undone(RowState state, int codeValue) {
+  const int code = codeValue - 1;
+  state.levelCm = state.mark.baselineCm;
+  state.mark.editCode = std::max(code, 0);
+  if (code >= 0) state.mark.shade = code > 0 ? RowShade::Changed : RowShade::None;
+  return state;
+}
+
+QString NotChanged() {
+  return QStringLiteral("The level was not changed");
 }
 
 /// Level in cm of a typed text; refused when it is empty or no number.
 Result<double> ReadTypedLevel(const QString& typed) {
-  const QString what = QStringLiteral("The level was not changed");
   const QString text = NormaliseTypedLevel(typed);
-  if (text.isEmpty()) return Error{what, {}, QStringLiteral("a level cannot be empty")};
+  if (text.isEmpty()) return Error{NotChanged(), {}, QStringLiteral("a level cannot be empty")};
   const auto level = ReadLevel(text);
-  if (!level) return Error{what, {}, QStringLiteral("a level must be a number")};
+  if (!level) return Error{NotChanged(), {}, QStringLiteral("a level must be a number")};
   return *level;
 }
 
@@ -41,8 +47,16 @@ void EditSession::Begin(LoadedReadings& loaded) {
   journals_.Use(loaded);
   journalFailed_ = false;
   ResetSteps();
-  changedRows_.clear();
-  ReplaceGrid(std::move(loaded.grid));
+  edited_.clear();
+  Q_EMIT GridAboutToBeReplaced();
+  series_ = loaded.retimed ? std::move(*loaded.retimed)
+                           : StationSeries(std::move(loaded.grid), std::move(loaded.rawFiles));
+  Q_EMIT GridReplaced();
+  locks_.clear();
+  lockPaths_.clear();
+  for (const LoadedChangeLog& log : logs_) lockPaths_.push_back(log.saveTo + QStringLiteral(".lock"));
+  outdated_ = false;
+  TryLocks();
   Q_EMIT StateChanged();
 }
 
@@ -56,110 +70,151 @@ void EditSession::ResetSteps() {
   undone_.clear();
 }
 
-void EditSession::ReplaceGrid(ReviewGrid grid) {
-  Q_EMIT GridAboutToBeReplaced();
-  grid_ = std::move(grid);
-  Q_EMIT GridReplaced();
-}
-
 bool EditSession::IsEditable(int row, GridColumn column) const {
-  return column == GridColumn::Level && grid_.IsReading(row);
+  return column == GridColumn::Level && Grid().IsReading(row);
 }
 
 Result<bool> EditSession::EditLevel(int row, const QString& typed) {
   if (!IsEditable(row, GridColumn::Level)) {
-    return Error{QStringLiteral("The level was not changed"), {}, QStringLiteral("the row holds no reading")};
+    return Error{NotChanged(), {}, QStringLiteral("the row holds no reading")};
   }
   const Result<double> level = ReadTypedLevel(typed);
   if (!level) return level.Failure();
-  if (!ApplyEdit(row, *level)) return false;
+  return Edit(row, *level);
+}
+
+Result<bool> EditSession::RestoreRawLevel(int row) {
+  if (!Grid().IsReading(row)) return Error{NotChanged(), {}, QStringLiteral("the row holds no reading")};
+  return Edit(row, Grid().RawLevel(row));
+}
+
+Result<bool> EditSession::Edit(int row, double levelCm) {
+  const RowRef ref = series_.RefOf(row);
+  if (NumberText(levelCm) == NumberText(Grid().At(row).levelCm)) return false;
+  if (const Status may = MayEdit(); !may) return may.Failure();
+  ApplyEdit(ref, levelCm);
   JournalLastStep();
-  Q_EMIT RowChanged(row);
   Q_EMIT StateChanged();
   return true;
 }
 
-bool EditSession::ApplyEdit(int row, double levelCm) {
-  const Reading& reading = grid_.At(row);
-  if (NumberText(levelCm) == NumberText(reading.levelCm)) return false;
-  Step step;
-  step.record = {.kind = JournalRecord::Kind::Edit,
-                 .row = row,
-                 .day = reading.day,
-                 .minuteOfDay = reading.minuteOfDay,
-                 .label = RecordLabel(reading),
-                 .levelCm = levelCm,
-                 .corrections = Corrections()};
-  step.oldLevelCm = reading.levelCm;
-  step.oldMark = step.newMark = grid_.Mark(row);
-  step.newMark.editCode = grid_.CodeValue(row) + 1;
-  step.newMark.shade = RowShade::Changed;
-  Redo(step);
-  undone_.clear();
-  done_.push_back(std::move(step));
+/// False when the row has that level already.
+bool EditSession::ApplyEdit(const RowRef& row, double levelCm) {
+  Step step{
+      .record = RecordOf(row, levelCm), .row = row, .before = series_.StateOf(row).value_or(RowState{})};
+  if (NumberText(levelCm) == NumberText(step.before.levelCm)) return false;
+  step.after = step.before;
+  step.after.levelCm = levelCm;
+  const int code =
+      row.rawRow > 0 ? series_.Raw().CodeValue(row.rawRow) : std::max(step.before.mark.editCode, 0);
+  step.after.mark.editCode = code + 1;
+  step.after.mark.shade = RowShade::Changed;
+  Do(std::move(step));
   return true;
+}
+
+JournalRecord EditSession::RecordOf(const RowRef& row, double levelCm) const {
+  if (row.rawRow > 0) {
+    const Reading& reading = series_.Raw().At(row.rawRow);
+    return {.row = row.rawRow,
+            .rawFile = series_.FileOf(row.rawRow),
+            .time = reading.Time(),
+            .readingKind = reading.kind,
+            .levelCm = levelCm};
+  }
+  return {.kind = JournalRecord::Kind::EditExtreme,
+          .time = DateTime(row.extreme.day),
+          .readingKind = row.extreme.kind,
+          .levelCm = levelCm};
 }
 
 Result<bool> EditSession::CorrectDates(const QString& targetText) {
+  const QString what = QStringLiteral("The dates were not corrected");
   if (!CanCorrectDates()) {
-    return Error{QStringLiteral("The dates were not corrected"),
-                 {},
-                 QStringLiteral("only the readings of a single file can be re-timed")};
+    return Error{what, {}, QStringLiteral("only the readings of a single file can be re-timed")};
   }
-  const Result<DateTime> target = ReadCorrectionTarget(targetText, grid_);
+  const Result<DateTime> target = ReadCorrectionTarget(targetText, series_.Raw());
   if (!target) return target.Failure();
-  if (!ApplyCorrection(*target)) return false;
+  if (*target == series_.LastReading()) return false;
+  if (const Status may = MayEdit(); !may) return Error{what, may.Failure().path, may.Failure().reason};
+  ApplyCorrection(*target);
   JournalLastStep();
   Q_EMIT StateChanged();
   return true;
 }
 
-int EditSession::SavedCorrections() const {
-  return logs_.empty() ? 0 : static_cast<int>(logs_.front().overlay.correction.targets.size());
+Result<bool> EditSession::RemoveDateCorrection() {
+  const auto span = SpanOf(series_.Raw());
+  if (!IsCorrected() || !span) return false;
+  return CorrectDates(DateTimeText(span->last));
 }
 
-int EditSession::Corrections() const {
-  if (done_.empty()) return SavedCorrections();
-  return done_.back().record.corrections + (done_.back().gridBefore ? 1 : 0);
+std::optional<DateTime> EditSession::SavedTarget() const {
+  return logs_.empty() ? std::nullopt : logs_.front().overlay.correction.target;
 }
 
+/// False when the last reading stands there already.
 bool EditSession::ApplyCorrection(DateTime target) {
-  if (target == SpanOf(grid_)->last) return false;
-  Step step;
-  step.record = {.kind = JournalRecord::Kind::CorrectDates, .target = target, .corrections = Corrections()};
-  step.gridBefore = grid_;
-  Redo(step);
-  undone_.clear();
-  done_.push_back(std::move(step));
+  if (target == series_.LastReading()) return false;
+  Step step{.record = {.kind = JournalRecord::Kind::CorrectDates, .target = target},
+            .targetBefore = series_.Target()};
+  const auto span = SpanOf(series_.Raw());
+  if (span && target != span->last) step.targetAfter = target;
+  Do(std::move(step));
   return true;
 }
 
-void EditSession::Redo(const Step& step) {
-  if (step.gridBefore) {
-    ReviewGrid corrected = grid_;
-    vesk::CorrectDates(corrected, step.record.target);
-    ReplaceGrid(std::move(corrected));
+void EditSession::Do(Step step) {
+  TakeStep(step, true);
+  undone_.clear();
+  done_.push_back(std::move(step));
+}
+
+void EditSession::TakeStep(const Step& step, bool forward) {
+  if (step.IsCorrection()) {
+    RetimeTo(forward ? step.targetAfter : step.targetBefore);
     return;
   }
-  const int row = step.record.row;
-  grid_.SetLevel(row, step.record.levelCm);
-  grid_.SetMark(row, step.newMark);
-  changedRows_.insert(std::upper_bound(changedRows_.begin(), changedRows_.end(), row), row);
+  series_.SetState(step.row, forward ? step.after : step.before);
+  if (forward) {
+    edited_.push_back(step.row);
+  } else {
+    const auto last = std::find(edited_.rbegin(), edited_.rend(), step.row);
+    if (last != edited_.rend()) edited_.erase(std::next(last).base());
+  }
+  ShowChanged(step.row);
+}
+
+void EditSession::RetimeTo(const std::optional<DateTime>& target) {
+  Q_EMIT GridAboutToBeReplaced();
+  series_.SetTarget(target);
+  Q_EMIT GridReplaced();
+}
+
+/// In a re-timed grid the day's computed extremes follow a reading.
+void EditSession::ShowChanged(const RowRef& row) {
+  if (IsCorrected()) {
+    Q_EMIT AllRowsChanged();
+  } else {
+    Q_EMIT RowChanged(row.rawRow);
+  }
+}
+
+std::vector<int> EditSession::ChangedRows() const {
+  std::vector<int> rows;
+  for (const RowRef& row : edited_) {
+    if (const int shown = series_.ShownRowOf(row); shown > 0) rows.push_back(shown);
+  }
+  std::sort(rows.begin(), rows.end());
+  return rows;
 }
 
 std::optional<int> EditSession::UndoStep() {
   if (done_.empty()) return std::nullopt;
   Step step = std::move(done_.back());
   done_.pop_back();
-  const int row = step.gridBefore ? 0 : step.record.row;
-  if (step.gridBefore) {
-    ReplaceGrid(*step.gridBefore);
-  } else {
-    grid_.SetLevel(row, step.oldLevelCm);
-    grid_.SetMark(row, step.oldMark);
-    changedRows_.erase(std::lower_bound(changedRows_.begin(), changedRows_.end(), row));
-    Q_EMIT RowChanged(row);
-  }
+  TakeStep(step, false);
+  const int row = step.IsCorrection() ? 0 : series_.ShownRowOf(step.row);
   undone_.push_back(std::move(step));
   if (!journalFailed_) Journal(journals_.AppendUndo(undone_.back().record));
   if (done_.empty()) FinishJournals();
@@ -168,84 +223,48 @@ std::optional<int> EditSession::UndoStep() {
 }
 
 std::optional<int> EditSession::RedoStep() {
-  if (undone_.empty()) return std::nullopt;
+  if (undone_.empty() || !MayEdit()) return std::nullopt;
   Step step = std::move(undone_.back());
   undone_.pop_back();
-  const int row = step.gridBefore ? 0 : step.record.row;
-  Redo(step);
+  TakeStep(step, true);
+  const int row = step.IsCorrection() ? 0 : series_.ShownRowOf(step.row);
   done_.push_back(std::move(step));
   JournalLastStep();
-  if (row > 0) Q_EMIT RowChanged(row);
   Q_EMIT StateChanged();
   return row;
 }
 
 void EditSession::UndoAll() {
-  // A date correction is taken back as a whole: the grid as it was before the first one holds every reading.
-  const auto correction =
-      std::find_if(done_.begin(), done_.end(), [](const Step& step) { return step.gridBefore.has_value(); });
-  if (correction != done_.end()) ReplaceGrid(std::move(*correction->gridBefore));
-  for (int row = 1; row <= grid_.ReadingCount(); ++row) UndoRow(grid_, row);
+  if (HasUnsavedCorrection()) RetimeTo(SavedTarget());
+  std::vector<std::pair<RowRef, RowState>> states;
+  const ReviewGrid& raw = series_.Raw();
+  states.reserve(static_cast<std::size_t>(raw.ReadingCount()));
+  for (int row = 1; row <= raw.ReadingCount(); ++row) {
+    const RowRef ref{.rawRow = row};
+    states.emplace_back(ref, Undone(*series_.StateOf(ref), raw.CodeValue(row)));
+  }
+  for (const auto& [key, edit] : series_.EditedExtremes()) {
+    const RowRef ref{.extreme = key};
+    states.emplace_back(ref, Undone(*series_.StateOf(ref), edit.mark.editCode));
+  }
+  series_.SetStates(states);
   ResetSteps();
   FinishJournals();
   Q_EMIT AllRowsChanged();
   Q_EMIT StateChanged();
 }
 
-Status EditSession::Save() {
-  Status saved = singleFile_ && !logs_.empty() ? SaveLogOfFile(logs_.front()) : SaveLogsOfYears();
-  if (saved) {
-    ResetSteps();
-    FinishJournals();
-  }
-  Q_EMIT AllRowsChanged();  // also behind a failure: an earlier log of this load may have been saved
-  Q_EMIT StateChanged();
-  return saved;
-}
-
-// Each year goes into its own log, where the next load of that year alone finds it.
-Status EditSession::SaveLogsOfYears() {
-  if (logs_.empty()) return {};
-  std::vector<std::vector<int>> rows(logs_.size());
-  for (const int row : RowsToSave(grid_)) rows[journals_.IndexOf(row)].push_back(row);
-  for (std::size_t i = 0; i < logs_.size(); ++i) {
-    const LoadedChangeLog& log = logs_[i];
-    Status saved = SaveChangeLog(log.saveTo, grid_, rows[i], log.overlay.orphans, log.rows);
-    if (!saved) return saved;
-  }
-  return {};
-}
-
-// A change log with corrected times fits re-timed readings only, so the corrections go first, as a plan that
-// counts from the moment when the change log is in its place.
-Status EditSession::SaveLogOfFile(LoadedChangeLog& log) {
-  SavedCorrection& correction = log.overlay.correction;
-  const std::vector<int> rows = RowsToSave(grid_);
-  PlannedTargets planned;
-  for (const Step& step : done_) {
-    if (step.gridBefore) planned.targets.push_back(step.record.target);
-  }
-  if (!planned.targets.empty()) planned.changeLog = ChangeLogContent(grid_, rows, log.overlay.orphans);
-  Status saved = WriteSavedCorrection(log.saveTo, correction, planned);
-  if (saved) saved = SaveChangeLog(log.saveTo, grid_, rows, log.overlay.orphans);
-  if (!saved) return saved;
-  correction.targets.insert(correction.targets.end(), planned.targets.begin(), planned.targets.end());
-  // From here on the plan counts; a next save makes it plain if this cannot.
-  static_cast<void>(WriteSavedCorrection(log.saveTo, correction));
-  return {};
-}
-
 int EditSession::NextChange(int fromRow) const {
-  for (int row = std::max(fromRow + 1, 1); row <= grid_.ReadingCount(); ++row) {
-    const RowShade shade = grid_.Mark(row).shade;
+  for (int row = std::max(fromRow + 1, 1); row <= Grid().ReadingCount(); ++row) {
+    const RowShade shade = Grid().Mark(row).shade;
     if (shade == RowShade::Changed || shade == RowShade::Grey) return row;
   }
   return 0;
 }
 
 int EditSession::PreviousChange(int fromRow) const {
-  for (int row = std::min(fromRow - 1, grid_.ReadingCount()); row >= 1; --row) {
-    if (grid_.Mark(row).shade == RowShade::Changed) return row;
+  for (int row = std::min(fromRow - 1, Grid().ReadingCount()); row >= 1; --row) {
+    if (Grid().Mark(row).shade == RowShade::Changed) return row;
   }
   return 0;
 }
@@ -255,7 +274,7 @@ DateJump EditSession::GoToDate(const QString& typed) const {
   DateJump jump{.text = NormaliseDateText(typed).trimmed()};
   const auto day = ReadDate(jump.text);
   if (!day) return jump;
-  const auto& readings = grid_.Readings();
+  const auto& readings = Grid().Readings();
   const auto found =
       std::find_if(readings.begin(), readings.end(), [&](const Reading& r) { return r.day == *day; });
   if (found != readings.end()) jump.row = static_cast<int>(found - readings.begin()) + 1;

@@ -1,4 +1,4 @@
-// Editing of a loaded review grid: levels, undo, navigation, saving. One EditSession goes with one selection
+// Editing of a loaded series: levels, undo, navigation, saving. One EditSession goes with one selection
 // window.
 #pragma once
 
@@ -8,12 +8,12 @@
 #include <optional>
 #include <vector>
 
+#include "platform/locks.h"
 #include "platform/regional.h"
 #include "platform/result.h"
-#include "review/date_correction.h"
 #include "review/load_readings.h"
-#include "review/review_grid.h"
 #include "review/session_journals.h"
+#include "review/station_series.h"
 
 namespace vesk {
 
@@ -26,31 +26,47 @@ struct DateJump {
   int row = 0;   ///< first row of that date; 0 when the grid has none
 };
 
-/// The grid of one load with everything the operator does to it. Rows count from 1.
+/// The readings of one load with everything the operator does to them. Rows count from 1, as shown.
 class EditSession : public QObject {
   Q_OBJECT
 
  public:
   explicit EditSession(QObject* parent = nullptr);
 
-  /// Takes over the grid and the change logs of a load; everything of the load before is dropped.
+  /// Takes over the readings and the change logs of a load; everything of the load before is dropped, locks
+  /// included. Each change log is locked for this session where nobody else has it.
   void Begin(LoadedReadings& loaded);
   void Clear();
 
-  [[nodiscard]] const ReviewGrid& Grid() const { return grid_; }
-  /// Work of an earlier run that was never saved, for the grid just loaded; ask for it after Begin.
-  [[nodiscard]] Result<PendingEdits> Pending() const;
-  /// Does the pending work again, less what was saved before the crash; returns how many records do not fit
-  /// the grid. Those are kept in a file of their own.
+  [[nodiscard]] const ReviewGrid& Grid() const { return series_.Shown(); }
+  [[nodiscard]] const StationSeries& Series() const { return series_; }
+
+  /// Who works on these corrections; nothing when this session does. While somebody does, the readings are
+  /// there to be looked at: every edit tries for the lock anew.
+  [[nodiscard]] const std::optional<LockHolder>& Holder() const { return holder_; }
+  /// The corrections are held by a session of another machine that will not come back, as the operator
+  /// knows: takes its place. False while it (or another one) still holds them.
+  Result<bool> TakeOver();
+  /// True when the corrections have changed since they were read: to be loaded again before anything is
+  /// edited. Also behind a save that was refused for that reason; unsaved work then stays in the journal.
+  [[nodiscard]] bool IsOutdated() const { return outdated_; }
+  /// Leaves unsaved edits in their journals, for the next load to offer.
+  void KeepForLater();
+
+  /// Work of an earlier run that was never saved, for the readings just loaded; ask for it after Begin. What
+  /// has been saved all the same is not offered.
+  [[nodiscard]] Result<PendingEdits> Pending();
+  /// Does the pending work again; returns how many records do not fit the readings. Those are kept in a file
+  /// of their own.
   int Restore(const PendingEdits& pending);
   /// Forgets the pending work, or this session's unsaved edits, for good (the grid is left as it is). On
   /// failure nothing is forgotten: the edits stay unsaved and in the journal.
   Status Discard();
 
   /// Edits since loading; the count of Text5.
-  [[nodiscard]] int ChangeCount() const { return static_cast<int>(changedRows_.size()); }
-  /// Row numbers of VSsatir: one an edit, ascending.
-  [[nodiscard]] const std::vector<int>& ChangedRows() const { return changedRows_; }
+  [[nodiscard]] int ChangeCount() const { return static_cast<int>(edited_.size()); }
+  /// Row numbers of VSsatir: one an edit, ascending; edits of rows that are not on the screen left out.
+  [[nodiscard]] std::vector<int> ChangedRows() const;
   /// True while there is a step to save or to take back.
   [[nodiscard]] bool HasUnsavedChanges() const { return !done_.empty(); }
 
@@ -59,16 +75,20 @@ class EditSession : public QObject {
   /// Sets a level from a typed text. True when it changed the reading, false when it is the level already
   /// there.
   Result<bool> EditLevel(int row, const QString& typed);
+  /// Gives a reading the level of its raw file back; a step like another.
+  Result<bool> RestoreRawLevel(int row);
   /// Re-times a single file's readings so that the last one stands at the typed date and time (dd/mm/yyyy
-  /// hh:mm). False when that is its time already.
+  /// hh:mm). False when that is its time already. The logger's own time takes a correction back.
   Result<bool> CorrectDates(const QString& targetText);
+  /// Gives every reading its raw time back; false when the readings are not re-timed.
+  Result<bool> RemoveDateCorrection();
   /// True for a single-file load: only such a grid can be re-timed.
-  [[nodiscard]] bool CanCorrectDates() const { return singleFile_ && grid_.ReadingCount() > 0; }
+  [[nodiscard]] bool CanCorrectDates() const { return singleFile_ && Grid().ReadingCount() > 0; }
 
   /// True while the grid's readings are re-timed, by this session or as saved.
-  [[nodiscard]] bool IsCorrected() const { return Corrections() > 0; }
-  /// True while a date correction waits to be saved or taken back.
-  [[nodiscard]] bool HasUnsavedCorrection() const { return Corrections() > SavedCorrections(); }
+  [[nodiscard]] bool IsCorrected() const { return series_.Target().has_value(); }
+  /// True while a date correction, or the removal of one, waits to be saved or taken back.
+  [[nodiscard]] bool HasUnsavedCorrection() const { return series_.Target() != SavedTarget(); }
 
   /// Steps back and forth through single edits (and date corrections). The row concerned; 0 when it was the
   /// whole grid; nothing when there was no step to take.
@@ -78,6 +98,7 @@ class EditSession : public QObject {
   void UndoAll();
   /// Command4: writes the change log(s), and ahead of them what re-times their readings at the next load. On
   /// failure, or a crash on the way, nothing is lost and the files fit each other; the changes stay unsaved.
+  /// Refused when somebody else holds or has changed the corrections (IsOutdated).
   Status Save();
 
   /// Next row below, or row above, that carries a change; 0 when there is none.
@@ -95,36 +116,50 @@ class EditSession : public QObject {
   void JournalFailed(const vesk::Error& error);
 
  private:
-  /// One step that can be taken back: a level with its mark before and after, or a whole grid.
+  /// One step that can be taken back: a row's state before and after, or the clock's.
   struct Step {
     JournalRecord record;
-    double oldLevelCm = 0;
-    RowMark oldMark, newMark;
-    std::optional<ReviewGrid> gridBefore;  ///< of a date correction
+    RowRef row{};
+    RowState before{}, after{};
+    std::optional<DateTime> targetBefore{}, targetAfter{};
+
+    [[nodiscard]] bool IsCorrection() const { return record.kind == JournalRecord::Kind::CorrectDates; }
   };
 
+  Status MayEdit();
+  void TryLocks();
+  void CheckWhetherOutdated();
   bool Repeat(const JournalRecord& record);
-  bool ApplyEdit(int row, double levelCm);
+  bool ApplyEdit(const RowRef& row, double levelCm);
+  Result<bool> Edit(int row, double levelCm);
   bool ApplyCorrection(DateTime target);
-  void Redo(const Step& step);
-  Status SaveLogsOfYears();
-  Status SaveLogOfFile(LoadedChangeLog& log);
-  void ReplaceGrid(ReviewGrid grid);
+  void TakeStep(const Step& step, bool forward);
+  void Do(Step step);
+  void ShowChanged(const RowRef& row);
+  void RetimeTo(const std::optional<DateTime>& target);
+  [[nodiscard]] JournalRecord RecordOf(const RowRef& row, double levelCm) const;
+  [[nodiscard]] std::optional<RowRef> Resolve(const JournalRecord& record) const;
+  [[nodiscard]] int ResolveRawRow(const JournalRecord& record) const;
+  [[nodiscard]] bool IsSaved(const std::vector<JournalRecord>& records) const;
+  Status CheckBeforeSave();
+  Status SaveLog(LoadedChangeLog& log);
   void JournalLastStep();
   void Journal(const Status& status);
   void FinishJournals();
-  int ResolveRow(const JournalRecord& record) const;
-  std::size_t CountSaved(const std::vector<JournalRecord>& records) const;
-  int Corrections() const;
-  int SavedCorrections() const;
+  [[nodiscard]] std::optional<DateTime> SavedTarget() const;
   void ResetSteps();
 
-  ReviewGrid grid_;
+  StationSeries series_;
   std::vector<LoadedChangeLog> logs_;
   SessionJournals journals_;
+  std::vector<FileLock> locks_;  ///< one a log once held
+  std::vector<QString> lockPaths_;
+  std::optional<LockHolder> holder_;
+  bool locksFailed_ = false;  ///< no lock file can be made there: nobody's work is to be protected
+  bool outdated_ = false;
   bool journalFailed_ = false;
   bool singleFile_ = false;
-  std::vector<int> changedRows_;
+  std::vector<RowRef> edited_;  ///< one an edit, in the order made
   std::vector<Step> done_, undone_;
 };
 

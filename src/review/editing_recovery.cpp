@@ -1,84 +1,85 @@
 // Unsaved work across a crash: what the journals give back to a load, and when they go.
 #include <algorithm>
-#include <iterator>
+#include <map>
 
+#include "review/change_log_rows.h"
 #include "review/editing.h"
 
 namespace vesk {
-namespace {
 
-/// "ort", "Max" or "Min" of a record label.
-QStringView KindOf(const QString& label) {
-  return QStringView(label).mid(label.indexOf(QLatin1Char('-')) + 1);
+Result<PendingEdits> EditSession::Pending() {
+  if (holder_) return PendingEdits();  // the journal is the holder's
+  Result<PendingEdits> pending = journals_.Pending();
+  if (!pending || pending->Empty() || HasUnsavedChanges() || !IsSaved(pending->records)) return pending;
+  // A journal outlived the save of its work.
+  if (Status gone = journals_.Remove(); !gone) return gone.Failure();
+  return PendingEdits();
 }
 
-}  // namespace
-
-Result<PendingEdits> EditSession::Pending() const {
-  return journals_.Pending();
-}
-
-// A raw file that came in between shifts the rows and the file numbers in the labels. Then a reading counts
-// as found only when it is the one of its kind at that minute: files can overlap.
-int EditSession::ResolveRow(const JournalRecord& record) const {
-  const auto hasTime = [&](int row) {
-    return grid_.At(row).day == record.day && grid_.At(row).minuteOfDay == record.minuteOfDay;
-  };
-  if (grid_.IsReading(record.row) && hasTime(record.row) &&
-      RecordLabel(grid_.At(record.row)) == record.label) {
-    return record.row;
+/// True when doing it all again would change nothing.
+bool EditSession::IsSaved(const std::vector<JournalRecord>& records) const {
+  std::map<RowRef, double> levelsCm;
+  std::optional<DateTime> target = series_.LastReading();
+  for (const JournalRecord& record : records) {
+    if (record.kind == JournalRecord::Kind::CorrectDates) {
+      target = record.target;
+      continue;
+    }
+    const auto row = Resolve(record);
+    if (!row) return false;
+    levelsCm[*row] = record.levelCm;
   }
+  return target == series_.LastReading() && std::ranges::all_of(levelsCm, [this](const auto& entry) {
+           const auto state = series_.StateOf(entry.first);
+           return state && IsSameLevel(state->levelCm, entry.second);
+         });
+}
+
+// A raw file that came in between shifts the rows. Then a reading counts as found only when it is the one of
+// its kind at that minute in its file, or in all of them when its file is told by nothing: files can overlap.
+int EditSession::ResolveRawRow(const JournalRecord& record) const {
+  const ReviewGrid& raw = series_.Raw();
+  const auto isMeant = [&](int row) {
+    return raw.At(row).Time() == record.time && raw.At(row).kind == record.readingKind &&
+           series_.FileOf(row).compare(record.rawFile, Qt::CaseInsensitive) == 0;
+  };
+  if (raw.IsReading(record.row) && isMeant(record.row)) return record.row;
   int found = 0;
-  int row = grid_.FindRow(record.day, record.minuteOfDay, 1);
-  for (; grid_.IsReading(row); row = grid_.FindRow(record.day, record.minuteOfDay, row + 1)) {
-    if (KindOf(RecordLabel(grid_.At(row))) != KindOf(record.label)) continue;
+  for (int row = 1; row <= raw.ReadingCount(); ++row) {
+    if (!isMeant(row)) continue;
     if (found > 0) return 0;
     found = row;
   }
   return found;
 }
 
-// A record speaks of the times that were in force when it was made; under others its minute is another
-// reading's.
+std::optional<RowRef> EditSession::Resolve(const JournalRecord& record) const {
+  if (record.kind == JournalRecord::Kind::Edit) {
+    const int row = ResolveRawRow(record);
+    return row > 0 ? std::optional(RowRef{.rawRow = row}) : std::nullopt;
+  }
+  return RowRef{.extreme = {std::chrono::floor<std::chrono::days>(record.time), record.readingKind}};
+}
+
 bool EditSession::Repeat(const JournalRecord& record) {
-  if (record.corrections != Corrections()) return false;
   if (record.kind == JournalRecord::Kind::CorrectDates) {
-    if (!CanCorrectDates() || !ReadCorrectionTarget(DateTimeText(record.target), grid_)) return false;
+    if (!CanCorrectDates() || !ReadCorrectionTarget(DateTimeText(record.target), series_.Raw())) return false;
     ApplyCorrection(record.target);
     return true;
   }
-  const int row = ResolveRow(record);
-  if (row == 0) return false;
-  ApplyEdit(row, record.levelCm);
+  const auto row = Resolve(record);
+  if (!row || !series_.StateOf(*row)) return false;
+  ApplyEdit(*row, record.levelCm);
   return true;
 }
 
-// A journal can outlive the save of its work. A date correction in it that is among the saved ones gives that
-// away: it was saved, and what stands before it too.
-std::size_t EditSession::CountSaved(const std::vector<JournalRecord>& records) const {
-  if (logs_.empty()) return 0;
-  const std::vector<DateTime>& targets = logs_.front().overlay.correction.targets;
-  const auto last = std::find_if(records.rbegin(), records.rend(), [&](const JournalRecord& record) {
-    const auto index = static_cast<std::size_t>(record.corrections);
-    return record.kind == JournalRecord::Kind::CorrectDates && index < targets.size() &&
-           targets[index] == record.target;
-  });
-  return static_cast<std::size_t>(std::distance(last, records.rend()));
-}
-
 int EditSession::Restore(const PendingEdits& pending) {
-  const std::size_t saved = CountSaved(pending.records);
+  if (const Status may = MayEdit(); !may) return static_cast<int>(pending.records.size());
   int misfits = 0;
-  bool fits = true;
-  for (std::size_t i = saved; i < pending.records.size(); ++i) {
-    // Behind a correction that does not fit, the times are others than the records say.
-    const bool done = fits && Repeat(pending.records[i]);
-    if (!done) ++misfits;
-    fits = fits && (done || pending.records[i].kind == JournalRecord::Kind::Edit);
-  }
+  for (const JournalRecord& record : pending.records) misfits += Repeat(record) ? 0 : 1;
   std::vector<JournalRecord> kept;
   for (const Step& step : done_) kept.push_back(step.record);
-  Journal(journals_.Restart(kept, misfits > 0 || saved > 0));
+  Journal(journals_.Restart(kept, misfits > 0));
   Q_EMIT AllRowsChanged();
   Q_EMIT StateChanged();
   return misfits;

@@ -105,6 +105,7 @@ void FormSec::ConnectGridCommands() {
   connect(c_.Command7, &QPushButton::clicked, this, [this] { GoToChange(false); });
   connect(c_.Command8, &QPushButton::clicked, this, &FormSec::GoToDate);
   connect(c_.Command10, &QPushButton::clicked, this, &FormSec::CorrectDates);
+  connect(c_.CmdSaatSil, &QPushButton::clicked, this, &FormSec::RemoveDateCorrection);
   connect(c_.VSsatir, &QListWidget::itemClicked, this, [this](const QListWidgetItem* item) {
     c_.VS1->GoTo(item->text().toInt(), GridColumn::Level, true);
   });

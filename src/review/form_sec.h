@@ -85,13 +85,16 @@ class FormSec : public QWidget {
 
   // Loading.
   void Confirm();
-  void Load(const LoadRequest& request);
+  void Load(const LoadRequest& request, int timesLoaded = 0);
   Result<LoadedReadings> LoadWithProgress(LoadRequest request);
   void ShowProgress(int value);
   void ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded);
   void ShowLoadedLabel();
   void ShowLoadedFiles(const std::vector<QString>& files);
   void ShowLastReading(DateTime headersLastRecord);
+  void TellHolder();
+  [[nodiscard]] QString HolderText() const;
+  bool LoadAgain();
   void OfferRecovery();
   void ClearGrid();
   /// True when nothing unsaved is in the way any more. False: the operator stays.
@@ -110,6 +113,7 @@ class FormSec : public QWidget {
   void GoToChange(bool next);
   void GoToDate();
   void CorrectDates();
+  void RemoveDateCorrection();
   void ShowEditState();
   void ShowCorrectionState();
   void ShowChangedRows();
@@ -134,7 +138,8 @@ class FormSec : public QWidget {
   EditSession session_;
   std::unique_ptr<ReviewGridModel> model_;
   std::optional<Loaded> loaded_;
-  bool busy_ = false;  ///< a table or a graph is being made: choices wait
+  std::optional<LoadRequest> request_;  ///< of what is loaded
+  bool busy_ = false;                   ///< a table or a graph is being made: choices wait
   bool opened_ = false;
   bool columnsAreKept_ = false;  ///< the columns' widths are the operator's own
   bool registerFailureTold_ = false;

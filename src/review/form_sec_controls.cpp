@@ -77,11 +77,11 @@ class WholeWindow : public FormSecMaker {
   }
 
   void OrderTabs() const {
-    ChainTabOrder({c_.Drive1,   c_.Dir1,        c_.ListIst,  c_.ListSuYili, c_.ListOrjDos, c_.Text7,
-                   c_.Command2, c_.CmdTamam,    c_.VS1,      c_.Command7,   c_.Command6,   c_.CmdUndo,
-                   c_.Command4, c_.Text6,       c_.Command8, c_.Text8,      c_.Command10,  c_.Command3,
-                   c_.CmdGrf,   c_.Command1,    c_.ListGraf, c_.CmdCiz,     c_.CmdListSil, c_.CmdListe,
-                   c_.VS0,      c_.VS_Dosyalar, c_.VSsatir,  c_.ListMsj,    c_.CmdVazgec});
+    ChainTabOrder({c_.Drive1,   c_.Dir1,     c_.ListIst,     c_.ListSuYili, c_.ListOrjDos, c_.Text7,
+                   c_.Command2, c_.CmdTamam, c_.VS1,         c_.Command7,   c_.Command6,   c_.CmdUndo,
+                   c_.Command4, c_.Text6,    c_.Command8,    c_.Text8,      c_.Command10,  c_.CmdSaatSil,
+                   c_.Command3, c_.CmdGrf,   c_.Command1,    c_.ListGraf,   c_.CmdCiz,     c_.CmdListSil,
+                   c_.CmdListe, c_.VS0,      c_.VS_Dosyalar, c_.VSsatir,    c_.ListMsj,    c_.CmdVazgec});
   }
 };
 

@@ -49,6 +49,7 @@ struct FormSecControls {
   QWidget* Frame10 = nullptr;
   QLineEdit* Text8 = nullptr;
   QPushButton* Command10 = nullptr;
+  QPushButton* CmdSaatSil = nullptr;  ///< takes a date correction back
   QPushButton* Command3 = nullptr;
   QPushButton* CmdGrf = nullptr;
   QPushButton* Command1 = nullptr;

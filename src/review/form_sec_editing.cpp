@@ -34,7 +34,8 @@ void FormSec::ShowEditState() {
 void FormSec::ShowCorrectionState() {
   const bool corrected = session_.HasUnsavedCorrection();
   c_.Command10->setVisible(!corrected);
-  if (corrected) c_.Text8->setText(DateTimeText(SpanOf(session_.Grid())->last));
+  c_.CmdSaatSil->setVisible(session_.IsCorrected() && !corrected);
+  if (corrected) c_.Text8->setText(DateTimeText(*session_.Series().LastReading()));
   UpdateCommands();
 }
 
@@ -77,6 +78,7 @@ bool FormSec::SaveChanges() {
     const BusyCursor busy;
     return session_.Save();
   }();
+  if (!saved && session_.IsOutdated()) return LoadAgain();
   if (!saved) {
     questions_->Warn(this, run_.language.attentionTitle,
                      Text(u"Değişiklikler kaydedilemedi.", u"The changes could not be saved.") +
@@ -146,6 +148,19 @@ void FormSec::CorrectDates() {
     return;
   }
   c_.VS1->GoTo(1, GridColumn::Level, true);
+  c_.VS1->setFocus();
+}
+
+void FormSec::RemoveDateCorrection() {
+  const Result<bool> removed = session_.RemoveDateCorrection();
+  if (!removed) {
+    questions_->Warn(this, run_.language.attentionTitle, ErrorText(removed.Failure(), run_.language));
+    return;
+  }
+  TellStatus(
+      Text(u"Kayıtlar cihazın kendi zamanlarını gösteriyor.", u"The readings have the logger's own times."));
+  c_.VS1->GoTo(1, GridColumn::Level, true);
+  c_.VS1->setFocus();
 }
 
 void FormSec::TellStatus(const QString& text) {

@@ -18,6 +18,11 @@
 #include "shell/run_values.h"
 
 namespace vesk {
+namespace {
+
+constexpr int kMostLoads = 3;  // of files that somebody is saving at the same time
+
+}  // namespace
 
 void FormSec::Confirm() {
   if (busy_ || !browser_.Confirm().enabled) return;
@@ -31,7 +36,7 @@ void FormSec::Confirm() {
   Load(*request);
 }
 
-void FormSec::Load(const LoadRequest& request) {
+void FormSec::Load(const LoadRequest& request, int timesLoaded) {
   browser_.ClearMarks();
   ShowFileMarks();
   c_.Command3->setEnabled(false);
@@ -48,7 +53,14 @@ void FormSec::Load(const LoadRequest& request) {
   c_.Text6->clear();
   ShowLoaded(request, *loaded);
   session_.Begin(*loaded);
+  if (session_.IsOutdated() &&
+      ++timesLoaded < kMostLoads) {  // somebody saved while the files were being read
+    Load(request, timesLoaded);
+    return;
+  }
+  request_ = request;
   ShowLastReading(loaded->header.LastRecordTime);
+  TellHolder();
   c_.VS1->GoTo(1, GridColumn::Level, true);
   c_.VS1->setFocus();
   OfferRecovery();
@@ -114,9 +126,53 @@ void FormSec::ShowLoadedFiles(const std::vector<QString>& files) {
 // Where a date correction starts from. A file that was re-timed on load ends at its corrected time, while its
 // header still has the logger's; of a water year, the last header read may be another year's.
 void FormSec::ShowLastReading(DateTime headersLastRecord) {
-  const std::optional<ReadingSpan> span = SpanOf(session_.Grid());
-  const bool fromGrid = span && (session_.IsCorrected() || !loaded_->waterYears.empty());
-  c_.Text8->setText(DateTimeText(fromGrid ? span->last : headersLastRecord));
+  const std::optional<DateTime> last = session_.Series().LastReading();
+  const bool fromGrid = session_.IsCorrected() || !loaded_->waterYears.empty();
+  c_.Text8->setText(last ? DateTimeText(fromGrid ? *last : headersLastRecord) : QString());
+}
+
+QString FormSec::HolderText() const {
+  const LockHolder& holder = *session_.Holder();
+  return Text(u"Bu düzeltmeler üzerinde %1 çalışıyor (%2, %3 tarihinden beri).",
+              u"%1 is working on these corrections (%2, since %3).")
+      .arg(holder.user.isEmpty() ? QStringLiteral("?") : holder.user,
+           holder.host.isEmpty() ? QStringLiteral("?") : holder.host,
+           holder.since.toLocalTime().toString(QStringLiteral("dd/MM/yyyy HH:mm")));
+}
+
+// Two windows on one folder: the second one is for looking. A session on this machine that has ended is taken
+// over unasked; of another machine only its operators know.
+void FormSec::TellHolder() {
+  if (!session_.Holder()) return;
+  const QString who = HolderText();
+  if (!session_.Holder()->here &&
+      questions_->AskToTakeOver(this, who + QLatin1Char('\n') +
+                                          Text(u"Oradaki çalışma sona erdi mi? Ancak o zaman devralın.",
+                                               u"Has that work ended? Take it over only then."))) {
+    if (const Result<bool> taken = session_.TakeOver(); taken && *taken) {
+      if (session_.IsOutdated()) Load(*request_);
+      return;
+    }
+  }
+  const QString text =
+      who + QLatin1Char(' ') +
+      Text(u"Veriler yalnız bakmak için açıldı.", u"The readings are open for looking only.");
+  AddMessage(text);
+  TellStatus(text);
+}
+
+/// Behind a save that was refused because somebody else has saved since. False: the operator stays.
+bool FormSec::LoadAgain() {
+  if (questions_->AskYesNo(
+          this, run_.language.attentionTitle,
+          Text(u"Bu düzeltmeler yüklendikten sonra başkası tarafından değiştirildi; üzerlerine "
+               u"yazılmadı. Yeniden yüklensin ve sizin değişiklikleriniz önerilsin mi?",
+               u"These corrections were changed by somebody else since they were loaded, and "
+               u"were not overwritten. Load them again and offer your changes anew?"))) {
+    session_.KeepForLater();
+    Load(LoadRequest(*request_));
+  }
+  return false;
 }
 
 void FormSec::OfferRecovery() {

@@ -99,7 +99,10 @@ class ReviewPanelMaker : public FormSecMaker {
     column->setSpacing(kGap / 2);
     column->addWidget(title);
     column->addWidget(c_.Text8);
+    c_.CmdSaatSil = Button(Text(u"Tarih Düzeltmesini Kaldır", u"Remove the date correction"), "CmdSaatSil");
+    c_.CmdSaatSil->hide();
     column->addWidget(c_.Command10);
+    column->addWidget(c_.CmdSaatSil);
     return c_.Frame10;
   }
 

@@ -4,6 +4,8 @@
 
 #include "datafiles/data_lines.h"
 #include "datafiles/file_bytes.h"
+#include "datafiles/raw_file_names.h"
+#include "platform/whole_file.h"
 #include "review/setup_parameters.h"
 
 namespace vesk {
@@ -37,20 +39,37 @@ class Loader {
   /// Lays the log of every chosen year over the rows that came in with it. An extreme record's own date may
   /// be the other side of a year's end, and another year's reading may have its minute.
   Status LayChangeLogs() {
+    series_ = StationSeries(std::move(loaded_.grid), loaded_.rawFiles);
+    if (request_.waterYears.empty()) return LayChangeLog({}, {});
     rowsOfYears_.resize(request_.waterYears.size(), {1, 0});  // years that the load did not get to have none
     for (std::size_t i = 0; i < rowsOfYears_.size(); ++i) {
       if (Status laid = LayChangeLog(request_.waterYears[i], rowsOfYears_[i]); !laid) return laid;
     }
-    return {};
+    return TellOwnClocks();
   }
 
+  LoadedReadings Finish() {
+    // The notes are those of the file read last; a further file's reading clears the list.
+    loaded_.messages.insert(loaded_.messages.begin(), headerNotes_.begin(), headerNotes_.end());
+    series_.TakeBaseline();
+    if (series_.IsPlain()) {
+      loaded_.grid = series_.TakeRaw();
+    } else {
+      loaded_.grid = series_.Shown();
+      loaded_.retimed = std::move(series_);
+    }
+    LevelRange(loaded_.grid, loaded_.levels);
+    return std::move(loaded_);
+  }
+
+ private:
   /// entry: empty in single-file mode.
   Status LayChangeLog(const QString& entry, const RowRange& rows) {
     LoadedChangeLog log;
     log.rows = rows;
     log.saveTo = ChangeLogPath(request_.dataDirectory, request_.station, entry);
-    auto overlay =
-        LoadChangeLog(ChangeLogToRead(request_.dataDirectory, request_.station, entry), loaded_.grid, rows);
+    auto overlay = LoadChangeLog(ChangeLogToRead(request_.dataDirectory, request_.station, entry), series_,
+                                 entry.isEmpty(), rows);
     if (!overlay) return overlay.Failure();
     log.overlay = std::move(*overlay);
     loaded_.messages.insert(loaded_.messages.end(), log.overlay.messages.begin(), log.overlay.messages.end());
@@ -58,15 +77,25 @@ class Loader {
     return {};
   }
 
-  LoadedReadings Finish() {
-    // The notes are those of the file read last; a further file's reading clears the list.
-    loaded_.messages.insert(loaded_.messages.begin(), headerNotes_.begin(), headerNotes_.end());
-    LevelRange(loaded_.grid, loaded_.levels);
-    loaded_.grid.TakeBaseline();
-    return std::move(loaded_);
+  /// A clock is corrected for a file on its own; a water year shows the logger's times.
+  Status TellOwnClocks() {
+    const QString path = ChangeLogPath(request_.dataDirectory, request_.station, {});
+    const auto log = ReadWholeFile(path, QStringLiteral("The change log could not be read"));
+    if (!log) return log.Failure();
+    const auto corrections = ReadSavedCorrections(path, HashOf(*log));
+    if (!corrections) return corrections.Failure();
+    for (const SavedCorrection& clock : *corrections) {
+      for (const RawFileRows& rows : loaded_.rawFiles) {
+        if (rows.rawFile.compare(clock.rawFile, Qt::CaseInsensitive) != 0) continue;
+        Tell(QStringLiteral(
+                 "%1: has a date correction of its own (last reading %2), which a water year does not "
+                 "take over; these are the logger's times")
+                 .arg(rows.rawFile, DateTimeText(*clock.target)));
+      }
+    }
+    return {};
   }
 
- private:
   bool LoadFilesOf(const QString& entry) {
     const int year = entry.left(4).toInt();
     const DayWindow window{WaterYearFirstDay(year), WaterYearLastDay(year)};
@@ -159,11 +188,13 @@ class Loader {
       Miss(content.Failure().Text());
       return;
     }
+    const int firstRow = loaded_.grid.ReadingCount() + 1;
     std::vector<Reading>& readings = loaded_.grid.LoaderReadings();
     constexpr qsizetype kBytesPerLine = 29;
     readings.reserve(readings.size() + static_cast<std::size_t>(content->size() / kBytesPerLine));
     const DataLineTally tally = DecodeDataLines(*content, header.HeaderEnd, number, window, readings);
     loaded_.files.push_back(file.listName);
+    loaded_.rawFiles.push_back({file.listName.left(kStemLength), firstRow, loaded_.grid.ReadingCount()});
     TellRefusedLines(file.diskName, tally);
   }
 
@@ -181,6 +212,7 @@ class Loader {
 
   const LoadRequest& request_;
   LoadedReadings loaded_;
+  StationSeries series_;  ///< from the change logs on; before, the readings gather in loaded_.grid
   FileBytes bytes_;
   SetupCells cells_;
   std::optional<SetupCells> reference_;
@@ -199,8 +231,6 @@ Result<LoadedReadings> LoadReadings(const LoadRequest& request) {
   Loader loader(request);
   if (request.waterYears.empty()) {
     loader.LoadSingleFile();
-    if (const Status laid = loader.LayChangeLog({}, {}); !laid) return laid.Failure();
-    return loader.Finish();
   }
   for (const QString& entry : request.waterYears) {
     if (!loader.LoadWaterYear(entry)) break;

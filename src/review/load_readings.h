@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "datafiles/raw_header.h"
@@ -35,12 +36,14 @@ struct LoadedChangeLog {
 };
 
 struct LoadedReadings {
-  ReviewGrid grid;
-  SetupCells setup;               ///< "--" where the files of a water year differ
-  std::vector<QString> files;     ///< names of the files used, in file-number order
-  std::vector<QString> messages;  ///< for the message list
-  RawHeader header;               ///< of the last file read
-  bool whole = true;              ///< false when a file is missing from the load for whatever reason
+  ReviewGrid grid;                       ///< the rows as operators see them
+  std::vector<RawFileRows> rawFiles;     ///< which raw file the rows came from, in the raw order
+  std::optional<StationSeries> retimed;  ///< where the rows are not the raw ones; grid is what it shows
+  SetupCells setup;                      ///< "--" where the files of a water year differ
+  std::vector<QString> files;            ///< names of the files used, in file-number order
+  std::vector<QString> messages;         ///< for the message list
+  RawHeader header;                      ///< of the last file read
+  bool whole = true;                     ///< false when a file is missing from the load for whatever reason
   QString refusedFile;  ///< file whose header ended the load, later years included; empty when none did
   std::vector<LoadedChangeLog> changeLogs;  ///< one a chosen water year, or the one of a single file
   LevelExtent levels;

@@ -1,14 +1,22 @@
 #include "review/review_grid.h"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/code_page.h"
 
 namespace vesk {
 namespace {
 
+constexpr std::array<const char*, 3> kKindTexts = {"ort", "Max", "Min"};
+
 QString FlagText(char flag) {
   return flag == ' ' || flag == '\0' ? QString() : DecodeWindows1254(QByteArrayView(&flag, 1));
+}
+
+/// Of a row that nobody touched.
+RowMark UntouchedMark(const Reading& reading) {
+  return {.rawCm = reading.levelCm, .baselineCm = reading.levelCm};
 }
 
 QString Title(GridColumn column) {
@@ -41,7 +49,7 @@ void ReviewGrid::Clear() {
 
 void ReviewGrid::Append(const Reading& reading) {
   readings_.push_back(reading);
-  if (!marks_.empty()) marks_.push_back({.baselineCm = reading.levelCm});
+  if (!marks_.empty()) marks_.push_back(UntouchedMark(reading));
 }
 
 void ReviewGrid::Assign(std::vector<Reading> readings) {
@@ -52,7 +60,7 @@ void ReviewGrid::Assign(std::vector<Reading> readings) {
 void ReviewGrid::EnsureMarks() {
   if (!marks_.empty()) return;
   marks_.resize(readings_.size());
-  for (std::size_t i = 0; i < readings_.size(); ++i) marks_[i].baselineCm = readings_[i].levelCm;
+  for (std::size_t i = 0; i < readings_.size(); ++i) marks_[i] = UntouchedMark(readings_[i]);
 }
 
 void ReviewGrid::SetLevel(int row, double levelCm) {
@@ -75,7 +83,7 @@ QString ReviewGrid::Discharge(int row) const {
 }
 
 RowMark ReviewGrid::Mark(int row) const {
-  if (marks_.empty()) return {.baselineCm = At(row).levelCm};
+  if (marks_.empty()) return UntouchedMark(At(row));
   return marks_[static_cast<std::size_t>(row - 1)];
 }
 
@@ -133,10 +141,20 @@ std::optional<double> ReadLevel(QStringView text) {
   return level && ReadWholeNumber(NumberText(*level)) ? level : std::nullopt;
 }
 
+QString KindText(ReadingKind kind) {
+  return QLatin1String(kKindTexts[static_cast<std::size_t>(kind)]);
+}
+
+std::optional<ReadingKind> ReadKind(const QString& text) {
+  const auto found =
+      std::ranges::find_if(kKindTexts, [&](const char* kind) { return text == QLatin1String(kind); });
+  if (found == kKindTexts.end()) return std::nullopt;
+  return static_cast<ReadingKind>(found - kKindTexts.begin());
+}
+
 QString RecordLabel(const Reading& reading) {
-  static const QString kEndings[] = {QStringLiteral("-ort"), QStringLiteral("-Max"), QStringLiteral("-Min")};
-  return QString::number(reading.sourceFile).rightJustified(2, QLatin1Char('0')) +
-         kEndings[static_cast<std::size_t>(reading.kind)];
+  return QString::number(reading.sourceFile).rightJustified(2, QLatin1Char('0')) + QLatin1Char('-') +
+         KindText(reading.kind);
 }
 
 void LevelRange(const ReviewGrid& grid, LevelExtent& extent) {

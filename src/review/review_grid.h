@@ -26,6 +26,7 @@ enum class RowShade : std::uint8_t {
 
 /// What the operator's work adds to one reading.
 struct RowMark {
+  double rawCm = 0;  ///< level as the raw file has it, cm; of a computed extreme, what it was computed as
   double baselineCm = 0;     ///< level as it stood after loading and after the last save, cm
   int editCode = kFlagCode;  ///< number of edits, 999 once saved; kFlagCode: the raw flag is the code
   RowShade shade = RowShade::None;
@@ -61,6 +62,8 @@ class ReviewGrid {
   /// Mark of a row; a row that nobody touched has its loaded level as baseline.
   [[nodiscard]] RowMark Mark(int row) const;
   void SetMark(int row, const RowMark& mark);
+  /// Level of a row as its raw file has it, cm.
+  [[nodiscard]] double RawLevel(int row) const { return Mark(row).rawCm; }
   /// The edit code as a number: the flag character read as one while the row is untouched.
   [[nodiscard]] int CodeValue(int row) const;
   [[nodiscard]] bool IsChanged(int row) const { return CodeValue(row) > 0; }
@@ -84,6 +87,11 @@ class ReviewGrid {
 /// Reads a level, cm, with point or comma. Nothing for what is no number, nor for one that a file could only
 /// hold with an exponent: the next load would not read it.
 std::optional<double> ReadLevel(QStringView text);
+
+/// "ort", "Max" or "Min": what a label says of a reading's kind.
+QString KindText(ReadingKind kind);
+/// Nothing for any other text.
+std::optional<ReadingKind> ReadKind(const QString& text);
 
 /// "01-ort", "01-Max" or "01-Min".
 QString RecordLabel(const Reading& reading);

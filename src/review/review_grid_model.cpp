@@ -49,6 +49,11 @@ QColor TextColour(ReadingKind kind, bool onGreen) {
   return Qt::black;
 }
 
+/// The logger's minima have one, and both of the pair that a date correction adds.
+bool HasBorder(ReadingKind kind, bool corrected) {
+  return kind == ReadingKind::Minimum || (corrected && kind == ReadingKind::Maximum);
+}
+
 Qt::Alignment AlignmentOf(GridColumn column) {
   switch (column) {
     case GridColumn::Level:
@@ -100,7 +105,9 @@ QVariant ReviewGridModel::data(const QModelIndex& index, int role) const {
   const auto column = static_cast<GridColumn>(index.column());
   if (role == Qt::DisplayRole || role == Qt::EditRole) return grid.Text(row, column);
   if (role == Qt::TextAlignmentRole) return QVariant(AlignmentOf(column));
-  if (!grid.IsReading(row)) return {};
+  if (!grid.IsReading(row)) {  // the empty row behind the last reading is painted with the others
+    return role == Qt::BackgroundRole && session_.IsCorrected() ? QVariant(kLightGreen) : QVariant();
+  }
   const ReadingKind kind = grid.At(row).kind;
   switch (role) {
     case Qt::BackgroundRole:
@@ -111,7 +118,7 @@ QVariant ReviewGridModel::data(const QModelIndex& index, int role) const {
     case Qt::FontRole:
       return kind == ReadingKind::Ordinary ? QVariant() : BoldFont();
     case BorderColourRole:
-      return kind == ReadingKind::Minimum ? QVariant(kMinimumBorder) : QVariant();
+      return HasBorder(kind, session_.IsCorrected()) ? QVariant(kMinimumBorder) : QVariant();
     default:
       return {};
   }

@@ -52,6 +52,19 @@ RecoverAnswer ReviewMessageBoxes::AskToRecover(QWidget* parent, int edits) {
   return box.clickedButton() == discard ? RecoverAnswer::Discard : RecoverAnswer::Later;
 }
 
+bool ReviewMessageBoxes::AskToTakeOver(QWidget* parent, const QString& text) {
+  QMessageBox box(QMessageBox::Question, TitleOr(language_.attentionTitle), text, QMessageBox::NoButton,
+                  parent);
+  const auto* take = box.addButton(Either(language_, QStringLiteral("Devral"), QStringLiteral("Take over")),
+                                   QMessageBox::DestructiveRole);
+  auto* look = box.addButton(Either(language_, QStringLiteral("Yalnız bak"), QStringLiteral("Only look")),
+                             QMessageBox::RejectRole);
+  box.setDefaultButton(look);
+  box.setEscapeButton(look);
+  box.exec();
+  return box.clickedButton() == take;
+}
+
 bool ReviewMessageBoxes::AskYesNo(QWidget* parent, const QString& title, const QString& text) {
   return QMessageBox::question(parent, TitleOr(title), text) == QMessageBox::Yes;
 }

@@ -19,6 +19,8 @@ class ReviewQuestions {
   virtual UnsavedAnswer AskAboutUnsavedChanges(QWidget* parent) = 0;
   /// Corrections of an earlier run were never saved. edits: how many.
   virtual RecoverAnswer AskToRecover(QWidget* parent, int edits) = 0;
+  /// Somebody elsewhere holds the corrections. text says who. The answer that changes nothing is the default.
+  virtual bool AskToTakeOver(QWidget* parent, const QString& text) = 0;
   /// An empty title means the program's own.
   virtual bool AskYesNo(QWidget* parent, const QString& title, const QString& text) = 0;
   virtual void Tell(QWidget* parent, const QString& title, const QString& text) = 0;
@@ -32,6 +34,7 @@ class ReviewMessageBoxes : public ReviewQuestions {
   explicit ReviewMessageBoxes(const Language& language) : language_(language) {}
   UnsavedAnswer AskAboutUnsavedChanges(QWidget* parent) override;
   RecoverAnswer AskToRecover(QWidget* parent, int edits) override;
+  bool AskToTakeOver(QWidget* parent, const QString& text) override;
   bool AskYesNo(QWidget* parent, const QString& title, const QString& text) override;
   void Tell(QWidget* parent, const QString& title, const QString& text) override;
   void Warn(QWidget* parent, const QString& title, const QString& text) override;

@@ -1,13 +1,10 @@
 #include "review/saved_corrections.h"
 
-#include <QCryptographicHash>
 #include <QList>
 #include <QStringList>
 
-#include <algorithm>
-
 #include "platform/whole_file.h"
-#include "review/date_correction.h"
+#include "review/review_record.h"
 
 namespace vesk {
 namespace {
@@ -18,59 +15,61 @@ constexpr QLatin1Char kPlanMark('?');
 /// One line of the file.
 struct Entry {
   SavedCorrection saved;
-  QString planHash;
-  std::vector<DateTime> planned;
+  std::optional<PlannedTarget> planned;
 };
 
+QString NoTarget() {
+  return QStringLiteral("-");
+}
+
+QString TargetText(const std::optional<DateTime>& target) {
+  return target ? DateTimeText(*target) : NoTarget();
+}
+
 QByteArray Line(const Entry& entry) {
-  QString text = DateTimeText(entry.saved.first) + kTab + DateTimeText(entry.saved.last);
-  for (const DateTime target : entry.saved.targets) text += kTab + DateTimeText(target);
-  if (!entry.planned.empty()) text += QString(kTab) + kPlanMark + entry.planHash;
-  for (const DateTime target : entry.planned) text += kTab + DateTimeText(target);
-  return text.toLatin1();
+  QStringList fields = {entry.saved.rawFile, DateTimeText(entry.saved.first), DateTimeText(entry.saved.last),
+                        TargetText(entry.saved.target)};
+  if (entry.planned) {
+    fields += kPlanMark + QString::fromLatin1(entry.planned->logHash);
+    fields += TargetText(entry.planned->target);
+  }
+  return fields.join(kTab).toUtf8();
+}
+
+/// False for a field that is neither a time nor the mark for none.
+bool ReadTarget(const QString& field, std::optional<DateTime>& target) {
+  target = ReadDateTime(field);
+  return target || field == NoTarget();
 }
 
 std::optional<Entry> ReadLine(const QByteArray& bytes) {
-  const QStringList fields = QString::fromLatin1(bytes).split(kTab);
-  if (fields.size() < 3) return std::nullopt;
-  const auto first = ReadDateTime(fields[0]);
-  const auto last = ReadDateTime(fields[1]);
+  const QStringList fields = QString::fromUtf8(bytes).split(kTab);
+  if (fields.size() != 4 && fields.size() != 6) return std::nullopt;
+  const auto first = ReadDateTime(fields[1]);
+  const auto last = ReadDateTime(fields[2]);
   if (!first || !last) return std::nullopt;
-  Entry entry{.saved = {.first = *first, .last = *last, .targets = {}}, .planHash = {}, .planned = {}};
-  for (const QString& field : fields.mid(2)) {
-    if (entry.planHash.isEmpty() && field.startsWith(kPlanMark)) {
-      entry.planHash = field.mid(1);
-      continue;
-    }
-    const auto time = ReadDateTime(field);
-    if (!time) return std::nullopt;
-    (entry.planHash.isEmpty() ? entry.saved.targets : entry.planned).push_back(*time);
-  }
+  Entry entry{.saved = {.rawFile = fields[0], .first = *first, .last = *last, .target = {}}, .planned = {}};
+  if (!ReadTarget(fields[3], entry.saved.target)) return std::nullopt;
+  if (fields.size() == 4) return entry;
+  entry.planned.emplace();
+  entry.planned->logHash = fields[4].mid(1).toLatin1();
+  if (!fields[4].startsWith(kPlanMark) || !ReadTarget(fields[5], entry.planned->target)) return std::nullopt;
   return entry;
 }
 
-QString HashOf(const QByteArray& changeLog) {
-  return QString::fromLatin1(QCryptographicHash::hash(changeLog, QCryptographicHash::Sha256).toHex());
-}
-
 /// A plan counts for good when its change log is the one in place, and is dropped otherwise.
-Status Settle(Entry& entry, const QString& changeLogPath) {
-  if (entry.planned.empty()) return {};
-  const auto changeLog = ReadWholeFile(changeLogPath, QStringLiteral("The change log could not be read"));
-  if (!changeLog) return changeLog.Failure();
-  if (HashOf(*changeLog) == entry.planHash) {
-    entry.saved.targets.insert(entry.saved.targets.end(), entry.planned.begin(), entry.planned.end());
-  }
-  entry.planned.clear();
-  return {};
+void Settle(Entry& entry, const QByteArray& logHash) {
+  if (entry.planned && entry.planned->logHash == logHash) entry.saved.target = entry.planned->target;
+  entry.planned.reset();
 }
 
-bool SameFile(const SavedCorrection& a, const SavedCorrection& b) {
-  return a.first == b.first && a.last == b.last;
+bool IsOf(const Entry& entry, const QString& rawFile) {
+  return entry.saved.rawFile.compare(rawFile, Qt::CaseInsensitive) == 0;
 }
 
-Result<QList<QByteArray>> Lines(const QString& path) {
-  const auto content = ReadWholeFile(path, QStringLiteral("The saved date corrections could not be read"));
+Result<QList<QByteArray>> Lines(const QString& changeLogPath) {
+  const auto content = ReadWholeFile(SavedCorrectionPath(changeLogPath),
+                                     QStringLiteral("The saved date corrections could not be read"));
   if (!content) return content.Failure();
   QList<QByteArray> lines;
   for (const QByteArray& line : content->split('\n')) {
@@ -79,81 +78,64 @@ Result<QList<QByteArray>> Lines(const QString& path) {
   return lines;
 }
 
-/// Rows of the ordinary readings in the order of their times, which re-timing keeps.
-std::vector<int> OrdinaryRows(const ReviewGrid& grid) {
-  std::vector<int> rows;
-  for (int row = 1; row <= grid.ReadingCount(); ++row) {
-    if (grid.At(row).kind == ReadingKind::Ordinary) rows.push_back(row);
-  }
-  std::stable_sort(rows.begin(), rows.end(),
-                   [&grid](int a, int b) { return grid.At(a).Time() < grid.At(b).Time(); });
-  return rows;
-}
-
 }  // namespace
 
 QString SavedCorrectionPath(const QString& changeLogPath) {
   return changeLogPath + QStringLiteral(".dates");
 }
 
-Result<SavedCorrection> ReadSavedCorrection(const QString& changeLogPath, const ReviewGrid& grid) {
-  SavedCorrection wanted;
-  const auto span = SpanOf(grid);
-  if (!span) return wanted;
-  wanted.first = span->first;
-  wanted.last = span->last;
-  const auto lines = Lines(SavedCorrectionPath(changeLogPath));
+Result<std::vector<SavedCorrection>> ReadSavedCorrections(const QString& changeLogPath,
+                                                          const QByteArray& logHash) {
+  const auto lines = Lines(changeLogPath);
   if (!lines) return lines.Failure();
+  std::vector<SavedCorrection> corrections;
   for (const QByteArray& bytes : *lines) {
     auto entry = ReadLine(bytes);
-    if (!entry || !SameFile(entry->saved, wanted)) continue;
-    if (Status settled = Settle(*entry, changeLogPath); !settled) return settled.Failure();
-    return entry->saved;
+    if (!entry) continue;
+    Settle(*entry, logHash);
+    if (entry->saved.target) corrections.push_back(entry->saved);
   }
-  return wanted;
+  return corrections;
+}
+
+Result<CorrectionReading> ReadSavedCorrection(const QString& changeLogPath, const QString& rawFile,
+                                              const ReadingSpan& span, const QByteArray& logHash) {
+  const auto corrections = ReadSavedCorrections(changeLogPath, logHash);
+  if (!corrections) return corrections.Failure();
+  CorrectionReading reading;
+  reading.correction = {.rawFile = rawFile, .first = span.first, .last = span.last, .target = {}};
+  for (const SavedCorrection& saved : *corrections) {
+    if (saved.rawFile.compare(rawFile, Qt::CaseInsensitive) != 0) continue;
+    if (saved.first == span.first && saved.last == span.last) {
+      reading.correction = saved;
+    } else {
+      reading.misfit = saved;
+    }
+  }
+  return reading;
 }
 
 Status WriteSavedCorrection(const QString& changeLogPath, const SavedCorrection& correction,
-                            const PlannedTargets& planned) {
-  const QString path = SavedCorrectionPath(changeLogPath);
-  const auto lines = Lines(path);
+                            const std::optional<PlannedTarget>& planned) {
+  const QString what = QStringLiteral("The date correction could not be saved");
+  const auto lines = Lines(changeLogPath);
   if (!lines) return lines.Failure();
+  const auto log = ReadWholeFile(changeLogPath, what);
+  if (!log) return log.Failure();
+  const QByteArray logHash = HashOf(*log);
   QList<QByteArray> kept;
   for (const QByteArray& bytes : *lines) {
     auto entry = ReadLine(bytes);
-    if (entry && SameFile(entry->saved, correction)) continue;
-    const bool plan = entry && !entry->planned.empty();
-    if (plan) {
-      if (Status settled = Settle(*entry, changeLogPath); !settled) return settled;
-    }
+    if (entry && IsOf(*entry, correction.rawFile)) continue;
+    const bool plan = entry && entry->planned;
+    if (plan) Settle(*entry, logHash);
     kept.push_back(plan ? Line(*entry) : bytes);
   }
-  if (!correction.targets.empty() || !planned.targets.empty()) {
-    kept.push_back(
-        Line({.saved = correction, .planHash = HashOf(planned.changeLog), .planned = planned.targets}));
-  }
+  if (correction.target || planned) kept.push_back(Line({.saved = correction, .planned = planned}));
   if (kept == *lines) return {};
   QByteArray content;
   for (const QByteArray& line : kept) content += line + "\r\n";
-  return WriteWholeFile(path, content, QStringLiteral("The date correction could not be saved"));
-}
-
-bool ApplySavedCorrection(const SavedCorrection& correction, ReviewGrid& grid) {
-  for (const DateTime target : correction.targets) {
-    if (!ReadCorrectionTarget(DateTimeText(target), grid)) return false;
-    CorrectDates(grid, target);
-  }
-  return true;
-}
-
-void TakeLevels(const ReviewGrid& corrected, ReviewGrid& raw) {
-  const std::vector<int> from = OrdinaryRows(corrected);
-  const std::vector<int> to = OrdinaryRows(raw);
-  if (from.size() != to.size()) return;
-  for (std::size_t i = 0; i < to.size(); ++i) {
-    const double levelCm = corrected.At(from[i]).levelCm;
-    if (levelCm != raw.At(to[i]).levelCm) raw.SetLevel(to[i], levelCm);
-  }
+  return WriteWholeFile(SavedCorrectionPath(changeLogPath), content, what);
 }
 
 }  // namespace vesk

@@ -1,6 +1,5 @@
-// Saved date corrections. The change log holds levels under their corrected times, so the next load of the
-// same raw file has to re-time its readings first; what it needs for that stands in a file beside the change
-// log.
+// Saved date corrections. A raw file is never changed, so what re-times its readings at the next load stands
+// in a file beside the change log, an entry a raw file.
 #pragma once
 
 #include <QByteArray>
@@ -10,45 +9,50 @@
 #include <vector>
 
 #include "platform/result.h"
-#include "review/review_grid.h"
+#include "review/date_correction.h"
 
 namespace vesk {
 
-/// The corrections of one raw file, told from the station's other files by its first and last reading.
+/// The correction of one raw file. first and last: of its readings, in the logger's own times; a file that
+/// has come again with others is not re-timed unasked.
 struct SavedCorrection {
+  QString rawFile;  ///< first 16 characters of its name
   DateTime first{};
   DateTime last{};
-  std::vector<DateTime> targets;  ///< true time of the last reading, one a correction, oldest first
+  std::optional<DateTime> target;  ///< true time of the last reading; nothing: not corrected
 
   bool operator==(const SavedCorrection&) const = default;
 };
 
-/// Corrections about to be saved. They stand in their file ahead of the change log that holds their times,
-/// and count only once that change log has taken the place of the old one: levels under corrected times must
-/// never meet readings that are not re-timed, nor the other way round.
-struct PlannedTargets {
-  std::vector<DateTime> targets;
-  QByteArray changeLog;  ///< content of the change log that goes with them
+/// A correction that is about to be saved stands in the file ahead of its change log, and counts only once
+/// that log has taken the place of the old one.
+struct PlannedTarget {
+  std::optional<DateTime> target;  ///< nothing: the correction is taken back
+  QByteArray logHash;              ///< of the change log that goes with it
 };
 
-/// changeLogPath + ".dates". One line a raw file: first, last and targets, parted by tabs; behind them "?"
-/// with the SHA-256 of a change log, and the targets that count with that one only.
+/// What the file says of one raw file.
+struct CorrectionReading {
+  SavedCorrection correction;  ///< of the readings as they are now; its target is what counts for them
+  std::optional<SavedCorrection> misfit;  ///< made for other readings of that raw file, not applied
+};
+
+/// changeLogPath + ".dates". One line a raw file: name, first, last, target ("-" for none), parted by tabs;
+/// behind them "?" with the SHA-256 of a change log, and the target that counts with that one only.
 QString SavedCorrectionPath(const QString& changeLogPath);
 
-/// The entry of a freshly loaded grid, with the targets that count; one without targets when nothing was
-/// saved. A missing file is no error.
-Result<SavedCorrection> ReadSavedCorrection(const QString& changeLogPath, const ReviewGrid& grid);
+/// logHash: of the change log that it is read with. A missing file is no error.
+Result<CorrectionReading> ReadSavedCorrection(const QString& changeLogPath, const QString& rawFile,
+                                              const ReadingSpan& span, const QByteArray& logHash);
 
-/// Puts the entry in place of the one for the same readings. Every other line stays, but a plan in it is
+/// Every raw file's correction that counts with the log of that hash.
+Result<std::vector<SavedCorrection>> ReadSavedCorrections(const QString& changeLogPath,
+                                                          const QByteArray& logHash);
+
+/// Puts the entry in place of the one of the same raw file. Every other line stays, but a plan in it is
 /// settled: kept or dropped as the present change log says, because the next one will not tell. Call it
 /// before every save of the change log. Whole or not at all; writes nothing when nothing changes.
 Status WriteSavedCorrection(const QString& changeLogPath, const SavedCorrection& correction,
-                            const PlannedTargets& planned = {});
-
-/// Re-times the grid as saved. False when an entry does not fit the grid (then nothing behind it is done).
-bool ApplySavedCorrection(const SavedCorrection& correction, ReviewGrid& grid);
-
-/// Gives a grid that was not re-timed the levels that its ordinary readings have in the re-timed one.
-void TakeLevels(const ReviewGrid& corrected, ReviewGrid& raw);
+                            const std::optional<PlannedTarget>& planned = {});
 
 }  // namespace vesk

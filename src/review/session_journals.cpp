@@ -9,7 +9,8 @@ void SessionJournals::Use(const LoadedReadings& loaded) {
   journals_.clear();
   rows_.clear();
   const bool singleFile = loaded.waterYear == 0;
-  const QString rawFile = singleFile && !loaded.files.empty() ? loaded.files.front() : QString();
+  const auto& files = loaded.retimed ? loaded.retimed->Files() : loaded.rawFiles;
+  const QString rawFile = singleFile && !files.empty() ? files.front().rawFile : QString();
   for (const LoadedChangeLog& log : loaded.changeLogs) {
     rows_.push_back(log.rows);
     journals_.push_back(std::make_unique<EditJournal>(JournalPath(log.saveTo, rawFile)));
@@ -49,6 +50,10 @@ Status SessionJournals::Finish() {
 }
 Status SessionJournals::Remove() {
   return OnEach(&EditJournal::Remove);
+}
+
+void SessionJournals::Leave() {
+  for (const auto& journal : journals_) journal->Leave();
 }
 
 /// All of them, also behind one that failed; the first failure.

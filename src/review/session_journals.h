@@ -28,6 +28,7 @@ class SessionJournals {
   Status Restart(const std::vector<JournalRecord>& records, bool keepOld);
   Status Finish();
   Status Remove();
+  void Leave();
 
  private:
   Status OnEach(Status (EditJournal::*action)());

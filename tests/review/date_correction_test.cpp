@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "review/grid_maker.h"
+#include "review/station_series.h"
 
 namespace vesk {
 namespace {
@@ -51,7 +52,7 @@ TEST(DateCorrection, RebuildsTheGridWithDailyExtremes) {
                     ReadingAt("02/01/2010 00:00", 60),
                     ReadingAt("01/01/2010 13:00", 75, ReadingKind::Maximum),  // the logger's own
                     ReadingAt("02/01/2010 12:00", 40), ReadingAt("03/01/2010 00:00", 45)});
-  ASSERT_TRUE(CorrectDates(grid, At("05/01/2010 00:00")));  // factor 2
+  grid = RetimeReadings(grid, At("05/01/2010 00:00")).grid;  // factor 2
   EXPECT_EQ(Rows(grid), QStringLiteral("01/01 00:00 50 01-ort, 01/01 00:00 50 01-Max, 01/01 00:00 50 01-Min, "
                                        "02/01 00:00 70 01-ort, 02/01 02:00 75 01-Max, 02/01 00:00 70 01-Min, "
                                        "03/01 00:00 60 01-ort, 03/01 00:00 60 01-Max, 03/01 00:00 60 01-Min, "
@@ -66,7 +67,7 @@ TEST(DateCorrection, CarriesWhatTheOperatorAddedToAReading) {
                     ReadingAt("03/01/2010 00:00", 60)});
   test::Change(grid, 3, 61, 2);
   grid.SetDischarge(3, QStringLiteral("1.5"));
-  ASSERT_TRUE(CorrectDates(grid, At("02/01/2010 00:00")));
+  grid = RetimeReadings(grid, At("02/01/2010 00:00")).grid;
   const int last = grid.ReadingCount();
   ASSERT_TRUE(Rows(grid).endsWith(QStringLiteral("02/01 00:00 61 01-ort")));
   EXPECT_EQ(grid.Text(last, GridColumn::Code), QStringLiteral("2"));
@@ -78,14 +79,15 @@ TEST(DateCorrection, CarriesWhatTheOperatorAddedToAReading) {
 }
 
 TEST(DateCorrection, TheRecordsBehindTheLastReadingAreNotTheLastReading) {
-  ReviewGrid grid = test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 20:00", 60),
-                                  ReadingAt("01/01/2010 18:00", 70, ReadingKind::Maximum),
-                                  ReadingAt("01/01/2010 05:00", 40, ReadingKind::Minimum)});
-  EXPECT_FALSE(CorrectDates(grid, At("01/01/2010 20:00")));  // its own time
-  EXPECT_EQ(grid.ReadingCount(), 4);
-  EXPECT_EQ(grid.Mark(1).shade, RowShade::None);
-  ASSERT_TRUE(CorrectDates(grid, At("01/01/2010 22:00")));
-  EXPECT_EQ(Rows(grid), QStringLiteral("01/01 00:00 50 01-ort, 01/01 22:00 60 01-ort"));
+  const ReviewGrid grid = test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 20:00", 60),
+                                        ReadingAt("01/01/2010 18:00", 70, ReadingKind::Maximum),
+                                        ReadingAt("01/01/2010 05:00", 40, ReadingKind::Minimum)});
+  StationSeries series(grid);
+  series.SetTarget(At("01/01/2010 20:00"));  // its own time
+  EXPECT_FALSE(series.Target());
+  EXPECT_EQ(series.Shown().ReadingCount(), 4);
+  series.SetTarget(At("01/01/2010 22:00"));
+  EXPECT_EQ(Rows(series.Shown()), QStringLiteral("01/01 00:00 50 01-ort, 01/01 22:00 60 01-ort"));
 }
 
 TEST(DateCorrection, RefusesWhatIsNoTimeBehindTheFirstReading) {

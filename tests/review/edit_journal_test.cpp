@@ -16,19 +16,23 @@ using test::ContentOf;
 using test::WriteContent;
 
 JournalRecord EditOf(int row, double levelCm) {
-  const Reading reading = test::ReadingAt("01/10/2010 07:30", levelCm);
   return {.row = row,
-          .day = reading.day,
-          .minuteOfDay = reading.minuteOfDay,
-          .label = RecordLabel(reading),
-          .levelCm = levelCm,
-          .corrections = row};
+          .rawFile = QStringLiteral("001-12345-010203"),
+          .time = ReadDateTime(QStringLiteral("01/10/2010 07:30")).value(),
+          .readingKind = ReadingKind::Minimum,
+          .levelCm = levelCm};
+}
+
+JournalRecord ExtremeOf(double levelCm) {
+  return {.kind = JournalRecord::Kind::EditExtreme,
+          .time = ReadDateTime(QStringLiteral("02/10/2010 00:00")).value(),
+          .readingKind = ReadingKind::Maximum,
+          .levelCm = levelCm};
 }
 
 JournalRecord CorrectionTo(const char* time) {
   return {.kind = JournalRecord::Kind::CorrectDates,
-          .target = ReadDateTime(QString::fromLatin1(time)).value(),
-          .corrections = 2};
+          .target = ReadDateTime(QString::fromLatin1(time)).value()};
 }
 
 class Journal : public testing::Test {
@@ -51,7 +55,7 @@ class Journal : public testing::Test {
 TEST_F(Journal, GivesBackWhatWasWrittenLessWhatWasUndone) {
   EXPECT_EQ(path_, folder_.filePath(QStringLiteral("log.txt.a=0001.txt.journal")));
   EditJournal journal(path_);
-  const Records records = {EditOf(3, 12.5), CorrectionTo("02/10/2010 08:15"), EditOf(4, -0.25)};
+  const Records records = {EditOf(3, 12.5), CorrectionTo("02/10/2010 08:15"), ExtremeOf(-0.25)};
   for (const JournalRecord& record : records) ASSERT_TRUE(journal.Append(record));
   EXPECT_EQ(In(), records);
   ASSERT_TRUE(journal.AppendUndo());

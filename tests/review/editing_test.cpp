@@ -195,11 +195,98 @@ TEST_F(Editing, ASavedDateCorrectionComesBackWithItsEdits) {
     EXPECT_EQ(Row(row), text);
   }
 
-  ReviewGrid other = HourlyGrid("01/10/2010 00:00", 40);  // another raw file of the station
-  const auto overlay = LoadChangeLog(logPath_, other);
-  ASSERT_TRUE(overlay);
-  EXPECT_TRUE(overlay->correction.targets.empty());
-  EXPECT_EQ(other.ReadingCount(), 40);
+  // Another raw file of the station has its own clock, and none of these corrections.
+  const QString before = TextOf(HourlyGrid("01/10/2010 00:00", 48));
+  Load(TwoDays(), {}, {{QStringLiteral("001-12345-020304"), 1, 48}});
+  EXPECT_EQ(TextOf(session_.Grid()), before);
+  EXPECT_TRUE(session_.Series().IsPlain());
+}
+
+// Corrections compose from the raw times, with one cut to the minute in all.
+TEST_F(Editing, ACorrectionThatIsTakenBackGivesTheRawTimesBack) {
+  LoadFile();
+  const QString raw = TextOf(session_.Grid());
+  for (const char* target : {"03/10/2010 22:17", "01/10/2010 23:11", "05/10/2010 08:01"})
+    CorrectDates(target);
+  ASSERT_TRUE(session_.Save());
+  LoadFile();
+  CorrectDates("02/10/2010 23:00");  // the last reading's own time
+  EXPECT_EQ(TextOf(session_.Grid()), raw);
+  session_.UndoStep();
+  EXPECT_TRUE(session_.IsCorrected());
+  EXPECT_TRUE(*session_.RemoveDateCorrection());
+  ASSERT_TRUE(session_.Save());
+  LoadFile();
+  EXPECT_EQ(TextOf(session_.Grid()), raw);
+  EXPECT_FALSE(*session_.RemoveDateCorrection());
+}
+
+// What the screen shows at a save is what the next load shows, computed extremes and logger's records
+// included.
+TEST_F(Editing, ExtremesOfARetimedFileComeBackAsTheyStood) {
+  std::vector<Reading> readings = TwoDays().Readings();
+  readings[9].levelCm = 9999;
+  readings.insert(readings.begin() + 24, test::ReadingAt("01/10/2010 09:00", 300, ReadingKind::Maximum));
+  const auto load = [&] { Load(test::GridOf(readings), {}); };
+  load();
+  Edit(25, "1018");  // the logger's record, which the correction takes off the screen
+  CorrectDates("03/10/2010 00:00");
+  const auto rowOf = [this](ReadingKind kind) {
+    int row = 1;
+    while (session_.Grid().At(row).kind != kind) ++row;
+    return row;
+  };
+  EXPECT_EQ(session_.Grid().At(rowOf(ReadingKind::Maximum)).levelCm, 9999);
+  Edit(10, "1017");
+  EXPECT_EQ(session_.Grid().At(rowOf(ReadingKind::Maximum)).levelCm, 1018) << "follows the readings";
+  Edit(rowOf(ReadingKind::Minimum), "55");
+  for (const char* level : {"20", "30"}) {
+    ASSERT_TRUE(session_.Save());
+    const QString saved = TextOf(session_.Grid());
+    load();
+    EXPECT_EQ(TextOf(session_.Grid()), saved);
+    Edit(3, level);
+    session_.UndoStep();
+    session_.RedoStep();
+  }
+  ASSERT_TRUE(session_.RemoveDateCorrection());
+  EXPECT_EQ(Row(25), "1018/999*");
+  ASSERT_TRUE(session_.Save());
+  load();
+  EXPECT_EQ(Row(25), "1018/999*");
+  CorrectDates("03/10/2010 00:00");
+  EXPECT_EQ(session_.Grid().At(rowOf(ReadingKind::Minimum)).levelCm, 55) << "kept while it had no row";
+}
+
+TEST_F(Editing, TheSecondSessionOnOneLogOnlyLooks) {
+  Edit(2, "7");
+  EditSession other;
+  LoadedReadings loaded = test::LoadOf(TwoDays(), folder_.path() + QLatin1Char('/'), {2011});
+  LoadedReadings again = loaded;
+  other.Begin(loaded);
+  ASSERT_TRUE(other.Holder());
+  EXPECT_TRUE(other.Pending()->Empty()) << "the journal is the other one's";
+  EXPECT_FALSE(other.EditLevel(2, QStringLiteral("8")));
+  EXPECT_EQ(other.Grid().At(2).levelCm, 101);
+  ASSERT_TRUE(session_.Save());
+  session_.Clear();
+  EXPECT_FALSE(other.EditLevel(2, QStringLiteral("8")));
+  EXPECT_TRUE(other.IsOutdated()) << "free by now, but no longer what was loaded";
+  again = test::LoadOf(TwoDays(), folder_.path() + QLatin1Char('/'), {2011});
+  other.Begin(again);
+  EXPECT_FALSE(other.Holder() || other.IsOutdated());
+  ASSERT_TRUE(other.EditLevel(3, QStringLiteral("8")));
+  // Someone without locks writes: nothing is overwritten, and the work waits in the journal.
+  ASSERT_TRUE(test::WriteContent(logPath_, "01/10/2010\t05:00\t3\t\r\n"));
+  EXPECT_FALSE(other.Save());
+  EXPECT_TRUE(other.IsOutdated());
+  other.KeepForLater();
+  other.Clear();
+  LoadYear();
+  EXPECT_EQ(Pending(), 1U);
+  EXPECT_EQ(RestorePending(), 0);
+  ASSERT_TRUE(session_.Save());
+  EXPECT_EQ(ContentOf(logPath_), "01/10/2010\t02:00\t8\t\r\n01/10/2010\t05:00\t3\t\r\n");
 }
 
 TEST_F(Editing, GoesOnWhereNoJournalCanBeWritten) {

@@ -41,27 +41,33 @@ inline ReviewGrid HourlyGrid(const char* start, int count) {
 
 /// A load as the loader hands it over: the change logs of the water years, or of a single file, laid over it.
 /// A year's rows end before the first one of a later year.
-inline LoadedReadings LoadOf(ReviewGrid grid, const QString& folder, const std::vector<int>& waterYears) {
+/// files: which raw file the rows came from; one when nothing is said.
+inline LoadedReadings LoadOf(ReviewGrid grid, const QString& folder, const std::vector<int>& waterYears,
+                             std::vector<RawFileRows> files = {}) {
+  if (files.empty()) files = {{QStringLiteral("001-12345-010203"), 1, grid.ReadingCount()}};
   LoadedReadings loaded;
-  loaded.grid = std::move(grid);
   loaded.files = {QStringLiteral("001-12345-010203=0001.txt")};
+  StationSeries series(std::move(grid), std::move(files));
+  const int count = series.Raw().ReadingCount();
   loaded.waterYear = waterYears.empty() ? 0 : waterYears.back();
   int next = 1;
   for (const int year : waterYears.empty() ? std::vector<int>{0} : waterYears) {
     LoadedChangeLog log;
-    if (year != 0) log.rows = {next, year == waterYears.back() ? loaded.grid.ReadingCount() : next - 1};
-    while (log.rows.last < loaded.grid.ReadingCount() &&
-           WaterYearOf(loaded.grid.At(log.rows.last + 1).day) <= year) {
+    if (year != 0) log.rows = {next, year == waterYears.back() ? count : next - 1};
+    while (log.rows.last < count && WaterYearOf(series.Raw().At(log.rows.last + 1).day) <= year) {
       ++log.rows.last;
     }
     if (year != 0) next = log.rows.last + 1;
     log.saveTo =
         ChangeLogPath(folder, QStringLiteral("001-12345"), year == 0 ? QString() : QString::number(year));
-    auto overlay = LoadChangeLog(log.saveTo, loaded.grid, log.rows);
+    auto overlay = LoadChangeLog(log.saveTo, series, year == 0, log.rows);
     if (overlay) log.overlay = std::move(*overlay);
     loaded.changeLogs.push_back(std::move(log));
   }
-  loaded.grid.TakeBaseline();
+  series.TakeBaseline();
+  loaded.rawFiles = series.Files();
+  loaded.grid = series.Shown();
+  if (!series.IsPlain()) loaded.retimed = std::move(series);
   return loaded;
 }
 

@@ -62,7 +62,7 @@ TEST_F(LoadReadingsTest, LevelRangeAndBaselineComeAfterTheChangeLog) {
   Write("081001", "01/10/2008 01:00", "01/10/2008 10:00");
   // Saved while the year had a mark that it has no longer.
   Put(QStringLiteral("001-12345-Degisiklikler2009 Dönüşmüş.txt"),
-      "01/10/2008\t03:00\t777\t\r\n01/10/2008\t03:30\t5\t\r\n01/10/2008\t02:00\t50.5\t\r\nrubbish\r\n");
+      "01/10/2008\t02:00\t50.5\t\r\n01/10/2008\t03:00\t777\t\r\n01/10/2008\t03:30\t5\t\r\nrubbish\r\n");
   const LoadedReadings loaded = LoadYear2009();
   EXPECT_EQ(loaded.levels.highestCm, 777);
   EXPECT_EQ(loaded.levels.lowestCm, 50.5);
@@ -87,7 +87,8 @@ TEST_F(LoadReadingsTest, OfSeveralYearsEachHasItsOwnLogAndWhatTheOtherLogSaysOfI
   const int noon = loaded.grid.FindRow(WaterYearFirstDay(2010), 12 * 60, 1);
   EXPECT_EQ(loaded.grid.At(noon).levelCm, 11);
   EXPECT_TRUE(loaded.changeLogs[0].overlay.orphans.empty());
-  EXPECT_EQ(loaded.changeLogs[1].overlay.orphans, std::vector<QByteArray>{"30/09/2009\t12:00\t9\t"});
+  EXPECT_EQ(loaded.changeLogs[1].overlay.orphans,
+            std::vector<RecordedLine>({{"30/09/2009\t12:00\t9\t", std::nullopt}}));
 }
 
 TEST_F(LoadReadingsTest, ARefusedFileEndsTheWholeLoadAndIsNamedOnce) {

@@ -16,6 +16,7 @@ class Recovery : public test::SessionTest {
  protected:
   /// Dates, times and levels: what a crash must not lose.
   QString Text() const { return test::TextOf(session_.Grid(), GridColumn::Level); }
+  static QString Raw() { return QStringLiteral("001-12345-010203"); }
 };
 
 TEST_F(Recovery, UnsavedWorkComesBackAfterACrash) {
@@ -78,9 +79,11 @@ TEST_F(Recovery, ASaveWithADateCorrectionCanBeCutAnywhere) {
   const QByteArray dates = ContentOf(datesPath);
   LoadFile();
   const ReviewGrid raw = TwoDays();
-  const SavedCorrection none{.first = raw.At(1).Time(), .last = raw.At(48).Time(), .targets = {}};
+  const SavedCorrection none{
+      .rawFile = Raw(), .first = raw.At(1).Time(), .last = raw.At(48).Time(), .target = {}};
   const DateTime target = ReadDateTime(QStringLiteral("04/10/2010 22:00")).value();
-  ASSERT_TRUE(WriteSavedCorrection(logPath_, none, {.targets = {target}, .changeLog = newLog}));
+  const QByteArray record = ContentOf(ReviewRecordPath(logPath_));
+  ASSERT_TRUE(WriteSavedCorrection(logPath_, none, PlannedTarget{target, HashOf(newLog)}));
   const QByteArray plan = ContentOf(datesPath);
   ASSERT_NE(plan, dates);
 
@@ -96,6 +99,7 @@ TEST_F(Recovery, ASaveWithADateCorrectionCanBeCutAnywhere) {
   for (const auto& cut : kCuts) {
     ASSERT_TRUE(WriteContent(datesPath, cut.dates));
     ASSERT_TRUE(WriteContent(logPath_, cut.log));
+    ASSERT_TRUE(WriteContent(ReviewRecordPath(logPath_), record));  // of both logs
     ASSERT_TRUE(WriteContent(journalPath_, journal));
     LoadFile();
     EXPECT_EQ(Text(), cut.loaded) << cut.where;
@@ -127,20 +131,23 @@ TEST_F(Recovery, ADateCorrectionThatCannotBeSavedLeavesTheChangeLog) {
 TEST_F(Recovery, APlanOfAnotherFileIsSettledBeforeTheChangeLogGoes) {
   LoadFile();
   const ReviewGrid other = HourlyGrid("01/03/2011 00:00", 10);
-  SavedCorrection saved{.first = other.At(1).Time(), .last = other.At(10).Time(), .targets = {}};
+  const SavedCorrection saved{.rawFile = QStringLiteral("001-12345-110301"),
+                              .first = other.At(1).Time(),
+                              .last = other.At(10).Time(),
+                              .target = {}};
   const DateTime target = ReadDateTime(QStringLiteral("02/03/2011 00:00")).value();
   for (const bool counts : {true, false}) {
     const QByteArray log = counts ? ContentOf(logPath_) : QByteArray("never saved");
-    ASSERT_TRUE(WriteSavedCorrection(logPath_, saved, {.targets = {target}, .changeLog = log}));
+    ASSERT_TRUE(WriteSavedCorrection(logPath_, saved, PlannedTarget{target, HashOf(log)}));
     Edit(counts ? 5 : 6, "1");
     ASSERT_TRUE(session_.Save());
-    const auto found = ReadSavedCorrection(logPath_, other);
+    const auto found = ReadSavedCorrection(logPath_, saved.rawFile, {saved.first, saved.last}, {});
     ASSERT_TRUE(found);
-    EXPECT_EQ(found->targets.size(), counts ? 1U : 0U);
+    EXPECT_EQ(found->correction.target.has_value(), counts);
   }
 }
 
-TEST_F(Recovery, WorkMadeUnderOtherTimesIsKeptAsideNotLaidOver) {
+TEST_F(Recovery, WorkMadeUnderOtherTimesFindsItsReading) {
   LoadFile();
   Edit(9, "2");  // 08:00, where the corrected times have another reading
   const QByteArray journal = ContentOf(journalPath_);
@@ -149,10 +156,21 @@ TEST_F(Recovery, WorkMadeUnderOtherTimesIsKeptAsideNotLaidOver) {
   ASSERT_TRUE(session_.Save());
   ASSERT_TRUE(WriteContent(journalPath_, journal));  // put off, and brought back by the save
   LoadFile();
-  const QString loaded = Text();
-  EXPECT_EQ(RestorePending(), 1);
-  EXPECT_EQ(Text(), loaded);
-  EXPECT_EQ(ContentOf(journalPath_ + QStringLiteral(".old")), journal);
+  EXPECT_EQ(RestorePending(), 0);
+  EXPECT_EQ(Row(session_.Series().ShownRowOf({.rawRow = 9})), "2/1*");
+}
+
+TEST_F(Recovery, SavedWorkIsNotOfferedWhereItsJournalOutlivedTheSave) {
+  LoadFile();
+  Edit(2, "7");
+  CorrectDates("04/10/2010 22:00");
+  Edit(5, "9");
+  const QByteArray journal = ContentOf(journalPath_);
+  ASSERT_TRUE(session_.Save());
+  ASSERT_TRUE(WriteContent(journalPath_, journal));
+  LoadFile();
+  EXPECT_EQ(Pending(), 0U);
+  EXPECT_TRUE(Journals().isEmpty());
 }
 
 /// Two files of a water year, the second with an extreme record at its third reading's minute.
@@ -173,22 +191,28 @@ std::vector<Reading> BehindOthers(std::vector<Reading> others) {
 }
 
 TEST_F(Recovery, AFileThatComesInBetweenDoesNotKeepTheWorkFromItsReadings) {
-  Load(test::GridOf(TwoFiles()), {2011});
+  const QString a = QStringLiteral("001-12345-010101"), b = QStringLiteral("001-12345-010202"),
+                c = QStringLiteral("001-12345-000000");
+  Load(test::GridOf(TwoFiles()), {2011}, {{a, 1, 3}, {b, 4, 7}});
   Edit(2, "11");
   Edit(6, "12");
   Edit(7, "13");
-  Load(test::GridOf(BehindOthers(HourlyGrid("30/09/2010 20:00", 4).Readings())), {2011});
+  Load(test::GridOf(BehindOthers(HourlyGrid("30/09/2010 20:00", 4).Readings())), {2011},
+       {{c, 1, 4}, {a, 5, 7}, {b, 8, 11}});
   EXPECT_EQ(RestorePending(), 0);
   for (const auto& [row, text] : {std::pair(6, "11/1*"), std::pair(10, "12/1*"), std::pair(11, "13/1*")}) {
     EXPECT_EQ(Row(row), text);
   }
   session_.UndoAll();
   Edit(9, "14");
-  // Where it overlaps, either reading could be meant, and none is taken.
-  Load(test::GridOf(BehindOthers({TwoFiles()[4]})), {2011});
-  EXPECT_EQ(RestorePending(), 1);
+  // Where it overlaps, the reading of the same file is meant.
+  Load(test::GridOf(BehindOthers({TwoFiles()[4]})), {2011}, {{c, 1, 1}, {a, 2, 4}, {b, 5, 8}});
+  EXPECT_EQ(RestorePending(), 0);
   EXPECT_EQ(Row(1), "104/");
-  EXPECT_EQ(Row(6), "104/");
+  EXPECT_EQ(Row(6), "14/1*");
+  // Without that file the work has no reading, and is kept.
+  Load(test::GridOf(BehindOthers({TwoFiles()[4]})), {2011}, {{c, 1, 1}, {a, 2, 8}});
+  EXPECT_EQ(RestorePending(), 1);
   EXPECT_EQ(JournalOf(journalPath_ + QStringLiteral(".old"))->records.size(), 1U);
 }
 

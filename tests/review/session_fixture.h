@@ -14,10 +14,11 @@ namespace vesk::test {
 class SessionTest : public testing::Test {
  protected:
   /// waterYears empty: the readings of a single file.
-  void Load(ReviewGrid grid, const std::vector<int>& waterYears) {
-    LoadedReadings loaded = LoadOf(std::move(grid), folder_.path() + QLatin1Char('/'), waterYears);
+  void Load(ReviewGrid grid, const std::vector<int>& waterYears, std::vector<RawFileRows> files = {}) {
+    LoadedReadings loaded =
+        LoadOf(std::move(grid), folder_.path() + QLatin1Char('/'), waterYears, std::move(files));
     logPath_ = loaded.changeLogs.front().saveTo;
-    journalPath_ = JournalPath(logPath_, waterYears.empty() ? loaded.files.front() : QString());
+    journalPath_ = JournalPath(logPath_, waterYears.empty() ? loaded.rawFiles.front().rawFile : QString());
     session_.Begin(loaded);
   }
   /// 48 hourly readings from 01/10/2010 on.
@@ -34,7 +35,7 @@ class SessionTest : public testing::Test {
   }
   void CorrectDates(const char* target) { ASSERT_TRUE(session_.CorrectDates(QLatin1String(target))); }
   std::string Row(int row) const { return LevelAndCode(session_.Grid(), row); }
-  std::size_t Pending() const { return session_.Pending()->records.size(); }
+  std::size_t Pending() { return session_.Pending()->records.size(); }
   int RestorePending() {
     const auto pending = session_.Pending();
     EXPECT_TRUE(pending);

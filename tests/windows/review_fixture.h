@@ -39,6 +39,10 @@ class OperatorsAnswers : public ReviewQuestions {
     ++person_.recoverQuestions;
     return person_.recover;
   }
+  bool AskToTakeOver(QWidget*, const QString& text) override {
+    person_.told += text;
+    return person_.yes;
+  }
   bool AskYesNo(QWidget*, const QString&, const QString& text) override {
     person_.told += text;
     return person_.yes;

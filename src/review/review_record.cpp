@@ -1,0 +1,155 @@
+#include "review/review_record.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <algorithm>
+
+#include "platform/whole_file.h"
+#include "review/review_grid.h"
+
+namespace vesk {
+namespace {
+
+constexpr char kFormat[] = "vesk4-review-record";
+constexpr int kVersion = 1;
+
+QString Key(const char* name) {
+  return QLatin1String(name);
+}
+
+QJsonObject Encode(const Correction& correction) {
+  QJsonObject object{{Key("file"), correction.rawFile},        {Key("time"), DateTimeText(correction.time)},
+                     {Key("kind"), KindText(correction.kind)}, {Key("raw"), correction.rawCm},
+                     {Key("level"), correction.levelCm},       {Key("by"), correction.by.login},
+                     {Key("name"), correction.by.name},        {Key("at"), correction.by.at}};
+  if (correction.computed) object[Key("computed")] = true;
+  if (correction.occurrence != 1) object[Key("occurrence")] = correction.occurrence;
+  if (!correction.discharge.isEmpty()) object[Key("discharge")] = correction.discharge;
+  return object;
+}
+
+std::optional<Correction> DecodeCorrection(const QJsonObject& object) {
+  const auto time = ReadDateTime(object[Key("time")].toString());
+  const auto kind = ReadKind(object[Key("kind")].toString());
+  const QJsonValue raw = object[Key("raw")];
+  const QJsonValue level = object[Key("level")];
+  if (!time || !kind || !raw.isDouble() || !level.isDouble()) return std::nullopt;
+  return Correction{
+      .rawFile = object[Key("file")].toString(),
+      .time = *time,
+      .kind = *kind,
+      .computed = object[Key("computed")].toBool(),
+      .occurrence = std::max(object[Key("occurrence")].toInt(1), 1),
+      .rawCm = raw.toDouble(),
+      .levelCm = level.toDouble(),
+      .discharge = object[Key("discharge")].toString(),
+      .by = {object[Key("by")].toString(), object[Key("name")].toString(), object[Key("at")].toString()}};
+}
+
+QJsonObject Encode(const RecordState& state) {
+  QJsonArray lines;
+  for (const RecordedLine& line : state.lines) {
+    QJsonObject object = line.correction ? Encode(*line.correction) : QJsonObject();
+    // The bytes as they are: a line that could not be read may hold any of them.
+    object[Key("line")] = QString::fromLatin1(line.text);
+    lines.append(object);
+  }
+  QJsonArray hidden;
+  for (const Correction& correction : state.hidden) hidden.append(Encode(correction));
+  QJsonObject object{{Key("changeLog"), QString::fromLatin1(state.logHash)}, {Key("corrections"), lines}};
+  if (!hidden.isEmpty()) object[Key("hidden")] = hidden;
+  return object;
+}
+
+/// Nothing when a part of it cannot be meant.
+std::optional<RecordState> DecodeState(const QJsonObject& object) {
+  RecordState state{.logHash = object[Key("changeLog")].toString().toLatin1(), .lines = {}, .hidden = {}};
+  for (const QJsonValue& value : object[Key("corrections")].toArray()) {
+    const QJsonObject line = value.toObject();
+    if (!line[Key("line")].isString()) return std::nullopt;
+    state.lines.push_back({line[Key("line")].toString().toLatin1(), DecodeCorrection(line)});
+  }
+  for (const QJsonValue& value : object[Key("hidden")].toArray()) {
+    auto correction = DecodeCorrection(value.toObject());
+    if (!correction) return std::nullopt;
+    state.hidden.push_back(std::move(*correction));
+  }
+  return state;
+}
+
+/// A name beside the path that is not taken yet.
+QString FreePath(const QString& path) {
+  const QString first = path + QStringLiteral(".damaged");
+  QString kept = first;
+  for (int number = 2; QFileInfo::exists(kept); ++number) kept = first + QString::number(number);
+  return kept;
+}
+
+}  // namespace
+
+const RecordState* ReviewRecord::StateOf(const QByteArray& logHash) const {
+  const auto state = std::find_if(states.begin(), states.end(),
+                                  [&](const RecordState& known) { return known.logHash == logHash; });
+  return state == states.end() ? nullptr : &*state;
+}
+
+QString ReviewRecordPath(const QString& changeLogPath) {
+  return changeLogPath + QStringLiteral(".review.json");
+}
+
+QByteArray HashOf(const QByteArray& content) {
+  return QCryptographicHash::hash(content, QCryptographicHash::Sha256).toHex();
+}
+
+Result<ReviewRecord> DecodeReviewRecord(const QByteArray& content, const QString& path) {
+  ReviewRecord record;
+  if (content.isEmpty()) return record;
+  const QString what = QStringLiteral("The review record could not be read");
+  QJsonObject object = QJsonDocument::fromJson(content).object();
+  if (object.take(Key("format")).toString() != Key(kFormat) ||
+      object.take(Key("version")).toInt() != kVersion) {
+    return Error{what, path, QStringLiteral("it is damaged, or of another version of the program")};
+  }
+  for (const QJsonValue& value : object.take(Key("states")).toArray()) {
+    auto state = DecodeState(value.toObject());
+    if (!state)
+      return Error{what, path, QStringLiteral("it is damaged, or of another version of the program")};
+    record.states.push_back(std::move(*state));
+  }
+  record.other = object;
+  return record;
+}
+
+QByteArray EncodeReviewRecord(const ReviewRecord& record) {
+  QJsonObject object = record.other;
+  object[Key("format")] = Key(kFormat);
+  object[Key("version")] = kVersion;
+  QJsonArray states;
+  for (const RecordState& state : record.states) states.append(Encode(state));
+  object[Key("states")] = states;
+  return QJsonDocument(object).toJson(QJsonDocument::Indented);
+}
+
+Result<ReviewRecord> ReadReviewRecord(const QString& changeLogPath) {
+  const QString path = ReviewRecordPath(changeLogPath);
+  const auto content = ReadWholeFile(path, QStringLiteral("The review record could not be read"));
+  if (!content) return content.Failure();
+  return DecodeReviewRecord(*content, path);
+}
+
+Status WriteReviewRecord(const QString& changeLogPath, const ReviewRecord& record) {
+  const QString path = ReviewRecordPath(changeLogPath);
+  const QString what = QStringLiteral("The review record could not be saved");
+  const auto content = ReadWholeFile(path, what);
+  if (!content) return content.Failure();
+  if (!DecodeReviewRecord(*content, path) && !QFile::rename(path, FreePath(path))) {
+    return Error{what, path, QStringLiteral("the damaged file could not be kept under another name")};
+  }
+  return WriteWholeFile(path, EncodeReviewRecord(record), what);
+}
+
+}  // namespace vesk

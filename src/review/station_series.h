@@ -1,0 +1,95 @@
+// The readings of one load with everything that corrects them. Raw readings keep their times and their order;
+// a clock correction is a view on them, so that taking it back gives every reading its own time again, and
+// what is saved and loaded is one state from which the same rows follow every time.
+#pragma once
+
+#include <QString>
+
+#include <compare>
+#include <map>
+#include <optional>
+#include <vector>
+
+#include "review/date_correction.h"
+#include "review/review_grid.h"
+
+namespace vesk {
+
+/// Rows that came in from one raw file, both ends included, counted from 1 in the raw order.
+struct RawFileRows {
+  QString rawFile;  ///< first 16 characters of its name: the day count behind them changes
+  int first = 1;
+  int last = 0;
+};
+
+/// A row by what it is, whichever rows stand before it: a raw reading, or a computed extreme of a day.
+struct RowRef {
+  int rawRow = 0;  ///< 1 to the number of raw readings; 0: a computed extreme
+  ExtremeKey extreme{};
+
+  auto operator<=>(const RowRef&) const = default;
+};
+
+/// What can be changed of a row.
+struct RowState {
+  double levelCm = 0;
+  RowMark mark{};
+  QString discharge{};
+};
+
+class StationSeries {
+ public:
+  StationSeries() = default;
+  explicit StationSeries(ReviewGrid raw, std::vector<RawFileRows> files = {});
+
+  /// The rows as operators see them: the raw ones, or re-timed with computed extremes.
+  [[nodiscard]] const ReviewGrid& Shown() const { return target_ ? view_.grid : raw_; }
+  [[nodiscard]] const ReviewGrid& Raw() const { return raw_; }
+  /// The raw grid, moved out; the series is not to be used afterwards.
+  [[nodiscard]] ReviewGrid TakeRaw() { return std::move(raw_); }
+  [[nodiscard]] const std::vector<RawFileRows>& Files() const { return files_; }
+
+  /// shownRow: 1 to Shown().ReadingCount().
+  [[nodiscard]] RowRef RefOf(int shownRow) const;
+  /// 0 when the row is not on the screen: a logger's record behind a clock correction.
+  [[nodiscard]] int ShownRowOf(const RowRef& row) const;
+  /// Raw file of a raw row, first 16 characters; empty when it is not known.
+  [[nodiscard]] QString FileOf(int rawRow) const;
+
+  /// The row's present state; nothing for a computed extreme that neither is there nor was edited.
+  [[nodiscard]] std::optional<RowState> StateOf(const RowRef& row) const;
+  /// A computed extreme whose mark says that nobody edited it goes back to what is computed.
+  void SetState(const RowRef& row, const RowState& state);
+  /// Several at once; the view is formed once.
+  void SetStates(const std::vector<std::pair<RowRef, RowState>>& states);
+
+  /// Puts an edited extreme in its place as a file tells of it.
+  void PutExtreme(const ExtremeKey& key, const ExtremeEdit& edit);
+  /// Edited daily extremes, on the screen or not.
+  [[nodiscard]] const ExtremeEdits& EditedExtremes() const { return edits_; }
+
+  /// True time of the last reading; nothing: the logger's own times.
+  [[nodiscard]] std::optional<DateTime> Target() const { return target_; }
+  /// target as ReadCorrectionTarget gives it for the raw readings; the last reading's own time is no
+  /// correction.
+  void SetTarget(std::optional<DateTime> target);
+  /// Time of the last reading as shown; nothing without readings.
+  [[nodiscard]] std::optional<DateTime> LastReading() const;
+
+  /// True when the shown rows are the raw ones and nothing is kept besides.
+  [[nodiscard]] bool IsPlain() const { return !target_ && edits_.empty(); }
+  /// Every level as it is now becomes its baseline; done once a load is complete.
+  void TakeBaseline();
+
+ private:
+  void Store(const RowRef& row, const RowState& state);
+  void FormView();
+
+  ReviewGrid raw_;
+  std::vector<RawFileRows> files_;
+  std::optional<DateTime> target_;
+  ExtremeEdits edits_;
+  RetimedView view_;  ///< while target_ is set
+};
+
+}  // namespace vesk
