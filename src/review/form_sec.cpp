@@ -1,5 +1,6 @@
 #include "review/form_sec.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
@@ -130,12 +131,28 @@ void FormSec::ConnectSession() {
                     u"Changes are kept by Save only; the journal cannot be written: ") +
                ErrorText(error, run_.language));
   });
+  ConnectGrid();
+}
+
+void FormSec::ConnectGrid() {
   connect(model_.get(), &ReviewGridModel::EditRefused, this, &FormSec::TellRefusal);
-  connect(c_.VS1, &ReviewGridView::RowEntered, this, [this](int row) {
-    const int rows = session_.Grid().ReadingCount();
-    c_.RowLabel->setText(row >= 1 && row <= rows ? Text(u"Satır %1 / %2", u"Row %1 / %2").arg(row).arg(rows)
-                                                 : QString());
+  // Behind the edit: its editor is closing and must not find itself below a question.
+  connect(model_.get(), &ReviewGridModel::LevelTaken, this, &FormSec::OfferRecordCorrection,
+          Qt::QueuedConnection);
+  model_->SetRawLevelText([this](double rawCm) {
+    return Text(u"Ham seviye: %1 cm (Ctrl+R ham seviyeye döner)", u"Raw level: %1 cm (Ctrl+R gives it back)")
+        .arg(NumberText(rawCm));
   });
+  connect(c_.VS1, &ReviewGridView::RowEntered, this, &FormSec::ShowRowLabel);
+  const auto showRow = [this] { ShowRowLabel(c_.VS1->CurrentRow()); };
+  connect(&session_, &EditSession::StateChanged, this, showRow);
+  connect(&session_, &EditSession::GridReplaced, this, showRow);
+  auto* restore = new QAction(Text(u"Ham seviyeye dön", u"Back to the raw level"), c_.VS1);
+  restore->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
+  restore->setShortcutContext(Qt::WidgetShortcut);
+  connect(restore, &QAction::triggered, this, &FormSec::RestoreRawLevels);
+  c_.VS1->addAction(restore);
+  c_.VS1->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void FormSec::AddShortcuts() {
@@ -183,6 +200,20 @@ void FormSec::ArrangeForMode() {
   UpdateCommands();
 }
 
+/// Enter on a station goes on to its years; where there is but one, it is the one.
+void FormSec::GoToYears() {
+  if (c_.ListIst->selectedItems().isEmpty()) ChooseStation();
+  if (c_.ListSuYili->count() == 0) return;
+  c_.ListSuYili->setFocus(Qt::OtherFocusReason);
+  if (c_.ListSuYili->count() == 1) c_.ListSuYili->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
+}
+
+/// The first arrow in a list in which nothing is chosen yet chooses its first entry.
+bool FormSec::IsFirstArrow(int key) const {
+  return (key == Qt::Key_Down || key == Qt::Key_Up) && c_.ListSuYili->count() > 0 &&
+         c_.ListSuYili->selectedItems().isEmpty();
+}
+
 void FormSec::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (opened_) return;
@@ -222,7 +253,11 @@ bool FormSec::eventFilter(QObject* watched, QEvent* event) {
 
 bool FormSec::HandleListKey(QObject* watched, int key) {
   const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
-  if (watched == c_.ListSuYili && key == Qt::Key_Q) {
+  if (watched == c_.ListIst && enter) {
+    GoToYears();
+  } else if (watched == c_.ListSuYili && IsFirstArrow(key)) {
+    c_.ListSuYili->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
+  } else if (watched == c_.ListSuYili && key == Qt::Key_Q) {
     ShowYearPicker();
   } else if (watched == c_.ListSuYili && key == Qt::Key_Delete) {
     const int row = c_.ListSuYili->currentRow();

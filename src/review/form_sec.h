@@ -60,6 +60,7 @@ class FormSec : public QWidget {
   void FitColumns();
   void KeepLayout() const;
   void KeepDataDirectory();
+  void ConnectGrid();
   [[nodiscard]] QString Text(const char16_t* turkish, const char16_t* english) const;
 
   // Choosing.
@@ -82,6 +83,8 @@ class FormSec : public QWidget {
   void ShowRatingCurve(const QString& path);
   [[nodiscard]] QString StationName(const QString& station);
   bool HandleListKey(QObject* watched, int key);
+  void GoToYears();
+  [[nodiscard]] bool IsFirstArrow(int key) const;
 
   // Loading.
   void Confirm();
@@ -108,6 +111,9 @@ class FormSec : public QWidget {
   void TellRefusal(const Error& error);
   bool SaveChanges();
   void UndoAll();
+  void OfferRecordCorrection(int row);
+  void RestoreRawLevels();
+  void ShowRowLabel(int row);
   void StepBack();
   void StepForward();
   void GoToChange(bool next);

@@ -7,7 +7,10 @@
 #include <QTableWidget>
 #include <QToolTip>
 
+#include <set>
+
 #include "review/busy_cursor.h"
+#include "review/contradictions.h"
 #include "review/form_sec.h"
 #include "review/review_grid_model.h"
 #include "review/review_grid_view.h"
@@ -70,6 +73,62 @@ void FormSec::TellRefusal(const Error& error) {
   TellStatus(reason);
   const QRect cell = c_.VS1->visualRect(c_.VS1->currentIndex());
   QToolTip::showText(c_.VS1->viewport()->mapToGlobal(cell.bottomLeft()), reason, c_.VS1);
+}
+
+void FormSec::ShowRowLabel(int row) {
+  const ReviewGrid& grid = session_.Grid();
+  QString text;
+  if (grid.IsReading(row)) {
+    text = Text(u"Satır %1 / %2", u"Row %1 / %2").arg(row).arg(grid.ReadingCount());
+    if (grid.IsCorrected(row)) {
+      text += QStringLiteral("  ·  ") +
+              Text(u"ham seviye %1 cm", u"raw level %1 cm").arg(NumberText(grid.RawLevel(row)));
+    }
+  }
+  c_.RowLabel->setText(text);
+}
+
+// The logger's record of the day may say what the reading said before it was corrected; tables that take
+// the logger's extremes would publish it.
+void FormSec::OfferRecordCorrection(int row) {
+  TellStatus({});  // what was said of an earlier attempt
+  const ReviewGrid& grid = session_.Grid();
+  if (!grid.IsReading(row) || grid.At(row).kind != ReadingKind::Ordinary) return;
+  for (const RecordContradiction& found : FindContradictions(grid)) {
+    if (found.day != grid.At(row).day || grid.At(found.row).sourceFile != grid.At(row).sourceFile) continue;
+    const QString text =
+        Text(
+            u"Cihazın %1 günü için kaydettiği uç değer (%2) %3 cm; düzeltilen kayıtlara göre %4 cm (%5). Uç "
+            u"değer "
+            u"kaydı da düzeltilsin mi?",
+            u"The logger's own record of %1 (%2) is %3 cm; by the readings as corrected it is %4 cm (%5). "
+            u"Correct the record as well?")
+            .arg(DateText(found.day), KindText(found.kind), NumberText(found.recordedCm),
+                 NumberText(found.readingsCm), ClockText(found.minuteOfDay));
+    if (!questions_->AskToCorrectRecord(this, text)) continue;
+    if (const auto edited = session_.EditLevel(found.row, NumberText(found.readingsCm)); !edited) {
+      TellRefusal(edited.Failure());
+    }
+  }
+}
+
+void FormSec::RestoreRawLevels() {
+  if (!FinishEditing() || c_.VS1->selectionModel() == nullptr) return;
+  std::set<int> rows;
+  for (const QModelIndex& index : c_.VS1->selectionModel()->selectedIndexes()) {
+    rows.insert(ReviewGridModel::GridRow(index));
+  }
+  int restored = 0;
+  for (const int row : rows) {
+    if (!session_.Grid().IsReading(row) || !session_.Grid().IsCorrected(row)) continue;
+    const Result<bool> done = session_.RestoreRawLevel(row);
+    if (!done) return TellRefusal(done.Failure());
+    ++restored;
+  }
+  TellStatus(
+      restored == 0
+          ? Text(u"Seçili satırlarda düzeltilmiş seviye yok.", u"No selected level is corrected.")
+          : Text(u"%1 satır ham seviyesine döndü.", u"%1 row(s) have their raw level again.").arg(restored));
 }
 
 bool FormSec::SaveChanges() {

@@ -6,6 +6,7 @@
 #include "datafiles/file_bytes.h"
 #include "datafiles/raw_file_names.h"
 #include "platform/whole_file.h"
+#include "review/contradictions.h"
 #include "review/setup_parameters.h"
 
 namespace vesk {
@@ -59,6 +60,7 @@ class Loader {
       loaded_.retimed = std::move(series_);
     }
     LevelRange(loaded_.grid, loaded_.levels);
+    TellContradictions();
     return std::move(loaded_);
   }
 
@@ -75,6 +77,14 @@ class Loader {
     loaded_.messages.insert(loaded_.messages.end(), log.overlay.messages.begin(), log.overlay.messages.end());
     loaded_.changeLogs.push_back(std::move(log));
     return {};
+  }
+
+  void TellContradictions() {
+    for (const RecordContradiction& found : FindContradictions(loaded_.grid)) {
+      Tell(QStringLiteral("%1: the logger's %2 record is %3 cm, but by the corrected readings it is %4 cm")
+               .arg(DateText(found.day), KindText(found.kind), NumberText(found.recordedCm),
+                    NumberText(found.readingsCm)));
+    }
   }
 
   /// A clock is corrected for a file on its own; a water year shows the logger's times.

@@ -36,6 +36,8 @@ constexpr std::pair<const char16_t*, const char16_t*> kSentences[] = {
     {u"(.*): (\\d+) correction\\(s\\) of (.*), which is not loaded, lie on equal readings of another "
      u"read-out",
      u"%1: yüklenmemiş %3 dosyasının %2 düzeltmesi başka bir okumanın eşit kayıtlarına uygulandı"},
+    {u"(.*): the logger's (.*) record is (.*) cm, but by the corrected readings it is (.*) cm",
+     u"%1: cihazın %2 kaydı %3 cm, ancak düzeltilen kayıtlara göre %4 cm"},
     {u"(.*): further lines are not named", u"%1: öteki satırlar tek tek yazılmadı"},
     {u"(.*): has a date correction of its own \\(last reading (.*)\\), which a water year does not take "
      u"over; "

@@ -64,6 +64,8 @@ class ReviewGrid {
   void SetMark(int row, const RowMark& mark);
   /// Level of a row as its raw file has it, cm.
   [[nodiscard]] double RawLevel(int row) const { return Mark(row).rawCm; }
+  /// True where the level is no longer the raw file's.
+  [[nodiscard]] bool IsCorrected(int row) const { return At(row).levelCm != RawLevel(row); }
   /// The edit code as a number: the flag character read as one while the row is untouched.
   [[nodiscard]] int CodeValue(int row) const;
   [[nodiscard]] bool IsChanged(int row) const { return CodeValue(row) > 0; }

@@ -117,6 +117,9 @@ QVariant ReviewGridModel::data(const QModelIndex& index, int role) const {
       return TextColour(kind, session_.IsCorrected());
     case Qt::FontRole:
       return kind == ReadingKind::Ordinary ? QVariant() : BoldFont();
+    case Qt::ToolTipRole:
+      if (!rawLevelText_ || column != GridColumn::Level || !grid.IsCorrected(row)) return {};
+      return rawLevelText_(grid.RawLevel(row));
     case BorderColourRole:
       return HasBorder(kind, session_.IsCorrected()) ? QVariant(kMinimumBorder) : QVariant();
     default:
@@ -141,7 +144,10 @@ Qt::ItemFlags ReviewGridModel::flags(const QModelIndex& index) const {
 bool ReviewGridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable)) return false;
   const auto edited = session_.EditLevel(GridRow(index), value.toString());
-  if (edited) return true;
+  if (edited) {
+    if (*edited) Q_EMIT LevelTaken(GridRow(index));
+    return true;
+  }
   Q_EMIT EditRefused(edited.Failure());
   return false;
 }

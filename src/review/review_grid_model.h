@@ -4,6 +4,8 @@
 #include <QAbstractTableModel>
 #include <QItemSelection>
 
+#include <functional>
+
 #include "review/editing.h"
 
 namespace vesk {
@@ -17,8 +19,13 @@ class ReviewGridModel : public QAbstractTableModel {
     BorderColourRole = Qt::UserRole,  ///< QColor of the cell's border; invalid for none
   };
 
+  /// What the tool tip of a corrected level says of the raw one, cm.
+  using RawLevelText = std::function<QString(double rawCm)>;
+
   /// The session must outlive the model.
   explicit ReviewGridModel(EditSession& session, QObject* parent = nullptr);
+
+  void SetRawLevelText(RawLevelText text) { rawLevelText_ = std::move(text); }
 
   [[nodiscard]] static int GridRow(const QModelIndex& index) { return index.row() + 1; }
   /// Index of a grid row's cell; invalid when there is no such row.
@@ -40,12 +47,15 @@ class ReviewGridModel : public QAbstractTableModel {
  Q_SIGNALS:
   /// A typed level that was not taken.
   void EditRefused(const vesk::Error& error);
+  /// A typed level that was taken.
+  void LevelTaken(int gridRow);
 
  private:
   void RowChanged(int gridRow);
   void AllRowsChanged();
 
   EditSession& session_;
+  RawLevelText rawLevelText_;
 };
 
 }  // namespace vesk

@@ -65,6 +65,10 @@ bool ReviewMessageBoxes::AskToTakeOver(QWidget* parent, const QString& text) {
   return box.clickedButton() == take;
 }
 
+bool ReviewMessageBoxes::AskToCorrectRecord(QWidget* parent, const QString& text) {
+  return AskYesNo(parent, language_.attentionTitle, text);
+}
+
 bool ReviewMessageBoxes::AskYesNo(QWidget* parent, const QString& title, const QString& text) {
   return QMessageBox::question(parent, TitleOr(title), text) == QMessageBox::Yes;
 }

@@ -21,6 +21,8 @@ class ReviewQuestions {
   virtual RecoverAnswer AskToRecover(QWidget* parent, int edits) = 0;
   /// Somebody elsewhere holds the corrections. text says who. The answer that changes nothing is the default.
   virtual bool AskToTakeOver(QWidget* parent, const QString& text) = 0;
+  /// A corrected reading leaves a record of its day wrong. text says which and what the readings give.
+  virtual bool AskToCorrectRecord(QWidget* parent, const QString& text) = 0;
   /// An empty title means the program's own.
   virtual bool AskYesNo(QWidget* parent, const QString& title, const QString& text) = 0;
   virtual void Tell(QWidget* parent, const QString& title, const QString& text) = 0;
@@ -35,6 +37,7 @@ class ReviewMessageBoxes : public ReviewQuestions {
   UnsavedAnswer AskAboutUnsavedChanges(QWidget* parent) override;
   RecoverAnswer AskToRecover(QWidget* parent, int edits) override;
   bool AskToTakeOver(QWidget* parent, const QString& text) override;
+  bool AskToCorrectRecord(QWidget* parent, const QString& text) override;
   bool AskYesNo(QWidget* parent, const QString& title, const QString& text) override;
   void Tell(QWidget* parent, const QString& title, const QString& text) override;
   void Warn(QWidget* parent, const QString& title, const QString& text) override;

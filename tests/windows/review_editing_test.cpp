@@ -97,6 +97,50 @@ TEST_F(Editing, TheFirstLevelIsSavedWhileItIsStillBeingTyped) {
   EXPECT_EQ(ChangeLogContent(), QByteArray("01/11/2009\t03:00\t77\t\r\n"));
 }
 
+TEST_F(Editing, ACorrectedReadingOffersTheRecordThatItLeavesWrong) {
+  constexpr int kFirst = 1, kMaximum = 25;
+  operator_.correctsRecords = true;
+  TypeLevel(kFirst, Texts("999"));
+  Settle();  // asked behind the edit
+  ASSERT_EQ(operator_.records.size(), 2) << "it was the day's lowest, and is now the highest";
+  EXPECT_TRUE(operator_.records[0].contains(Texts("999 cm (01:00)")));
+  EXPECT_EQ(Cell(kMaximum, GridColumn::Level), Texts("999"));
+  EXPECT_EQ(Cell(kMaximum + 1, GridColumn::Level), QString::number(SketchLevelCm(1)));
+  TypeLevel(kFirst, Texts("x"));
+  EXPECT_FALSE(Find<QLabel>("StatusLine").text().isEmpty());
+  Push("Command4");
+  Grid().GoTo(kFirst, GridColumn::Level, false);
+  EXPECT_TRUE(Find<QLabel>("RowLabel").text().endsWith(Texts("ham seviye 100 cm")));
+  EXPECT_TRUE(Grid().currentIndex().data(Qt::ToolTipRole).toString().startsWith(Texts("Ham seviye: 100 cm")));
+  Grid().setFocus();
+  QTest::keyClick(&Grid(), Qt::Key_R, Qt::ControlModifier);
+  EXPECT_EQ(Cell(kFirst, GridColumn::Level), Texts("100"));
+  EXPECT_TRUE(Button("Command4").isEnabled());
+}
+
+TEST_F(Editing, ASecondWindowOnOneFolderOnlyLooksAndNoSaveIsOverwritten) {
+  TypeLevel(3, Texts("50"));
+  FormSec* first = form_;
+  Open();
+  LoadWaterYear();
+  EXPECT_EQ(operator_.recoverQuestions, 0);
+  EXPECT_TRUE(Find<QLabel>("StatusLine").text().contains(Texts("yalnız bakmak için")));
+  TypeLevel(4, Texts("60"));
+  EXPECT_EQ(Cell(4, GridColumn::Level), QString::number(SketchLevelCm(3)));
+  EXPECT_TRUE(Find<QLabel>("StatusLine").text().contains(Texts("başkası çalışıyor")));
+  Kill();
+  form_ = first;
+  QFile log(ChangeLog());
+  ASSERT_TRUE(log.open(QIODevice::WriteOnly) && log.write("01/11/2009\t05:00\t7\t\r\n") > 0);
+  log.close();
+  operator_.recover = RecoverAnswer::Restore;
+  Push("Command4");  // refused, loaded again, and the work laid over
+  EXPECT_EQ(Cell(3, GridColumn::Level), Texts("50"));
+  EXPECT_EQ(Cell(5, GridColumn::Level), Texts("7"));
+  Push("Command4");
+  EXPECT_EQ(ChangeLogContent(), QByteArray("01/11/2009\t03:00\t50\t\r\n01/11/2009\t05:00\t7\t\r\n"));
+}
+
 TEST_F(Editing, ChangesAndDatesAreFoundByKey) {
   TypeLevel(40, Texts("50"));
   TypeLevel(900, Texts("60"));
@@ -241,6 +285,22 @@ TEST_F(DateCorrection, RetimesASingleFileAndIsSavedLikeAnyEdit) {
   Push("CmdUndo");
   EXPECT_EQ(Readings(), readings);
   EXPECT_TRUE(Offered());
+}
+
+TEST_F(DateCorrection, ASavedOneCanBeRemoved) {
+  const QString raw = Cell(5, GridColumn::Time);
+  const int readings = Readings();
+  EXPECT_TRUE(Button("CmdSaatSil").isHidden());
+  TypeTarget(Texts("05/10/2010 22:00"));
+  Push("Command4");
+  EXPECT_FALSE(Button("CmdSaatSil").isHidden());
+  const QModelIndex spare = Grid().model()->index(Readings(), 0);
+  EXPECT_EQ(spare.data(Qt::BackgroundRole).value<QColor>(), QColor(0, 0xFF, 0));
+  Push("CmdSaatSil");
+  EXPECT_TRUE(Grid().hasFocus());
+  EXPECT_EQ(Cell(5, GridColumn::Time), raw);
+  EXPECT_EQ(Readings(), readings);
+  EXPECT_TRUE(Button("Command4").isEnabled());
 }
 
 TEST_F(DateCorrection, ASavedOneIsNotTakenBackByPressingTheButtonUntouched) {

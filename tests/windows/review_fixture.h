@@ -25,6 +25,8 @@ struct Operator {
   bool yes = true;
   int unsavedQuestions = 0;
   int recoverQuestions = 0;
+  bool correctsRecords = false;
+  QStringList records;  ///< questions about extreme records
   QStringList told;
 };
 
@@ -38,6 +40,10 @@ class OperatorsAnswers : public ReviewQuestions {
   RecoverAnswer AskToRecover(QWidget*, int) override {
     ++person_.recoverQuestions;
     return person_.recover;
+  }
+  bool AskToCorrectRecord(QWidget*, const QString& text) override {
+    person_.records += text;
+    return person_.correctsRecords;
   }
   bool AskToTakeOver(QWidget*, const QString& text) override {
     person_.told += text;
