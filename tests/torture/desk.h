@@ -34,8 +34,10 @@ struct ScreenRow {
   [[nodiscard]] bool IsOrdinary() const { return Kind() == "ort"; }
   /// "date time label level".
   [[nodiscard]] QByteArray Text() const { return Minute() + ' ' + label + ' ' + level; }
-  /// The same with the edit state.
-  [[nodiscard]] QByteArray FullText() const { return Text() + " code " + code; }
+  /// The same with the edit state; no edits is no code.
+  [[nodiscard]] QByteArray FullText() const {
+    return Text() + " code " + (code == "0" ? QByteArray() : code);
+  }
 };
 using Screen = std::vector<ScreenRow>;
 

@@ -180,8 +180,10 @@ class Theatre {
     Child child([&](const Child::Say& say) { Act(choice, fault, goesOn, say); });
     const QByteArrayList lines = child.Lines();
     QByteArray said, met;
+    path_.clear();
     for (const QByteArray& line : lines) {
       if (line.startsWith("met ")) met = line.mid(4);
+      if (line.startsWith("path ")) path_ = line.mid(5);
       if (line.startsWith("result ")) said = line.mid(7);
       if (line.startsWith("broken ")) Break(line.mid(7).toStdString(), fault, met, {});
     }
@@ -257,8 +259,10 @@ class Theatre {
     fault.Arm();
     const QString why = operation_.act(desk, choice);
     const QByteArray met = FaultsMet() > 0 ? FaultsMetName() : "none";
+    const QByteArray path = FaultsMetPath();
     FaultsWatch(nullptr);
     say("met " + met);
+    say("path " + path.mid(path.lastIndexOf('/') + 1));
     say("result " + (why.isEmpty() ? QByteArray("done") : why.toUtf8()));
     if (!goesOn) return;
     // The fault is gone: what the screen holds can be saved, what failed can be done again.
@@ -299,7 +303,7 @@ class Theatre {
   void Break(const std::string& rule, const Fault& fault, const QByteArray& met, const QByteArray& detail) {
     std::string what = std::string(operation_.name) + ": " + rule;
     if (!met.isEmpty()) what += " (" + met.toStdString() + ')';
-    run_.Fail(seed_, what, fault.Text() + ": " + detail);
+    run_.Fail(seed_, what, fault.Text() + " on \"" + path_ + "\": " + detail);
   }
 
   Run& run_;
@@ -308,7 +312,7 @@ class Theatre {
   QString template_;
   Choice choice_;
   QByteArrayList raw_;
-  QByteArray before_, after_;
+  QByteArray before_, after_, path_;
   long calls_ = 0;
 };
 

@@ -26,6 +26,7 @@ struct Shim {
   long bytesLeft = -1;
   long met = 0;
   const char* metName = "";
+  char metPath[1024] = "";
   bool ours[kMostHandles] = {};
 };
 
@@ -55,6 +56,22 @@ void Note(int handle, bool ours) {
   for (;;) ::pause();
 }
 
+void KeepPath(const char* path) {
+  std::strncpy(shim.metPath, path, sizeof shim.metPath - 1);
+}
+
+void KeepPathOf(int handle) {
+  char link[40] = "/proc/self/fd/";
+  std::size_t end = std::strlen(link);
+  char digits[12];
+  std::size_t count = 0;
+  for (int rest = handle; rest > 0 || count == 0; rest /= 10)
+    digits[count++] = static_cast<char>('0' + rest % 10);
+  while (count > 0) link[end++] = digits[--count];
+  const ssize_t length = ::readlink(link, shim.metPath, sizeof shim.metPath - 1);
+  shim.metPath[length > 0 ? length : 0] = '\0';
+}
+
 /// Counts a call; true when it is due.
 bool IsDue(const char* name) {
   ++shim.seen;
@@ -66,8 +83,17 @@ bool IsDue(const char* name) {
 }
 
 /// True when the call has to fail; errno is set then.
-bool Fails(const char* name) {
+bool Fails(const char* name, const char* path) {
   if (!IsDue(name)) return false;
+  KeepPath(path);
+  if (shim.action < 0) Die();
+  errno = shim.action;
+  return true;
+}
+
+bool Fails(const char* name, int handle) {
+  if (!IsDue(name)) return false;
+  KeepPathOf(handle);
   if (shim.action < 0) Die();
   errno = shim.action;
   return true;
@@ -85,13 +111,13 @@ mode_t ModeOf(int flags, va_list more) {
 
 int Open(const char* name, const char* path, int flags, mode_t mode) {
   const bool ours = IsBelow(path);
-  if (ours && Fails("open")) return -1;
+  if (ours && Fails("open", path)) return -1;
   return Opened(Next<int(const char*, int, mode_t)>(name)(path, flags, mode), ours);
 }
 
 int OpenAt(const char* name, int folder, const char* path, int flags, mode_t mode) {
   const bool ours = IsBelow(path);
-  if (ours && Fails("open")) return -1;
+  if (ours && Fails("open", path)) return -1;
   return Opened(Next<int(int, const char*, int, mode_t)>(name)(folder, path, flags, mode), ours);
 }
 
@@ -146,6 +172,9 @@ long FaultsMet() {
 const char* FaultsMetName() {
   return shim.metName;
 }
+const char* FaultsMetPath() {
+  return shim.metPath;
+}
 
 int open(const char* path, int flags, ...) {
   va_list more;
@@ -183,6 +212,7 @@ ssize_t write(int handle, const void* bytes, size_t count) {
   const auto next = Next<Write>("write");
   if (!IsOurs(handle)) return next(handle, bytes, count);
   if (IsDue("write")) {
+    KeepPathOf(handle);
     if (shim.action == kFaultTear) (void)next(handle, bytes, count / 2);
     if (shim.action < 0) Die();
     errno = shim.action;
@@ -193,76 +223,76 @@ ssize_t write(int handle, const void* bytes, size_t count) {
 }
 
 ssize_t sendfile(int to, int from, off_t* offset, size_t count) {
-  if (IsOurs(to) && Fails("sendfile")) return -1;
+  if (IsOurs(to) && Fails("sendfile", to)) return -1;
   const ssize_t room = IsOurs(to) ? Room(count) : static_cast<ssize_t>(count);
   if (room < 0) return -1;
   return Next<ssize_t(int, int, off_t*, size_t)>("sendfile")(to, from, offset, static_cast<size_t>(room));
 }
 
 int fsync(int handle) {
-  if (IsOurs(handle) && Fails("fsync")) return -1;
+  if (IsOurs(handle) && Fails("fsync", handle)) return -1;
   return Next<int(int)>("fsync")(handle);
 }
 
 int fdatasync(int handle) {
-  if (IsOurs(handle) && Fails("fdatasync")) return -1;
+  if (IsOurs(handle) && Fails("fdatasync", handle)) return -1;
   return Next<int(int)>("fdatasync")(handle);
 }
 
 int sync_file_range(int handle, off64_t offset, off64_t count, unsigned int flags) {
-  if (IsOurs(handle) && Fails("sync_file_range")) return -1;
+  if (IsOurs(handle) && Fails("sync_file_range", handle)) return -1;
   return Next<int(int, off64_t, off64_t, unsigned int)>("sync_file_range")(handle, offset, count, flags);
 }
 
 int ftruncate(int handle, off_t length) noexcept {
-  if (IsOurs(handle) && Fails("ftruncate")) return -1;
+  if (IsOurs(handle) && Fails("ftruncate", handle)) return -1;
   return Next<int(int, off_t)>("ftruncate")(handle, length);
 }
 
 int ftruncate64(int handle, off64_t length) noexcept {
-  if (IsOurs(handle) && Fails("ftruncate")) return -1;
+  if (IsOurs(handle) && Fails("ftruncate", handle)) return -1;
   return Next<int(int, off64_t)>("ftruncate64")(handle, length);
 }
 
 int rename(const char* from, const char* to) noexcept {
-  if (IsBelow(to) && Fails("rename")) return -1;
+  if (IsBelow(to) && Fails("rename", to)) return -1;
   return Next<int(const char*, const char*)>("rename")(from, to);
 }
 
 int renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned int flags) noexcept {
-  if (IsBelow(to) && Fails("rename")) return -1;
+  if (IsBelow(to) && Fails("rename", to)) return -1;
   return Next<int(int, const char*, int, const char*, unsigned int)>("renameat2")(fromFolder, from, toFolder,
                                                                                   to, flags);
 }
 
 int link(const char* from, const char* to) noexcept {
-  if (IsBelow(to) && Fails("link")) return -1;
+  if (IsBelow(to) && Fails("link", to)) return -1;
   return Next<int(const char*, const char*)>("link")(from, to);
 }
 
 int linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) noexcept {
-  if (IsBelow(to) && Fails("link")) return -1;
+  if (IsBelow(to) && Fails("link", to)) return -1;
   return Next<int(int, const char*, int, const char*, int)>("linkat")(fromFolder, from, toFolder, to, flags);
 }
 
 int unlink(const char* path) noexcept {
-  if (IsBelow(path) && Fails("unlink")) return -1;
+  if (IsBelow(path) && Fails("unlink", path)) return -1;
   return Next<int(const char*)>("unlink")(path);
 }
 
 int unlinkat(int folder, const char* path, int flags) noexcept {
-  if (IsBelow(path) && Fails("unlink")) return -1;
+  if (IsBelow(path) && Fails("unlink", path)) return -1;
   return Next<int(int, const char*, int)>("unlinkat")(folder, path, flags);
 }
 
 int mkdir(const char* path, mode_t mode) noexcept {
-  if (IsBelow(path) && Fails("mkdir")) return -1;
+  if (IsBelow(path) && Fails("mkdir", path)) return -1;
   return Next<int(const char*, mode_t)>("mkdir")(path, mode);
 }
 
 /// A close that fails has closed the file all the same; the bytes may be gone.
 int close(int handle) {
-  const bool fails = IsOurs(handle) && Fails("close");
+  const bool fails = IsOurs(handle) && Fails("close", handle);
   const int why = errno;
   Note(handle, false);
   const int closed = Next<int(int)>("close")(handle);

@@ -22,4 +22,6 @@ long FaultsSeen();
 long FaultsMet();
 /// Name of the last call that met a fault ("write"); "" when none did.
 const char* FaultsMetName();
+/// Path of the file that the call was about; "" when none did.
+const char* FaultsMetPath();
 }
