@@ -2,6 +2,7 @@
 // ordinary reading outside a window gets into it.
 #include <QByteArrayView>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -16,9 +17,20 @@ void Check(bool holds) {
   if (!holds) std::abort();
 }
 
+/// No line is lost, and what is left unread lies behind the end.
+void CheckCounts(QByteArrayView bytes, const vesk::DataLineTally& tally) {
+  const auto breaks = std::count(bytes.begin(), bytes.end(), '\n');
+  const auto lines = breaks + (bytes.isEmpty() || bytes.back() == '\n' ? 0 : 1);
+  Check(tally.kept + tally.outsideWindow + tally.blank + tally.refused + tally.afterEnd == lines);
+  Check(tally.endLine >= vesk::kHeaderLines && tally.endLine - vesk::kHeaderLines + tally.unread <= lines);
+  Check(tally.unreadInside <= tally.unread && tally.stray <= tally.outsideWindow);
+  Check(tally.ordinary <= tally.kept + tally.outsideWindow &&
+        tally.lastReading.has_value() == (tally.ordinary > 0));
+}
+
 void CheckWindow(QByteArrayView bytes) {
   std::vector<vesk::Reading> readings;
-  (void)vesk::DecodeDataLines(bytes, 1, 1, kWaterYear, readings);
+  CheckCounts(bytes, vesk::DecodeDataLines(bytes, 1, 1, kWaterYear, readings));
   for (const vesk::Reading& reading : readings) {
     const bool inside = reading.day >= kWaterYear.first && reading.day <= kWaterYear.last;
     Check(inside || reading.kind != vesk::ReadingKind::Ordinary);
@@ -29,8 +41,10 @@ void CheckWindow(QByteArrayView bytes) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const QByteArrayView bytes(data, static_cast<qsizetype>(size));
+  if (bytes.isEmpty()) return 0;
   std::vector<vesk::Reading> readings;
   const auto tally = vesk::DecodeDataLines(bytes, 1, 1, {}, readings);
+  CheckCounts(bytes, tally);
   Check(tally.kept == static_cast<qint64>(readings.size()));
   Check(tally.refused >= static_cast<qint64>(tally.faults.size()));
   for (const vesk::Reading& reading : readings) {

@@ -12,6 +12,7 @@ constexpr std::ptrdiff_t kLevelColumn = 22;  // 0-based
 constexpr std::ptrdiff_t kLevelWidth = 5;
 constexpr std::ptrdiff_t kFieldsEnd = kLevelColumn + kLevelWidth;
 constexpr std::ptrdiff_t kLeastTail = 6;  // a shorter tail is never read
+constexpr Day kNoDay = Day::min();
 constexpr std::string_view kEndMark = "********************";
 
 constexpr std::array<double, 6> kPowersOfTen = {1, 10, 100, 1000, 10000, 100000};
@@ -115,13 +116,45 @@ class Decoder {
     }
     if (text == kEndMark) {
       ++tally_.afterEnd;
+      tally_.end = DataEnd::EndMark;
       return LineEnd::Stop;
     }
     Reading reading;
     reading.levelByte = levelByte;
     reading.sourceFile = sourceFile_;
-    if (const char* expected = ReadFields(text, cut, reading)) return Refuse(expected);
+    reading.day = kNoDay;
+    if (const char* expected = ReadFields(text, cut, reading)) return Refuse(expected, reading.day);
     return Keep(reading);
+  }
+
+  /// A line behind the one that ended the reading: only counted. Behind a window it is the ordinary readings
+  /// that tell whether the file goes on with that window.
+  void Unread(std::string_view text) {
+    if (text.empty()) return;
+    ++tally_.unread;
+    if (text.size() <= static_cast<std::size_t>(kLevelColumn)) return;
+    const bool extreme = text.starts_with("Max") || text.starts_with("Min");
+    if (extreme && tally_.end == DataEnd::BehindWindow) return;
+    const char* date = text.data() + (extreme ? 4 : 0);
+    if (!unreadKnown_ || !dates_.IsLast(date)) {
+      const auto day = dates_.Read(date);
+      unreadKnown_ = day.has_value();
+      unreadInside_ = day && Place(*day) == Position::Inside;
+    }
+    if (unreadKnown_ && unreadInside_) ++tally_.unreadInside;
+  }
+
+  /// Says what was read, once no line follows. firstRow: where this file's readings begin.
+  void Finish(std::size_t firstRow) {
+    tally_.endLine = line_;
+    tally_.ordinary = tally_.kept - extremesKept_ + ordinaryOutside_;
+    tally_.lastReading = lastOutside_;
+    if (place_ != Position::Inside) return;
+    for (std::size_t row = out_.size(); row > firstRow; --row) {
+      if (out_[row - 1].kind != ReadingKind::Ordinary) continue;
+      tally_.lastReading = out_[row - 1].Time();
+      return;
+    }
   }
 
   /// The line that almost every line is: 27 columns, the date of the line before, a level with two decimals.
@@ -172,12 +205,12 @@ class Decoder {
       return "a whole line; the file ends in the middle of this one";
     }
     const auto day = dates_.Read(text.data() + (extreme ? 4 : 0));
+    reading.day = day.value_or(kNoDay);
     if (!day) return extreme ? "a date dd/mm/yyyy in columns 5-14" : "a date dd/mm/yyyy in columns 1-10";
     const int minute = MinuteOf(text.data() + (extreme ? 15 : 12));
     if (minute < 0) return extreme ? "a time hh:mm in columns 16-20" : "a time hh:mm in columns 13-17";
     const auto level = LevelCm(text.substr(static_cast<std::size_t>(kLevelColumn), kLevelWidth));
     if (!level) return "a level in metres in columns 23-27";
-    reading.day = *day;
     reading.minuteOfDay = static_cast<std::int16_t>(minute);
     reading.levelCm = *level;
     reading.flag = text[static_cast<std::size_t>(kLevelColumn) - 1];
@@ -192,15 +225,29 @@ class Decoder {
     const Position position = place_ == Position::Unknown ? Place(reading.day) : place_;
     if (position == Position::Inside) {
       ++tally_.kept;
+      if (!lastWasOrdinary_) ++extremesKept_;
       out_.push_back(reading);
       return LineEnd::Next;
     }
     ++tally_.outsideWindow;
-    return lastWasOrdinary_ && position == Position::Behind ? LineEnd::Stop : LineEnd::Next;
+    if (!lastWasOrdinary_) return LineEnd::Next;
+    ++ordinaryOutside_;
+    lastOutside_ = reading.Time();
+    if (position == Position::Behind) {
+      tally_.end = DataEnd::BehindWindow;
+      return LineEnd::Stop;
+    }
+    if (tally_.kept > 0 && tally_.stray++ == 0) tally_.firstStrayLine = line_;
+    return LineEnd::Next;
   }
 
-  LineEnd Refuse(const char* expected) {
+  /// day: of the line, kNoDay when that is what could not be read.
+  LineEnd Refuse(const char* expected, Day day) {
     lastWasOrdinary_ = false;  // the remembered date may be this line's
+    if (day != kNoDay && Place(day) != Position::Inside) {
+      ++tally_.outsideWindow;
+      return LineEnd::Next;
+    }
     ++tally_.refused;
     if (tally_.faults.size() < kMostFaultsKept) {
       tally_.faults.push_back({line_, QString::fromLatin1(expected)});
@@ -216,12 +263,24 @@ class Decoder {
   Position place_ = Position::Unknown;  ///< of the last ordinary reading
   bool lastWasOrdinary_ = false;        ///< the remembered date is that reading's, and so place_ holds for it
   qint64 line_ = kHeaderLines;
+  qint64 extremesKept_ = 0;
+  qint64 ordinaryOutside_ = 0;
+  std::optional<DateTime> lastOutside_;  ///< the last ordinary reading outside the window
+  bool unreadKnown_ = false;             ///< the remembered date is that of an unread line
+  bool unreadInside_ = false;            ///< and where it lies
 };
 
-qint64 CountLines(const char* from, const char* end) {
-  if (from >= end) return 0;
-  const qint64 breaks = std::count(from, end, '\n');
-  return breaks + (end[-1] == '\n' ? 0 : 1);
+/// Passes over the rest of the file; the number of its lines.
+qint64 PassOver(const char* at, const char* end, Decoder& decoder) {
+  qint64 lines = 0;
+  while (at < end) {
+    const auto* lineBreak =
+        static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
+    decoder.Unread(WithoutBlanks({at, static_cast<std::size_t>((lineBreak ? lineBreak : end) - at)}));
+    at = lineBreak ? lineBreak + 1 : end;
+    ++lines;
+  }
+  return lines;
 }
 
 }  // namespace
@@ -232,6 +291,7 @@ DataLineTally DecodeDataLines(QByteArrayView file, qint64 headerEnd, std::uint8_
   const char* const begin = file.data();
   const char* const end = begin + file.size();
   if (headerEnd < 1 || headerEnd > file.size()) return tally;
+  const std::size_t firstRow = out.size();
   Decoder decoder(sourceFile, window, out, tally);
 
   constexpr std::ptrdiff_t kPlainLine = kFieldsEnd + 2;  // with CR LF
@@ -247,15 +307,12 @@ DataLineTally DecodeDataLines(QByteArrayView file, qint64 headerEnd, std::uint8_
     const std::string_view text =
         WithoutBlanks({at, static_cast<std::size_t>((lineBreak ? lineBreak : end) - at)});
     const qint64 levelByte = (at - begin) + 1 + kLevelColumn;
-    const qint64 outsideBefore = tally.outsideWindow;
     at = lineBreak ? lineBreak + 1 : end;
-    if (decoder.Line(text, levelByte, !lineBreak) == LineEnd::Stop) {
-      const qint64 unread = CountLines(at, end);
-      (tally.outsideWindow > outsideBefore ? tally.outsideWindow : tally.afterEnd) += unread;
-      return tally;
-    }
+    if (decoder.Line(text, levelByte, !lineBreak) == LineEnd::Stop) break;
   }
-  tally.afterEnd += CountLines(at, end);
+  decoder.Finish(firstRow);
+  const qint64 unread = PassOver(at, end, decoder);
+  (tally.end == DataEnd::BehindWindow ? tally.outsideWindow : tally.afterEnd) += unread;
   return tally;
 }
 

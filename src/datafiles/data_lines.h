@@ -26,14 +26,27 @@ struct LineFault {
 inline constexpr int kHeaderLines = 15;
 inline constexpr std::size_t kMostFaultsKept = 20;  ///< faults named one by one; all are counted
 
+/// What made the reading of a file end.
+enum class DataEnd : std::uint8_t { EndOfFile, EndMark, BehindWindow };
+
 /// kept + outsideWindow + blank + refused + afterEnd are all lines behind the header.
 struct DataLineTally {
   qint64 kept = 0;
-  qint64 outsideWindow = 0;
+  qint64 outsideWindow = 0;  ///< unreadable ones with a date outside the window, too
   qint64 blank = 0;
   qint64 refused = 0;
   qint64 afterEnd = 0;            ///< the line of 20 asterisks and whatever follows it
   std::vector<LineFault> faults;  ///< the first kMostFaultsKept refused lines
+
+  DataEnd end = DataEnd::EndOfFile;
+  qint64 endLine =
+      kHeaderLines;         ///< 1-based: the end mark, the first reading behind the window, or the last line
+  qint64 unread = 0;        ///< lines with text behind endLine
+  qint64 unreadInside = 0;  ///< readings among these that belong into the window
+  qint64 stray = 0;         ///< readings dated before the window that stand behind a reading of it
+  qint64 firstStrayLine = 0;
+  qint64 ordinary = 0;                  ///< ordinary readings up to endLine, outside the window too
+  std::optional<DateTime> lastReading;  ///< the last one of these
 };
 
 /// Appends the readings of a file to `out`. file: the whole file; headerEnd: 1-based byte offset of its first

@@ -2,12 +2,14 @@
 
 #include <QFile>
 
+#include "platform/folder_entries.h"
+
 namespace vesk {
 
 Result<QByteArrayView> FileBytes::Read(const QString& path) {
   const QString what = QStringLiteral("The raw file could not be read");
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return Error{what, path, file.errorString()};
+  QFile file;
+  if (const Status opened = OpenToRead(file, path, what); !opened) return opened.Failure();
   const qint64 size = file.size();
   if (size > kLargestRawFile)
     return Error{what, path, QStringLiteral("larger than 1 GB, so no logger wrote it")};

@@ -1,6 +1,5 @@
 #include "datafiles/raw_header.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -9,6 +8,7 @@
 #include "datafiles/data_lines.h"
 #include "datafiles/header_checks.h"
 #include "platform/code_page.h"
+#include "platform/folder_entries.h"
 
 namespace vesk {
 namespace {
@@ -19,6 +19,7 @@ constexpr qsizetype kValueColumn = 26;  // 0-based
 constexpr qsizetype kLongestValue = 80;
 constexpr qsizetype kDateTimeWidth = 16;
 constexpr qsizetype kMarkerBytes = 10;
+constexpr int kFirstPlausibleYear = 1000;  // a year of two digits is a year of the first century
 constexpr char kMarker[] = "sefnor";
 constexpr char kStamp[] = "        \r\n";
 static_assert(sizeof(kStamp) - 1 == kMarkerBytes);
@@ -99,6 +100,11 @@ class HeaderDecoder {
       return;
     }
     header_.HeaderEnd = lines_.end + 1;
+    if (header_.LastRecordTime < header_.FirstRecordTime) {
+      Fail(10, QStringLiteral("a last record that is not before the first"));
+    }
+    // In a header that lost or won a line the count would be a date.
+    result_.yearsKnown = result_.errorText.isEmpty() && ReadWholeNumber(Value(11)).has_value();
   }
 
   [[nodiscard]] QString CorrectionCode() const {
@@ -116,7 +122,8 @@ class HeaderDecoder {
   }
 
   std::optional<DateTime> Date(int number, qsizetype width) {
-    const auto date = ReadDateTime(WithoutSeconds(NormaliseDateText(Value(number, width))));
+    auto date = ReadDateTime(WithoutSeconds(NormaliseDateText(Value(number, width))));
+    if (date && YearOf(std::chrono::floor<std::chrono::days>(*date)) < kFirstPlausibleYear) date.reset();
     if (!date && number <= lines_.count)
       Fail(number, QStringLiteral("a date dd/mm/yyyy hh:mm from column 27 on"));
     return date;
@@ -223,13 +230,14 @@ void AddMessage(const HeaderSinks& sinks, const QString& text) {
     sinks.messages->push_back(text);
 }
 
-/// Replaces a fresh file's marker. A file that cannot be written is read all the same.
+/// Replaces a fresh file's marker. A file that cannot be written, or that is only linked to, is read all the
+/// same.
 void StampMarker(const QString& path, QByteArray& bytes) {
-  if (!bytes.left(kMarkerBytes).contains(kMarker) || bytes.size() < kMarkerBytes) return;
-  QFile file(path);
-  if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly)) return;
+  if (MarkerOf(bytes) != Marker::Fresh) return;
+  QFile file;
+  if (!OpenToChange(file, path, {})) return;
+  if (MarkerOf(file.read(kMarkerBytes)) != Marker::Fresh || !file.seek(0)) return;
   if (file.write(kStamp, kMarkerBytes) != kMarkerBytes) return;
-  if (!file.flush()) return;
   bytes.replace(0, kMarkerBytes, QByteArray(kStamp, kMarkerBytes));
 }
 
@@ -241,6 +249,14 @@ void FailToRead(RawHeaderReading& result, const HeaderSinks& sinks, const QStrin
 }
 
 }  // namespace
+
+Marker MarkerOf(QByteArrayView firstBytes) {
+  const QByteArrayView start = firstBytes.first(std::min(firstBytes.size(), kMarkerBytes));
+  if (!start.contains(kMarker)) return Marker::None;
+  const qsizetype lineEnd = start.indexOf("\r\n");
+  const bool wholeLine = lineEnd == kMarkerBytes - 2 && !start.first(lineEnd).contains('\n');
+  return wholeLine ? Marker::Fresh : Marker::OddLine;
+}
 
 RawHeaderReading DecodeRawHeader(QByteArrayView bytes, const QString& fileName, HeaderScope scope,
                                  HeaderMode mode, const HeaderSinks& sinks) {
@@ -275,9 +291,9 @@ RawHeaderReading ReadRawHeader(const QString& fileName, HeaderScope scope, Heade
     FailToRead(result, sinks, fileName, QStringLiteral("not a file"));
     return result;
   }
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-    FailToRead(result, sinks, fileName, file.errorString());
+  QFile file;
+  if (const Status opened = OpenToRead(file, path, {}); !opened) {
+    FailToRead(result, sinks, fileName, opened.Failure().reason);
     return result;
   }
   QByteArray bytes = file.read(kFirstLook);

@@ -49,6 +49,16 @@ using SetupCells = std::array<QString, 15>;
 enum class HeaderScope { SingleFile, WaterYear };  ///< which correction-note prefix applies
 enum class HeaderMode { Full, HeaderOnly };        ///< Full also fills the setup cells
 
+/// What the first ten bytes of a file say of its marker.
+enum class Marker {
+  None,
+  Fresh,   ///< a line of ten bytes, CR LF among them: it can be stamped
+  OddLine  ///< the word in a line of another length: stamping would spoil the lines behind it
+};
+
+/// firstBytes: the file's beginning, ten bytes or more.
+Marker MarkerOf(QByteArrayView firstBytes);
+
 /// What the reader needs from outside. Null members are left out.
 struct HeaderSinks {
   QString dataDirectory;                     ///< folder of the file, with its trailing separator
@@ -56,7 +66,7 @@ struct HeaderSinks {
   SetupCells* cells = nullptr;               ///< written in full mode
   Regional regional;                         ///< how the header's numbers are read
   QString stationName;                       ///< name shown in the setup cells
-  bool stampMarker = false;                  ///< replace a fresh file's marker; the only change ever made
+  bool stampMarker = false;  ///< replace a fresh file's marker; the only change ever made, and none to a link
 };
 
 /// errorText is empty for a usable file, else "Version Hatasi" or "Data'da Bilinmeyen Bir Hata Var";
@@ -65,6 +75,8 @@ struct RawHeaderReading {
   RawHeader header;
   QString errorText;
   QString detail;  ///< file, line and what was expected, for the message list; empty when fine
+  bool yearsKnown =
+      false;  ///< both water years can be relied on: of a refused header, all but the version is well
   [[nodiscard]] bool Usable() const { return errorText.isEmpty(); }
 };
 

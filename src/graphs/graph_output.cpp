@@ -10,6 +10,7 @@
 #include <QSvgGenerator>
 
 #include "datafiles/helpers.h"
+#include "platform/csv.h"
 #include "platform/whole_file.h"
 
 namespace vesk {
@@ -133,7 +134,9 @@ Status WriteCsv(QIODevice& device, const GraphPage& page, const GraphSheet& shee
   const int start = GraphMinutes(sheet.firstDay, page.start);
   const int end = GraphMinutes(sheet.firstDay, page.end);
   for (std::size_t i = 0; i < sheet.series.size(); ++i) {
-    const QByteArray station = sheet.stationNames.value(static_cast<qsizetype>(i)).toUtf8() + ',';
+    QByteArray station;
+    AppendCsv(station, sheet.stationNames.value(static_cast<qsizetype>(i)));
+    station += ',';
     for (const SeriesPoint& point : sheet.series[i].OnPage(start, end)) {
       if (point.minutes < start) continue;
       QByteArray time =

@@ -109,7 +109,7 @@ Status CopyNewFile(const QString& from, const QString& to) {
   if (QFileInfo::exists(to)) return Error{what, to, QStringLiteral("it exists already")};
   const Result<QByteArray> content = ReadWholeFile(from, what);
   if (!content) return content.Failure();
-  return WriteWholeFile(to, *content, what);
+  return WriteNewFile(to, *content, what);
 }
 
 Result<QString> ResolveProgramFolder(const ProgramPlaces& places) {

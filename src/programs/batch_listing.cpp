@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "datafiles/archive.h"
+#include "platform/csv.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
 #include "review/setup_parameters.h"
@@ -92,7 +93,18 @@ Result<LoadedReadings> LoadChosen(const QCommandLineParser& parser, const QStrin
   if (parser.isSet(QStringLiteral("file"))) return LoadOneFile(folder, parser.value(QStringLiteral("file")));
   const auto chosen = ChooseStationYears(parser, folder);
   if (!chosen) return chosen.Failure();
-  return LoadStationYear(folder, chosen->front());
+  return LoadStationYear(folder, chosen->years.front());
+}
+
+/// Wrong use of the options that choose what to read; empty when they are right.
+QString WrongReadings(const QCommandLineParser& parser) {
+  const bool station = parser.isSet(QStringLiteral("station"));
+  const bool year = parser.isSet(QStringLiteral("water-year"));
+  const bool file = parser.isSet(QStringLiteral("file"));
+  if (file ? station || year : !(station && year)) {
+    return QStringLiteral("give either --station and --water-year or --file");
+  }
+  return file ? QString() : WrongChoice(parser);
 }
 
 int Fail(const Error& error) {
@@ -116,9 +128,7 @@ int RunFilesVerb(const QStringList& arguments) {
     AppendFileLine(output.Text(), file);
     if (!file.reading.Usable()) Complain(file.reading.detail);
   }
-  for (const QString& name : FoldersNamedLikeRawFiles(*folder)) {
-    Complain(QStringLiteral("%1 is a folder, not a raw file").arg(name));
-  }
+  for (const QString& hidden : HiddenFiles(files)) Complain(hidden);
   return Finish(output);
 }
 
@@ -161,9 +171,8 @@ int RunReadingsVerb(const QStringList& arguments) {
       {QStringLiteral("file"), QStringLiteral("One raw file instead of a water year."), QStringLiteral("F")});
   parser.addOption(OutOption());
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
-  const bool year = parser.isSet(QStringLiteral("station")) && parser.isSet(QStringLiteral("water-year"));
-  if (year == parser.isSet(QStringLiteral("file"))) {
-    Complain(QStringLiteral("readings: give either --station and --water-year or --file (see --help)"));
+  if (const QString wrong = WrongReadings(parser); !wrong.isEmpty()) {
+    Complain(QStringLiteral("readings: %1 (see --help)").arg(wrong));
     return kBatchWrongUse;
   }
   const auto folder = DataFolder(parser.positionalArguments().front());
@@ -180,7 +189,7 @@ int RunTidyVerb(const QStringList& arguments) {
   parser.setApplicationDescription(
       QStringLiteral("Stamps and renames raw files as delivered and archives superseded read-outs."));
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
-  const auto folder = DataFolder(parser.positionalArguments().front());
+  const auto folder = ExistingFolder(parser.positionalArguments().front());
   if (!folder) return Fail(folder.Failure());
   const TidyReport renamed = RenameRawFiles(*folder);
   std::vector<QString> names;

@@ -1,8 +1,9 @@
 #include "programs/batch_support.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
+#include <QRegularExpression>
 
 #include <unistd.h>
 
@@ -10,7 +11,6 @@
 #include <cstdio>
 
 #include "platform/whole_file.h"
-#include "programs/batch.h"
 #include "stations/station_register.h"
 
 namespace vesk {
@@ -36,7 +36,26 @@ std::vector<RawFile> FilesOfStation(const QString& folder, const std::vector<Raw
   });
   ReadHeaders(folder, result);
   ComplainOfRefused(result);
+  for (const QString& hidden : HiddenFiles(result)) Complain(hidden);
   return result;
+}
+
+/// The files of each station, stations in list order. Names match without regard to case.
+std::vector<std::pair<QString, std::vector<RawFile>>> ByStation(const std::vector<RawFile>& files) {
+  std::vector<std::pair<QString, std::vector<RawFile>>> stations;
+  QHash<QString, std::size_t> places;
+  for (const RawFile& file : files) {
+    const QString entry = file.Station();
+    if (!IsStationEntry(entry)) continue;
+    const auto place = places.constFind(entry.toCaseFolded());
+    if (place != places.cend()) {
+      stations[*place].second.push_back(file);
+      continue;
+    }
+    places.insert(entry.toCaseFolded(), stations.size());
+    stations.push_back({entry, {file}});
+  }
+  return stations;
 }
 
 /// Every water year of one station.
@@ -96,7 +115,7 @@ std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& argu
   return kBatchWrongUse;
 }
 
-Result<QString> DataFolder(const QString& argument) {
+Result<QString> ExistingFolder(const QString& argument) {
   const QFileInfo info(argument);
   if (!info.isDir()) {
     return Error{QStringLiteral("Not a data directory"), argument,
@@ -104,6 +123,18 @@ Result<QString> DataFolder(const QString& argument) {
   }
   return info.absoluteFilePath() +
          (info.absoluteFilePath().endsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/"));
+}
+
+Result<QString> DataFolder(const QString& argument) {
+  auto folder = ExistingFolder(argument);
+  if (!folder) return folder;
+  for (const QString& skipped : SkippedEntries(*folder)) Complain(skipped);
+  return folder;
+}
+
+std::optional<int> ReadWaterYear(const QString& text) {
+  static const QRegularExpression fourDigits(QStringLiteral("\\A[1-9][0-9]{3}\\z"));
+  return fourDigits.match(text).hasMatch() ? std::optional(text.toInt()) : std::nullopt;
 }
 
 Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wanted) {
@@ -140,33 +171,36 @@ void AddStationOptions(QCommandLineParser& parser, bool withAll) {
   }
 }
 
-Result<std::vector<StationYear>> ChooseStationYears(const QCommandLineParser& parser, const QString& folder) {
-  const bool all = parser.optionNames().contains(QStringLiteral("all"));  // not every verb has it
-  const bool one = parser.isSet(QStringLiteral("station")) && parser.isSet(QStringLiteral("water-year"));
-  if (all == one) {
-    return Error{QStringLiteral("Give either --station and --water-year or --all"), {}, {}};
+QString WrongChoice(const QCommandLineParser& parser) {
+  const bool withAll = parser.optionNames().contains(QStringLiteral("all"));  // given, so the verb has it
+  const bool station = parser.isSet(QStringLiteral("station"));
+  const bool year = parser.isSet(QStringLiteral("water-year"));
+  if (withAll ? (station || year) : !(station && year)) {
+    return QStringLiteral("give either --station and --water-year or --all");
   }
+  if (year && !ReadWaterYear(parser.value(QStringLiteral("water-year")))) {
+    return QStringLiteral("--water-year: expected a year in four digits");
+  }
+  return {};
+}
+
+Result<Choice> ChooseStationYears(const QCommandLineParser& parser, const QString& folder) {
   const std::vector<RawFile> inUse = FilesInUse(ListRawFiles(folder));
-  if (one) {
-    bool isYear = false;
-    const int year = parser.value(QStringLiteral("water-year")).toInt(&isYear);
-    if (!isYear || year < 1000 || year > 9999) {
-      return Error{QStringLiteral("--water-year"), {}, QStringLiteral("expected a year in four digits")};
-    }
-    const auto choice = ChooseStationYear(folder, inUse, parser.value(QStringLiteral("station")), year);
-    if (!choice) return choice.Failure();
-    return std::vector<StationYear>{*choice};
+  Choice choice;
+  if (const auto year = ReadWaterYear(parser.value(QStringLiteral("water-year")))) {
+    const auto one = ChooseStationYear(folder, inUse, parser.value(QStringLiteral("station")), *year);
+    if (!one) return one.Failure();
+    choice.years.push_back(*one);
+    return choice;
   }
-  std::vector<QString> stations;
-  for (const RawFile& file : inUse) {
-    const QString entry = file.Station();
-    if (IsStationEntry(entry) && !ListContains(stations, entry)) stations.push_back(entry);
+  for (const auto& [station, files] : ByStation(inUse)) {
+    const std::vector<RawFile> read = FilesOfStation(folder, files, station);
+    const bool usable =
+        std::all_of(read.begin(), read.end(), [](const RawFile& file) { return file.reading.Usable(); });
+    if (!usable) choice.exit = kBatchFailed;
+    AppendYears(folder, station, read, choice.years);
   }
-  std::vector<StationYear> chosen;
-  for (const QString& station : stations) {
-    AppendYears(folder, station, FilesOfStation(folder, inUse, station), chosen);
-  }
-  return chosen;
+  return choice;
 }
 
 void PrintLoadMessages(const LoadedReadings& loaded, const QString& station, const QString& label) {
@@ -198,7 +232,9 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
 }
 
 int ExitOf(const LoadedReadings& loaded) {
-  return loaded.whole ? kBatchDone : kBatchFailed;
+  const bool applied = std::all_of(loaded.changeLogs.begin(), loaded.changeLogs.end(),
+                                   [](const LoadedChangeLog& log) { return log.overlay.orphans.empty(); });
+  return loaded.whole && applied ? kBatchDone : kBatchFailed;
 }
 
 QString StationNameFrom(const QString& registerPath, const QString& stationNumber) {
@@ -219,12 +255,6 @@ Status Output::Finish() {
     return {};
   }
   return WriteWholeFile(path_, text_, QStringLiteral("The output could not be written"));
-}
-
-void AppendCsv(QByteArray& line, const QString& field) {
-  const QByteArray bytes = field.toUtf8();
-  const bool plain = !bytes.contains(',') && !bytes.contains('"') && !bytes.contains('\n');
-  line += plain ? bytes : '"' + QByteArray(bytes).replace("\"", "\"\"") + '"';
 }
 
 }  // namespace vesk

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/result.h"
+#include "programs/batch.h"
 #include "review/load_readings.h"
 #include "review/raw_files.h"
 
@@ -27,7 +28,14 @@ std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& argu
                              const QStringList& positional);
 
 /// The folder argument with one trailing "/"; fails when it is no folder.
+Result<QString> ExistingFolder(const QString& argument);
+
+/// The same for a data directory that is to be read; entries that look like raw files and cannot be read are
+/// complained about.
 Result<QString> DataFolder(const QString& argument);
+
+/// A water year as the command line gives it: exactly four digits, 1000 to 9999.
+std::optional<int> ReadWaterYear(const QString& text);
 
 /// The nine-character entry for a station given as five-character number or entry.
 Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wanted);
@@ -46,15 +54,25 @@ Result<StationYear> ChooseStationYear(const QString& folder, const std::vector<R
 /// Options --station, --water-year and --all.
 void AddStationOptions(QCommandLineParser& parser, bool withAll);
 
-/// What the options choose. Refused files of the chosen stations are complained about.
-Result<std::vector<StationYear>> ChooseStationYears(const QCommandLineParser& parser, const QString& folder);
+/// Wrong use of --station, --water-year and --all; empty when they are right.
+QString WrongChoice(const QCommandLineParser& parser);
+
+/// What the options, which are right, choose.
+struct Choice {
+  std::vector<StationYear> years;
+  int exit = kBatchDone;  ///< kBatchFailed when all was asked for and a file of it is refused
+};
+
+/// Refused files of the chosen stations, and files that others hide, are complained about.
+Result<Choice> ChooseStationYears(const QCommandLineParser& parser, const QString& folder);
 
 /// Loads one of them; what the load has to say is printed. Fails when there is no reading at all. A refused
 /// file ends a load: what was read before it is there, and the caller's exit code tells (ExitOf).
 Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear& choice,
                                        const QString& stationName = {});
 
-/// kBatchFailed when a file is missing from the load: refused, unreadable, vanished or one too many.
+/// kBatchFailed when a file or a part of one is missing from the load, or a saved correction found no
+/// reading.
 int ExitOf(const LoadedReadings& loaded);
 
 /// Prints the messages of a load on standard error. One that names neither station nor file gets `label`
@@ -76,8 +94,5 @@ class Output {
   QString path_;
   QByteArray text_;
 };
-
-/// Appends a field, quoted when it holds a comma, a quote or a line break.
-void AppendCsv(QByteArray& line, const QString& field);
 
 }  // namespace vesk

@@ -8,6 +8,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "platform/csv.h"
 #include "platform/libreoffice/office.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
@@ -69,7 +70,9 @@ void AppendLevelAt(QByteArray& line, const std::optional<LevelAt>& level) {
 }
 
 void AppendDays(const QString& stationNumber, const LevelTable& table, QByteArray& text) {
-  const QByteArray prefix = stationNumber.toUtf8() + ',' + QByteArray::number(table.waterYear) + ',';
+  QByteArray prefix;
+  AppendCsv(prefix, stationNumber);
+  prefix += ',' + QByteArray::number(table.waterYear) + ',';
   for (const DayRecord& day : table.days) {
     text += prefix;
     text += DateText(day.day).toLatin1();
@@ -159,13 +162,13 @@ Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
     const QString wanted = parser.value(QStringLiteral("out-dir"));
     if (!QDir().mkpath(wanted))
       return Error{QStringLiteral("The output folder could not be made"), wanted, {}};
-    const auto out = DataFolder(wanted);
+    const auto out = ExistingFolder(wanted);
     if (!out) return out.Failure();
     options.outFolder = *out;
   }
   options.templates = DefaultTemplates();
   if (parser.isSet(QStringLiteral("templates"))) {
-    const auto templates = DataFolder(parser.value(QStringLiteral("templates")));
+    const auto templates = ExistingFolder(parser.value(QStringLiteral("templates")));
     if (!templates) return templates.Failure();
     options.templates = *templates;
   }
@@ -197,13 +200,8 @@ void AddTableOptions(QCommandLineParser& parser) {
 }
 
 /// Wrong use of the options that choose what to compute; empty when they are right.
-QString WrongChoice(const QCommandLineParser& parser) {
-  const bool all = parser.isSet(QStringLiteral("all"));
-  const bool station = parser.isSet(QStringLiteral("station"));
-  const bool year = parser.isSet(QStringLiteral("water-year"));
-  if (all ? (station || year) : !(station && year)) {
-    return QStringLiteral("give either --station and --water-year or --all");
-  }
+QString WrongChoiceOrExtremes(const QCommandLineParser& parser) {
+  if (QString wrong = WrongChoice(parser); !wrong.isEmpty()) return wrong;
   if (!IsExtremesValue(parser.value(QStringLiteral("extremes"))))
     return QStringLiteral("--extremes is TF or FT");
   return {};
@@ -220,7 +218,7 @@ int RunDailyVerb(const QStringList& arguments) {
   parser.addOption({QStringLiteral("out"), QStringLiteral("Writes to this file instead of standard output."),
                     QStringLiteral("FILE")});
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
-  if (const QString wrong = WrongChoice(parser); !wrong.isEmpty())
+  if (const QString wrong = WrongChoiceOrExtremes(parser); !wrong.isEmpty())
     return WrongUse(QStringLiteral("daily: ") + wrong);
   const auto folder = DataFolder(parser.positionalArguments().front());
   if (!folder) return Fail(folder.Failure());
@@ -231,8 +229,9 @@ int RunDailyVerb(const QStringList& arguments) {
   output.Text() =
       "station,water_year,date,max_time,max_cm,min_time,min_cm,mean_cm,readings,weighted_sum,last_minute\n";
   const ExtremeMode mode = ExtremeModeOf(parser.value(QStringLiteral("extremes")));
-  int exit = kBatchDone;
-  for (const StationYear& choice : *chosen) {
+  int exit = chosen->exit;
+  bool anyYear = false;
+  for (const StationYear& choice : chosen->years) {
     ShowProgressLine(QStringLiteral("%1 %2").arg(choice.station).arg(choice.waterYear));
     const auto loaded = LoadStationYear(*folder, choice);
     if (!loaded) {
@@ -240,10 +239,13 @@ int RunDailyVerb(const QStringList& arguments) {
       continue;
     }
     exit = std::max(exit, ExitOf(*loaded));
+    anyYear = true;
     AppendDays(choice.station.mid(4), ComputeLevelTable(loaded->grid, choice.waterYear, mode, {}, false),
                output.Text());
   }
   EndProgressLine();
+  // Headings over nothing would take the place of an older file's figures.
+  if (!anyYear && exit != kBatchDone && parser.isSet(QStringLiteral("out"))) return exit;
   if (const Status written = output.Finish(); !written) return Fail(written.Failure());
   return exit;
 }
@@ -253,7 +255,7 @@ int RunTableVerb(const QStringList& arguments) {
   parser.setApplicationDescription(QStringLiteral("Makes level table workbooks and prints their paths."));
   AddTableOptions(parser);
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
-  if (const QString wrong = WrongChoice(parser); !wrong.isEmpty())
+  if (const QString wrong = WrongChoiceOrExtremes(parser); !wrong.isEmpty())
     return WrongUse(QStringLiteral("table: ") + wrong);
   const QString language = parser.value(QStringLiteral("language"));
   if (language != QLatin1String("TURKCE") && language != QLatin1String("ENGLISH")) {
@@ -264,8 +266,8 @@ int RunTableVerb(const QStringList& arguments) {
   const auto chosen = ChooseStationYears(parser, options->folder);
   if (!chosen) return Fail(chosen.Failure());
   const auto office = MakeUnattendedSpreadsheet();
-  int exit = kBatchDone;
-  for (const StationYear& choice : *chosen) {
+  int exit = chosen->exit;
+  for (const StationYear& choice : chosen->years) {
     const Result<int> made = MakeTable(choice, *options, *office);
     exit = std::max(exit, made ? *made : Fail(made.Failure()));
   }

@@ -22,6 +22,10 @@ std::vector<QString> ListNames(const std::vector<RawFile>& files) {
   return names;
 }
 
+void AddHidden(const std::vector<RawFile>& files, BrowserReport& report) {
+  for (QString& hidden : HiddenFiles(files)) report.failures.push_back(std::move(hidden));
+}
+
 void AddTidying(const TidyReport& tidy, BrowserReport& report) {
   report.archived.insert(report.archived.end(), tidy.replaced.begin(), tidy.replaced.end());
   report.failures.insert(report.failures.end(), tidy.failures.begin(), tidy.failures.end());
@@ -69,6 +73,7 @@ BrowserReport Browser::OpenFolder(const QString& dataDirectory) {
   AddTidying(RenameRawFiles(dataDirectory_), report);
   stations_ = ListStations(dataDirectory_);
   files_ = ListRawFiles(dataDirectory_);
+  AddHidden(files_, report);
   return report;
 }
 
@@ -86,6 +91,7 @@ BrowserReport Browser::SelectStation(int index) {
     AddTidying(RenameRawFiles(dataDirectory_), report);
     files_ = ListRawFiles(dataDirectory_, station_);
   }
+  AddHidden(files_, report);
   files_ = FilesInUse(files_);  // read-outs that could not be archived take no part either
   ReadHeaders(dataDirectory_, files_);
   for (const RawFile& file : files_) {

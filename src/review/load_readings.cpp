@@ -1,5 +1,7 @@
 #include "review/load_readings.h"
 
+#include <QFile>
+
 #include <algorithm>
 
 #include "datafiles/data_lines.h"
@@ -7,6 +9,7 @@
 #include "datafiles/raw_file_names.h"
 #include "platform/whole_file.h"
 #include "review/contradictions.h"
+#include "review/load_gaps.h"
 #include "review/setup_parameters.h"
 
 namespace vesk {
@@ -33,6 +36,7 @@ class Loader {
   bool LoadWaterYear(const QString& entry) {
     const int first = loaded_.grid.ReadingCount() + 1;
     const bool goesOn = LoadFilesOf(entry);
+    ++yearsDone_;
     rowsOfYears_.push_back({first, loaded_.grid.ReadingCount()});
     return goesOn;
   }
@@ -122,20 +126,29 @@ class Loader {
   /// False when the load ends with this file.
   bool TakeFile(std::size_t i, int year, const DayWindow& window) {
     const RawFile& file = request_.files[i];
+    const std::vector<QString> notesBefore = headerNotes_;
     const RawHeaderReading reading = ReadHeader(file, HeaderScope::WaterYear);
-    if (Refused(file, reading)) return false;
+    if (NotOfYear(reading, year)) {
+      headerNotes_ = notesBefore;
+      Tell(reading.detail);
+      return true;
+    }
+    if (Refused(file, reading)) {
+      MissTheRest(i);
+      return false;
+    }
     if (reading.header.HeaderEnd == 0) {
-      Miss(QStringLiteral("%1: not loaded; the file is no longer there").arg(file.diskName));
+      Miss(file, QStringLiteral("%1: not loaded; the file is no longer there").arg(file.diskName));
       return true;
     }
     loaded_.header = reading.header;
     MergeCells(year);
-    if (reading.header.LastWaterYear < year || reading.header.FirstWaterYear > year) return true;
+    if (!Holds(reading.header, year)) return true;
     if (filesOfYear_ == kMostFilesInLoad) {
-      Miss(QStringLiteral("%1: not loaded; water year %2 has more than %3 files")
-               .arg(file.diskName)
-               .arg(year)
-               .arg(kMostFilesInLoad));
+      Miss(file, QStringLiteral("%1: not loaded; water year %2 has more than %3 files")
+                     .arg(file.diskName)
+                     .arg(year)
+                     .arg(kMostFilesInLoad));
       return true;
     }
     ++filesOfYear_;
@@ -168,15 +181,48 @@ class Loader {
   }
 
   /// Tells of a file that the load has to do without.
-  void Miss(const QString& message) {
+  void Miss(const RawFile& file, const QString& message) {
     loaded_.whole = false;
+    if (!ListContains(loaded_.missedFiles, file.diskName)) loaded_.missedFiles.push_back(file.diskName);
     Tell(message);
+  }
+
+  static bool Holds(const RawHeader& header, int year) {
+    return header.FirstWaterYear <= year && header.LastWaterYear >= year;
+  }
+
+  /// A refused file whose water years are certain all the same, and the year is none of them.
+  static bool NotOfYear(const RawHeaderReading& reading, int year) {
+    return !reading.Usable() && reading.yearsKnown && !Holds(reading.header, year);
+  }
+
+  /// The load ends with file `refused` of a year: the files behind it, and for the years still to come all
+  /// others, are missed where they hold such a year or nobody can tell.
+  void MissTheRest(std::size_t refused) {
+    for (std::size_t i = 0; i < request_.files.size(); ++i) {
+      const RawFile& file = request_.files[i];
+      if (i == refused || !QFile::exists(request_.dataDirectory + file.diskName)) continue;
+      HeaderSinks sinks;
+      sinks.dataDirectory = request_.dataDirectory;
+      const auto reading =
+          ReadRawHeader(file.diskName, HeaderScope::WaterYear, HeaderMode::HeaderOnly, sinks);
+      const bool yearsKnown = reading.Usable() || reading.yearsKnown;
+      // This year's files before the refused one are in the load; of a later year none is.
+      const std::size_t firstYear = yearsDone_ + (i < refused ? 1 : 0);
+      for (std::size_t y = firstYear; y < request_.waterYears.size(); ++y) {
+        const int year = request_.waterYears[y].left(4).toInt();
+        if (yearsKnown && !Holds(reading.header, year)) continue;
+        Miss(file, QStringLiteral("%1: not loaded for water year %2; a refused file ended the load")
+                       .arg(file.diskName)
+                       .arg(year));
+      }
+    }
   }
 
   bool Refused(const RawFile& file, const RawHeaderReading& reading) {
     if (reading.Usable()) return false;
     loaded_.refusedFile = file.diskName;
-    Miss(reading.detail);
+    Miss(file, reading.detail);
     return true;
   }
 
@@ -195,7 +241,7 @@ class Loader {
                  const std::optional<DayWindow>& window) {
     const auto content = bytes_.Read(request_.dataDirectory + file.diskName);
     if (!content) {
-      Miss(content.Failure().Text());
+      Miss(file, content.Failure().Text());
       return;
     }
     const int firstRow = loaded_.grid.ReadingCount() + 1;
@@ -205,19 +251,11 @@ class Loader {
     const DataLineTally tally = DecodeDataLines(*content, header.HeaderEnd, number, window, readings);
     loaded_.files.push_back(file.listName);
     loaded_.rawFiles.push_back({file.listName.left(kStemLength), firstRow, loaded_.grid.ReadingCount()});
-    TellRefusedLines(file.diskName, tally);
-  }
-
-  void TellRefusedLines(const QString& name, const DataLineTally& tally) {
-    for (const LineFault& fault : tally.faults) {
-      Tell(QStringLiteral("%1, line %2: not loaded; expected %3")
-               .arg(name)
-               .arg(fault.line)
-               .arg(fault.expected));
-    }
-    if (tally.refused > static_cast<qint64>(tally.faults.size())) {
-      Tell(QStringLiteral("%1: %2 lines were not loaded in all").arg(name).arg(tally.refused));
-    }
+    const FileGaps gaps = GapsOf(file.diskName, header, tally, window);
+    for (const QString& message : gaps.messages) Tell(message);
+    if (gaps.whole) return;
+    loaded_.whole = false;
+    if (!ListContains(loaded_.partialFiles, file.diskName)) loaded_.partialFiles.push_back(file.diskName);
   }
 
   const LoadRequest& request_;
@@ -230,6 +268,7 @@ class Loader {
   int filesOfYear_ = 0;
   std::size_t filesDone_ = 0;
   std::vector<RowRange> rowsOfYears_;
+  std::size_t yearsDone_ = 0;  ///< chosen years before the one under way
 };
 
 }  // namespace

@@ -43,7 +43,11 @@ struct LoadedReadings {
   std::vector<QString> files;            ///< names of the files used, in file-number order
   std::vector<QString> messages;         ///< for the message list
   RawHeader header;                      ///< of the last file read
-  bool whole = true;                     ///< false when a file is missing from the load for whatever reason
+  /// False when a file, or a part of one, is missing from the load; NotWholeNote words it.
+  bool whole = true;
+  std::vector<QString>
+      missedFiles;  ///< disk names, also of good files behind a refused one that ended the load
+  std::vector<QString> partialFiles;  ///< disk names of files of which lines are missing
   QString refusedFile;  ///< file whose header ended the load, later years included; empty when none did
   std::vector<LoadedChangeLog> changeLogs;  ///< one a chosen water year, or the one of a single file
   LevelExtent levels;

@@ -23,8 +23,34 @@ constexpr std::pair<const char16_t*, const char16_t*> kSentences[] = {
      u"%1: yüklenmedi; %2 su yılının %3 dosyadan fazlası var"},
     {u"(.*): not loaded; the file is no longer there", u"%1: yüklenmedi; dosya artık yerinde değil"},
     {u"(.*) is a folder, not a raw file", u"%1 bir klasör, ham dosya değil"},
+    {u"(.*) is no file that can be read; it is skipped", u"%1 okunabilir bir dosya değil; atlandı"},
+    {u"(.*) is skipped; its name is no valid UTF-8", u"%1 atlandı; adı geçerli UTF-8 değil"},
+    {u"(.*) is not read; (.*) goes under the same name", u"%1 okunmuyor; %2 aynı adla geçiyor"},
+    {u"(.*) is a link; it is read, but neither stamped nor renamed",
+     u"%1 bir bağlantı; okunur, ama işaretlenmez ve adı değiştirilmez"},
+    {u"(.*), line 1: the marker of a fresh file in a line of another length; left as it is",
+     u"%1, 1. satır: yeni dosya işareti başka uzunlukta bir satırda; olduğu gibi bırakıldı"},
     {u"(.*), line 3: version \"(.*)\" is not read; expected 10, 11 or 21",
      u"%1, 3. satır: \"%2\" sürümü okunamıyor; beklenen: 10, 11 veya 21"},
+    {u"(.*): not loaded for water year (\\d+); a refused file ended the load",
+     u"%1: %2 su yılı için yüklenmedi; kabul edilmeyen bir dosya yüklemeyi bitirdi"},
+    {u"(.*); the header promises (.*) samples up to (.*)",
+     u"%1; başlığa göre %3 tarihine kadar %2 örnek olmalı"},
+    {u"(.*), line (\\d+): the end mark; (\\d+) lines behind it were left unread, (\\d+) of them readings "
+     u"that "
+     u"belong here",
+     u"%1, %2. satır: bitiş işareti; ardındaki %3 satır okunmadı, bunların %4 tanesi buraya ait kayıt"},
+    {u"(.*), line (\\d+): a reading behind the water year ends the file; (\\d+) lines behind it were left "
+     u"unread, "
+     u"(\\d+) of them of that year",
+     u"%1, %2. satır: su yılından sonraki bir kayıt okumayı bitirdi; ardındaki %3 satır okunmadı, bunların "
+     u"%4 tanesi "
+     u"o yıla ait"},
+    {u"(.*), line (\\d+): dated before the water year among readings of it; (\\d+) such lines were left out",
+     u"%1, %2. satır: tarihi su yılından önce, ama o yılın kayıtları arasında; böyle %3 satır alınmadı"},
+    {u"(.*), line (\\d+): the last reading read is that of (.*)", u"%1, %2. satır: okunan son kayıt %3"},
+    {u"(.*), line (\\d+): no reading up to the end of the file",
+     u"%1, %2. satır: dosyanın sonuna kadar kayıt yok"},
     {u"(.*), line (\\d+): the raw level is (.*) cm now; it was (.*) cm when it was corrected",
      u"%1, %2. satır: ham seviye şimdi %3 cm; düzeltildiğinde %4 cm idi"},
     {u"(.*), line (\\d+): (.*) belongs to no reading of this load; it is kept for the next save",
@@ -52,6 +78,7 @@ constexpr std::pair<const char16_t*, const char16_t*> kSentences[] = {
     {u"(.*) could not be stamped", u"%1 dosyasının okunma işareti silinemedi"},
     // What was expected of a line.
     {u"15 header lines", u"15 başlık satırı"},
+    {u"a last record that is not before the first", u"ilk kayıttan önce olmayan son kayıt"},
     {u"a date dd/mm/yyyy hh:mm from column 27 on", u"27. sütundan başlayan gg/aa/yyyy ss:dd"},
     {u"a line of at least 23 columns", u"en az 23 sütunluk satır"},
     {u"a whole line; the file ends in the middle of this one",

@@ -1,27 +1,39 @@
 #include "review/raw_files.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
+#include <QHash>
+#include <QSet>
 
 #include <algorithm>
-#include <filesystem>
 
 #include "datafiles/archive.h"
-#include "datafiles/file_bytes.h"
 #include "datafiles/raw_file_names.h"
+#include "datafiles/tidy_lock.h"
+#include "platform/folder_entries.h"
+#include "platform/whole_file.h"
 
 namespace vesk {
 namespace {
 
-std::vector<QString> TextFileNames(const QString& dataDirectory) {
-  const QStringList names = QDir(dataDirectory).entryList(QDir::Files | QDir::Hidden, QDir::NoSort);
-  std::vector<QString> result;
-  for (const QString& name : names) {
-    if (name.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive)) result.push_back(name);
-  }
-  std::sort(result.begin(), result.end(), ComesBefore);
-  return result;
+bool IsTextName(const QString& name) {
+  return name.endsWith(QStringLiteral(".txt"), Qt::CaseInsensitive);
+}
+
+bool IsRawName(const QString& name) {
+  return IsDeliveredName(name) || IsCountedName(name);
+}
+
+bool CanBeRead(const FolderEntry& entry) {
+  return entry.nameIsText && (entry.kind == EntryKind::File || entry.kind == EntryKind::LinkToFile);
+}
+
+/// The "*.txt" files of the folder, and links to such files, in list order.
+std::vector<FolderEntry> TextFiles(const QString& dataDirectory) {
+  std::vector<FolderEntry> files = FolderEntries(dataDirectory);
+  std::erase_if(files, [](const FolderEntry& entry) { return !CanBeRead(entry) || !IsTextName(entry.name); });
+  std::sort(files.begin(), files.end(),
+            [](const FolderEntry& a, const FolderEntry& b) { return ComesBefore(a.name, b.name); });
+  return files;
 }
 
 bool IsOfStation(const QString& name, const QString& station) {
@@ -35,66 +47,188 @@ RawHeaderReading ReadHeader(const QString& dataDirectory, const QString& diskNam
   return ReadRawHeader(diskName, HeaderScope::WaterYear, HeaderMode::HeaderOnly, sinks);
 }
 
-/// Renames, replacing what bears the new name. Empty: done; else the reason.
-QString Rename(const QString& dataDirectory, const QString& from, const QString& to) {
-  std::error_code problem;
-  std::filesystem::rename((dataDirectory + from).toStdU16String(), (dataDirectory + to).toStdU16String(),
-                          problem);
-  return problem ? QString::fromLocal8Bit(problem.message().c_str()) : QString();
+/// The name that a file goes under; its own when it keeps that. An unreadable header gives no day count, and
+/// a file that has one takes no good file's name. reading: filled where the header was needed.
+QString NameInList(const QString& dataDirectory, const QString& diskName, RawHeaderReading& reading) {
+  const QString padded = IsCountedName(diskName) ? PaddedCountedName(diskName) : QString();
+  if (padded == diskName) return padded;
+  reading = ReadHeader(dataDirectory, diskName, false);
+  if (!reading.Usable()) return diskName;
+  return padded.isEmpty() ? CountedName(diskName.left(kStemLength), reading.header.DaysCovered) : padded;
 }
 
-bool BeginsWithMarker(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) && file.read(10).contains("sefnor");
-}
-
-bool SameContent(const QString& a, const QString& b) {
-  FileBytes first;
-  FileBytes second;
-  const auto one = first.Read(a);
-  const auto other = second.Read(b);
-  return one && other && *one == *other;
-}
-
-/// A renaming replaces what bears the new name. Unless that is the same file once more, a copy goes to the
-/// archive.
-Status KeepReplaced(const QString& dataDirectory, const QString& from, const QString& to,
-                    TidyReport& report) {
-  const bool replaces = QFileInfo(dataDirectory + to).isFile() && from != to;
-  if (!replaces || SameContent(dataDirectory + from, dataDirectory + to)) return {};
-  if (Status kept = CopyToArchive(dataDirectory, to); !kept) return kept;
-  report.replaced.push_back(to);
-  report.done.push_back(QStringLiteral("%1 took the name of another file, which is now in Arsiv").arg(from));
-  return {};
-}
-
-void RenameOne(const QString& dataDirectory, const QString& from, const QString& to, TidyReport& report) {
-  const Status kept = KeepReplaced(dataDirectory, from, to, report);
-  const QString reason = kept ? Rename(dataDirectory, from, to) : kept.Failure().Text();
-  if (reason.isEmpty()) {
-    report.done.push_back(QStringLiteral("%1 renamed to %2").arg(from, to));
-  } else {
-    report.failures.push_back(QStringLiteral("%1 could not be renamed to %2: %3").arg(from, to, reason));
+/// Of files that go under one name the last one that still has to get it counts, as it would replace the
+/// others. Files that bear it already differ in case only; of these the first one counts.
+bool ClaimsBefore(const RawFile& a, const RawFile& b) {
+  if (QString::compare(a.listName, b.listName, Qt::CaseInsensitive) != 0) {
+    return ComesBefore(a.listName, b.listName);
   }
+  const bool claimsA = a.diskName != a.listName;
+  const bool claimsB = b.diskName != b.listName;
+  if (claimsA != claimsB) return claimsA;
+  return claimsA ? ComesBefore(b.diskName, a.diskName) : ComesBefore(a.diskName, b.diskName);
 }
 
-/// Reads the header and stamps a fresh file on the way.
-RawHeaderReading StampOne(const QString& dataDirectory, const QString& name, TidyReport& report) {
-  const bool fresh = BeginsWithMarker(dataDirectory + name);
-  RawHeaderReading reading = ReadHeader(dataDirectory, name, true);
-  if (fresh && BeginsWithMarker(dataDirectory + name)) {
-    report.failures.push_back(QStringLiteral("%1 could not be stamped").arg(name));
-  } else if (fresh) {
-    report.done.push_back(QStringLiteral("%1 stamped").arg(name));
+/// Leaves one file a name. It knows those that it hides.
+std::vector<RawFile> OneFileAName(std::vector<RawFile> files) {
+  std::sort(files.begin(), files.end(), ClaimsBefore);
+  std::vector<RawFile> shown;
+  shown.reserve(files.size());
+  for (RawFile& file : files) {
+    if (!shown.empty() && QString::compare(shown.back().listName, file.listName, Qt::CaseInsensitive) == 0) {
+      shown.back().hides.push_back(file.diskName);
+    } else {
+      shown.push_back(std::move(file));
+    }
   }
-  return reading;
+  return shown;
 }
 
-void MarkSuperseded(std::vector<RawFile>& files) {
-  std::vector<QString> names;
-  for (const RawFile& file : files) names.push_back(file.listName);
-  const std::vector<QString> superseded = SupersededNames(names);
-  for (RawFile& file : files) file.superseded = ListContains(superseded, file.listName);
+/// Files of one recording stand side by side in the list. Only where there are several does it matter whether
+/// a header can be used.
+void MarkSuperseded(const QString& dataDirectory, std::vector<RawFile>& files) {
+  std::vector<ListedReadOut> list;
+  list.reserve(files.size());
+  for (const RawFile& file : files) {
+    list.push_back({file.listName, file.reading.Usable(), IsCountedName(file.diskName)});
+  }
+  const auto sameStem = [&files](std::size_t a, std::size_t b) {
+    return QStringView(files[a].listName)
+               .left(kStemLength)
+               .compare(QStringView(files[b].listName).left(kStemLength), Qt::CaseInsensitive) == 0;
+  };
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    const bool several = (i > 0 && sameStem(i - 1, i)) || (i + 1 < files.size() && sameStem(i, i + 1));
+    if (several) list[i].usable = ReadHeader(dataDirectory, files[i].diskName, false).Usable();
+  }
+  const std::vector<bool> superseded = Superseded(list);
+  for (std::size_t i = 0; i < files.size(); ++i) files[i].superseded = superseded[i];
+}
+
+Marker MarkerOfFile(const QString& path) {
+  QFile file;
+  return OpenToRead(file, path, {}) ? MarkerOf(file.read(10)) : Marker::None;
+}
+
+/// One pass over a data directory.
+class Tidier {
+ public:
+  explicit Tidier(const QString& dataDirectory) : dataDirectory_(dataDirectory), lock_(dataDirectory) {}
+
+  TidyReport Tidy() {
+    if (NamesToGive() && !Lock()) return std::move(report_);
+    const std::vector<FolderEntry> files = TextFiles(dataDirectory_);  // as they are now, under the lock
+    for (const FolderEntry& file : files) names_[file.name.toCaseFolded()].push_back(file.name);
+    for (const FolderEntry& file : files) {
+      if (IsRawName(file.name)) TidyOne(file);
+    }
+    if (renamed_) MakeNamesLast();
+    return std::move(report_);
+  }
+
+ private:
+  [[nodiscard]] bool NamesToGive() const {
+    const std::vector<FolderEntry> files = TextFiles(dataDirectory_);
+    return std::any_of(files.begin(), files.end(), [](const FolderEntry& file) {
+      return IsDeliveredName(file.name) ||
+             (IsCountedName(file.name) && PaddedCountedName(file.name) != file.name);
+    });
+  }
+
+  bool Lock() {
+    const Status held = lock_.Take();
+    if (!held) report_.failures.push_back(held.Failure().Text());
+    return held.Ok();
+  }
+
+  void TidyOne(const FolderEntry& file) {
+    const Marker marker = MarkerOfFile(dataDirectory_ + file.name);
+    const bool ownFile = file.kind == EntryKind::File;
+    RawHeaderReading reading;
+    const QString to = NameInList(dataDirectory_, file.name, reading);
+    if (!ownFile) {
+      if (marker != Marker::None || to != file.name) {
+        report_.failures.push_back(
+            QStringLiteral("%1 is a link; it is read, but neither stamped nor renamed").arg(file.name));
+      }
+      return;
+    }
+    if (marker != Marker::None) Stamp(file.name, marker);
+    if (to != file.name) Rename(file.name, to);
+  }
+
+  void Stamp(const QString& name, Marker marker) {
+    if (marker == Marker::OddLine) {
+      report_.failures.push_back(
+          QStringLiteral("%1, line 1: the marker of a fresh file in a line of another length; left as it is")
+              .arg(name));
+      return;
+    }
+    (void)ReadHeader(dataDirectory_, name, true);
+    if (MarkerOfFile(dataDirectory_ + name) == Marker::Fresh) {
+      report_.failures.push_back(QStringLiteral("%1 could not be stamped").arg(name));
+    } else {
+      report_.done.push_back(QStringLiteral("%1 stamped").arg(name));
+    }
+  }
+
+  void Rename(const QString& from, const QString& to) {
+    const Status done = MakeRoom(from, to);
+    const QString reason = done ? Move(from, to) : done.Failure().Text();
+    if (!reason.isEmpty()) {
+      report_.failures.push_back(QStringLiteral("%1 could not be renamed to %2: %3").arg(from, to, reason));
+      return;
+    }
+    report_.done.push_back(QStringLiteral("%1 renamed to %2").arg(from, to));
+    names_[to.toCaseFolded()].push_back(to);
+    renamed_ = true;
+  }
+
+  /// Whatever bears the new name, case aside, goes to the archive folder.
+  Status MakeRoom(const QString& from, const QString& to) {
+    QStringList& holders = names_[to.toCaseFolded()];
+    holders.removeAll(from);
+    while (!holders.isEmpty()) {
+      const bool same = SameContent(dataDirectory_ + from, dataDirectory_ + holders.back());
+      const auto archived = MoveToArchive(dataDirectory_, holders.back());
+      if (!archived) return archived.Failure();
+      holders.removeLast();
+      if (same) continue;  // the same file once more: nothing to tell
+      report_.replaced.push_back(*archived);
+      report_.done.push_back(
+          QStringLiteral("%1 took the name of another file, which is now in Arsiv").arg(from));
+    }
+    return {};
+  }
+
+  /// Empty: done; else the reason.
+  [[nodiscard]] QString Move(const QString& from, const QString& to) const {
+    const auto moved = MoveToFreeName(dataDirectory_ + from, dataDirectory_ + to, {});
+    if (!moved) return moved.Failure().reason;
+    return *moved == vesk::Move::Done ? QString() : QStringLiteral("it exists already");
+  }
+
+  void MakeNamesLast() {
+    const Status synced =
+        SyncToDisk(dataDirectory_, QStringLiteral("The new names may not last through a power cut"));
+    if (!synced) report_.failures.push_back(synced.Failure().Text());
+  }
+
+  QString dataDirectory_;
+  TidyLock lock_;
+  QHash<QString, QStringList> names_;  ///< names on disk by their folded form
+  TidyReport report_;
+  bool renamed_ = false;
+};
+
+/// Folded names of the converted files "S<year>-<station>.txt" of the folder.
+QSet<QString> ConvertedFiles(const QString& dataDirectory, const QString& station) {
+  QSet<QString> names;
+  const QString ending = QLatin1Char('-') + station + QStringLiteral(".txt");
+  for (const FolderEntry& entry : FolderEntries(dataDirectory)) {
+    if (entry.name.endsWith(ending, Qt::CaseInsensitive)) names.insert(entry.name.toCaseFolded());
+  }
+  return names;
 }
 
 }  // namespace
@@ -105,38 +239,27 @@ bool IsStationEntry(const QString& entry) {
 
 std::vector<QString> ListStations(const QString& dataDirectory) {
   std::vector<QString> stations;
-  for (const QString& name : TextFileNames(dataDirectory)) {
-    const QString entry = name.left(kStationEntryLength);
-    if (IsStationEntry(entry) && !ListContains(stations, entry)) stations.push_back(entry);
+  QSet<QString> listed;
+  for (const FolderEntry& file : TextFiles(dataDirectory)) {
+    QString entry = file.name.left(kStationEntryLength);
+    if (!IsStationEntry(entry) || listed.contains(entry)) continue;
+    listed.insert(entry);
+    stations.push_back(std::move(entry));
   }
   return stations;
 }
 
 std::vector<RawFile> ListRawFiles(const QString& dataDirectory, const QString& station) {
   std::vector<RawFile> files;
-  for (const QString& name : TextFileNames(dataDirectory)) {
-    if (!IsOfStation(name, station)) continue;
-    if (IsCountedName(name)) {
-      files.push_back({.diskName = name, .listName = PaddedCountedName(name), .reading = {}});
-    } else if (IsDeliveredName(name)) {
-      RawFile file{.diskName = name, .listName = {}, .reading = ReadHeader(dataDirectory, name, false)};
-      file.listName = CountedName(name.left(kStemLength), file.reading.header.DaysCovered);
-      files.push_back(std::move(file));
-    }
+  for (const FolderEntry& entry : TextFiles(dataDirectory)) {
+    if (!IsRawName(entry.name) || !IsOfStation(entry.name, station)) continue;
+    RawFile file;
+    file.diskName = entry.name;
+    file.listName = NameInList(dataDirectory, entry.name, file.reading);
+    files.push_back(std::move(file));
   }
-  // A file as delivered takes the place of one that already bears its new name.
-  std::stable_sort(files.begin(), files.end(), [](const RawFile& a, const RawFile& b) {
-    if (QString::compare(a.listName, b.listName, Qt::CaseInsensitive) != 0) {
-      return ComesBefore(a.listName, b.listName);
-    }
-    return IsDeliveredName(a.diskName) && !IsDeliveredName(b.diskName);
-  });
-  files.erase(std::unique(files.begin(), files.end(),
-                          [](const RawFile& a, const RawFile& b) {
-                            return QString::compare(a.listName, b.listName, Qt::CaseInsensitive) == 0;
-                          }),
-              files.end());
-  MarkSuperseded(files);
+  files = OneFileAName(std::move(files));
+  MarkSuperseded(dataDirectory, files);
   return files;
 }
 
@@ -151,42 +274,51 @@ std::vector<RawFile> FilesInUse(const std::vector<RawFile>& files) {
   return inUse;
 }
 
-std::vector<QString> FoldersNamedLikeRawFiles(const QString& dataDirectory) {
-  std::vector<QString> folders;
-  for (const QString& name : QDir(dataDirectory).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
-    if (IsDeliveredName(name) || IsCountedName(name)) folders.push_back(name);
+std::vector<QString> SkippedEntries(const QString& dataDirectory) {
+  std::vector<QString> skipped;
+  for (const FolderEntry& entry : FolderEntries(dataDirectory)) {
+    if (!entry.nameIsText && IsTextName(entry.name)) {
+      skipped.push_back(QStringLiteral("%1 is skipped; its name is no valid UTF-8").arg(entry.name));
+    } else if (IsRawName(entry.name) && entry.kind == EntryKind::Folder) {
+      skipped.push_back(QStringLiteral("%1 is a folder, not a raw file").arg(entry.name));
+    } else if (IsRawName(entry.name) && entry.kind == EntryKind::Other) {
+      skipped.push_back(QStringLiteral("%1 is no file that can be read; it is skipped").arg(entry.name));
+    }
   }
-  return folders;
+  std::sort(skipped.begin(), skipped.end(), ComesBefore);
+  return skipped;
+}
+
+std::vector<QString> HiddenFiles(const std::vector<RawFile>& files) {
+  std::vector<QString> hidden;
+  for (const RawFile& file : files) {
+    for (const QString& name : file.hides) {
+      hidden.push_back(
+          QStringLiteral("%1 is not read; %2 goes under the same name").arg(name, file.diskName));
+    }
+  }
+  return hidden;
 }
 
 TidyReport RenameRawFiles(const QString& dataDirectory) {
-  TidyReport report;
-  for (const QString& name : TextFileNames(dataDirectory)) {
-    if (IsDeliveredName(name)) {
-      const RawHeaderReading reading = StampOne(dataDirectory, name, report);
-      RenameOne(dataDirectory, name, CountedName(name.left(kStemLength), reading.header.DaysCovered), report);
-    } else if (IsCountedName(name)) {
-      if (BeginsWithMarker(dataDirectory + name)) StampOne(dataDirectory, name, report);
-      if (PaddedCountedName(name) != name) RenameOne(dataDirectory, name, PaddedCountedName(name), report);
-    }
-  }
-  for (const QString& name : FoldersNamedLikeRawFiles(dataDirectory)) {
-    report.failures.push_back(QStringLiteral("%1 is a folder, not a raw file").arg(name));
-  }
+  TidyReport report = Tidier(dataDirectory).Tidy();
+  for (QString& skipped : SkippedEntries(dataDirectory)) report.failures.push_back(std::move(skipped));
   return report;
 }
 
 std::vector<WaterYearEntry> WaterYearsOf(const std::vector<RawFile>& files, const QString& dataDirectory,
                                          const QString& station, const QString& convertedWord) {
   std::vector<WaterYearEntry> years;
+  const QSet<QString> converted =
+      convertedWord.isEmpty() ? QSet<QString>() : ConvertedFiles(dataDirectory, station);
   for (const RawFile& file : files) {
     if (!file.reading.Usable()) continue;
     for (int year = file.reading.header.FirstWaterYear; year <= file.reading.header.LastWaterYear; ++year) {
       const bool listed = std::any_of(years.begin(), years.end(),
                                       [&](const WaterYearEntry& e) { return e.waterYear == year; });
       if (listed || year <= 0) continue;
-      const QString converted = QStringLiteral("%1S%2-%3.txt").arg(dataDirectory).arg(year).arg(station);
-      const QString mark = QFile::exists(converted) ? convertedWord : QString();
+      const QString name = QStringLiteral("S%1-%2.txt").arg(year).arg(station).toCaseFolded();
+      const QString mark = converted.contains(name) ? convertedWord : QString();
       years.push_back({year, QStringLiteral("%1 %2").arg(year).arg(mark)});
     }
   }

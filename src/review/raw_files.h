@@ -10,12 +10,14 @@
 namespace vesk {
 
 /// One raw file. listName carries the day count ("???-?????-??????=????.txt") even where the file on disk
-/// could not be renamed; diskName is what to open.
+/// could not be renamed; a fresh file whose header cannot be used keeps its name. diskName is what to open.
 struct RawFile {
   QString diskName;
   QString listName;
   bool superseded = false;   ///< a later read-out of the same recording is there
   RawHeaderReading reading;  ///< header, once read
+  std::vector<QString>
+      hides;  ///< disk names of further files that go under this list name; nothing reads them
 
   [[nodiscard]] QString Station() const { return listName.left(9); }
 };
@@ -36,7 +38,8 @@ std::vector<QString> ListStations(const QString& dataDirectory);
 
 /// Raw files of the folder in list order; station: a nine-character entry, or empty for all. Nothing on disk
 /// changes: the day counts of files as delivered are worked out from their headers, superseded read-outs
-/// marked. A delivered file hides an older file of the name it would get.
+/// marked. A file that still has to get a name hides an older one that bears it: tidying puts that one away,
+/// so the same file is read before and after.
 std::vector<RawFile> ListRawFiles(const QString& dataDirectory, const QString& station = {});
 
 /// Reads the header of every file of the list, the headers only.
@@ -45,22 +48,27 @@ void ReadHeaders(const QString& dataDirectory, std::vector<RawFile>& files);
 /// Files that are in use: those not superseded.
 std::vector<RawFile> FilesInUse(const std::vector<RawFile>& files);
 
-/// Folders of the data directory that bear a raw file's name; nothing reads them.
-std::vector<QString> FoldersNamedLikeRawFiles(const QString& dataDirectory);
+/// A line for each entry of the data directory that looks like a raw file and cannot be one: folders, FIFOs,
+/// links to nowhere, and text files whose name is no valid UTF-8.
+std::vector<QString> SkippedEntries(const QString& dataDirectory);
+
+/// A line for each file that another one of the list hides.
+std::vector<QString> HiddenFiles(const std::vector<RawFile>& files);
 
 /// What tidying a data directory did, in words fit for the message list.
 struct TidyReport {
-  std::vector<QString> done;      ///< "a renamed to b", "a stamped"
-  std::vector<QString> replaced;  ///< names of files that gave way to another one; now in the archive folder
+  std::vector<QString> done;  ///< "a renamed to b", "a stamped"
+  std::vector<QString>
+      replaced;  ///< files that gave way to another one, by their names in the archive folder
   std::vector<QString> failures;  ///< files that stay as they are, and why
 };
 
-/// Stamps fresh files, renames files as delivered and pads day counts to four digits. A different file that
-/// bears the new name goes to the archive folder first.
+/// Stamps fresh files, renames files as delivered and pads day counts to four digits. What bears the new name
+/// goes to the archive folder first. Files with an unreadable header keep their names; links are left alone.
 TidyReport RenameRawFiles(const QString& dataDirectory);
 
 /// Water years of the usable files, each once, in the order met. convertedWord marks a year whose converted
-/// file ("S" + year + "-" + station + ".txt") is in the folder.
+/// file ("S" + year + "-" + station + ".txt", case aside) is in the folder.
 std::vector<WaterYearEntry> WaterYearsOf(const std::vector<RawFile>& files, const QString& dataDirectory,
                                          const QString& station, const QString& convertedWord);
 

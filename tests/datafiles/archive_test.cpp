@@ -4,9 +4,17 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSysInfo>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
+#include <cerrno>
+
 #include "datafiles/raw_file_names.h"
+#include "datafiles/tidy_lock.h"
+#include "support/failing_sync.h"
+#include "support/raw_file_writer.h"
 
 namespace vesk {
 namespace {
@@ -27,11 +35,18 @@ TEST(RawFileNames, PatternsAndCounts) {
 
 class ArchiveTest : public testing::Test {
  protected:
-  QString Put(const char* name, const char* content) {
+  /// A read-out with a header; word: what tells its content from another one's.
+  QString Put(const char* name, const char* word) {
     QFile file(Folder() + QLatin1String(name));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
+    file.write(Content(word));
     return QString::fromLatin1(name);
+  }
+  static QByteArray Content(const char* word) {
+    test::RawFileSketch sketch;
+    sketch.first = *ReadDateTime(u"01/10/2008 01:00");
+    sketch.last = *ReadDateTime(u"01/10/2008 02:00");
+    return SketchContent(sketch) + word;
   }
   [[nodiscard]] QString Folder() const { return folder_.path() + QLatin1Char('/'); }
   [[nodiscard]] QByteArray Archived(const QString& name) const {
@@ -50,18 +65,76 @@ TEST_F(ArchiveTest, KeepsTheLastOfEachStem) {
   const auto report = ArchiveDuplicateRawFiles(Folder(), {first_ + QLatin1Char('<'), second_, last, other});
   EXPECT_TRUE(report.changed);
   EXPECT_EQ(report.archived, (std::vector{first_, second_}));
-  EXPECT_EQ(Archived(first_) + Archived(second_), "ab");
+  EXPECT_EQ(Archived(first_), Content("a"));
+  EXPECT_EQ(Archived(second_), Content("b"));
   EXPECT_EQ(QDir(Folder()).entryList(QDir::Files), QStringList({last, other}));
   EXPECT_FALSE(ArchiveDuplicateRawFiles(Folder(), {last, other}).changed) << "nothing left to do";
 }
 
-TEST_F(ArchiveTest, AFileThatCannotBeCopiedStays) {
-  ASSERT_TRUE(QDir(Folder()).mkpath(QStringLiteral("Arsiv/") + first_)) << "a folder is in the way";
+TEST_F(ArchiveTest, AFileThatCannotBeMovedStays) {
+  Put("Arsiv", "in the way of the folder");
   const ArchiveReport report = ArchiveDuplicateRawFiles(Folder(), {first_, second_});
   EXPECT_FALSE(report.changed);
   ASSERT_EQ(report.failures.size(), 1U);
-  EXPECT_TRUE(report.failures[0].path.contains(first_));
+  EXPECT_TRUE(report.failures[0].path.endsWith(QStringLiteral("Arsiv")));
   EXPECT_TRUE(QFile::exists(Folder() + first_));
+}
+
+TEST_F(ArchiveTest, NothingInTheArchiveIsReplaced) {
+  for (const char* word : {"first", "second", "first", "third", "second"}) {
+    Put("101-12345-010203=0010.txt", word);
+    EXPECT_TRUE(MoveToArchive(Folder(), first_).Ok());
+    EXPECT_FALSE(QFile::exists(Folder() + first_));
+  }
+  EXPECT_EQ(Archived(first_), Content("first"));
+  EXPECT_EQ(Archived(QStringLiteral("101-12345-010203=0010 (2).txt")), Content("second"));
+  EXPECT_EQ(Archived(QStringLiteral("101-12345-010203=0010 (3).txt")), Content("third"));
+  EXPECT_EQ(QDir(Folder() + QStringLiteral("Arsiv")).entryList(QDir::Files).size(), 3) << "each content once";
+}
+
+TEST_F(ArchiveTest, AFolderThatCannotBeSyncedKeepsTheOriginalInPlace) {
+  for (const auto kind : {test::FailingSync::Of::Folders, test::FailingSync::Of::Files}) {
+    const QString last = Put("101-12345-010203=0030.txt", "c");
+    const test::FailingSync failing(kind, EIO);
+    const ArchiveReport report = ArchiveDuplicateRawFiles(Folder(), {first_, last});
+    const bool failed = kind == test::FailingSync::Of::Folders;  // a move writes no file
+    EXPECT_EQ(report.failures.size(), failed ? 1U : 0U);
+    EXPECT_EQ(QFile::exists(Folder() + first_), failed);
+    EXPECT_EQ(Archived(first_).isEmpty(), failed);
+  }
+}
+
+TEST_F(ArchiveTest, AnArchiveOnAnotherDiskGetsAWholeCopyFirst) {
+  const QTemporaryDir other(QStringLiteral("/dev/shm/vesk-XXXXXX"));
+  struct stat here {};
+  struct stat there {};
+  if (!other.isValid() || ::stat(QFile::encodeName(Folder()).constData(), &here) != 0 ||
+      ::stat(QFile::encodeName(other.path()).constData(), &there) != 0 || here.st_dev == there.st_dev) {
+    GTEST_SKIP() << "this machine has one disk";
+  }
+  ASSERT_TRUE(QFile::link(other.path(), Folder() + QStringLiteral("Arsiv")));
+  {
+    const test::FailingSync failing(test::FailingSync::Of::Files, ENOSPC);
+    EXPECT_FALSE(MoveToArchive(Folder(), first_).Ok());
+    EXPECT_TRUE(QFile::exists(Folder() + first_)) << "its copy may not be on the disk";
+    EXPECT_TRUE(QDir(other.path()).isEmpty());
+  }
+  for (const char* word : {"a", "other"}) {
+    Put("101-12345-010203=0010.txt", word);
+    EXPECT_TRUE(MoveToArchive(Folder(), first_).Ok());
+    EXPECT_FALSE(QFile::exists(Folder() + first_));
+  }
+  EXPECT_EQ(Archived(first_), Content("a"));
+  EXPECT_EQ(Archived(QStringLiteral("101-12345-010203=0010 (2).txt")), Content("other"));
+}
+
+TEST_F(ArchiveTest, TidyingWaitsForNobodyWhoHasGone) {
+  QFile left(Folder() + QLatin1String(kTidyLockName));  // of a process that was killed
+  ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+  left.write("999999999\nvesk4\n" + QSysInfo::machineHostName().toUtf8() + "\n\n\n");
+  left.close();
+  TidyLock lock(Folder());
+  EXPECT_TRUE(lock.Take().Ok());
 }
 
 }  // namespace

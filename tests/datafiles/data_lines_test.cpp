@@ -20,7 +20,7 @@ Decoded Decode(const QByteArray& lines, const std::optional<DayWindow>& window =
   decoded.tally = DecodeDataLines(kHeader + lines, kHeader.size() + 1, 3, window, decoded.readings);
   const DataLineTally& tally = decoded.tally;
   EXPECT_EQ(tally.kept + tally.outsideWindow + tally.blank + tally.refused + tally.afterEnd,
-            lines.count('\n') + (lines.endsWith('\n') ? 0 : 1));
+            lines.count('\n') + (lines.isEmpty() || lines.endsWith('\n') ? 0 : 1));
   EXPECT_EQ(tally.kept, static_cast<qint64>(decoded.readings.size()));
   return decoded;
 }
@@ -119,7 +119,51 @@ TEST(DataLines, WindowKeepsWholeDaysAndTheExtremesThatGoWithThem) {
   std::vector<double> levels;
   for (const Reading& reading : decoded.readings) levels.push_back(reading.levelCm);
   EXPECT_EQ(levels, (std::vector<double>{101, 102, 500, 90, 105}));
-  EXPECT_EQ(decoded.tally.outsideWindow, 5) << "the first reading behind the window ends the file";
+  EXPECT_EQ(decoded.tally.outsideWindow, 6) << "the first reading behind the window ends the file";
+  EXPECT_EQ(decoded.tally.refused, 0) << "the unreadable line is none of that year";
+  EXPECT_EQ(decoded.tally.end, DataEnd::BehindWindow);
+  EXPECT_EQ(decoded.tally.endLine, kHeaderLines + 10);
+  EXPECT_EQ(decoded.tally.unread, 1);
+  EXPECT_EQ(decoded.tally.unreadInside, 1) << "30/09/2009 12:00";
+}
+
+TEST(DataLines, WhatIsLeftUnreadIsCounted) {
+  const QByteArray day1 = "01/10/2008  01:00      1.00\r\n01/10/2008  02:00      1.00\r\n";
+  const QByteArray day2 = "02/10/2008  01:00      1.00\r\nMax 02/10/2008 01:00   1.00\r\n";
+  const QByteArray end = "********************\r\n";
+  const QByteArray next = "01/10/2009  01:00      1.00\r\n";
+  const QByteArray early = "01/10/1998  01:00      1.00\r\n";
+  const DayWindow year{WaterYearFirstDay(2009), WaterYearLastDay(2009)};
+  const struct {
+    const char* name;
+    QByteArray lines;
+    bool windowed;
+    DataEnd end;
+    qint64 endLine, unread, unreadInside, stray, ordinary;
+    const char* last;
+  } rows[] = {
+      {"whole", day1 + day2 + end, false, DataEnd::EndMark, 20, 0, 0, 0, 3, "02/10/2008 01:00"},
+      {"stray end mark", day1 + end + day2 + end, false, DataEnd::EndMark, 18, 3, 2, 0, 2,
+       "01/10/2008 02:00"},
+      {"cut at a line end", day1, true, DataEnd::EndOfFile, 17, 0, 0, 0, 2, "01/10/2008 02:00"},
+      {"next year", day1 + next + next, true, DataEnd::BehindWindow, 18, 1, 0, 0, 3, "01/10/2009 01:00"},
+      {"wrong year", next + day1 + day2 + end, true, DataEnd::BehindWindow, 16, 5, 3, 0, 1,
+       "01/10/2009 01:00"},
+      {"wrong earlier year", early + day1 + early + early + day2, true, DataEnd::EndOfFile, 22, 0, 0, 2, 6,
+       "02/10/2008 01:00"},
+      {"year before", early + early, true, DataEnd::EndOfFile, 17, 0, 0, 0, 2, "01/10/1998 01:00"},
+      {"nothing", "", true, DataEnd::EndOfFile, 15, 0, 0, 0, 0, ""}};
+  for (const auto& row : rows) {
+    const DataLineTally tally = Decode(row.lines, row.windowed ? std::optional(year) : std::nullopt).tally;
+    EXPECT_EQ(tally.end, row.end) << row.name;
+    EXPECT_EQ(tally.endLine, row.endLine) << row.name;
+    EXPECT_EQ(tally.unread, row.unread) << row.name;
+    EXPECT_EQ(tally.unreadInside, row.unreadInside) << row.name;
+    EXPECT_EQ(tally.stray, row.stray) << row.name;
+    EXPECT_EQ(tally.firstStrayLine, row.stray > 0 ? 19 : 0) << row.name;
+    EXPECT_EQ(tally.ordinary, row.ordinary) << row.name;
+    EXPECT_EQ(tally.lastReading ? DateTimeText(*tally.lastReading).toStdString() : "", row.last) << row.name;
+  }
 }
 
 }  // namespace

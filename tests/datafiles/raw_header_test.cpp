@@ -113,6 +113,8 @@ TEST_F(RawHeaderTest, BadHeadersAreNamedAndNeverCrash) {
       {"empty", QByteArray(), "line 1"},
       {"cut in the middle of line 9", good.left(good.indexOf("First record") + 20), "line 9"},
       {"unreadable date", badDate, "line 9"},
+      {"year of two digits", QByteArray(badDate).replace("31/09/2008", "30/09/08"), "line 9"},
+      {"first behind last", QByteArray(badDate).replace("31/09/2008", "30/09/2028"), "line 10"},
       {"binary", QByteArray(5000, '\xff'), "line 1"},
       {"UTF-16", QByteArray(reinterpret_cast<const char*>(u"00/00/0000\n00"), 24).repeated(40), "line 8"},
   };

@@ -7,6 +7,9 @@
 #include <QTemporaryDir>
 #include <QTranslator>
 
+#include <cerrno>
+
+#include "support/failing_sync.h"
 #include "support/full_disk.h"
 
 namespace vesk {
@@ -43,6 +46,43 @@ TEST(WholeFile, AFullDiskLeavesTheFileThatWasThere) {
     EXPECT_EQ(ReadWholeFile(path, what).Value(), "old");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "nothing half-written is left";
   }
+}
+
+TEST(WholeFile, ASyncThatFailsIsAWriteThatFailed) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("changes.txt"));
+  const QString copy = folder.filePath(QStringLiteral("copy.txt"));
+  const QString what = QStringLiteral("The change log could not be saved");
+  ASSERT_TRUE(WriteWholeFile(path, "old", what).Ok());
+  for (const int problem : {ENOSPC, EIO}) {
+    const test::FailingSync failing(test::FailingSync::Of::Files, problem);
+    const Status written = WriteWholeFile(path, "new", what);
+    ASSERT_FALSE(written.Ok());
+    EXPECT_EQ(written.Failure().reason, qt_error_string(problem));
+    EXPECT_FALSE(WriteNewFile(copy, "new", what).Ok());
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList(QStringLiteral("changes.txt")));
+    EXPECT_EQ(ReadWholeFile(path, what).Value(), "old") << "what the disk has is still in place";
+  }
+  {
+    const test::FailingSync failing(test::FailingSync::Of::Folders, EIO);
+    EXPECT_FALSE(WriteWholeFile(path, "new", what).Ok());
+  }
+  const test::FailingSync nothingToWaitFor(test::FailingSync::Of::Files, EINVAL);
+  EXPECT_TRUE(WriteWholeFile(path, "newer", what).Ok()) << "the file system cannot sync, and says so";
+}
+
+TEST(WholeFile, WhatIsNewReplacesNothing) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("a.txt"));
+  const QString other = folder.filePath(QStringLiteral("b.txt"));
+  ASSERT_TRUE(WriteNewFile(path, "a", {}).Ok());
+  EXPECT_FALSE(WriteNewFile(path, "other", {}).Ok());
+  ASSERT_TRUE(WriteNewFile(other, "b", {}).Ok());
+  EXPECT_EQ(MoveToFreeName(other, path, {}).Value(), Move::NameTaken);
+  EXPECT_EQ(ReadWholeFile(path, {}).Value() + ReadWholeFile(other, {}).Value(), "ab");
+  EXPECT_EQ(MoveToFreeName(other, folder.filePath(QStringLiteral("c.txt")), {}).Value(), Move::Done);
+  EXPECT_FALSE(MoveToFreeName(other, path + QLatin1Char('d'), {}).Ok()) << "it is gone";
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).join(QLatin1Char(' ')), QStringLiteral("a.txt c.txt"));
 }
 
 }  // namespace

@@ -5,8 +5,13 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QProcess>
+#include <QSet>
 #include <QTemporaryDir>
 
+#include <array>
+#include <string_view>
+
+#include "support/invalid_name.h"
 #include "tools/sample_data.h"
 
 namespace vesk {
@@ -75,7 +80,7 @@ TEST_F(BatchTest, ReadingVerbsLeaveTheFolderAsItIs) {
   EXPECT_EQ(header.Lines().size(), 15);
 
   const Outcome daily = Batch({QStringLiteral("daily"), Folder(), QStringLiteral("--all")});
-  EXPECT_EQ(daily.exit, 0) << daily.err.toStdString();
+  EXPECT_EQ(daily.exit, 1) << "all was asked for, and one station's only file is refused";
   EXPECT_GT(daily.Lines().size(), 4 * 365);
   const Outcome computed = Batch({QStringLiteral("daily"), Folder(), QStringLiteral("--all"),
                                   QStringLiteral("--extremes"), QStringLiteral("FT")});
@@ -146,6 +151,10 @@ TEST_F(BatchTest, WrongUseAndFailuresDiffer) {
        2,
        "TF or FT"},
       {{QStringLiteral("readings"), Folder()}, 2, "--file"},
+      {{QStringLiteral("readings"), Folder(), QStringLiteral("--file"), written_.front(),
+        QStringLiteral("--water-year"), QStringLiteral("2024")},
+       2,
+       "--file"},
       {{QStringLiteral("files"), Folder() + QStringLiteral("/none")}, 1, "no such folder"},
       {{QStringLiteral("header"), Folder(), QStringLiteral("none.txt")}, 1, "none.txt"},
       {{QStringLiteral("readings"), Folder(), QStringLiteral("--station"), QStringLiteral("99999"),
@@ -163,6 +172,106 @@ TEST_F(BatchTest, WrongUseAndFailuresDiffer) {
                                   << run.err.toStdString();
     EXPECT_TRUE((run.err + run.out).contains(QLatin1String(row.told)))
         << row.arguments.join(QLatin1Char(' ')).toStdString() << ": " << run.err.toStdString();
+  }
+}
+
+TEST_F(BatchTest, AWaterYearIsFourDigitsForEveryVerb) {
+  for (const char* verb : {"readings", "daily", "table", "graph"}) {
+    for (const char* year : {"-1", "24", "2024x"}) {
+      QStringList call = {QLatin1String(verb),
+                          Folder(),
+                          QStringLiteral("--station"),
+                          QStringLiteral("12001"),
+                          QStringLiteral("--water-year"),
+                          QLatin1String(year)};
+      if (verb == std::string_view("graph"))
+        call << QStringLiteral("--out") << Folder() + QStringLiteral("/a.png");
+      const Outcome run = Batch(call);
+      EXPECT_EQ(run.exit, 2) << verb << ' ' << year << run.err.toStdString();
+    }
+  }
+}
+
+TEST_F(BatchTest, AYearThatIsNotWholeIsTold) {
+  const QStringList call = {QStringLiteral("daily"),        Folder(),
+                            QStringLiteral("--station"),    QStringLiteral("20510"),
+                            QStringLiteral("--water-year"), QStringLiteral("2024")};
+  ASSERT_EQ(Batch(call).exit, 0);
+  QFile file(Folder() + QStringLiteral("/102-20510-241001.txt"));
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+  const QByteArray good = file.readAll();
+  const struct {
+    QByteArray content;
+    const char* told;
+  } rows[] = {
+      {QByteArray(good).replace("15/05/2024  05:00", "15/05/2084  05:00"),
+       "lines behind it were left unread"},
+      {QByteArray(good).replace("15/05/2024  05:00", "15/05/2024  x5:00"), "not loaded; expected a time"},
+      {good.left(good.indexOf("15/05/2024  05:00")), "the header promises 8784 samples up to 30/09/2024"}};
+  for (const auto& row : rows) {
+    ASSERT_TRUE(file.resize(0) && file.seek(0) && file.write(row.content) == row.content.size() &&
+                file.flush());
+    const Outcome run = Batch(call);
+    EXPECT_EQ(run.exit, 1) << row.told;
+    EXPECT_TRUE(run.err.contains(QLatin1String(row.told))) << run.err.toStdString();
+    EXPECT_TRUE(run.err.contains(QStringLiteral("102-20510-241001.txt, line "))) << run.err.toStdString();
+  }
+  ASSERT_TRUE(file.resize(0) && file.seek(0) && file.write(good) == good.size() && file.flush());
+  QFile log(Folder() + QStringLiteral("/102-20510-Degisiklikler2024.txt"));
+  ASSERT_TRUE(log.open(QIODevice::WriteOnly));
+  log.write("15/05/2024\t05:07\t100\t\r\n");
+  log.close();
+  EXPECT_EQ(Batch(call).exit, 1) << "a saved correction that belongs to no reading";
+}
+
+TEST_F(BatchTest, AnOutputThatFailsLeavesTheOlderFile) {
+  QFile out(Folder() + QStringLiteral("/out.csv"));
+  ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+  out.write("older");
+  out.close();
+  const Outcome run = Batch({QStringLiteral("daily"), Folder(), QStringLiteral("--station"),
+                             QStringLiteral("12001"), QStringLiteral("--water-year"), QStringLiteral("1999"),
+                             QStringLiteral("--out"), out.fileName()});
+  EXPECT_EQ(run.exit, 1);
+  ASSERT_TRUE(out.open(QIODevice::ReadOnly));
+  EXPECT_EQ(out.readAll(), "older");
+}
+
+TEST_F(BatchTest, NamesThatAreNoTextAreSkippedByName) {
+  const test::InvalidName invalid(Folder(), "102-20510-24100\xfc.txt");
+  const QString station = QStringLiteral("20510");
+  const QStringList year = {QStringLiteral("--station"), station, QStringLiteral("--water-year"),
+                            QStringLiteral("2024")};
+  for (const char* verb : {"files", "tidy", "daily", "readings"}) {
+    QStringList call = {QLatin1String(verb), Folder()};
+    if (verb == std::string_view("daily") || verb == std::string_view("readings")) call += year;
+    const Outcome run = Batch(call);
+    EXPECT_EQ(run.err.count(QStringLiteral("102-20510-24100\\xfc.txt is skipped")), 1)
+        << verb << run.err.toStdString();
+  }
+}
+
+TEST_F(BatchTest, TwoThatTidyAtOnceLoseNothing) {
+  const auto readOuts = [this] {
+    QSet<QByteArray> contents;
+    QDirIterator walk(Folder(), {QStringLiteral("*.txt")}, QDir::Files, QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+      QFile file(walk.next());
+      if (file.open(QIODevice::ReadOnly)) contents << file.readAll().mid(10);  // without the stamp
+    }
+    return contents;
+  };
+  const QSet<QByteArray> before = readOuts();
+  for (int round = 0; round < 2; ++round) {
+    std::array<QProcess, 2> tidiers;
+    for (QProcess& tidier : tidiers)
+      tidier.start(QStringLiteral(VESK_BATCH_PROGRAM), {QStringLiteral("tidy"), Folder()});
+    for (QProcess& tidier : tidiers) {
+      ASSERT_TRUE(tidier.waitForFinished(60'000));
+      EXPECT_EQ(tidier.exitCode(), 0) << tidier.readAllStandardError().toStdString();
+    }
+    EXPECT_EQ(readOuts(), before);
+    ASSERT_TRUE(sample::WriteSampleData(Folder()).Ok()) << "the same read-outs, delivered once more";
   }
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "review/data_folder_fixture.h"
+#include "review/load_gaps.h"
 #include "review/setup_parameters.h"
 
 namespace vesk {
@@ -100,9 +101,69 @@ TEST_F(LoadReadingsTest, ARefusedFileEndsTheWholeLoadAndIsNamedOnce) {
   EXPECT_EQ(loaded.waterYear, 2009);
   EXPECT_TRUE(loaded.refusedFile.startsWith(QStringLiteral("001-12345-081002")));
   EXPECT_FALSE(loaded.whole);
-  ASSERT_EQ(loaded.messages.size(), 2U);
+  const auto missed =
+      std::vector{QStringLiteral("001-12345-081002.txt"), QStringLiteral("001-12345-081001.txt"),
+                  QStringLiteral("001-12345-081003.txt")};
+  EXPECT_EQ(loaded.missedFiles, missed) << "the first one holds a day of 2010, too";
+  ASSERT_EQ(loaded.messages.size(), 4U);
   EXPECT_EQ(loaded.messages[0], QStringLiteral("Version Hatasi"));
+  EXPECT_TRUE(loaded.messages[2].contains(QStringLiteral("081001.txt: not loaded for water year 2010")));
+  EXPECT_TRUE(loaded.messages[3].contains(QStringLiteral("081003.txt: not loaded for water year 2009")));
+  for (const QString& name : missed) EXPECT_TRUE(NotWholeNote(loaded).turkish.contains(name));
   EXPECT_EQ(loaded.changeLogs.size(), 2U) << "the corrections of both years stay";
+}
+
+TEST_F(LoadReadingsTest, ARefusedFileOfCertainOtherYearsIsNamedAndLeftOut) {
+  Write("080901", "01/09/2005 01:00", "02/09/2005 10:00", "99");
+  Write("081001", "01/10/2008 01:00", "02/10/2008 10:00");
+  const LoadedReadings loaded = LoadYear2009();
+  EXPECT_TRUE(loaded.whole);
+  EXPECT_EQ(loaded.files.size(), 1U);
+  ASSERT_EQ(loaded.messages.size(), 1U);
+  EXPECT_TRUE(loaded.messages[0].startsWith(QStringLiteral("001-12345-080901.txt, line 3")));
+  // A line lost or won moves the dates to other lines: then no year is certain.
+  QByteArray moved = SketchContent(Sketch("080901", "01/09/2005 01:00", "02/09/2005 10:00", "99"));
+  Put(QStringLiteral("001-12345-080901.txt"), moved.replace("Unit", "Unit\r\nUnit"));
+  EXPECT_FALSE(LoadYear2009().whole);
+  EXPECT_EQ(LoadYear2009().missedFiles.size(), 2U);
+}
+
+TEST_F(LoadReadingsTest, WhatWasCutOrLeftUnreadIsToldWithWhatTheHeaderPromised) {
+  const QByteArray good = SketchContent(Sketch("081001", "29/09/2008 01:00", "31/10/2008 23:00"));
+  const QByteArray day(QByteArrayLiteral("15/10/2008  01:00"));
+  const struct {
+    const char* name;
+    QByteArray content;
+    const char* told;  ///< in the one message; none: the load is whole
+  } rows[] = {
+      {"whole", good, nullptr},
+      {"no end mark", QByteArray(good).replace(QByteArray(20, '*') + "\r\n", ""), nullptr},
+      {"slow clock", QByteArray(good).replace("31/10/2008 23:00\r\nSamples", "04/11/2008 23:00\r\nSamples"),
+       nullptr},
+      {"wrong later year", QByteArray(good).replace(day, "15/10/2080  01:00"),
+       ": a reading behind the water year"},
+      {"wrong earlier year", QByteArray(good).replace(day, "15/10/2001  01:00"),
+       "dated before the water year"},
+      {"end mark inside", QByteArray(good).replace(day, QByteArray(20, '*') + "\r\n" + day),
+       ": the end mark; "},
+      {"cut at a line end", good.left(good.indexOf(day)),
+       "the last reading read is that of 15/10/2008 23:59"},
+      {"cut and ended", good.left(good.indexOf(day)) + QByteArray(20, '*') + "\r\n",
+       "the last reading read is that of 15/10/2008 23:59"},
+      {"no data", good.left(good.indexOf("29/09/2008  01:00")), "no reading up to the end"}};
+  for (const auto& row : rows) {
+    Put(QStringLiteral("001-12345-081001.txt"), row.content);
+    const LoadedReadings loaded = LoadYear2009();
+    const QString told = loaded.messages.empty() ? QString() : loaded.messages.front();
+    EXPECT_EQ(loaded.whole, row.told == nullptr) << row.name << told.toStdString();
+    EXPECT_EQ(loaded.partialFiles.size(), row.told ? 1U : 0U) << row.name;
+    EXPECT_EQ(NotWholeNote(loaded).english.isEmpty(), row.told == nullptr) << row.name;
+    if (row.told == nullptr) continue;
+    EXPECT_TRUE(told.startsWith(QStringLiteral("001-12345-081001.txt, line "))) << row.name;
+    EXPECT_TRUE(told.contains(QLatin1String(row.told))) << row.name << ": " << told.toStdString();
+    EXPECT_TRUE(told.endsWith(QStringLiteral("promises 791 samples up to 31/10/2008 23:00")))
+        << told.toStdString();
+  }
 }
 
 TEST_F(LoadReadingsTest, AtMostTwentyFilesAndTheRestIsTold) {
@@ -156,6 +217,7 @@ TEST_F(LoadReadingsTest, UnreadableLinesAreNamedAndCounted) {
   EXPECT_TRUE(loaded.messages[20].endsWith(QStringLiteral(": 23 lines were not loaded in all")));
   EXPECT_EQ(loaded.grid.Text(1, GridColumn::Label), QStringLiteral("01-Max"));
   EXPECT_EQ(loaded.waterYear, 0) << "a single file has no water year";
+  EXPECT_EQ(loaded.partialFiles, std::vector{QStringLiteral("001-12345-081001.txt")});
 }
 
 }  // namespace

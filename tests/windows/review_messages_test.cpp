@@ -36,6 +36,7 @@ TEST(ReviewMessages, EveryOneHasItsTurkishWording) {
       QStringLiteral("7 took the name of another file, which is now in Arsiv")};
   Language language;
   language.FillTurkish();
+  const QString noteInBoth = QStringLiteral("The load is not whole.");  // NotWholeNote words it in both
   int seen = 0;
   for (const char* folder : {"review", "datafiles"}) {
     QDirIterator files(QLatin1String(QT_TESTCASE_SOURCEDIR "/../../src/") + QLatin1String(folder),
@@ -45,7 +46,7 @@ TEST(ReviewMessages, EveryOneHasItsTurkishWording) {
       if (inBothLanguages.contains(files.fileName())) continue;
       ASSERT_TRUE(file.open(QIODevice::ReadOnly));
       for (const QString& sentence : SentencesOf(QString::fromUtf8(file.readAll()))) {
-        if (commandLineOnly.contains(sentence)) continue;
+        if (commandLineOnly.contains(sentence) || sentence == noteInBoth) continue;
         ++seen;
         EXPECT_NE(MessageText(sentence, language).toStdString(), sentence.toStdString())
             << files.fileName().toStdString();

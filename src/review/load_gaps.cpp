@@ -1,0 +1,117 @@
+#include "review/load_gaps.h"
+
+#include <QStringList>
+
+#include "review/load_readings.h"
+
+namespace vesk {
+namespace {
+
+QString Promise(const RawHeader& header) {
+  return QStringLiteral("; the header promises %1 samples up to %2")
+      .arg(NumberText(header.SampleCount), DateTimeText(header.LastRecordTime));
+}
+
+void AddRefused(const QString& name, const DataLineTally& tally, FileGaps& gaps) {
+  for (const LineFault& fault : tally.faults) {
+    gaps.messages.push_back(
+        QStringLiteral("%1, line %2: not loaded; expected %3").arg(name).arg(fault.line).arg(fault.expected));
+  }
+  if (tally.refused > static_cast<qint64>(tally.faults.size())) {
+    gaps.messages.push_back(
+        QStringLiteral("%1: %2 lines were not loaded in all").arg(name).arg(tally.refused));
+  }
+  if (tally.refused > 0) gaps.whole = false;
+}
+
+void AddUnread(const QString& name, const RawHeader& header, const DataLineTally& tally, FileGaps& gaps) {
+  const bool endMark = tally.end == DataEnd::EndMark;
+  if (tally.unreadInside > 0) gaps.whole = false;
+  if (endMark ? tally.unread == 0 : tally.unreadInside == 0) return;
+  const QString why = endMark ? QStringLiteral(
+                                    "%1, line %2: the end mark; %3 lines behind it were left unread, "
+                                    "%4 of them readings that belong here")
+                              : QStringLiteral(
+                                    "%1, line %2: a reading behind the water year ends the file; %3 "
+                                    "lines behind it were left unread, %4 of them of that year");
+  gaps.messages.push_back(why.arg(name).arg(tally.endLine).arg(tally.unread).arg(tally.unreadInside) +
+                          Promise(header));
+}
+
+void AddStray(const QString& name, const RawHeader& header, const DataLineTally& tally, FileGaps& gaps) {
+  if (tally.stray == 0) return;
+  gaps.whole = false;
+  gaps.messages.push_back(
+      QStringLiteral("%1, line %2: dated before the water year among readings of it; %3 such "
+                     "lines were left out")
+          .arg(name)
+          .arg(tally.firstStrayLine)
+          .arg(tally.stray) +
+      Promise(header));
+}
+
+/// True when days between the last reading and the last one promised are among those asked for.
+bool LostDaysAskedFor(const RawHeader& header, const DataLineTally& tally,
+                      const std::optional<DayWindow>& window) {
+  if (!window) return true;
+  const Day promised = std::chrono::floor<std::chrono::days>(header.LastRecordTime);
+  const DateTime from = tally.lastReading.value_or(header.FirstRecordTime);
+  return promised >= window->first && std::chrono::floor<std::chrono::days>(from) <= window->last;
+}
+
+/// True when the file was cut. Its own end mark is to be believed, as the last record of the header may be
+/// the true time of a read-out whose clock was wrong; but not when a day and more is missing and samples,
+/// too.
+bool IsCut(const RawHeader& header, const DataLineTally& tally) {
+  if (tally.end == DataEnd::BehindWindow) return false;
+  const DateTime last = tally.lastReading.value_or(header.FirstRecordTime - std::chrono::minutes(1));
+  if (tally.end == DataEnd::EndOfFile) return last < header.LastRecordTime;
+  const bool samplesMissing = static_cast<double>(tally.ordinary + tally.refused) < header.SampleCount;
+  return samplesMissing && header.LastRecordTime - last > std::chrono::days(1);
+}
+
+void AddCut(const QString& name, const RawHeader& header, const DataLineTally& tally,
+            const std::optional<DayWindow>& window, FileGaps& gaps) {
+  if (!IsCut(header, tally) || !LostDaysAskedFor(header, tally, window)) return;
+  gaps.whole = false;
+  const QString end =
+      tally.lastReading
+          ? QStringLiteral("%1, line %2: the last reading read is that of %3")
+                .arg(name)
+                .arg(tally.endLine)
+                .arg(DateTimeText(*tally.lastReading))
+          : QStringLiteral("%1, line %2: no reading up to the end of the file").arg(name).arg(tally.endLine);
+  gaps.messages.push_back(end + Promise(header));
+}
+
+QString Listed(const std::vector<QString>& names) {
+  return QStringList(names.begin(), names.end()).join(QStringLiteral(", "));
+}
+
+}  // namespace
+
+FileGaps GapsOf(const QString& name, const RawHeader& header, const DataLineTally& tally,
+                const std::optional<DayWindow>& window) {
+  FileGaps gaps;
+  AddRefused(name, tally, gaps);
+  AddUnread(name, header, tally, gaps);
+  AddStray(name, header, tally, gaps);
+  AddCut(name, header, tally, window, gaps);
+  return gaps;
+}
+
+TwoTexts NotWholeNote(const LoadedReadings& loaded) {
+  if (loaded.whole) return {};
+  TwoTexts note{QStringLiteral("Yükleme tam değil."), QStringLiteral("The load is not whole.")};
+  if (!loaded.missedFiles.empty()) {
+    note.turkish += QStringLiteral(" Eksik dosyalar: %1.").arg(Listed(loaded.missedFiles));
+    note.english += QStringLiteral(" Missing files: %1.").arg(Listed(loaded.missedFiles));
+  }
+  if (!loaded.partialFiles.empty()) {
+    note.turkish += QStringLiteral(" Bir bölümü okunan dosyalar: %1.").arg(Listed(loaded.partialFiles));
+    note.english += QStringLiteral(" Files read in part: %1.").arg(Listed(loaded.partialFiles));
+  }
+  return note;
+}
+
+}  // namespace vesk
