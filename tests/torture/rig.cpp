@@ -19,6 +19,8 @@ namespace {
 
 constexpr long kBreachesPrinted = 3;
 
+bool keepsFolders = false;  // set once, from the command line
+
 /// The rig itself must not fail: a torture whose own folder is full proves nothing.
 void Require(bool fine, const QString& what) {
   if (fine) return;
@@ -133,8 +135,12 @@ QString NewFolder(const QString& below) {
   return QFile::decodeName(name) + QLatin1Char('/');
 }
 
+void KeepFolders() {
+  keepsFolders = true;
+}
+
 void RemoveFolder(const QString& folder) {
-  QDir(folder).removeRecursively();
+  if (!keepsFolders) QDir(folder).removeRecursively();
 }
 
 void CopyFolder(const QString& from, const QString& to) {

@@ -93,6 +93,8 @@ class Child {
 /// A new empty folder below another one, with its trailing separator.
 QString NewFolder(const QString& below);
 void RemoveFolder(const QString& folder);
+/// RemoveFolder does nothing from now on.
+void KeepFolders();
 /// Copies every file, sub-folders included, into an empty folder.
 void CopyFolder(const QString& from, const QString& to);
 QByteArray Content(const QString& path);

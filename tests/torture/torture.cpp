@@ -61,10 +61,16 @@ int main(int argc, char** argv) {
                     QStringLiteral("1")});
   parser.addOption({QStringLiteral("scratch"), QStringLiteral("Folder to work in."), QStringLiteral("DIR"),
                     QDir::tempPath()});
+  parser.addOption({QStringLiteral("keep"), QStringLiteral("Leave the folders of every round, to look at.")});
   parser.process(application);
 
   const QStringList only = parser.value(QStringLiteral("only")).split(QLatin1Char(','), Qt::SkipEmptyParts);
+  if (parser.isSet(QStringLiteral("keep"))) vesk::torture::KeepFolders();
   QTemporaryDir scratch(parser.value(QStringLiteral("scratch")) + QStringLiteral("/torture-XXXXXX"));
+  if (parser.isSet(QStringLiteral("keep"))) {
+    scratch.setAutoRemove(false);
+    std::printf("folders stay in %s\n", qPrintable(scratch.path()));
+  }
   if (!scratch.isValid()) {
     std::fprintf(stderr, "torture: %s\n", qPrintable(scratch.errorString()));
     return 2;

@@ -4,6 +4,8 @@
 #include "torture/parts.h"
 #include "torture/world.h"
 
+#include <QDir>
+
 #include <map>
 
 #include <unistd.h>
@@ -40,7 +42,7 @@ void DieIn(int microseconds) {
   ::timer_settime(timer, 0, &when, nullptr);
 }
 
-/// An operator's sitting; lines "try <row> <level>", "done <row>", "saved", "refused <why>".
+/// An operator's sitting; lines "try <row> <level>", "done <row> <level>", "saved", "refused <why>".
 void Sit(const Choice& choice, std::uint64_t seed, int parity, const Child::Say& say) {
   Random random(seed);
   Desk desk;
@@ -58,7 +60,7 @@ void Sit(const Choice& choice, std::uint64_t seed, int parity, const Child::Say&
     say("try " + Number(row) + ' ' + level);
     const auto edited = desk.Session().EditLevel(row, QString::fromLatin1(level));
     if (edited && !desk.JournalFailed()) {
-      say("done " + Number(row));
+      say("done " + Number(row) + ' ' + level);
     } else {
       say("refused " + (edited ? QByteArray("the journal fails") : edited.Failure().Text().toUtf8()));
       if (!desk.Open(choice).isEmpty()) return;  // somebody else works on it: look again
@@ -82,7 +84,9 @@ class Operator {
   }
 
   void End(Run& run) {
+    story_ += "; sitting:";
     for (const QByteArray& line : child_->Lines()) {
+      if (!line.startsWith("try ")) story_ += ' ' + line + ',';
       const QByteArrayList words = line.split(' ');
       if (words[0] == "try") rows_[words[1].toInt()].tried = words[2];
       if (words[0] == "done") {
@@ -93,11 +97,14 @@ class Operator {
       if (words[0] == "saved") run.Count("saves acknowledged");
       if (words[0] == "refused") run.Count("refused with a reason");
     }
+    if (child_->WasKilled()) story_ += " killed";
     run.Count(child_->WasKilled() ? "sittings killed" : "sittings ended");
     if (!child_->WasKilled() && !child_->EndedWell()) run.Count("sittings crashed");
     child_.reset();
   }
 
+  /// Everything that it was told, for a failure's text.
+  [[nodiscard]] const QByteArray& Story() const { return story_; }
   [[nodiscard]] const Choice& What() const { return choice_; }
   [[nodiscard]] const Rows& Edited() const { return rows_; }
 
@@ -105,6 +112,7 @@ class Operator {
   Choice choice_;
   int parity_;
   Rows rows_;
+  QByteArray story_;
   std::unique_ptr<Child> child_;
 };
 
@@ -121,9 +129,10 @@ void Check(Run& run, std::uint64_t seed, const Operator& one, const char* how) {
     run.Count("rows compared");
     const QByteArray shown = levels.value(row - 1);
     if (shown == known.level || shown == known.tried) continue;
-    run.Fail(
-        seed, std::string("an acknowledged edit is lost, ") + how,
-        "row " + Number(row) + " acknowledged " + known.level + ", shown " + shown + ' ' + levels.value(0));
+    run.Fail(seed, std::string("an acknowledged edit is lost, ") + how,
+             "row " + Number(row) + " acknowledged " + known.level + ", shown " + shown + "; left behind: " +
+                 QDir(one.What().folder).entryList(QDir::Files).join(QLatin1Char(' ')).toUtf8() +
+                 one.Story());
     return;
   }
 }
