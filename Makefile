@@ -6,7 +6,7 @@ export CCACHE_DIR ?= $(CURDIR)/build/ccache
 export CCACHE_BASEDIR ?= $(CURDIR)
 export CCACHE_NOHASHDIR ?= 1
 
-.PHONY: all run test asan lint fuzz bench clean
+.PHONY: all run test asan lint fuzz torture bench clean
 .DEFAULT_GOAL := all
 
 # Release build under build/release, programs in build/release/bin.
@@ -41,6 +41,12 @@ fuzz:
 	scripts/setup.sh fuzz
 	scripts/build.sh fuzz $(JOBS)
 	scripts/fuzz.sh $(FUZZ_SECONDS)
+
+# Kills, faults, damaged read-outs and random work, in the thousands; takes some minutes. docs/reliability.md.
+torture:
+	scripts/setup.sh build
+	scripts/build.sh $(PRESET) $(JOBS) torture
+	scripts/torture.sh $(PRESET)
 
 bench:
 	scripts/setup.sh bench

@@ -121,24 +121,29 @@ TEST_F(Register, ChangesHoldOnlyForWhatWasRead) {
   EXPECT_EQ((*all)[2].name, name);
 }
 
+bool Told(const char* what) {
+  ADD_FAILURE() << what;
+  return false;
+}
+
 /// Several processes add, change and delete; each counts what it was told was done.
 TEST_F(Register, ProcessesThatWorkAtOnceLoseNothing) {
   constexpr int kProcesses = 3;
   constexpr int kRounds = 12;
   const auto work = [this](int process) {
-    auto stations = OpenStationDatabase(path_);
-    if (!stations) return false;
+    Result<StationRegister> stations = Error{};
+    while (!stations) stations = OpenStationDatabase(path_);  // a busy register is told, and tried again
     for (int round = 0; round < kRounds; ++round) {
       const QString number = QStringLiteral("%1%2").arg(process).arg(round, 4, 10, QLatin1Char('0'));
       Result<Station> added = Error{};
-      while (!added) added = stations->Add(number, {});  // a busy register is told, and tried again
+      while (!added) added = stations->Add(number, {});
       Result<std::optional<Station>> named = Error{};
       while (!named) named = stations->Change(*added, StationField::Name, QStringLiteral("Ad ") + number);
-      if (!*named) return false;
+      if (!*named) return Told("a change was refused");
       if (round % 3 != 0) continue;
       Result<std::optional<DeletedStation>> deleted = Error{};
       while (!deleted) deleted = stations->Delete(**named);
-      if (!*deleted) return false;
+      if (!*deleted) return Told("a deletion was refused");
     }
     return true;
   };

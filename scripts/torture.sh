@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# scripts/torture.sh [PRESET [ARGUMENT...]]: the long form of the torture run, or what the arguments say
+# ("--only sequences --seed 7 --rounds 1"; "--help" tells them). In memory where that is possible: the run is about
+# what the program does, not about the disk.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+preset=${1:-release}
+shift $(($# < 1 ? $# : 1))
+folder=build/$preset
+[ "$preset" = ci ] && folder=build/release
+home=$(mktemp -d)
+trap 'rm -rf "$home"' EXIT
+export HOME=$home XDG_CONFIG_HOME=$home/.config
+scratch=${TMPDIR:-/tmp}
+[ -w /dev/shm ] && scratch=/dev/shm
+"$folder/bin/torture" --scratch "$scratch" "$@"

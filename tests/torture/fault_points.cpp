@@ -1,0 +1,434 @@
+// Every operation of the program meets a fault at each of its calls. Afterwards the old state or the new one
+// is whole: the new one when the operation said that it is done. What was acknowledged before is there, and
+// no raw file has changed.
+#include "torture/desk.h"
+#include "torture/fault_shim.h"
+#include "torture/parts.h"
+#include "torture/world.h"
+
+#include <QDir>
+#include <QDirIterator>
+
+#include <sys/mount.h>
+
+#include <cerrno>
+
+#include "shell/settings.h"
+
+namespace vesk::torture {
+namespace {
+
+constexpr char kSettingsName[] = "vesk4.ini";
+constexpr qsizetype kMarkerBytes = 10;
+
+/// One operation. Each step gives an error's text; empty when it says that it is done.
+struct Operation {
+  const char* name;
+  WorldKind kind;
+  bool fresh;  ///< files as the logger left them, and an older read-out of one of them
+  bool opens;  ///< the desk is opened and some work done before
+  QString (*act)(Desk&, const Choice&);
+};
+
+QString TextOf(const Status& status) {
+  return status ? QString() : status.Failure().Text();
+}
+
+/// A step at the desk that the journal must have before it counts.
+template <class Step>
+QString Journaled(Desk& desk, const Step& step) {
+  step();
+  return desk.JournalFailed() ? QStringLiteral("the journal fails") : QString();
+}
+
+QString Edit(Desk& desk, const Choice& /*choice*/) {
+  return Journaled(desk, [&] { (void)desk.Session().EditLevel(5, QStringLiteral("4711")); });
+}
+QString Undo(Desk& desk, const Choice& /*choice*/) {
+  return Journaled(desk, [&] { (void)desk.Session().UndoStep(); });
+}
+QString UndoAll(Desk& desk, const Choice& /*choice*/) {
+  return Journaled(desk, [&] { desk.Session().UndoAll(); });
+}
+QString Correct(Desk& desk, const Choice& /*choice*/) {
+  const ReviewGrid& grid = desk.Session().Grid();
+  const DateTime target = grid.At(grid.ReadingCount()).Time() + std::chrono::hours(3);
+  const auto done = desk.Session().CorrectDates(DateTimeText(target));
+  if (!done) return done.Failure().Text();
+  return desk.JournalFailed() ? QStringLiteral("the journal fails") : QString();
+}
+QString Save(Desk& desk, const Choice& /*choice*/) {
+  return TextOf(desk.Session().Save());
+}
+QString Load(Desk& /*desk*/, const Choice& choice) {
+  Desk another;
+  const QString why = another.Open(choice);
+  if (!why.isEmpty()) return why;
+  if (another.JournalFailed()) return QStringLiteral("the journal fails");
+  if (another.Unfit() > 0) return QStringLiteral("work that does not fit");
+  return another.Whole() ? another.Messages().join(QLatin1String(" | ")) : QStringLiteral("not whole");
+}
+QString TidyAndLoad(Desk& desk, const Choice& choice) {
+  const QStringList failures = Desk::Tidy(choice.folder);
+  const QString why = Load(desk, choice);
+  return failures.isEmpty() ? why : failures.join(QLatin1String(" | "));
+}
+QString WriteSettings(Desk& /*desk*/, const Choice& choice) {
+  Settings settings(choice.folder + QLatin1String(kSettingsName), choice.folder);
+  return TextOf(
+      settings.WriteSetting(QStringLiteral("Options"), QStringLiteral("21"), QStringLiteral("ENGLISH")));
+}
+
+constexpr Operation kOperations[] = {
+    {"load", WorldKind::Years, false, false, Load},
+    {"tidy and load", WorldKind::Years, true, false, TidyAndLoad},
+    {"edit", WorldKind::Years, false, true, Edit},
+    {"undo", WorldKind::Years, false, true, Undo},
+    {"undo all", WorldKind::Years, false, true, UndoAll},
+    {"save", WorldKind::Years, false, true, Save},
+    {"save of a file", WorldKind::SingleFile, false, true, Save},
+    {"date correction", WorldKind::SingleFile, false, true, Correct},
+    {"settings write", WorldKind::Years, false, false, WriteSettings},
+};
+
+/// Raw content wherever it stands, a stamped marker and a fresh one taken for the same.
+QByteArrayList RawContents(const QString& folder) {
+  QByteArrayList contents;
+  QDirIterator files(folder, QDir::Files, QDirIterator::Subdirectories);
+  while (files.hasNext()) {
+    const QString path = files.next();
+    if (!path.endsWith(QLatin1String(".txt")) || path.contains(QLatin1String("Degisiklikler"))) continue;
+    QByteArray content = Content(path);
+    const QByteArray first = content.left(kMarkerBytes);
+    if (first == "sefnor  \r\n" || first == "        \r\n") contents << content.mid(kMarkerBytes);
+  }
+  return contents;
+}
+
+struct Found {
+  QByteArray state;  ///< "" when the folder no longer loads
+  QByteArray why;
+};
+
+/// The state as a fresh process finds it: screen and settings.
+Found Look(const Choice& choice) {
+  Child child([&](const Child::Say& say) {
+    Desk desk;
+    const QString why = desk.Open(choice);
+    if (!why.isEmpty() || desk.Unfit() > 0) return say("refused " + why.toUtf8());
+    const QByteArray settings = Content(choice.folder + QLatin1String(kSettingsName));
+    say("state " + LineOf(desk.Shown()) + settings.toHex());
+  });
+  const QByteArrayList lines = child.Lines();
+  if (lines.size() == 1 && lines[0].startsWith("state ")) return {lines[0].mid(6), {}};
+  return {{}, lines.join(' ')};
+}
+
+/// A fault to come: a call that fails or kills, or a disk that is full.
+struct Fault {
+  long nth = 0;
+  int action = 0;
+  bool stays = false;
+  long bytes = -1;
+
+  void Arm() const {
+    if (bytes >= 0) return FaultsDiskFull(bytes);
+    FaultsArm(nth, action, stays);
+  }
+  [[nodiscard]] QByteArray Text() const {
+    if (bytes >= 0) return "full after " + QByteArray::number(static_cast<qlonglong>(bytes)) + " bytes";
+    const QByteArray what = action == kFaultKill   ? "kill"
+                            : action == kFaultTear ? "torn write and kill"
+                                                   : QByteArray("errno ") + QByteArray::number(action);
+    return what + " at call " + QByteArray::number(static_cast<qlonglong>(nth)) +
+           (stays ? " and behind it" : "");
+  }
+};
+
+/// One operation on one folder, again and again.
+class Theatre {
+ public:
+  Theatre(Run& run, std::uint64_t seed, const Operation& operation)
+      : run_(run), seed_(seed), operation_(operation) {
+    Random random(seed);
+    World world = MakeWorld(random, operation.kind, !operation.fresh);
+    if (operation.fresh) AddOlderReadOut(world);
+    template_ = NewFolder(run.Scratch());
+    choice_ = WriteWorld(world, template_);
+    Put(template_ + QLatin1String(kSettingsName), "[Options]\r\n21=TURKCE\r\n22=1\r\n");
+    if (!operation.fresh) LeaveWork(random);
+    raw_ = RawContents(template_);
+    std::sort(raw_.begin(), raw_.end());
+  }
+  ~Theatre() { RemoveFolder(template_); }
+  Theatre(const Theatre&) = delete;
+  Theatre& operator=(const Theatre&) = delete;
+
+  /// Calls and bytes that the operation needs without a fault; learns the states before and after.
+  void Rehearse() {
+    const Choice choice = Copy();
+    before_ = RehearseState(choice, false);
+    RemoveFolder(choice.folder);
+    const Choice again = Copy();
+    after_ = RehearseState(again, true);
+    RemoveFolder(again.folder);
+  }
+  [[nodiscard]] long Calls() const { return calls_; }
+
+  void Play(const Fault& fault, bool goesOn) {
+    const Choice choice = Copy();
+    Child child([&](const Child::Say& say) { Act(choice, fault, goesOn, say); });
+    const QByteArrayList lines = child.Lines();
+    QByteArray said, met;
+    path_.clear();
+    for (const QByteArray& line : lines) {
+      if (line.startsWith("met ")) met = line.mid(4);
+      if (line.startsWith("path ")) path_ = line.mid(5);
+      if (line.startsWith("result ")) said = line.mid(7);
+      if (line.startsWith("broken ")) Break(line.mid(7).toStdString(), fault, met, {});
+    }
+    run_.Count(child.WasKilled() ? "processes ended at a call" : "faults injected");
+    if (!child.WasKilled() && !child.EndedWell()) Break("the process crashes", fault, met, {});
+    Check(choice, fault, child.WasKilled() ? "killed" : said, met, goesOn && !child.WasKilled());
+    RemoveFolder(choice.folder);
+  }
+
+ private:
+  void AddOlderReadOut(World& world) {
+    sample::RawFilePlan older = world.plans.front();
+    older.count -= 10;
+    older.dayCount = 1;
+    world.plans.push_back(older);
+  }
+
+  Choice Copy() {
+    Choice choice = choice_;
+    choice.folder = NewFolder(run_.Scratch());
+    CopyFolder(template_, choice.folder);
+    return choice;
+  }
+
+  /// Saved corrections and unsaved ones, as a killed session leaves them.
+  void LeaveWork(Random& random) {
+    const std::uint64_t seed = random.Next();
+    Child child([&](const Child::Say& /*say*/) {
+      Random deeds(seed);
+      Desk desk;
+      if (!desk.Open(choice_).isEmpty()) return;
+      for (int i = 0; i < 8; ++i) {
+        Deed deed = NextDeed(deeds, desk, desk.Session());
+        if (i == 4) deed.kind = Deed::Kind::Save;
+        Do(deed, desk.Session());
+      }
+      (void)desk.Session().EditLevel(3, QStringLiteral("321"));
+    });
+    (void)child.Lines();
+  }
+
+  [[nodiscard]] static QString Prepare(const Operation& operation, Desk& desk, const Choice& choice) {
+    if (!operation.opens) return {};
+    const QString why = desk.Open(choice);
+    if (!why.isEmpty()) return why;
+    const auto edited = desk.Session().EditLevel(7, QStringLiteral("1234"));
+    return edited ? QString() : edited.Failure().Text();
+  }
+
+  QByteArray RehearseState(const Choice& choice, bool acts) {
+    Child child([&](const Child::Say& say) {
+      FaultsWatch(qPrintable(choice.folder));
+      Desk desk;
+      if (!Prepare(operation_, desk, choice).isEmpty()) return say("failed");
+      const long before = FaultsSeen();
+      const QString why = acts ? operation_.act(desk, choice) : QString();
+      if (!why.isEmpty()) return say("failed " + why.toUtf8());
+      say("calls " + QByteArray::number(static_cast<qlonglong>(FaultsSeen() - before)));
+    });
+    const QByteArrayList lines = child.Lines();
+    if (lines.size() != 1 || !lines[0].startsWith("calls ")) {
+      run_.Fail(seed_, std::string(operation_.name) + ": fails without a fault", lines.join(' '));
+    } else if (acts) {
+      calls_ = lines[0].mid(6).toLong();
+    }
+    return Look(choice).state;
+  }
+
+  void Act(const Choice& choice, const Fault& fault, bool goesOn, const Child::Say& say) {
+    FaultsWatch(qPrintable(choice.folder));  // from the start: files that are open already count, too
+    Desk desk;
+    (void)Prepare(operation_, desk, choice);
+    fault.Arm();
+    const QString why = operation_.act(desk, choice);
+    const QByteArray met = FaultsMet() > 0 ? FaultsMetName() : "none";
+    const QByteArray path = FaultsMetPath();
+    FaultsWatch(nullptr);
+    say("met " + met);
+    say("path " + path.mid(path.lastIndexOf('/') + 1));
+    say("result " + (why.isEmpty() ? QByteArray("done") : why.toUtf8()));
+    if (!goesOn) return;
+    // The fault is gone: what the screen holds can be saved, what failed can be done again.
+    const QString saved = operation_.opens ? TextOf(desk.Session().Save()) : operation_.act(desk, choice);
+    if (!saved.isEmpty()) say("broken it cannot be done again once the fault is gone: " + saved.toUtf8());
+  }
+
+  void Check(const Choice& choice, const Fault& fault, const QByteArray& said, const QByteArray& met,
+             bool wentOn) {
+    CheckRawFiles(choice, fault, met);
+    if (operation_.fresh)
+      (void)Desk::Tidy(choice.folder);  // what was left half done is taken up by the next one
+    const Found found = Look(choice);
+    if (found.state.isEmpty()) return Break("the folder no longer loads", fault, met, found.why);
+    const bool done = said == "done" || wentOn;
+    if (said == "done" && (met == "fsync" || met == "fdatasync")) {
+      Break("said done, though the disk did not take it", fault, met, {});
+    }
+    run_.Count(said == "done"     ? "operations that said done"
+               : said == "killed" ? "states after a kill checked"
+                                  : "operations that said why not");
+    if (found.state == after_ || (!done && found.state == before_)) return;
+    const bool old = found.state == before_;
+    Break(old ? (wentOn ? "done again, and the old state is there" : "said done, and the old state is there")
+              : "neither the old nor the new state",
+          fault, met, DifferenceOf(after_, found.state) + " said: " + said);
+  }
+
+  /// Every read-out is still there; a fresh one may be stamped and moved, nothing else.
+  void CheckRawFiles(const Choice& choice, const Fault& fault, const QByteArray& met) {
+    QByteArrayList now = RawContents(choice.folder);
+    for (const QByteArray& content : raw_) {
+      if (!now.contains(content)) return Break("a raw file is gone or changed", fault, met, {});
+    }
+    run_.Count("raw files compared", raw_.size());
+  }
+
+  void Break(const std::string& rule, const Fault& fault, const QByteArray& met, const QByteArray& detail) {
+    std::string what = std::string(operation_.name) + ": " + rule;
+    if (!met.isEmpty()) what += " (" + met.toStdString() + ')';
+    run_.Fail(seed_, what, fault.Text() + " on \"" + path_ + "\": " + detail);
+  }
+
+  Run& run_;
+  std::uint64_t seed_;
+  const Operation& operation_;
+  QString template_;
+  Choice choice_;
+  QByteArrayList raw_;
+  QByteArray before_, after_, path_;
+  long calls_ = 0;
+};
+
+/// A small file system of its own for as long as it lives, where the machine allows it.
+class SmallDisk {
+ public:
+  explicit SmallDisk(QString folder) : folder_(std::move(folder)) {
+    mounted_ = ::mount("tmpfs", QFile::encodeName(folder_).constData(), "tmpfs", 0, "size=512k") == 0;
+  }
+  ~SmallDisk() {
+    if (mounted_) ::umount2(QFile::encodeName(folder_).constData(), MNT_DETACH);
+  }
+  SmallDisk(const SmallDisk&) = delete;
+  SmallDisk& operator=(const SmallDisk&) = delete;
+  [[nodiscard]] bool IsMounted() const { return mounted_; }
+
+  /// Leaves that many pages of room.
+  void Fill(int pages) const {
+    constexpr int kPage = 4096;
+    QFile file(folder_ + QStringLiteral("filler"));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) return;
+    const QByteArray page(kPage, '.');
+    qint64 size = 0;
+    while (file.write(page) == kPage) size += kPage;
+    file.resize(std::max<qint64>(size - qint64{kPage} * pages, 0));
+  }
+  void Empty() const { QFile::remove(folder_ + QStringLiteral("filler")); }
+
+ private:
+  QString folder_;
+  bool mounted_ = false;
+};
+
+/// A real disk without room: an edit and a save, said to be done or not, then room again.
+void PlaySmallDisk(Run& run, std::uint64_t seed) {
+  Random random(seed);
+  const QString folder = NewFolder(run.Scratch());
+  {
+    const SmallDisk disk(folder);
+    if (!disk.IsMounted()) {
+      run.Count("small disks that this machine does not allow");
+    } else {
+      World world = MakeWorld(random, WorldKind::Years);
+      const Choice choice = WriteWorld(world, folder);
+      Child child([&](const Child::Say& say) {
+        Desk desk;
+        if (!desk.Open(choice).isEmpty()) return;
+        disk.Fill(random.Below(3));
+        for (int row = 1; row <= 12; ++row) {
+          const QString level = QString::number(600 + row);
+          const auto edited = desk.Session().EditLevel(row, level);
+          if (edited && !desk.JournalFailed()) say("row " + QByteArray::number(row));
+          if (row % 4 == 0 && desk.Session().Save()) {
+            for (int saved = 1; saved <= row; ++saved) say("row " + QByteArray::number(saved));
+          }
+        }
+      });
+      const QByteArrayList lines = child.Lines();
+      disk.Empty();
+      const Found found = Look(choice);
+      const QByteArrayList rows = found.state.split(';');
+      for (const QByteArray& line : lines) {
+        const int row = line.mid(4).toInt();
+        run.Count("edits acknowledged on a full disk");
+        if (!rows.value(row - 1).endsWith(' ' + QByteArray::number(600 + row))) {
+          run.Fail(seed, "an edit acknowledged on a full disk is lost",
+                   rows.value(row - 1) + ' ' + found.why);
+          break;
+        }
+      }
+      run.Count("small disks filled");
+    }
+  }
+  RemoveFolder(folder);
+}
+
+}  // namespace
+
+void FaultPoints(Run& run) {
+  static constexpr int kActions[] = {ENOSPC, EIO, EACCES, kFaultKill, kFaultTear};
+  // A round takes every operation; of the short form's one round each fifth call.
+  for (int round = 0; round < run.Rounds(); ++round) {
+    const std::uint64_t seed = run.SeedOf(round);
+    for (const Operation& operation : kOperations) {
+      Theatre theatre(run, seed, operation);
+      theatre.Rehearse();
+      run.Count("calls of " + std::string(operation.name), theatre.Calls());
+      int turn = 0;
+      for (long nth = 1; nth <= theatre.Calls(); ++nth) {
+        for (const int action : kActions) {
+          for (const bool stays : {false, true}) {
+            if (stays && action < 0) continue;
+            for (const bool goesOn : {false, true}) {
+              if (goesOn && action < 0) continue;
+              if (!run.IsShort() || turn++ % 9 == 0) theatre.Play({nth, action, stays, -1}, goesOn);
+            }
+          }
+        }
+      }
+    }
+  }
+}
+
+void FullDisk(Run& run) {
+  for (int round = 0; round < run.Rounds(); ++round) {
+    const std::uint64_t seed = run.SeedOf(round);
+    for (const Operation& operation : kOperations) {
+      Theatre theatre(run, seed, operation);
+      theatre.Rehearse();
+      const long step = run.IsShort() ? 397 : 61;
+      for (long bytes = 0; bytes < 9000; bytes += bytes < 200 && !run.IsShort() ? 7 : step) {
+        theatre.Play({0, 0, false, bytes}, bytes % 2 == 0);
+      }
+    }
+    PlaySmallDisk(run, seed);
+  }
+}
+
+}  // namespace vesk::torture
