@@ -26,7 +26,7 @@ void FaultPoints(Run& run) {
             for (const bool goesOn : {false, true}) {
               if (goesOn && action < 0) continue;
               // A lock file that could not be removed holds up the next try of the same process for seconds.
-              if (goesOn && run.IsShort() && !operation.opens) continue;
+              if (goesOn && !operation.opens && (stays || run.IsShort())) continue;
               if (!run.IsShort() || turn++ % 23 == 0) theatre.Play({nth, action, stays, -1}, goesOn);
             }
           }

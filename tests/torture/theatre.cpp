@@ -2,6 +2,7 @@
 
 #include <QDirIterator>
 
+#include "datafiles/helpers.h"
 #include "shell/settings.h"
 #include "torture/fault_shim.h"
 
@@ -41,13 +42,20 @@ QString Correct(Desk& desk, const Choice& /*choice*/) {
 QString Save(Desk& desk, const Choice& /*choice*/) {
   return TextOf(desk.Session().Save());
 }
+/// What a load says of itself; remarks on the figures of a day begin with its date.
+QString Complaints(const QStringList& messages) {
+  QStringList complaints = messages;
+  complaints.removeIf([](const QString& message) { return ReadDate(message.left(10)).has_value(); });
+  return complaints.join(QLatin1String(" | "));
+}
+
 QString Load(Desk& /*desk*/, const Choice& choice) {
   Desk another;
   const QString why = another.Open(choice);
   if (!why.isEmpty()) return why;
   if (another.JournalFailed()) return QStringLiteral("the journal fails");
   if (another.Unfit() > 0) return QStringLiteral("work that does not fit");
-  return another.Whole() ? another.Messages().join(QLatin1String(" | ")) : QStringLiteral("not whole");
+  return another.Whole() ? Complaints(another.Messages()) : QStringLiteral("not whole");
 }
 QString TidyAndLoad(Desk& desk, const Choice& choice) {
   const QStringList failures = Desk::Tidy(choice.folder);

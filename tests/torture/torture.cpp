@@ -24,7 +24,7 @@ struct Part {
 };
 
 constexpr Part kParts[] = {
-    {"kills", "250 folders, each killed four times", vesk::torture::KillRounds, 250, 8},
+    {"kills", "360 folders, each killed four times", vesk::torture::KillRounds, 360, 8},
     {"two", "two processes on one folder", vesk::torture::TwoProcesses, 500, 6},
     {"faults", "a fault at every call of every operation", vesk::torture::FaultPoints, 2, 1},
     {"full", "a full disk from the n-th byte on", vesk::torture::FullDisk, 5, 1},
