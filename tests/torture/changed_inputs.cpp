@@ -276,7 +276,8 @@ class Round {
         return std::string("an ordinary reading takes an extreme's level, ") + mutation_;
       if (correction.minute == row.Minute() && correction.stem != row.stem)
         return std::string("a correction is on another file's reading, ") + mutation_;
-      if (correction.seen) return std::string("two rows take one line, ") + mutation_;
+      if (correction.seen && correction.minute == row.Minute())
+        return std::string("two rows take one line, ") + mutation_;
     }
     return std::string("a row is changed that nobody corrected, ") + mutation_;
   }
