@@ -28,6 +28,7 @@ struct Shim {
   const char* metName = "";
   char metPath[1024] = "";
   bool ours[kMostHandles] = {};
+  bool synced[kMostHandles] = {};  // the disk has what was written
 };
 
 Shim shim;  // one a process, like the system calls that it stands before
@@ -48,7 +49,20 @@ bool IsOurs(int handle) {
 }
 
 void Note(int handle, bool ours) {
-  if (handle >= 0 && handle < kMostHandles) shim.ours[handle] = ours;
+  if (handle < 0 || handle >= kMostHandles) return;
+  shim.ours[handle] = ours;
+  shim.synced[handle] = false;
+}
+
+/// A sync of what the disk has already can tell nothing new: the library does one of its own behind the
+/// program's.
+bool IsToSync(int handle) {
+  return IsOurs(handle) && !shim.synced[handle];
+}
+
+int Synced(int handle, int result) {
+  if (result == 0 && IsOurs(handle)) shim.synced[handle] = true;
+  return result;
 }
 
 [[noreturn]] void Die() {
@@ -211,6 +225,7 @@ int openat64(int folder, const char* path, int flags, ...) {
 ssize_t write(int handle, const void* bytes, size_t count) {
   const auto next = Next<Write>("write");
   if (!IsOurs(handle)) return next(handle, bytes, count);
+  shim.synced[handle] = false;
   if (IsDue("write")) {
     KeepPathOf(handle);
     if (shim.action == kFaultTear) (void)next(handle, bytes, count / 2);
@@ -230,13 +245,13 @@ ssize_t sendfile(int to, int from, off_t* offset, size_t count) {
 }
 
 int fsync(int handle) {
-  if (IsOurs(handle) && Fails("fsync", handle)) return -1;
-  return Next<int(int)>("fsync")(handle);
+  if (IsToSync(handle) && Fails("fsync", handle)) return -1;
+  return Synced(handle, Next<int(int)>("fsync")(handle));
 }
 
 int fdatasync(int handle) {
-  if (IsOurs(handle) && Fails("fdatasync", handle)) return -1;
-  return Next<int(int)>("fdatasync")(handle);
+  if (IsToSync(handle) && Fails("fdatasync", handle)) return -1;
+  return Synced(handle, Next<int(int)>("fdatasync")(handle));
 }
 
 int sync_file_range(int handle, off64_t offset, off64_t count, unsigned int flags) {

@@ -116,6 +116,18 @@ class Operator {
   std::unique_ptr<Child> child_;
 };
 
+/// Work that was set aside while other work went on comes back once that is saved.
+void TakeUpWhatWaits(const Choice& choice) {
+  constexpr int kMostJournals = 4;
+  Child child([&](const Child::Say& /*say*/) {
+    for (int i = 0; i < kMostJournals; ++i) {
+      Desk desk;
+      if (!desk.Open(choice).isEmpty() || !desk.Session().Save()) return;
+    }
+  });
+  (void)child.Lines();
+}
+
 void Check(Run& run, std::uint64_t seed, const Operator& one, const char* how) {
   Child child([&](const Child::Say& say) {
     Desk desk;
@@ -163,6 +175,8 @@ void PlayFolder(Run& run, std::uint64_t seed) {
     two.End(run);
   }
   run.Count(kHow[how]);
+  TakeUpWhatWaits(one.What());
+  TakeUpWhatWaits(two.What());
   Check(run, seed, one, kHow[how]);
   Check(run, seed, two, kHow[how]);
   RemoveFolder(folder);
