@@ -3,7 +3,10 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <string_view>
 
 #include "datafiles/helpers.h"
 #include "platform/whole_file.h"
@@ -52,7 +55,42 @@ void AppendRecord(QByteArray& content, const Reading& reading, const QByteArray&
   content += "\r\n";
 }
 
+// "dd/mm/yyyy,hh:mm,llllll,nn-ort" without its line end; the number may have more digits.
+bool HasRecordShape(QByteArrayView line) {
+  constexpr std::string_view kShape = "00/00/0000,00:00,??????,00";
+  constexpr qsizetype kLevelAt = 17;
+  const auto shapeLength = static_cast<qsizetype>(kShape.size());
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  if (line.size() < shapeLength) return false;
+  for (qsizetype i = 0; i < shapeLength; ++i) {
+    const char expected = kShape[static_cast<std::size_t>(i)];
+    const char c = line[i];
+    const bool fits = expected == '0'   ? isDigit(c)
+                      : expected == '?' ? isDigit(c) || c == ' ' || c == '-' || c == '.'
+                                        : c == expected;
+    if (!fits) return false;
+  }
+  const QByteArrayView level = line.sliced(kLevelAt, kLevelField);
+  if (std::none_of(level.begin(), level.end(), isDigit)) return false;
+  QByteArrayView rest = line.sliced(shapeLength);
+  while (!rest.isEmpty() && isDigit(rest.front())) rest = rest.sliced(1);
+  return rest == "-ort" || rest == "-Max" || rest == "-Min";
+}
+
 }  // namespace
+
+bool IsOwnGraphFile(const QString& fileName, QByteArrayView content) {
+  if (!MatchName(fileName).hasMatch()) return false;
+  while (!content.isEmpty()) {
+    const auto* end =
+        static_cast<const char*>(std::memchr(content.data(), '\n', static_cast<std::size_t>(content.size())));
+    if (end == nullptr || end == content.data() || end[-1] != '\r') return false;
+    const qsizetype length = end - content.data();
+    if (!HasRecordShape(content.first(length - 1))) return false;
+    content = content.sliced(length + 1);
+  }
+  return true;
+}
 
 QString GraphFileName(int waterYear, const QString& station) {
   const QString year = QStringLiteral("%1").arg(waterYear, 4, 10, QLatin1Char('0'));

@@ -21,6 +21,10 @@ inline constexpr int kGraphRecordBytes = 32;  ///< "dd/mm/yyyy,hh:mm,llllll,nn-o
 /// ".txt".
 QString GraphFileName(int waterYear, const QString& station);
 
+/// Whether a file is one that WriteGraphFile makes: its name and every one of its lines have that shape. An
+/// empty one is what a year without readings gives.
+bool IsOwnGraphFile(const QString& fileName, QByteArrayView content);
+
 /// The station number that a graph file's name carries, without blanks and hyphen; empty for any other name.
 QString StationOfGraphFile(const QString& fileName);
 /// The water year that a graph file's name carries; 0 for any other name.

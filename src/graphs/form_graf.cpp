@@ -9,15 +9,15 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPaintEngine>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QScrollArea>
 #include <QTimer>
 
-#include <algorithm>
-
 #include "datafiles/helpers.h"
+#include "graphs/graph_notes.h"
 #include "graphs/graph_output.h"
 #include "graphs/graph_picture.h"
 #include "graphs/graph_print.h"
@@ -25,11 +25,13 @@
 
 namespace vesk {
 
-FormGraf::FormGraf(GraphSheet sheet, const Language& language, double mouseAdjustment, QWidget* parent)
+FormGraf::FormGraf(GraphSheet sheet, const Language& language, double mouseAdjustment, QString saveDirectory,
+                   QWidget* parent)
     : QMainWindow(parent),
       sheet_(std::move(sheet)),
       language_(language),
       mouseAdjustment_(mouseAdjustment),
+      saveDirectory_(std::move(saveDirectory)),
       pages_(WholePeriodPage(sheet_)) {
   setObjectName(QStringLiteral("FormGraf"));
   setWindowTitle(language_.Text(Caption::GraphicTab) + QStringLiteral(" - ") + sheet_.texts.title);
@@ -38,6 +40,8 @@ FormGraf::FormGraf(GraphSheet sheet, const Language& language, double mouseAdjus
   CreateWidgets();
   ConnectPicture();
   resize(1440, 820);  // as far as the main window has room
+  // The frame gives the focus to the window itself, or takes it: keys belong to the picture.
+  setFocusProxy(picture_);
   picture_->setFocus();
   DrawPage(Mode::Yeni);
 }
@@ -88,11 +92,7 @@ void FormGraf::ShowPageFields() {
 }
 
 void FormGraf::ShowPageMessages() {
-  QStringList messages = sheet_.messages;
-  messages += NegativeMessages(sheet_, scale_.startT, scale_.endT, language_);
-  if (std::ranges::all_of(sheet_.series, &GraphSeries::Empty))
-    messages.append(Words("Çizilecek okuma yok", "There are no readings to draw"));
-  Say(messages.join(QStringLiteral("; ")));
+  Say(AllNotes(NotesOfPage(pages_.Current(), sheet_)).join(QStringLiteral("; ")));
 }
 
 void FormGraf::AddPage(const GraphPage& page) {
@@ -151,10 +151,18 @@ void FormGraf::DrawDates() {
     return refuse(endEntry_, Words("Bitiş başlangıçtan önce", "The end lies before the start"));
   dateMessage_->clear();
   AddPage(PageOfDates(*start, *end, pages_.First().maximumCm));
+  picture_->setFocus();
 }
 
-Status FormGraf::PrintPage(QPrinter& printer) const {
-  return PrintGraphPage(printer, pages_.Current(), sheet_);
+Status FormGraf::PrintPage(QPrinter& printer) {
+  const QString file = printer.outputFileName();
+  const Status printed = PrintGraphPage(printer, pages_.Current(), sheet_);
+  if (printed && file.isEmpty()) {
+    Say(Words("Yazıcıya gönderildi: %1", "Sent to the printer: %1").arg(printer.printerName()));
+  } else if (printed) {
+    Say(Words("Dosyaya yazdırıldı: %1", "Printed to the file: %1").arg(file));
+  }
+  return printed;
 }
 
 void FormGraf::PrepareForPaper(QPrinter& printer) const {
@@ -164,6 +172,7 @@ void FormGraf::PrepareForPaper(QPrinter& printer) const {
 }
 
 void FormGraf::Print() {
+  ShowPageMessages();  // what was said of an earlier copy or save is over
   QPrinter printer(QPrinter::HighResolution);
   PrepareForPaper(printer);
   QPrintDialog dialog(&printer, this);
@@ -175,12 +184,15 @@ void FormGraf::Print() {
 }
 
 void FormGraf::Preview() {
+  ShowPageMessages();
   QPrinter printer(QPrinter::HighResolution);
   PrepareForPaper(printer);
   QPrintPreviewDialog dialog(&printer, this);
   dialog.setWindowTitle(preview_->text());
   connect(&dialog, &QPrintPreviewDialog::paintRequested, this, [this](QPrinter* paper) {
-    if (const Status printed = PrintPage(*paper); !printed) Say(ErrorText(printed.Failure(), language_));
+    const bool onScreen = paper->paintEngine()->type() == QPaintEngine::Picture;
+    const Status drawn = onScreen ? PrintGraphPage(*paper, pages_.Current(), sheet_) : PrintPage(*paper);
+    if (!drawn) Say(ErrorText(drawn.Failure(), language_));
   });
   dialog.resize(size().expandedTo({900, 640}));
   dialog.exec();
@@ -191,7 +203,8 @@ Status FormGraf::SavePage(const QString& path) const {
 }
 
 void FormGraf::Save() {
-  QFileDialog dialog(this, save_->text());
+  ShowPageMessages();
+  QFileDialog dialog(this, save_->text(), saveDirectory_);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setNameFilters({QStringLiteral("PNG (*.png)"), QStringLiteral("PDF (*.pdf)"),
                          QStringLiteral("SVG (*.svg)"), QStringLiteral("CSV (*.csv)")});
@@ -201,6 +214,7 @@ void FormGraf::Save() {
   };
   addEnding(dialog.nameFilters().constFirst());  // a desktop's own dialog names its choice only when shown
   connect(&dialog, &QFileDialog::filterSelected, this, addEnding);
+  dialog.selectFile(ProposedFileName(pages_.Current(), sheet_) + QStringLiteral(".png"));
   if (dialog.exec() != QDialog::Accepted) return;
   const QString path = dialog.selectedFiles().value(0);
   const Status saved = SavePage(path);

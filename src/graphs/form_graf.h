@@ -27,13 +27,16 @@ class FormGraf : public QMainWindow {
 
  public:
   /// mouseAdjustment: pixels that the read-out's level is taken below the cursor (option slot 22).
-  FormGraf(GraphSheet sheet, const Language& language, double mouseAdjustment, QWidget* parent = nullptr);
+  /// saveDirectory: where saving proposes to put a picture.
+  FormGraf(GraphSheet sheet, const Language& language, double mouseAdjustment, QString saveDirectory,
+           QWidget* parent = nullptr);
 
   [[nodiscard]] const PageTable& Pages() const { return pages_; }
   [[nodiscard]] const GraphSheet& Sheet() const { return sheet_; }
   [[nodiscard]] QString ImageFolder() const { return images_.Folder(); }
-  /// Draws the current page on paper.
-  Status PrintPage(QPrinter& printer) const;
+  /// Draws the current page on paper and says where it went; what the print command does once a printer is
+  /// chosen.
+  Status PrintPage(QPrinter& printer);
   /// Saves the current page in the picture's size; what the save command does once a name is chosen.
   Status SavePage(const QString& path) const;
 
@@ -80,6 +83,7 @@ class FormGraf : public QMainWindow {
   bool HandleKey(int key);
   bool MoveByKey(int key);
   void MoveReadout(int readings, int series);
+  void TellReading();
   void ShowReading(ReadoutPlace place, const QString& prefix);
   void Say(const QString& message);
   [[nodiscard]] QString Words(const char* turkish, const char* english) const;
@@ -88,6 +92,7 @@ class FormGraf : public QMainWindow {
   GraphSheet sheet_;
   Language language_;  ///< as it was when the window opened
   double mouseAdjustment_;
+  QString saveDirectory_;
   PageTable pages_;
   PageImages images_;
   PageScale scale_;

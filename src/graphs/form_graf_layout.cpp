@@ -208,6 +208,11 @@ QGroupBox* FormGraf::MakeDateFields() {
     field->setAccessibleName(accessible);
     field->setFixedWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("00.00")) + kFieldFrame);
     connect(field, &QLineEdit::returnPressed, this, &FormGraf::DrawDates);
+    connect(field, &QLineEdit::textEdited, this, [this] {
+      if (dateMessage_->text().isEmpty()) return;
+      dateMessage_->clear();  // it was said of another text
+      ShowPageMessages();
+    });
     return field;
   };
   startEntry_ = entry("Text1", Words("Başlangıç (gün.ay)", "Start (day.month)"));

@@ -49,13 +49,16 @@ void FormGraf::ShowReading(ReadoutPlace place, const QString& prefix) {
 
 void FormGraf::MoveReadout(int readings, int series) {
   if (!place_) {
-    place_ = NearestReading(sheet_, scale_, {scale_.PlotLeft(), scale_.PlotBottom()});
+    place_ = EdgeReading(sheet_, scale_, false);
   } else if (series != 0) {
     place_ = StepSeries(sheet_, scale_, *place_, series);
   } else {
     place_ = StepReading(sheet_, scale_, *place_, readings);
   }
-  if (!place_) return;
+  if (place_) TellReading();
+}
+
+void FormGraf::TellReading() {
   ShowReading(*place_, {});
   // A screen reader speaks the new name of the control that has the focus.
   picture_->setAccessibleName(ReadingText(sheet_, *place_));
@@ -120,12 +123,10 @@ bool FormGraf::MoveByKey(int key) {
       MoveReadout(0, -1);
       return true;
     case Qt::Key_Home:
-    case Qt::Key_End: {
-      const double edge = key == Qt::Key_Home ? scale_.PlotLeft() : scale_.PlotRight();
-      place_ = NearestReading(sheet_, scale_, {edge, scale_.PlotBottom()});
-      if (place_) MoveReadout(0, 0);
+    case Qt::Key_End:
+      place_ = EdgeReading(sheet_, scale_, key == Qt::Key_End);
+      if (place_) TellReading();
       return true;
-    }
     default:
       return false;
   }

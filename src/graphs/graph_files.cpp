@@ -2,10 +2,15 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
+#include "datafiles/archive.h"
 #include "datafiles/graph_file.h"
+#include "graphs/graph_notes.h"
+#include "platform/whole_file.h"
+#include "shell/error_texts.h"
 
 namespace vesk {
 namespace {
@@ -58,13 +63,67 @@ Result<std::vector<GraphListEntry>> ReadList(const QStringList& entries, const L
   return list;
 }
 
-Status DeleteGraphFiles(const QString& dataDirectory) {
-  const QStringList names = QDir(dataDirectory).entryList({QStringLiteral("Graf*.*")}, QDir::Files);
-  for (const QString& name : names) {
-    QFile file(dataDirectory + name);
-    if (!file.remove()) {
-      return Error{QStringLiteral("An earlier graph data file could not be deleted"), file.fileName(),
-                   file.errorString()};
+// Links and whatever else is no plain file: neither read, deleted nor written through.
+bool IsPlainFile(const QFileInfo& file) {
+  return file.isFile() && !file.isSymLink();
+}
+
+QFileInfoList GraphPatternEntries(const QString& dataDirectory) {
+  return QDir(dataDirectory)
+      .entryInfoList({QStringLiteral("Graf*.*")},
+                     QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+Status DeleteFile(const QString& path) {
+  QFile file(path);
+  if (file.remove() || !file.exists()) return {};  // another window may have been quicker
+  return Error{QStringLiteral("An earlier graph data file could not be deleted"), path, file.errorString()};
+}
+
+// Takes one file of the pattern out of the folder.
+Status ClearFile(const QString& dataDirectory, const QString& name, const Language& language,
+                 QStringList& messages) {
+  const QString path = dataDirectory + name;
+  const auto content = ReadWholeFile(path, {});
+  if (content && IsOwnGraphFile(name, *content)) return DeleteFile(path);
+  Status moved = CopyToArchive(dataDirectory, name);
+  if (moved) moved = DeleteFile(path);
+  if (moved) {
+    messages.append(Either(language,
+                           QStringLiteral("%1: programın grafik dosyası değil, %2 klasörüne taşındı"),
+                           QStringLiteral("%1: no graph file of the program, moved to the folder %2"))
+                        .arg(name, QLatin1String(kArchiveFolder)));
+  } else {
+    messages.append(Either(language, QStringLiteral("%1: programın grafik dosyası değil, yerinde bırakıldı"),
+                           QStringLiteral("%1: no graph file of the program, left where it is"))
+                        .arg(name) +
+                    QStringLiteral(" (") + ErrorText(moved.Failure(), language) + QLatin1Char(')'));
+  }
+  return {};
+}
+
+Status ClearGraphFiles(const QString& dataDirectory, const Language& language, QStringList& messages) {
+  for (const QFileInfo& entry : GraphPatternEntries(dataDirectory)) {
+    if (!IsPlainFile(entry)) {
+      messages.append(Either(language, QStringLiteral("%1: bağlantı ya da klasör, yerinde bırakıldı"),
+                             QStringLiteral("%1: a link or folder, left where it is"))
+                          .arg(entry.fileName()));
+      continue;
+    }
+    const Status cleared = ClearFile(dataDirectory, entry.fileName(), language, messages);
+    if (!cleared) return cleared;
+  }
+  return {};
+}
+
+// A link or folder that has the name of a file to be written.
+Status NothingInTheWay(const QString& dataDirectory, const std::vector<GraphListEntry>& list) {
+  for (const GraphListEntry& entry : list) {
+    const QFileInfo file(dataDirectory + GraphFileName(entry.waterYear, entry.station));
+    const bool there = file.exists() || file.isSymLink();
+    if (there && !IsPlainFile(file)) {
+      return Error{QStringLiteral("The graph data file could not be written"), file.filePath(),
+                   QStringLiteral("it is no file")};
     }
   }
   return {};
@@ -86,15 +145,46 @@ QString RefusedMessage(const QString& file, const Language& language) {
       .arg(file);
 }
 
-Status BuildOne(const QString& dataDirectory, const GraphListEntry& entry, const LoadWaterYear& load,
-                const Language& language, GraphFilesBuilt& built) {
-  const auto loaded = load(entry);
-  if (!loaded) return loaded.Failure();
-  const auto tell = [&built, of = QStringLiteral("%1/%2: ").arg(entry.station).arg(entry.waterYear)](
-                        const QString& message) { built.messages.append(of + message); };
-  for (const QString& message : loaded->messages) tell(message);
-  if (!loaded->refusedFile.isEmpty()) tell(RefusedMessage(loaded->refusedFile, language));
-  const auto written = WriteGraphFile(dataDirectory, entry.waterYear, entry.station, loaded->grid.Readings());
+// One entry of the list with what its load gave.
+struct LoadedEntry {
+  GraphListEntry entry;
+  LoadedReadings loaded;
+};
+
+QString NameOf(const GraphListEntry& entry) {
+  return QStringLiteral("%1/%2").arg(entry.station).arg(entry.waterYear);
+}
+
+// Everything is loaded before anything is deleted. Fails when nothing can be loaded.
+Result<std::vector<LoadedEntry>> LoadAll(const std::vector<GraphListEntry>& list, const LoadWaterYear& load,
+                                         const Language& language, GraphFilesBuilt& built) {
+  std::vector<LoadedEntry> all;
+  std::optional<Error> failure;
+  for (const GraphListEntry& entry : list) {
+    auto loaded = load(entry);
+    if (loaded) {
+      built.notes += NotesOfLoad(*loaded, NameOf(entry), language);
+      all.push_back({entry, std::move(*loaded)});
+      continue;
+    }
+    if (!failure) failure = loaded.Failure();
+    const QString leftOut = NameOf(entry) + QStringLiteral(": ") + ErrorText(loaded.Failure(), language);
+    built.messages.append(leftOut);
+    built.notes.append(leftOut);
+  }
+  if (all.empty() && failure) return *failure;
+  return all;
+}
+
+Status WriteOne(const QString& dataDirectory, const LoadedEntry& one, const Language& language,
+                GraphFilesBuilt& built) {
+  const auto& [entry, loaded] = one;
+  const auto tell = [&built, of = NameOf(entry) + QStringLiteral(": ")](const QString& message) {
+    built.messages.append(of + message);
+  };
+  for (const QString& message : loaded.messages) tell(message);
+  if (!loaded.refusedFile.isEmpty()) tell(RefusedMessage(loaded.refusedFile, language));
+  const auto written = WriteGraphFile(dataDirectory, entry.waterYear, entry.station, loaded.grid.Readings());
   if (!written) return written.Failure();
   if (written->records == 0) {
     tell(Either(language, QStringLiteral("okuma yok"), QStringLiteral("no readings")));
@@ -125,11 +215,14 @@ Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const QStr
                                         const LoadWaterYear& load, const Language& language) {
   const auto list = ReadList(entries, language);
   if (!list) return list.Failure();
-  if (const Status deleted = DeleteGraphFiles(dataDirectory); !deleted) return deleted.Failure();
+  if (const Status free = NothingInTheWay(dataDirectory, *list); !free) return free.Failure();
   GraphFilesBuilt built;
-  for (const GraphListEntry& entry : *list) {
-    if (const Status status = BuildOne(dataDirectory, entry, load, language, built); !status)
-      return status.Failure();
+  const auto loaded = LoadAll(*list, load, language, built);
+  if (!loaded) return loaded.Failure();
+  const Status cleared = ClearGraphFiles(dataDirectory, language, built.messages);
+  if (!cleared) return cleared.Failure();
+  for (const LoadedEntry& one : *loaded) {
+    if (const Status status = WriteOne(dataDirectory, one, language, built); !status) return status.Failure();
   }
   return built;
 }

@@ -38,16 +38,21 @@ struct GraphFileEntry {
 
 struct GraphFilesBuilt {
   std::vector<GraphFileEntry> files;  ///< in list order
-  QStringList messages;               ///< "station/year: " and what its load or the writer has to tell
+  QStringList messages;  ///< for the message list: "station/year: " and what its load or the writer has to
+                         ///< tell; files of the pattern "Graf*.*" that the program did not write
+  QStringList notes;  ///< for the picture: loads that are not whole, stations that are left out. Ask before
+                      ///< drawing when there are any
 };
 
 /// Loads one station's water year, as the review window does.
 using LoadWaterYear = std::function<Result<LoadedReadings>(const GraphListEntry& entry)>;
 
-/// Deletes every "Graf*.*" in dataDirectory, then loads each entry and writes its graph data file. Fails on
-/// an empty list, on more than kMostGraphStations entries, on an entry that cannot be read and on two entries
-/// that share a file name (001-12345 and 002-12345 of one year), before anything is deleted.
-/// language: of the messages.
+/// Loads each entry, takes every "Graf*.*" out of dataDirectory and writes the entries' graph data files.
+/// What the program did not write goes to the archive folder, its own files are deleted; links, folders and
+/// what cannot be archived stay and are named. An entry that cannot be loaded is named and left out. Fails
+/// before anything is deleted: on an empty list, on more than kMostGraphStations entries, on an entry that
+/// cannot be read, on two entries that share a file name (001-12345 and 002-12345 of one year), when no entry
+/// can be loaded, when a link or folder has the name of a file to write. language: of the messages and notes.
 Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const QStringList& entries,
                                         const LoadWaterYear& load, const Language& language = {});
 

@@ -9,6 +9,8 @@
 #include <QPdfWriter>
 #include <QSvgGenerator>
 
+#include <cmath>
+
 #include "datafiles/helpers.h"
 #include "platform/csv.h"
 #include "platform/whole_file.h"
@@ -16,7 +18,6 @@
 namespace vesk {
 namespace {
 
-constexpr int kUnitsPerInch = 96;
 constexpr int kPdfDotsPerInch = 1200;
 constexpr double kPointsPerUnit = 72.0 / kUnitsPerInch;
 constexpr double kSvgColumnsPerUnit = 10;
@@ -83,35 +84,46 @@ QImage WithPalette(const QImage& image) {
   return indexed;
 }
 
-Status PaintPng(QIODevice& device, const GraphPage& page, const GraphSheet& sheet, QSize size) {
-  if (WithPalette(GraphPageImage(page, sheet, size)).save(&device, "PNG", kPngQuality)) return {};
+struct PageSize {
+  QSize units;
+  int dotsPerInch = kUnitsPerInch;
+};
+
+Status PaintPng(QIODevice& device, const GraphPage& page, const GraphSheet& sheet, PageSize size) {
+  constexpr double kInchesPerMetre = 1 / 0.0254;
+  const double pixelRatio = static_cast<double>(size.dotsPerInch) / kUnitsPerInch;
+  QImage image = WithPalette(GraphPageImage(page, sheet, size.units, pixelRatio));
+  const auto dotsPerMetre = static_cast<int>(std::lround(size.dotsPerInch * kInchesPerMetre));
+  image.setDotsPerMeterX(dotsPerMetre);
+  image.setDotsPerMeterY(dotsPerMetre);
+  if (image.save(&device, "PNG", kPngQuality)) return {};
   return Error{{}, {}, device.errorString()};
 }
 
-Status PaintPdf(QIODevice& device, const GraphPage& page, const GraphSheet& sheet, QSize size) {
+Status PaintPdf(QIODevice& device, const GraphPage& page, const GraphSheet& sheet, PageSize size) {
   QPdfWriter writer(&device);
   writer.setResolution(kPdfDotsPerInch);
   writer.setTitle(sheet.texts.title);
-  writer.setPageSize(QPageSize(QSizeF(size) * kPointsPerUnit, QPageSize::Point));
+  writer.setPageSize(QPageSize(QSizeF(size.units) * kPointsPerUnit, QPageSize::Point));
   writer.setPageMargins(QMarginsF());
   QPainter painter;
   if (!painter.begin(&writer)) return Error{{}, {}, QStringLiteral("the page could not be begun")};
   painter.scale(double{kPdfDotsPerInch} / kUnitsPerInch, double{kPdfDotsPerInch} / kUnitsPerInch);
-  DrawGraphPage(painter, size, page, sheet);
+  DrawGraphPage(painter, size.units, page, sheet);
   if (!painter.end()) return Error{{}, {}, QStringLiteral("the page could not be finished")};
   return {};
 }
 
-Status PaintSvg(QIODevice& device, const GraphPage& page, const GraphSheet& sheet, QSize size) {
+Status PaintSvg(QIODevice& device, const GraphPage& page, const GraphSheet& sheet, PageSize size) {
   QSvgGenerator generator;
   generator.setOutputDevice(&device);
   generator.setResolution(kUnitsPerInch);
-  generator.setSize(size);
-  generator.setViewBox(QRect(QPoint(0, 0), size));
+  generator.setSize(size.units);
+  generator.setViewBox(QRect(QPoint(0, 0), size.units));
   generator.setTitle(sheet.texts.title);
   QPainter painter;
   if (!painter.begin(&generator)) return Error{{}, {}, QStringLiteral("the page could not be begun")};
-  DrawGraphPage(painter, size, page, sheet, kSvgColumnsPerUnit);
+  DrawGraphPage(painter, size.units, page, sheet, kSvgColumnsPerUnit);
   painter.end();
   return {};
 }
@@ -129,7 +141,7 @@ const char* KindName(ReadingKind kind) {
 }
 
 // The values behind the page: what is drawn, reading by reading.
-Status WriteCsv(QIODevice& device, const GraphPage& page, const GraphSheet& sheet, QSize /*size*/) {
+Status WriteCsv(QIODevice& device, const GraphPage& page, const GraphSheet& sheet, PageSize /*size*/) {
   QByteArray text = "station,date,time,level_cm,kind\n";
   const int start = GraphMinutes(sheet.firstDay, page.start);
   const int end = GraphMinutes(sheet.firstDay, page.end);
@@ -149,7 +161,7 @@ Status WriteCsv(QIODevice& device, const GraphPage& page, const GraphSheet& shee
   return Error{{}, {}, device.errorString()};
 }
 
-using PageWriter = Status (*)(QIODevice&, const GraphPage&, const GraphSheet&, QSize);
+using PageWriter = Status (*)(QIODevice&, const GraphPage&, const GraphSheet&, PageSize);
 
 // Null for an ending that is not known.
 PageWriter WriterOf(const QString& ending) {
@@ -174,14 +186,15 @@ bool IsGraphFormat(const QString& ending) {
   return WriterOf(ending) != nullptr;
 }
 
-Status SaveGraphPage(const QString& path, const GraphPage& page, const GraphSheet& sheet, QSize size) {
+Status SaveGraphPage(const QString& path, const GraphPage& page, const GraphSheet& sheet, QSize size,
+                     int dotsPerInch) {
   const auto write = WriterOf(QFileInfo(path).suffix().toLower());
   if (write == nullptr)
     return Error{SaveFailed(), path, QStringLiteral("the name must end in .png, .pdf, .svg or .csv")};
   // Painted in memory first: the writers of PDF and SVG do not tell when a disk is full.
   QBuffer buffer;
   buffer.open(QIODevice::WriteOnly);
-  const Status painted = write(buffer, page, sheet, size);
+  const Status painted = write(buffer, page, sheet, {size, dotsPerInch});
   if (!painted) return Error{SaveFailed(), path, painted.Failure().reason};
   return WriteWholeFile(path, buffer.data(), SaveFailed());
 }

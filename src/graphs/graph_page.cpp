@@ -1,6 +1,5 @@
 #include "graphs/graph_page.h"
 
-#include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
@@ -9,6 +8,9 @@
 #include <cmath>
 
 #include "datafiles/helpers.h"
+#include "graphs/graph_labels.h"
+#include "graphs/graph_legend.h"
+#include "graphs/graph_notes.h"
 #include "graphs/graph_trace.h"
 
 namespace vesk {
@@ -17,52 +19,17 @@ namespace {
 constexpr double kTickLength = 10;
 constexpr double kGridStrength =
     0.22;  // grid lines are the scale's colour thinned, to stand back behind the series
-constexpr double kMarkWidth = 3;
-constexpr double kLegendX = 45 + 650;
-constexpr double kLegendY = 400;
-constexpr double kLegendStep = 15;
-constexpr double kLegendLine = 20;
-constexpr double kLegendGap = 5;  // between line and text
-constexpr double kLegendRim = 5;
-constexpr double kLabelSize = 11;
+constexpr double kMarkWidth = 3;          // of extremes and of readings that join nothing
 constexpr double kLeastDateSpacing = 10;  // upright digits of two dates side by side
 constexpr double kTitleSize = 14;
 constexpr double kLevelLabelWidth = 23;  // between the level caption and the ticks
+constexpr double kCaptionY = 8;          // middle of the time caption, from the plot page's lower edge
+constexpr double kNoteStep = 14;         // from note line to note line
+constexpr double kNoteMargin = 6;
+constexpr int kMostNoteLines = 6;
 
 constexpr QRgb kMaximumColour = 0xFFFF0000;  // palette colour 12
 constexpr QRgb kMinimumColour = 0xFF0000FF;  // palette colour 9
-
-enum class Place { EndsAt, StartsAt, Centred };
-
-// Sizes are whole page units, so glyphs come out alike on every device.
-QFont PageFont(double size, bool bold = false) {
-  QFont font(QStringLiteral("Arial"));
-  font.setPixelSize(static_cast<int>(size));
-  font.setBold(bold);
-  return font;
-}
-
-// point: where the text ends, starts or is centred; the text's middle line runs through it.
-void DrawLabel(QPainter& painter, QPointF point, const QString& text, const QFont& font, Place place) {
-  const QFontMetricsF plain(font);
-  const double width = plain.horizontalAdvance(text);
-  double x = point.x();
-  if (place == Place::EndsAt) x -= width;
-  if (place == Place::Centred) x -= width / 2;
-  painter.setFont(font);
-  painter.setPen(Qt::black);
-  painter.drawText(QPointF(x, point.y() + plain.capHeight() / 2), text);
-}
-
-// Upwards; point as for DrawLabel along the turned text.
-void DrawVerticalLabel(QPainter& painter, QPointF point, const QString& text, const QFont& font,
-                       Place place) {
-  painter.save();
-  painter.translate(point);
-  painter.rotate(-90);
-  DrawLabel(painter, {0, 0}, text, font, place);
-  painter.restore();
-}
 
 QRectF PlotRect(const PageScale& scale) {
   return {QPointF(scale.PlotLeft(), scale.PlotTop()), QPointF(scale.PlotRight(), scale.PlotBottom())};
@@ -92,10 +59,8 @@ void DrawLevelScale(QPainter& painter, const PageScale& scale, const GraphStyle&
     DrawScaleLine(painter, style, {scale.PlotLeft() - kTickLength, y, scale.PlotLeft(), y},
                   {scale.PlotLeft(), y, scale.PlotRight(), y});
     const QString text = QString::number(static_cast<qint64>(std::llround(level)));
-    QFont font = PageFont(kLabelSize);
-    const double width = QFontMetricsF(font).horizontalAdvance(text);
-    if (width > kLevelLabelWidth) font = PageFont(std::max(6.0, kLabelSize * kLevelLabelWidth / width));
-    DrawLabel(painter, {scale.PlotLeft() - kTickLength - 1, y}, text, font, Place::EndsAt);
+    DrawLabel(painter, {scale.PlotLeft() - kTickLength - 1, y}, text,
+              FittingFont(text, kLabelSize, kLevelLabelWidth), LabelPlace::EndsAt);
   }
 }
 
@@ -105,7 +70,7 @@ void DrawTimeTick(QPainter& painter, const PageScale& scale, const GraphStyle& s
   DrawScaleLine(painter, style, {x, scale.PlotBottom(), x, scale.PlotBottom() + kTickLength},
                 {x, scale.PlotTop(), x, scale.PlotBottom()});
   DrawVerticalLabel(painter, {x, scale.PlotBottom() + kTickLength + 2}, text, PageFont(kLabelSize),
-                    Place::EndsAt);
+                    LabelPlace::EndsAt);
 }
 
 void DrawTimeScale(QPainter& painter, const PageScale& scale, const GraphSheet& sheet) {
@@ -121,8 +86,10 @@ void DrawTimeScale(QPainter& painter, const PageScale& scale, const GraphSheet& 
   }
   for (const DateTime time : ClockTicks(scale, sheet.firstDay)) {
     const Day day = std::chrono::floor<std::chrono::days>(time);
-    const QString clock = ClockText(static_cast<int>((time - DateTime(day)).count()));
-    DrawTimeTick(painter, scale, sheet.style, TimeCoordinate(sheet.firstDay, time), clock);
+    const bool midnight = time == DateTime(day);
+    const QString text =
+        midnight ? DateText(day) : ClockText(static_cast<int>((time - DateTime(day)).count()));
+    DrawTimeTick(painter, scale, sheet.style, TimeCoordinate(sheet.firstDay, time), text);
   }
 }
 
@@ -164,7 +131,7 @@ void DrawTrace(QPainter& painter, const PageScale& scale, const SeriesTrace& tra
     painter.drawPolyline(line.data(), static_cast<int>(line.size()));
   }
   painter.setRenderHint(QPainter::Antialiasing, false);
-  DrawMarks(painter, scale, trace.dots, 1, colour);
+  DrawMarks(painter, scale, trace.dots, kMarkWidth, colour);
   DrawMarks(painter, scale, trace.maxima, kMarkWidth, QColor(kMaximumColour));
   DrawMarks(painter, scale, trace.minima, kMarkWidth, QColor(kMinimumColour));
 }
@@ -175,59 +142,78 @@ const QColor& ColourOfStation(const GraphStyle& style, std::size_t index) {
 
 void DrawCaptions(QPainter& painter, const PageScale& scale, const GraphTexts& texts) {
   const double middleX = (scale.PlotLeft() + scale.PlotRight()) / 2;
-  QFont title = PageFont(kTitleSize, true);
-  const double width = QFontMetricsF(title).horizontalAdvance(texts.title);
-  const double room = scale.width - 10;
-  if (width > room) title = PageFont(std::max(6.0, kTitleSize * room / width), true);
-  DrawLabel(painter, {scale.width / 2, kTopMargin / 2}, texts.title, title, Place::Centred);
-  DrawLabel(painter, {middleX, scale.height - 9}, texts.timeCaption, PageFont(kLabelSize), Place::Centred);
+  DrawLabel(painter, {scale.width / 2, kTopMargin / 2}, texts.title,
+            FittingFont(texts.title, kTitleSize, scale.width - 10, true), LabelPlace::Centred);
+  DrawLabel(painter, {middleX, scale.height - kCaptionY}, texts.timeCaption, PageFont(kLabelSize),
+            LabelPlace::Centred);
   DrawVerticalLabel(painter, {6, (scale.PlotTop() + scale.PlotBottom()) / 2}, texts.levelCaption,
-                    PageFont(kLabelSize), Place::Centred);
+                    PageFont(kLabelSize), LabelPlace::Centred);
 }
 
-// A rim of the paper's colour keeps the legend readable where readings run through it.
-void DrawLegendRim(QPainter& painter, const QLineF& line, const QPointF& textAt, const QString& text,
-                   const QFont& font, const QColor& paper) {
-  QPainterPath letters;
-  letters.addText(textAt, font, text);
-  painter.setPen(QPen(paper, kLegendRim, Qt::SolidLine, Qt::RoundCap));
-  painter.drawLine(line);
-  painter.strokePath(letters, QPen(paper, kLegendRim, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+// Start and end below the plot's corners: a page of a few hours has no other date.
+void DrawPeriod(QPainter& painter, const PageScale& scale, const GraphPage& page, const QString& caption) {
+  const QString start = DateTimeText(page.start);
+  const double captionWidth = QFontMetricsF(PageFont(kLabelSize)).horizontalAdvance(caption);
+  const double room = (scale.PlotRight() - scale.PlotLeft() - captionWidth) / 2 - kNoteMargin;
+  const QFont font = FittingFont(start, kLabelSize, room);
+  const double y = scale.height - kCaptionY;
+  DrawLabel(painter, {scale.PlotLeft(), y}, start, font, LabelPlace::StartsAt);
+  DrawLabel(painter, {scale.PlotRight(), y}, DateTimeText(page.end), font, LabelPlace::EndsAt);
 }
 
-// At a fixed place; on a page too small for it, as near to it as the plot allows.
-void DrawLegend(QPainter& painter, const PageScale& scale, const GraphSheet& sheet) {
-  const QFont font = PageFont(kLabelSize + 1);
+// In the middle of the empty plot, on paper free of grid lines.
+void DrawBlankReason(QPainter& painter, const PageScale& scale, const GraphSheet& sheet,
+                     const QString& reason) {
+  const QFont font = PageFont(kTitleSize);
   const QFontMetricsF letters(font);
-  double widest = 0;
-  for (const QString& text : sheet.texts.legend) widest = std::max(widest, letters.horizontalAdvance(text));
-  const double endX =
-      std::max(scale.PlotLeft() + kLegendLine + 2, std::min(kLegendX, scale.PlotRight() - widest - 10));
-  const double baseY = std::min(kLegendY, scale.PlotBottom());
-  for (qsizetype i = 0; i < sheet.texts.legend.size(); ++i) {
-    const QString& text = sheet.texts.legend[i];
-    const double y = baseY - kLegendStep * static_cast<double>(i + 1);
-    const QLineF line(endX - kLegendLine, y, endX, y);
-    DrawLegendRim(painter, line, {endX + kLegendGap, y + letters.capHeight() / 2}, text, font,
-                  sheet.style.background);
-    painter.setPen(QPen(ColourOfStation(sheet.style, static_cast<std::size_t>(i)), 2));
-    painter.drawLine(line);
-    DrawLabel(painter, {endX + kLegendGap, y}, text, font, Place::StartsAt);
+  double y = scale.PlotTop() + 0.3 * (scale.PlotBottom() - scale.PlotTop());
+  for (const QString& line : reason.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+    const double room = scale.PlotRight() - scale.PlotLeft() - 2 * kNoteMargin;
+    const QFont fitting = FittingFont(line, kTitleSize, room);
+    const double width = QFontMetricsF(fitting).horizontalAdvance(line) + 2 * kNoteMargin;
+    const QPointF middle((scale.PlotLeft() + scale.PlotRight()) / 2, y);
+    painter.fillRect(QRectF(middle.x() - width / 2, y - letters.height() / 2, width, letters.height()),
+                     sheet.style.background);
+    DrawLabel(painter, middle, line, fitting, LabelPlace::Centred);
+    y += letters.height() + 2;
   }
+}
+
+// Below everything else, on paper that the plot leaves to them.
+void DrawNotes(QPainter& painter, const PageScale& scale, const QStringList& notes) {
+  double y = scale.height + kNoteStep / 2;
+  for (const QString& line : notes) {
+    DrawLabel(painter, {kNoteMargin, y}, line, PageFont(kLabelSize), LabelPlace::StartsAt);
+    y += kNoteStep;
+  }
+}
+
+QStringList NoteLines(const PageNotes& notes, QSizeF size) {
+  const double mostHeight = size.height() / 4;
+  return WrappedNotes(notes.lines, size.width() - 2 * kNoteMargin,
+                      std::min(kMostNoteLines, static_cast<int>(mostHeight / kNoteStep)));
+}
+
+PageScale ScaleAboveNotes(const GraphPage& page, const GraphSheet& sheet, QSizeF size, qsizetype noteLines) {
+  const QSizeF plot(size.width(), size.height() - kNoteStep * static_cast<double>(noteLines));
+  return MakePageScale(plot, TimeCoordinate(sheet.firstDay, page.start),
+                       TimeCoordinate(sheet.firstDay, page.end), page.maximumCm);
 }
 
 }  // namespace
 
 PageScale ScaleOfPage(const GraphPage& page, const GraphSheet& sheet, QSizeF size) {
-  return MakePageScale(size, TimeCoordinate(sheet.firstDay, page.start),
-                       TimeCoordinate(sheet.firstDay, page.end), page.maximumCm);
+  return ScaleAboveNotes(page, sheet, size, NoteLines(NotesOfPage(page, sheet), size).size());
 }
 
 void DrawGraphPage(QPainter& painter, QSizeF size, const GraphPage& page, const GraphSheet& sheet,
                    double columnsPerUnit) {
-  const PageScale scale = ScaleOfPage(page, sheet, size);
+  const PageNotes notes = NotesOfPage(page, sheet);
+  const QStringList noteLines = NoteLines(notes, size);
+  const PageScale scale = ScaleAboveNotes(page, sheet, size, noteLines.size());
   painter.save();
-  painter.fillRect(QRectF(0, 0, scale.width, scale.height), sheet.style.background);
+  painter.fillRect(QRectF(QPointF(0, 0), size.expandedTo({scale.width, scale.height})),
+                   sheet.style.background);
   DrawLevelScale(painter, scale, sheet.style);
   DrawTimeScale(painter, scale, sheet);
   painter.setPen(QPen(Qt::black, 1));
@@ -243,7 +229,10 @@ void DrawGraphPage(QPainter& painter, QSizeF size, const GraphPage& page, const 
     DrawTrace(painter, scale, traces[i], ColourOfStation(sheet.style, i), columns);
   painter.restore();
   DrawCaptions(painter, scale, sheet.texts);
-  if (!sheet.texts.legend.isEmpty()) DrawLegend(painter, scale, sheet);
+  DrawPeriod(painter, scale, page, sheet.texts.timeCaption);
+  if (!notes.blank.isEmpty()) DrawBlankReason(painter, scale, sheet, notes.blank);
+  if (!sheet.texts.legend.isEmpty()) DrawLegend(painter, scale, sheet, traces);
+  DrawNotes(painter, scale, noteLines);
   painter.restore();
 }
 

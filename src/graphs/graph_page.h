@@ -11,7 +11,8 @@ class QPainter;
 
 namespace vesk {
 
-/// The page's scales on a picture of that size (page units of 1/96 inch).
+/// The page's scales on a picture of that size (page units of 1/96 inch). Notes of the page take paper from
+/// the lower edge: the scale's height ends where they begin.
 PageScale ScaleOfPage(const GraphPage& page, const GraphSheet& sheet, QSizeF size);
 
 /// Draws the page from (0, 0) to (size). The painter's transformation brings page units to the device;

@@ -16,31 +16,75 @@ const SeriesPoint& PointAt(const GraphSheet& sheet, ReadoutPlace place) {
   return SeriesOf(sheet, place.series).Readable(place.position);
 }
 
-bool OnPage(const PageScale& scale, const SeriesPoint& point) {
-  const double t = point.minutes * kMinuteUnits;
-  constexpr double kHalfMinute = kMinuteUnits / 2;
-  return t > scale.startT - kHalfMinute && t < scale.endT + kHalfMinute;
-}
-
 int MinutesOf(double t) {
   return static_cast<int>(std::lround(t / kMinuteUnits));
 }
 
-std::optional<ReadoutPlace> NearestInSeries(const GraphSheet& sheet, const PageScale& scale, int series,
-                                            int minutes) {
-  const int first = MinutesOf(scale.startT);
-  const int onPage = std::clamp(minutes, first, std::max(first, MinutesOf(scale.endT)));
-  const int nearest = SeriesOf(sheet, series).NearestReadable(onPage);
-  if (nearest < 0) return std::nullopt;
-  // One just outside the page may be nearer: then its neighbour is the page's first or last one.
-  const int count = SeriesOf(sheet, series).ReadableCount();
-  for (const int position : {nearest, nearest - 1, nearest + 1}) {
-    if (position < 0 || position >= count) continue;
-    const ReadoutPlace place{series, position};
-    if (OnPage(scale, PointAt(sheet, place))) return place;
+GraphSeries::PageRange PageOf(const GraphSeries& series, const PageScale& scale) {
+  return series.RangeOf(MinutesOf(scale.startT), MinutesOf(scale.endT));
+}
+
+// The first drawn reading from `position` on, in the direction of step (1 or -1).
+std::optional<int> NextDrawn(const GraphSeries& series, const GraphSeries::PageRange& page, int position,
+                             int step) {
+  for (; position >= 0 && position < series.ReadableCount(); position += step) {
+    if (series.Drawn(position, page)) return position;
+    const int minutes = series.Readable(position).minutes;
+    if (step > 0 ? minutes > page.endMinutes : minutes < page.startMinutes) break;
   }
   return std::nullopt;
 }
+
+std::optional<ReadoutPlace> NearestInTime(const GraphSheet& sheet, const PageScale& scale, int series,
+                                          int minutes) {
+  const GraphSeries& searched = SeriesOf(sheet, series);
+  const GraphSeries::PageRange page = PageOf(searched, scale);
+  const int from = searched.ReadableFrom(minutes);
+  const auto later = NextDrawn(searched, page, from, 1);
+  const auto earlier = NextDrawn(searched, page, from - 1, -1);
+  if (!later && !earlier) return std::nullopt;
+  const auto distance = [&](int position) { return std::abs(searched.Readable(position).minutes - minutes); };
+  const bool takeLater = later && (!earlier || distance(*later) < distance(*earlier));
+  return ReadoutPlace{series, takeLater ? *later : *earlier};
+}
+
+// Looks for the reading nearest to a point of the picture: from the point's time outwards, no further than
+// the nearest one so far.
+class NearestSearch {
+ public:
+  NearestSearch(const GraphSheet& sheet, const PageScale& scale, QPointF point)
+      : sheet_(sheet), scale_(scale), point_(point) {}
+
+  void Search(int series) {
+    const GraphSeries& searched = SeriesOf(sheet_, series);
+    const GraphSeries::PageRange page = PageOf(searched, scale_);
+    const int from = searched.ReadableFrom(MinutesOf(TimeOfX(scale_, point_.x())));
+    for (int at = from; at < searched.ReadableCount() && Try(page, {series, at}); ++at) continue;
+    for (int at = from - 1; at >= 0 && Try(page, {series, at}); --at) continue;
+  }
+
+  [[nodiscard]] std::optional<ReadoutPlace> Found() const { return found_; }
+
+ private:
+  // False when this one and all behind it are too far away in time.
+  bool Try(const GraphSeries::PageRange& page, ReadoutPlace place) {
+    const QPointF away = PointOfReading(sheet_, scale_, place) - point_;
+    if (std::abs(away.x()) > nearest_) return false;
+    const double distance = std::hypot(away.x(), away.y());
+    const bool nearer = found_ ? distance < nearest_ : distance <= nearest_;
+    if (!nearer || !SeriesOf(sheet_, place.series).Drawn(place.position, page)) return true;
+    if (PointAt(sheet_, place).levelCm > scale_.topCm) return true;  // above the plot: cut off
+    found_ = place;
+    nearest_ = distance;
+    return true;
+  }
+
+  const GraphSheet& sheet_;
+  const PageScale& scale_;
+  QPointF point_;
+  std::optional<ReadoutPlace> found_;
+  double nearest_ = kReadoutReach;
+};
 
 }  // namespace
 
@@ -72,24 +116,30 @@ std::optional<QRectF> ScaledRectangle(const PageScale& scale, double maximumCm, 
 }
 
 std::optional<ReadoutPlace> NearestReading(const GraphSheet& sheet, const PageScale& scale, QPointF point) {
-  const int minutes = MinutesOf(TimeOfX(scale, point.x()));
-  std::optional<ReadoutPlace> nearest;
-  double nearestDistance = 0;
+  NearestSearch search(sheet, scale, point);
+  for (int series = 0; series < static_cast<int>(sheet.series.size()); ++series) search.Search(series);
+  return search.Found();
+}
+
+std::optional<ReadoutPlace> EdgeReading(const GraphSheet& sheet, const PageScale& scale, bool last) {
+  const int minutes = MinutesOf(last ? scale.endT : scale.startT);
+  std::optional<ReadoutPlace> edge;
   for (int series = 0; series < static_cast<int>(sheet.series.size()); ++series) {
-    const auto place = NearestInSeries(sheet, scale, series, minutes);
-    if (!place) continue;
-    const double distance = std::abs(YOfLevel(scale, PointAt(sheet, *place).levelCm) - point.y());
-    if (nearest && distance >= nearestDistance) continue;
-    nearest = place;
-    nearestDistance = distance;
+    const auto place = NearestInTime(sheet, scale, series, minutes);
+    const auto further = [&] {
+      const int here = PointAt(sheet, *place).minutes;
+      const int best = PointAt(sheet, *edge).minutes;
+      return last ? here > best : here < best;
+    };
+    if (place && (!edge || further())) edge = place;
   }
-  return nearest;
+  return edge;
 }
 
 ReadoutPlace StepReading(const GraphSheet& sheet, const PageScale& scale, ReadoutPlace place, int step) {
-  const int count = SeriesOf(sheet, place.series).ReadableCount();
-  const ReadoutPlace moved{place.series, std::clamp(place.position + step, 0, count - 1)};
-  return OnPage(scale, PointAt(sheet, moved)) ? moved : place;
+  const GraphSeries& series = SeriesOf(sheet, place.series);
+  const auto moved = NextDrawn(series, PageOf(series, scale), place.position + step, step);
+  return {place.series, moved.value_or(place.position)};
 }
 
 ReadoutPlace StepSeries(const GraphSheet& sheet, const PageScale& scale, ReadoutPlace place, int step) {
@@ -97,7 +147,7 @@ ReadoutPlace StepSeries(const GraphSheet& sheet, const PageScale& scale, Readout
   const int minutes = PointAt(sheet, place).minutes;
   for (int i = 1; i < count; ++i) {
     const int series = ((place.series + step * i) % count + count) % count;
-    if (const auto found = NearestInSeries(sheet, scale, series, minutes)) return *found;
+    if (const auto found = NearestInTime(sheet, scale, series, minutes)) return *found;
   }
   return place;
 }

@@ -33,15 +33,20 @@ struct ReadoutPlace {
   int position = 0;  ///< among the series' readable ones
 };
 
-/// Of every series' reading on the page that is nearest in time, the one nearest to the cursor's level.
-/// Binary search. Nothing when the page holds no reading.
+inline constexpr double kReadoutReach = 16;  ///< page units that a read-out is away from the cursor at most
+
+/// Of the readings drawn inside the plot, the one nearest to the point on the picture, in both directions.
+/// Nothing when none is within kReadoutReach.
 std::optional<ReadoutPlace> NearestReading(const GraphSheet& sheet, const PageScale& scale, QPointF point);
 
-/// `step` readings on (or back) in the same series; stays at the page's ends.
+/// The first (or last) reading that the page draws, of all series. Nothing when the page draws none.
+std::optional<ReadoutPlace> EdgeReading(const GraphSheet& sheet, const PageScale& scale, bool last);
+
+/// The next drawn reading of the same series (step 1) or the one before (step -1); stays at the page's ends.
 ReadoutPlace StepReading(const GraphSheet& sheet, const PageScale& scale, ReadoutPlace place, int step);
 
-/// The reading of the next (or previous) series at the same time; the same place when there is none on the
-/// page.
+/// The drawn reading of the next (step 1) or previous (step -1) series that is nearest in time; the same
+/// place when no other series has one on the page.
 ReadoutPlace StepSeries(const GraphSheet& sheet, const PageScale& scale, ReadoutPlace place, int step);
 
 /// Where a reading lies on the picture.

@@ -27,6 +27,11 @@ std::vector<int> LabelledDays(Month month, int interval) {
   return days;
 }
 
+bool IsLeapDay(Day day) {
+  const std::chrono::year_month_day date(day);
+  return date.month() == std::chrono::February && date.day() == std::chrono::day(29);
+}
+
 Month MonthOfDay(Day day) {
   const std::chrono::year_month_day date(day);
   return date.year() / date.month();
@@ -59,6 +64,10 @@ LevelAxis LevelAxisFor(double maximumCm) {
     }
   }
   return axis;
+}
+
+double TopOfPage(double maximumCm) {
+  return LevelAxisFor(std::clamp(maximumCm, 0.0, kMostLevelCm)).topCm;
 }
 
 PageScale MakePageScale(QSizeF size, double startT, double endT, double maximumCm) {
@@ -137,8 +146,9 @@ std::vector<DateTime> ClockTicks(const PageScale& scale, Day firstDay) {
     const std::chrono::minutes step(minutes);
     DateTime time(std::chrono::floor<std::chrono::days>(TimeOfCoordinate(firstDay, scale.startT)));
     for (; time <= end; time += step) {
-      const bool midnight = time == DateTime(std::chrono::floor<std::chrono::days>(time));
-      if (!midnight && TimeCoordinate(firstDay, time) >= scale.startT) ticks.push_back(time);
+      const Day day = std::chrono::floor<std::chrono::days>(time);
+      const bool dayTick = time == DateTime(day) && !IsLeapDay(day);
+      if (!dayTick && TimeCoordinate(firstDay, time) >= scale.startT) ticks.push_back(time);
     }
     return ticks;
   }

@@ -37,6 +37,8 @@ struct LevelAxis {
   double topCm = 10;
 };
 LevelAxis LevelAxisFor(double maximumCm);
+/// Top of the axis of a page with that maximum, cm; a maximum out of this world is cut.
+double TopOfPage(double maximumCm);
 
 /// World window of a page.
 struct PageScale {
@@ -72,7 +74,8 @@ int DayInterval(const PageScale& scale);
 std::vector<Day> DayTicks(const PageScale& scale, Day firstDay);
 
 /// Times of day between the days that carry a tick and a time of their own: none unless there is room for
-/// them, so that a page of a few hours has a time scale too.
+/// them, so that a page of a few hours has a time scale too. 00:00 of a 29 February is among them, to carry
+/// the date that DayTicks does not give: its hours would stand behind the date of the 28th otherwise.
 std::vector<DateTime> ClockTicks(const PageScale& scale, Day firstDay);
 
 }  // namespace vesk

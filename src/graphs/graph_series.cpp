@@ -29,6 +29,8 @@ GraphSeries::GraphSeries(std::vector<SeriesPoint> points, bool withExtremes) : p
 GraphSeries::PageRange GraphSeries::RangeOf(int startMinutes, int endMinutes) const {
   const auto begin = latestSoFar_.begin();
   PageRange range;
+  range.startMinutes = startMinutes;
+  range.endMinutes = endMinutes;
   range.first = static_cast<std::size_t>(std::lower_bound(begin, latestSoFar_.end(), startMinutes) - begin);
   range.last = static_cast<std::size_t>(std::upper_bound(begin, latestSoFar_.end(), endMinutes) - begin);
   auto negative = std::lower_bound(negatives_.begin(), negatives_.end(), range.first);
@@ -56,15 +58,18 @@ const SeriesPoint& GraphSeries::Readable(int position) const {
   return points_[byTime_[static_cast<std::size_t>(position)]];
 }
 
-int GraphSeries::NearestReadable(int minutes) const {
+int GraphSeries::ReadableFrom(int minutes) const {
   const auto later =
       std::lower_bound(byTime_.begin(), byTime_.end(), minutes,
                        [this](std::uint32_t i, int value) { return points_[i].minutes < value; });
-  const int position = static_cast<int>(later - byTime_.begin());
-  if (position == 0) return byTime_.empty() ? -1 : 0;
-  if (later == byTime_.end()) return position - 1;
-  const int before = minutes - Readable(position - 1).minutes;
-  return before <= Readable(position).minutes - minutes ? position - 1 : position;
+  return static_cast<int>(later - byTime_.begin());
+}
+
+bool GraphSeries::Drawn(int position, const PageRange& page) const {
+  const std::uint32_t record = byTime_[static_cast<std::size_t>(position)];
+  const int minutes = points_[record].minutes;
+  return record >= page.first && record < page.last && minutes >= page.startMinutes &&
+         minutes <= page.endMinutes;
 }
 
 }  // namespace vesk

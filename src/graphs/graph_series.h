@@ -34,20 +34,25 @@ class GraphSeries {
   /// The negative level that ends the series on that page.
   [[nodiscard]] std::optional<SeriesPoint> EndedByNegative(int startMinutes, int endMinutes) const;
 
-  /// Drawable readings (no negative level) in time order: how the read-out walks.
-  [[nodiscard]] int ReadableCount() const { return static_cast<int>(byTime_.size()); }
-  /// position: 0 to ReadableCount() - 1.
-  [[nodiscard]] const SeriesPoint& Readable(int position) const;
-  /// Position of the reading nearest in time, -1 when there is none.
-  [[nodiscard]] int NearestReadable(int minutes) const;
-
- private:
+  /// The records that OnPage gives, and the page: which readings are drawn on it.
   struct PageRange {
-    std::size_t first = 0, last = 0;
+    std::size_t first = 0, last = 0;  ///< records, the last one not included
+    int startMinutes = 0, endMinutes = 0;
     bool endsNegative = false;
   };
   [[nodiscard]] PageRange RangeOf(int startMinutes, int endMinutes) const;
 
+  /// Drawable readings (no negative level) in time order: how the read-out walks.
+  [[nodiscard]] int ReadableCount() const { return static_cast<int>(byTime_.size()); }
+  /// position: 0 to ReadableCount() - 1.
+  [[nodiscard]] const SeriesPoint& Readable(int position) const;
+  /// Position of the first reading that is not before that time; ReadableCount() when there is none.
+  [[nodiscard]] int ReadableFrom(int minutes) const;
+  /// Whether the page draws that reading: behind a negative level, or where a later read-out lies before an
+  /// earlier one, it does not.
+  [[nodiscard]] bool Drawn(int position, const PageRange& page) const;
+
+ private:
   std::vector<SeriesPoint> points_;
   std::vector<std::int32_t> latestSoFar_;  ///< per record: the latest time up to it, so that it only grows
   std::vector<std::uint32_t> negatives_;   ///< records with a negative level

@@ -1,10 +1,8 @@
 #include "graphs/graph_sheet.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "datafiles/graph_file.h"
-#include "graphs/graph_scales.h"
 #include "shell/error_texts.h"
 
 namespace vesk {
@@ -60,25 +58,38 @@ void SetYears(GraphSheet& sheet, int firstYear, int earliest, int latest) {
   sheet.end = WaterYearLastDay(latest);
 }
 
-template <class Sources>
-GraphSheet EmptyMultipleSheet(const Sources& sources, const Options& options, const Language& language) {
+GraphSheet EmptySheet(const Options& options, const Language& language, const QStringList& notes) {
   GraphSheet sheet;
   sheet.style = StyleOf(options);
   sheet.texts = AxisTexts(language);
+  sheet.notes = notes;
+  sheet.language = language;
+  return sheet;
+}
+
+template <class Sources>
+GraphSheet EmptyMultipleSheet(const Sources& sources, const Options& options, const Language& language,
+                              const QStringList& notes) {
+  GraphSheet sheet = EmptySheet(options, language, notes);
   if (sources.empty()) return sheet;
   const auto byYear = [](const auto& a, const auto& b) { return a.waterYear < b.waterYear; };
   const auto [earliest, latest] = std::minmax_element(sources.begin(), sources.end(), byYear);
   SetYears(sheet, sources.front().waterYear, earliest->waterYear, latest->waterYear);
-  sheet.texts.title =
-      language.Text(Caption::WaterYearTitle) + QLatin1Char(':') + YearText(sources.front().waterYear);
+  QStringList years;
+  for (const auto& source : sources) years.append(YearText(source.waterYear));
+  years.removeDuplicates();
+  sheet.years = years.join(QStringLiteral(", "));
+  sheet.texts.title = language.Text(Caption::WaterYearTitle) + QLatin1Char(':') + sheet.years;
   return sheet;
 }
 
-void AddStation(GraphSheet& sheet, const QString& station, std::vector<SeriesPoint> points,
-                const Language& language) {
+// Where the years differ, the legend tells each station's.
+void AddStation(GraphSheet& sheet, const QString& station, int waterYear, std::vector<SeriesPoint> points) {
   sheet.series.emplace_back(std::move(points), sheet.style.withExtremes);
   sheet.stationNames.append(station);
-  sheet.texts.legend.append(station + QLatin1Char(' ') + language.Text(Caption::GaugingStation));
+  QString entry = station + QLatin1Char(' ') + sheet.language.Text(Caption::GaugingStation);
+  if (sheet.years != YearText(waterYear)) entry += QLatin1Char(' ') + YearText(waterYear);
+  sheet.texts.legend.append(entry);
 }
 
 QString DamageText(const QString& path, qint64 record, const Language& language) {
@@ -131,16 +142,16 @@ double GraphSheet::HighestCm() const {
 }
 
 GraphSheet MakeSingleSheet(const ReviewGrid& grid, const GraphStation& station, const Options& options,
-                           const Language& language) {
-  GraphSheet sheet;
+                           const Language& language, const QStringList& notes) {
+  GraphSheet sheet = EmptySheet(options, language, notes);
   const bool yearFromReadings = station.waterYear == 0 && grid.ReadingCount() > 0;
   const int year = yearFromReadings ? WaterYearOf(grid.At(1).day) : station.waterYear;
   const int lastYear = yearFromReadings ? WaterYearOf(grid.At(grid.ReadingCount()).day) : year;
   SetYears(sheet, year, year, std::max(year, lastYear));
-  sheet.style = StyleOf(options);
-  sheet.texts = AxisTexts(language);
+  sheet.years = YearText(year);
+  if (lastYear > year) sheet.years += QLatin1Char('-') + YearText(lastYear);
   sheet.texts.title = station.number + QLatin1Char(' ') + station.name + QStringLiteral(" AGI  (") +
-                      language.Text(Caption::WaterYearTitle) + QLatin1Char(':') + YearText(year) +
+                      language.Text(Caption::WaterYearTitle) + QLatin1Char(':') + sheet.years +
                       QLatin1Char(')');
   sheet.series.emplace_back(PointsOfGrid(grid, sheet.firstDay), sheet.style.withExtremes);
   sheet.stationNames.append(station.number);
@@ -148,44 +159,28 @@ GraphSheet MakeSingleSheet(const ReviewGrid& grid, const GraphStation& station, 
 }
 
 GraphSheet MakeMultipleSheet(const std::vector<GraphSource>& sources, const Options& options,
-                             const Language& language) {
-  GraphSheet sheet = EmptyMultipleSheet(sources, options, language);
+                             const Language& language, const QStringList& notes) {
+  GraphSheet sheet = EmptyMultipleSheet(sources, options, language, notes);
   for (const GraphSource& source : sources) {
-    AddStation(sheet, source.station, PointsOfGrid(*source.grid, sheet.firstDay), language);
+    AddStation(sheet, source.station, source.waterYear, PointsOfGrid(*source.grid, sheet.firstDay));
   }
   return sheet;
 }
 
 GraphSheet ReadMultipleSheet(const std::vector<GraphFileEntry>& files, const Options& options,
-                             const Language& language) {
-  GraphSheet sheet = EmptyMultipleSheet(files, options, language);
+                             const Language& language, const QStringList& notes) {
+  GraphSheet sheet = EmptyMultipleSheet(files, options, language, notes);
   for (const GraphFileEntry& file : files) {
     const auto content = ReadGraphFile(file.path);
     if (!content) {
-      sheet.messages.append(ErrorText(content.Failure(), language));
+      sheet.notes.append(ErrorText(content.Failure(), language));
       continue;
     }
     FilePoints read = PointsOfFile(*content, sheet.firstDay);
-    if (read.damagedRecord > 0) sheet.messages.append(DamageText(file.path, read.damagedRecord, language));
-    AddStation(sheet, file.station, std::move(read.points), language);
+    if (read.damagedRecord > 0) sheet.notes.append(DamageText(file.path, read.damagedRecord, language));
+    AddStation(sheet, file.station, file.waterYear, std::move(read.points));
   }
   return sheet;
-}
-
-QStringList NegativeMessages(const GraphSheet& sheet, double startT, double endT, const Language& language) {
-  const auto start = static_cast<int>(std::lround(startT / kMinuteUnits));
-  const auto end = static_cast<int>(std::lround(endT / kMinuteUnits));
-  QStringList messages;
-  for (std::size_t i = 0; i < sheet.series.size(); ++i) {
-    const auto point = sheet.series[i].EndedByNegative(start, end);
-    if (!point) continue;
-    const DateTime time = TimeOfCoordinate(sheet.firstDay, point->minutes * kMinuteUnits);
-    messages.append(Either(language, QStringLiteral("%1: çizgi eksi seviyede bitiyor: %2  %3 cm"),
-                           QStringLiteral("%1: the line ends at a negative level: %2  %3 cm"))
-                        .arg(sheet.stationNames.value(static_cast<qsizetype>(i)), DateTimeText(time),
-                             NumberText(point->levelCm)));
-  }
-  return messages;
 }
 
 }  // namespace vesk

@@ -40,21 +40,23 @@ struct GraphTexts {
 
 struct GraphSheet {
   int waterYear = 0;   ///< of the first station; dates without a year are read in it
+  QString years;       ///< all water years as the title names them: "2011", "2011, 2012", "2009-2011"
   Day firstDay{};      ///< 1 October of that water year: where the time coordinate starts
   Day start{}, end{};  ///< first and last day of page 0
   GraphTexts texts;
   GraphStyle style;
   std::vector<GraphSeries> series;
   QStringList stationNames;  ///< beside the read-out, one a series
-  QStringList messages;      ///< what could not be read, for the operator
+  QStringList notes;         ///< what the picture has to say: what the load misses, what could not be read
+  Language language;         ///< of the notes
 
   /// Highest level of all series, cm; 0 when nothing is above it.
   [[nodiscard]] double HighestCm() const;
 };
 
-/// One station's grid (station mode "Tekli").
+/// One station's grid (station mode "Tekli"). notes: of the load, drawn on every page.
 GraphSheet MakeSingleSheet(const ReviewGrid& grid, const GraphStation& station, const Options& options,
-                           const Language& language);
+                           const Language& language, const QStringList& notes = {});
 
 /// One series of a multiple-station graph that is at hand already.
 struct GraphSource {
@@ -65,14 +67,11 @@ struct GraphSource {
 
 /// Several stations from their grids, without files; sources: 1 to kMostGraphStations.
 GraphSheet MakeMultipleSheet(const std::vector<GraphSource>& sources, const Options& options,
-                             const Language& language);
+                             const Language& language, const QStringList& notes = {});
 
 /// Several stations from graph data files (station mode "Çoklu"); a file that cannot be read is named in the
-/// messages and left out.
+/// notes and left out.
 GraphSheet ReadMultipleSheet(const std::vector<GraphFileEntry>& files, const Options& options,
-                             const Language& language);
-
-/// "reading dd/mm/yyyy hh:mm" messages for every series that a negative level ends on a page of the sheet.
-QStringList NegativeMessages(const GraphSheet& sheet, double startT, double endT, const Language& language);
+                             const Language& language, const QStringList& notes = {});
 
 }  // namespace vesk

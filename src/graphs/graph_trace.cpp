@@ -8,10 +8,12 @@
 namespace vesk {
 namespace {
 
+constexpr double kDotUnits = 1.5;  // a stretch within so many page units is a dot, on every device
+
 // Collects joined stretches and cuts off what rises above the plot: not every device clips.
 class LineBuilder {
  public:
-  LineBuilder(SeriesTrace& trace, double top, double pixel) : trace_(trace), top_(top), pixel_(pixel) {}
+  LineBuilder(SeriesTrace& trace, double top) : trace_(trace), top_(top) {}
 
   void Add(QPointF point) {
     const bool inside = point.y() >= top_;
@@ -34,16 +36,16 @@ class LineBuilder {
     return {last_.x() + part * (to.x() - last_.x()), top_};
   }
 
-  [[nodiscard]] bool WithinPixel() const {
+  [[nodiscard]] bool WithinDot() const {
     const QPointF first = current_.front();
     return std::all_of(current_.begin(), current_.end(), [this, first](QPointF point) {
-      return std::abs(point.x() - first.x()) < pixel_ && std::abs(point.y() - first.y()) < pixel_;
+      return std::abs(point.x() - first.x()) < kDotUnits && std::abs(point.y() - first.y()) < kDotUnits;
     });
   }
 
   void Finish() {
-    if (!current_.empty() && WithinPixel()) {
-      trace_.dots.push_back(current_.front());  // a line without length leaves no ink
+    if (!current_.empty() && WithinDot()) {
+      trace_.dots.push_back(current_.front());  // a line of hardly any length would not be seen
     } else if (!current_.empty()) {
       trace_.lines.push_back(std::move(current_));
     }
@@ -52,7 +54,6 @@ class LineBuilder {
 
   SeriesTrace& trace_;
   double top_;
-  double pixel_;  // page units of one device pixel
   std::vector<QPointF> current_;
   QPointF last_;
   bool lastInside_ = false;
@@ -119,7 +120,7 @@ LinearMap MapThrough(double zero, double one) {
 
 SeriesTrace TraceSeries(const GraphSeries& series, const PageScale& scale, double columnsPerUnit) {
   SeriesTrace trace;
-  LineBuilder line(trace, scale.PlotTop(), 1 / columnsPerUnit);
+  LineBuilder line(trace, scale.PlotTop());
   Column column(line);
   const LinearMap xMap = MapThrough(XOfTime(scale, 0), XOfTime(scale, kMinuteUnits));
   const LinearMap yMap = MapThrough(YOfLevel(scale, 0), YOfLevel(scale, 1));

@@ -12,9 +12,9 @@ namespace vesk {
 
 struct SeriesTrace {
   std::vector<std::vector<QPointF>> lines;  ///< joined stretches, page units, inside the plot
-  std::vector<QPointF> dots;                ///< single readings that join nothing
-  std::vector<QPointF> maxima;              ///< marks of logger maxima
-  std::vector<QPointF> minima;              ///< marks of logger minima
+  std::vector<QPointF> dots;  ///< single readings that join nothing, stretches too short to be seen as a line
+  std::vector<QPointF> maxima;  ///< marks of logger maxima
+  std::vector<QPointF> minima;  ///< marks of logger minima
 };
 
 /// columnsPerUnit: pixel columns of the device in one page unit. Of the readings of one column the first, the

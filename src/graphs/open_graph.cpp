@@ -10,7 +10,7 @@ namespace {
 
 void Open(MainFrame& frame, GraphSheet sheet) {
   const RunValues& run = frame.Run();
-  auto* window = new FormGraf(std::move(sheet), run.language, run.options.mouseAdjustment);
+  auto* window = new FormGraf(std::move(sheet), run.language, run.options.mouseAdjustment, run.dataDirectory);
   window->setProperty(kOpensMaximised, true);  // a graph is worth all the room there is
   frame.ShowChild(window);
 }
@@ -18,18 +18,18 @@ void Open(MainFrame& frame, GraphSheet sheet) {
 }  // namespace
 
 void OpenSingleGraph(MainFrame& frame, const std::shared_ptr<const ReviewGrid>& grid,
-                     const GraphStation& station) {
+                     const GraphStation& station, const QStringList& notes) {
   if (!frame.CloseChild(QStringLiteral("FormGraf"))) return;
   RunValues& run = frame.Run();
   run.stationMode = StationMode::Single;
-  Open(frame, MakeSingleSheet(*grid, station, run.options, run.language));
+  Open(frame, MakeSingleSheet(*grid, station, run.options, run.language, notes));
 }
 
-void OpenMultipleGraph(MainFrame& frame, const std::vector<GraphFileEntry>& files) {
+void OpenMultipleGraph(MainFrame& frame, const std::vector<GraphFileEntry>& files, const QStringList& notes) {
   if (!frame.CloseChild(QStringLiteral("FormGraf"))) return;
   RunValues& run = frame.Run();
   run.stationMode = StationMode::Multiple;
-  Open(frame, ReadMultipleSheet(files, run.options, run.language));
+  Open(frame, ReadMultipleSheet(files, run.options, run.language, notes));
 }
 
 }  // namespace vesk

@@ -1,6 +1,8 @@
 // How the other windows open the graph window.
 #pragma once
 
+#include <QStringList>
+
 #include <memory>
 #include <vector>
 
@@ -14,12 +16,13 @@ class MainFrame;
 
 /// Opens the graph window on a loaded grid (station mode "Tekli"). A graph window that is already open is
 /// closed first. The grid is read once, before the call returns; later edits show when the graph is opened
-/// again.
+/// again. notes: what the picture has to say on every page and device (NotesOfLoad), in the run's language.
 void OpenSingleGraph(MainFrame& frame, const std::shared_ptr<const ReviewGrid>& grid,
-                     const GraphStation& station);
+                     const GraphStation& station, const QStringList& notes = {});
 
 /// Opens the graph window on graph data files (station mode "Çoklu"); a file that cannot be read is reported
-/// and left out.
-void OpenMultipleGraph(MainFrame& frame, const std::vector<GraphFileEntry>& files);
+/// and left out. notes: as above (GraphFilesBuilt::notes).
+void OpenMultipleGraph(MainFrame& frame, const std::vector<GraphFileEntry>& files,
+                       const QStringList& notes = {});
 
 }  // namespace vesk

@@ -5,10 +5,12 @@
 
 #include <algorithm>
 
+#include "graphs/graph_notes.h"
 #include "graphs/graph_output.h"
 #include "graphs/graph_sheet.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
+#include "shell/settings.h"
 
 namespace vesk {
 namespace {
@@ -24,7 +26,9 @@ struct GraphRequest {
   int waterYear = 0;
   std::optional<Day> from, to;
   QSize size;
+  int dotsPerInch = kUnitsPerInch;
   Language language;
+  Options options;  // colours, extremes
 };
 
 void AddGraphOptions(QCommandLineParser& parser) {
@@ -36,7 +40,11 @@ void AddGraphOptions(QCommandLineParser& parser) {
   add("from", "First day drawn, day and month (1.10).", "d.m");
   add("to", "Last day drawn, day and month (30.9).", "d.m");
   add("size", "Size of the page, 1/96 inch (1600x900 for .png, A4 landscape for .pdf and .svg).", "WxH");
-  add("language", "Language of the texts (TURKCE).", "TURKCE|ENGLISH");
+  add("dpi", "Pixels an inch of a .png (96).", "N");
+  parser.addOption(
+      {QStringLiteral("no-extremes"), QStringLiteral("Leaves out the logger's maxima and minima.")});
+  add("settings", "Settings file: colours, extremes and language (those of a first run).", "FILE");
+  add("language", "Language of the texts (that of the settings, TURKCE).", "TURKCE|ENGLISH");
   add("register", "Station register for the station's name.", "FILE");
   add("out", "File to write: .png, .pdf or .svg; .csv writes the readings that are drawn.", "FILE");
 }
@@ -73,6 +81,43 @@ Status ReadRange(const QCommandLineParser& parser, GraphRequest& request) {
   return {};
 }
 
+Status ReadDotsPerInch(const QCommandLineParser& parser, const QString& ending, GraphRequest& request) {
+  constexpr int kLeastDpi = 24;
+  constexpr int kMostDpi = 1200;
+  const QString option = QStringLiteral("dpi");
+  if (!parser.isSet(option)) return {};
+  if (ending != QLatin1String("png")) return Wrong(option, QStringLiteral("only a .png has pixels"));
+  bool numeric = false;
+  request.dotsPerInch = parser.value(option).toInt(&numeric);
+  if (!numeric || request.dotsPerInch < kLeastDpi || request.dotsPerInch > kMostDpi) {
+    return Wrong(option, QStringLiteral("expected %1 to %2").arg(kLeastDpi).arg(kMostDpi));
+  }
+  const QSizeF pixels = QSizeF(request.size) * request.dotsPerInch / kUnitsPerInch;
+  if (std::max(pixels.width(), pixels.height()) <= kMostSide) return {};
+  return Wrong(option, QStringLiteral("the picture would have more than %1 pixels on a side").arg(kMostSide));
+}
+
+/// Settings first, then what the command line says otherwise.
+Status ReadLook(const QCommandLineParser& parser, GraphRequest& request) {
+  request.options = FirstRunOptions();
+  LanguageChoice choice = LanguageChoice::Turkish;
+  if (const QString path = parser.value(QStringLiteral("settings")); !path.isEmpty()) {
+    if (!QFileInfo(path).isFile())
+      return Wrong(QStringLiteral("settings"), path + QStringLiteral(": there is no such file"));
+    request.options = LoadOptions(Settings(path));
+    if (LanguageChoiceOf(request.options.Slot(21)) == LanguageChoice::English)
+      choice = LanguageChoice::English;
+  }
+  if (parser.isSet(QStringLiteral("no-extremes"))) request.options.Slot(1) = QStringLiteral("0");
+  if (const QString language = parser.value(QStringLiteral("language")); !language.isEmpty()) {
+    choice = LanguageChoiceOf(language);
+    if (choice == LanguageChoice::Unknown)
+      return Wrong(QStringLiteral("language"), QStringLiteral("expected TURKCE or ENGLISH"));
+  }
+  choice == LanguageChoice::English ? request.language.FillEnglish() : request.language.FillTurkish();
+  return {};
+}
+
 /// Everything but the data directory; whatever is wrong here is wrong use.
 Result<GraphRequest> ReadRequest(const QCommandLineParser& parser) {
   GraphRequest request;
@@ -94,60 +139,74 @@ Result<GraphRequest> ReadRequest(const QCommandLineParser& parser) {
   const auto size = ReadSize(parser.value(QStringLiteral("size")), ending);
   if (!size) return size.Failure();
   request.size = *size;
-  const QString language = parser.value(QStringLiteral("language"));
-  if (language == QLatin1String("ENGLISH")) {
-    request.language.FillEnglish();
-  } else if (language.isEmpty() || language == QLatin1String("TURKCE")) {
-    request.language.FillTurkish();
-  } else {
-    return Wrong(QStringLiteral("language"), QStringLiteral("expected TURKCE or ENGLISH"));
-  }
+  if (const Status dpi = ReadDotsPerInch(parser, ending, request); !dpi) return dpi.Failure();
+  if (const Status look = ReadLook(parser, request); !look) return look.Failure();
   request.registerPath = parser.value(QStringLiteral("register"));
   return request;
 }
 
-struct LoadedSheet {
-  GraphSheet sheet;
-  int exit = kBatchDone;  // kBatchFailed when a refused file cut one of the loads short
+/// What could be loaded, and what the picture has to say of the rest.
+struct LoadedStations {
+  std::vector<GraphSource> sources;
+  QStringList notes;
+  int exit = kBatchDone;  // kBatchFailed when a load is not whole or a station is left out
 };
 
-Result<LoadedSheet> LoadSheet(const GraphRequest& request) {
+/// Fails when no station can be loaded; one that cannot is named and left out.
+Result<LoadedStations> LoadStations(const GraphRequest& request) {
   const std::vector<RawFile> inUse = FilesInUse(ListRawFiles(request.folder));
-  std::vector<GraphSource> sources;
-  int exit = kBatchDone;
+  LoadedStations all;
+  std::optional<Error> failure;
   for (const QString& wanted : request.stations) {
-    const auto choice = ChooseStationYear(request.folder, inUse, wanted, request.waterYear);
-    if (!choice) return choice.Failure();
-    auto loaded = LoadStationYear(request.folder, *choice);
-    if (!loaded) return loaded.Failure();
-    exit = std::max(exit, ExitOf(*loaded));
-    sources.push_back({choice->station.mid(4), request.waterYear,
-                       std::make_shared<const ReviewGrid>(std::move(loaded->grid))});
+    QString station = wanted;
+    const auto load = [&]() -> Result<LoadedReadings> {
+      const auto choice = ChooseStationYear(request.folder, inUse, wanted, request.waterYear);
+      if (!choice) return choice.Failure();
+      station = choice->station.mid(4);
+      return LoadStationYear(request.folder, *choice);
+    };
+    auto loaded = load();
+    if (!loaded) {
+      if (failure) Complain(failure->Text());
+      failure = loaded.Failure();
+      all.exit = kBatchFailed;
+      all.notes.append(Either(request.language, QStringLiteral("%1: çizilecek okuma yok"),
+                              QStringLiteral("%1: there are no readings to draw"))
+                           .arg(station));
+      continue;
+    }
+    all.exit = std::max(all.exit, ExitOf(*loaded));
+    all.notes += NotesOfLoad(*loaded, station, request.language);
+    all.sources.push_back(
+        {station, request.waterYear, std::make_shared<const ReviewGrid>(std::move(loaded->grid))});
   }
-  const Options colours = FirstRunOptions();
-  if (sources.size() > 1) {
-    return LoadedSheet{MakeMultipleSheet(sources, colours, request.language), exit};
+  if (all.sources.empty()) return *failure;
+  if (failure) Complain(failure->Text());
+  return all;
+}
+
+GraphSheet MakeSheet(const GraphRequest& request, const LoadedStations& loaded) {
+  if (request.stations.size() > 1) {
+    return MakeMultipleSheet(loaded.sources, request.options, request.language, loaded.notes);
   }
-  const GraphSource& only = sources.front();
+  const GraphSource& only = loaded.sources.front();
   const GraphStation station{only.station, StationNameFrom(request.registerPath, only.station),
                              request.waterYear};
-  return LoadedSheet{MakeSingleSheet(*only.grid, station, colours, request.language), exit};
+  return MakeSingleSheet(*only.grid, station, request.options, request.language, loaded.notes);
 }
 
 /// The exit code of a graph that has been drawn and saved.
 Result<int> DrawGraph(const GraphRequest& request) {
-  const auto loaded = LoadSheet(request);
+  const auto loaded = LoadStations(request);
   if (!loaded) return loaded.Failure();
-  const GraphSheet& sheet = loaded->sheet;
+  const GraphSheet sheet = MakeSheet(request, *loaded);
   GraphPage page = WholePeriodPage(sheet);
   page = PageOfDates(request.from.value_or(sheet.start), request.to.value_or(sheet.end), page.maximumCm);
-  const PageScale scale = ScaleOfPage(page, sheet, request.size);
-  for (const QString& message : NegativeMessages(sheet, scale.startT, scale.endT, request.language)) {
-    Complain(message);
-  }
-  const Status saved = SaveGraphPage(request.outPath, page, sheet, request.size);
+  const QStringList notes = AllNotes(NotesOfPage(page, sheet));
+  for (const QString& note : notes) Complain(note);
+  const Status saved = SaveGraphPage(request.outPath, page, sheet, request.size, request.dotsPerInch);
   if (!saved) return saved.Failure();
-  return loaded->exit;
+  return notes.isEmpty() ? loaded->exit : kBatchFailed;
 }
 
 }  // namespace

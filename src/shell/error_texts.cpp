@@ -75,6 +75,8 @@ constexpr Translation kTranslations[] = {
     {u"The spreadsheet application does not end", u"Tablolama programı kapanmıyor"},
     {u"The template of the level table could not be copied", u"Seviye tablosunun şablonu kopyalanamadı"},
     {u"The template of the level table is missing", u"Seviye tablosunun şablonu yok"},
+    {u"The note's cell could not be laid out", u"Not hücresi biçimlendirilemedi"},
+    {u"The record of the level table could not be written", u"Seviye tablosunun yazıldığı kaydedilemedi"},
     {u"The workbook could not be closed", u"Tablo dosyası kapatılamadı"},
     {u"The workbook could not be saved", u"Tablo dosyası kaydedilemedi"},
     {u"The workbook's macro could not be run", u"Tablo dosyasının makrosu çalıştırılamadı"},
@@ -148,6 +150,18 @@ constexpr Translation kTranslations[] = {
     {u"no such file", u"böyle bir dosya yok"},
     {u"the spreadsheet application has ended", u"tablolama programı kapandı"},
     {u"the spreadsheet application refused", u"tablolama programı kabul etmedi"},
+    {u"the spreadsheet application could not read or write it whole",
+     u"tablolama programı dosyayı eksiksiz okuyamadı veya yazamadı"},
+    {u"a file of that name is in the way", u"bu adda bir dosya var"},
+    {u"another program is using it", u"dosyayı başka bir program kullanıyor"},
+    {u"it is no workbook, or a damaged one", u"tablo dosyası değil veya bozuk"},
+    {u"it was changed while the new one was made", u"yenisi yapılırken değiştirildi; olduğu gibi bırakıldı"},
+    {u"its folder is no longer there", u"klasörü artık yerinde değil"},
+    {u"the disk is full", u"disk dolu"},
+    {u"the disk is read-only", u"disk salt okunur"},
+    {u"the file or its folder is not there", u"dosya veya klasörü yerinde değil"},
+    {u"there is no permission to read or write it", u"okuma veya yazma izni yok"},
+    {u"there is no permission to write it", u"yazma izni yok"},
     {u"there is no such file", u"böyle bir dosya yok"},
 };
 
@@ -156,7 +170,10 @@ QString Turkish(const QString& text) {
   const QStringView wanted(text);
   const auto found = std::ranges::find_if(
       kTranslations, [wanted](const Translation& entry) { return wanted == QStringView(entry.english); });
-  return found == std::end(kTranslations) ? text : QStringView(found->turkish).toString();
+  if (found != std::end(kTranslations)) return QStringView(found->turkish).toString();
+  // What another program said stays behind the words, in its own language.
+  const qsizetype own = text.endsWith(QLatin1Char(']')) ? text.indexOf(QLatin1String(" [")) : -1;
+  return own < 0 ? text : Turkish(text.left(own)) + text.mid(own);
 }
 
 }  // namespace

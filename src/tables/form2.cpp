@@ -137,7 +137,9 @@ void Form2::DeleteSelected() {
     Tell(Either(language, QStringLiteral("Çöp kutusuna taşındı: "), QStringLiteral("Moved to the trash: ")) +
          name);
   } else {
-    Tell(Either(language, QStringLiteral("Silindi: "), QStringLiteral("Deleted: ")) + name);
+    Tell(Either(language, QStringLiteral("Çöp kutusu yok; kalıcı olarak silindi: "),
+                QStringLiteral("There is no trash; deleted for good: ")) +
+         name);
   }
 }
 

@@ -3,8 +3,20 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QStandardPaths>
 
 namespace vesk {
+namespace {
+
+/// Trash folders: "Trash" of the home, ".Trash-<user>" or ".Trash/<user>" of another volume.
+bool LiesInTrash(const QString& path) {
+  static const QRegularExpression kTrash(
+      QStringLiteral("^/(.*/)?(Trash|\\.Trash-\\d+|\\.Trash/\\d+)/files/[^/]+$"));
+  return kTrash.match(path).hasMatch() && QFileInfo::exists(path);
+}
+
+}  // namespace
 
 std::vector<QString> ListStoredTables(const QString& directory) {
   if (directory.isEmpty()) return {};
@@ -14,7 +26,13 @@ std::vector<QString> ListStoredTables(const QString& directory) {
 }
 
 bool MoveToDesktopTrash(const QString& path) {
-  return QFile::moveToTrash(path);
+  // A home without the folder that holds the trash would make the current folder take its place.
+  if (!QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation))) return false;
+  QString where;
+  if (!QFile::moveToTrash(path, &where)) return false;
+  if (LiesInTrash(where)) return true;
+  (void)QFile::rename(where, path);  // the caller sees whether it is back
+  return false;
 }
 
 Result<Removal> RemoveStoredTable(const QString& path, const TrashFunction& trash) {

@@ -17,7 +17,8 @@ std::vector<QString> ListStoredTables(const QString& directory);
 
 enum class Removal { Trashed, Deleted };
 
-/// Moves a file into the desktop's trash; false when there is no trash for it.
+/// Moves a file into the desktop's trash, whose folder is made where the home has none yet; false when there
+/// is no trash for it.
 using TrashFunction = std::function<bool(const QString& path)>;
 bool MoveToDesktopTrash(const QString& path);
 

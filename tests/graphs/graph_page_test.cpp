@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "datafiles/helpers.h"
@@ -92,6 +93,56 @@ TEST(GraphPageDrawing, NoInkLiesOutsideTheFrameAndLinesLeaveItWhereTheyCrossIt) 
   }
 }
 
+// A picture with a legend has every coloured pixel that the picture without it has.
+TEST(GraphPageDrawing, TheLegendCoversNoReadingWhereverTheyRun) {
+  std::uint32_t random = 7;
+  const auto next = [&random](std::uint32_t below) {
+    random = random * 1664525U + 1013904223U;
+    return static_cast<int>((random >> 8U) % below);
+  };
+  for (int round = 0; round < 24; ++round) {
+    std::vector<std::vector<SeriesPoint>> stations(1 + static_cast<std::size_t>(round) % 4);
+    for (auto& points : stations) {
+      double level = 20 + next(180);
+      for (int minute = 1440; minute < 366 * 1440; minute += 360 + next(3000)) {
+        level = std::clamp(level + next(61) - 30, 0.0, 230.0);
+        points.push_back({level, minute, next(20) == 0 ? ReadingKind::Maximum : kOrdinary});
+      }
+    }
+    GraphSheet sheet = PlainSheet(stations);
+    const QSize size = round % 2 == 0 ? QSize(640, 480) : QSize(1366, 700);
+    const QImage bare = GraphPageImage(WholePeriodPage(sheet), sheet, size);
+    for (std::size_t i = 0; i < stations.size(); ++i)
+      sheet.texts.legend.append(QStringLiteral("12345 AGI 2011"));
+    const QImage page = GraphPageImage(WholePeriodPage(sheet), sheet, size);
+    bool legend = false;
+    for (int i = 0; i < size.width() * size.height(); ++i) {
+      const QPoint place(i % size.width(), i / size.width());
+      const QColor before = bare.pixelColor(place);
+      const bool coloured = before.saturation() > 30;
+      ASSERT_TRUE(!coloured || page.pixelColor(place) == before) << round << ": " << place.x();
+      legend = legend || (!coloured && page.pixelColor(place) == sheet.style.stations[0]);
+    }
+    EXPECT_TRUE(legend) << round;
+  }
+}
+
+TEST(GraphPageDrawing, AReadingThatJoinsNothingIsSeenOnEveryDevice) {
+  const GraphSheet sheet = PlainSheet({{{100, 60000, kOrdinary}, {180, 163000, kOrdinary}}});
+  const GraphPage page = WholePeriodPage(sheet);
+  const PageScale scale = ScaleOfPage(page, sheet, kSize);
+  for (const double ratio : {1.0, 3.0}) {
+    QImage image = GraphPageImage(page, sheet, kSize, ratio);
+    image.setDevicePixelRatio(1);
+    int inked = 0;
+    for (int i = 0; i < 225; ++i) {
+      const QPoint at = (QPointF(XOfTime(scale, 600), YOfLevel(scale, 100)) * ratio).toPoint();
+      inked += image.pixelColor(at + QPoint(i % 15 - 7, i / 15 - 7)) == sheet.style.stations[0] ? 1 : 0;
+    }
+    EXPECT_GE(inked, 4 * ratio * ratio) << ratio;
+  }
+}
+
 class GraphOutput : public testing::Test {
  protected:
   GraphOutput() {
@@ -129,6 +180,38 @@ TEST_F(GraphOutput, PdfAndSvgHoldTextsAndPathsAndNoPicture) {
   EXPECT_FALSE(svgText.contains(QStringLiteral("<image")));
   const QByteArray pictures = OutputOf("pdfimages", {QStringLiteral("-list"), Path("page.pdf")});
   EXPECT_EQ(pictures.trimmed().count('\n'), 1) << "two heading lines and no picture";
+}
+
+TEST_F(GraphOutput, EveryDeviceBearsTheNotesTheReasonOfABlankPageAndItsDates) {
+  sheet_.notes = {QStringLiteral("a file is missing")};
+  sheet_.language.FillEnglish();
+  GraphPage hour = WholePeriodPage(sheet_);
+  hour.start = DateTime(Day(std::chrono::year(2011) / 3 / 15)) + std::chrono::minutes(370);
+  hour.end = hour.start + std::chrono::minutes(60);
+  const auto textOf = [&](const char* name) {
+    EXPECT_TRUE(SaveGraphPage(Path(name), hour, sheet_, kSize));
+    if (QString::fromLatin1(name).endsWith(QStringLiteral("svg")))
+      return QString::fromUtf8(ReadWholeFile(Path(name), {}).Value());
+    return QString::fromUtf8(
+        OutputOf("pdftotext", {QStringLiteral("-layout"), Path(name), QStringLiteral("-")}));
+  };
+  for (const char* name : {"hour.svg", "hour.pdf"}) {
+    const QString text = textOf(name);
+    for (const char* part :
+         {"a file is missing", "no readings to draw on this page", "15/03/2011 06:10", "15/03/2011 07:10"}) {
+      EXPECT_TRUE(text.contains(QString::fromLatin1(part))) << name << ": " << part;
+    }
+  }
+  const QImage image = GraphPageImage(hour, sheet_, kSize);
+  sheet_.notes.clear();
+  EXPECT_NE(GraphPageImage(hour, sheet_, kSize), image);
+}
+
+TEST_F(GraphOutput, APngHasTheDotsThatItIsAskedFor) {
+  ASSERT_TRUE(SaveGraphPage(Path("fine.png"), WholePeriodPage(sheet_), sheet_, kSize, 192));
+  const QImage image(Path("fine.png"));
+  EXPECT_EQ(image.size(), kSize * 2);
+  EXPECT_NEAR(image.dotsPerMeterX() * 0.0254, 192, 0.1);
 }
 
 TEST_F(GraphOutput, FailuresNameTheFileAndLeaveWhatWasThere) {

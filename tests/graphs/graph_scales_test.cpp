@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 #include "datafiles/helpers.h"
 
 namespace vesk {
@@ -98,6 +100,19 @@ TEST(ClockTicks, FillPagesOfHoursOnly) {
   const auto ticks = ClockTicks(page, kFirst);
   ASSERT_EQ(ticks.size(), 47U) << "half hours, without midnight";
   EXPECT_EQ(ticks.front(), DateTime(kFirst) + 120min);
+}
+
+TEST(ClockTicks, TheLeapDayHasADateOfItsOwnAmongItsHours) {
+  const DateTime leap{Day(2012y / 2 / 29)};
+  for (const int days : {1, 3, 40}) {
+    const double start = TimeCoordinate(kFirst, leap - std::chrono::days(days / 2));
+    const PageScale page = MakePageScale({1600, 600}, start, start + days * kDayUnits, 100);
+    const auto ticks = ClockTicks(page, kFirst);
+    EXPECT_EQ(std::ranges::count(ticks, leap), 1) << days;
+    const auto midnights = std::ranges::count_if(
+        ticks, [](DateTime time) { return time == DateTime(std::chrono::floor<std::chrono::days>(time)); });
+    EXPECT_EQ(midnights, 1) << "every other day has its tick already";
+  }
 }
 
 }  // namespace

@@ -87,8 +87,9 @@ TEST_F(GraphSheets, FilesOfDifferentYearsShareOneTimeAxisAndWhatIsMissingIsNamed
   GraphFileEntry missing = damaged;
   missing.path += QStringLiteral(".gone");
   const GraphSheet sheet = Read({Write("001-54321", 2012, {}), missing, damaged});
-  EXPECT_EQ(sheet.texts.title, QStringLiteral("Water Year:2012")) << "the first entry's";
-  EXPECT_EQ(sheet.texts.legend, (QStringList{QStringLiteral("54321 SGS"), QStringLiteral("12345 SGS")}));
+  EXPECT_EQ(sheet.texts.title, QStringLiteral("Water Year:2012, 2011"));
+  EXPECT_EQ(sheet.texts.legend,
+            (QStringList{QStringLiteral("54321 SGS 2012"), QStringLiteral("12345 SGS 2011")}));
   EXPECT_EQ(sheet.start, kFirst);
   EXPECT_EQ(sheet.end, Day(2012y / 9 / 30));
   EXPECT_EQ(sheet.HighestCm(), 177);
@@ -99,9 +100,9 @@ TEST_F(GraphSheets, FilesOfDifferentYearsShareOneTimeAxisAndWhatIsMissingIsNamed
     EXPECT_EQ(point.levelCm, kReadings[i].levelCm);
     EXPECT_EQ(point.kind, kReadings[i].kind);
   }
-  ASSERT_EQ(sheet.messages.size(), 2);
-  EXPECT_TRUE(sheet.messages[0].contains(missing.path));
-  EXPECT_TRUE(sheet.messages[1].contains(QStringLiteral("record 3")));
+  ASSERT_EQ(sheet.notes.size(), 2);
+  EXPECT_TRUE(sheet.notes[0].contains(missing.path));
+  EXPECT_TRUE(sheet.notes[1].contains(QStringLiteral("record 3")));
 }
 
 }  // namespace

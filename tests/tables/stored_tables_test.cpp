@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -23,6 +24,43 @@ TEST(StoredTablesTest, RemovesIntoTheTrashElseForGoodElseTellsWhy) {
   ASSERT_FALSE(failed);
   EXPECT_EQ(failed.Failure().path, path);
   EXPECT_FALSE(failed.Failure().reason.isEmpty());
+}
+
+/// Sets an environment variable, and the current folder, for as long as it lives.
+class Elsewhere {
+ public:
+  Elsewhere(const QString& dataHome, const QString& folder) : before_(qgetenv("XDG_DATA_HOME")) {
+    qputenv("XDG_DATA_HOME", dataHome.toUtf8());
+    QDir::setCurrent(folder);
+  }
+  ~Elsewhere() {
+    qputenv("XDG_DATA_HOME", before_);
+    QDir::setCurrent(folder_);
+  }
+  Elsewhere(const Elsewhere&) = delete;
+  Elsewhere& operator=(const Elsewhere&) = delete;
+
+ private:
+  QByteArray before_;
+  QString folder_ = QDir::currentPath();
+};
+
+TEST(StoredTablesTest, ATrashIsMadeWhereTheHomeHasNoneAndNothingElseIsTakenForOne) {
+  QTemporaryDir home(QDir::home().filePath(QStringLiteral("trash-XXXXXX")));  // on the home's own volume
+  ASSERT_TRUE(home.isValid() && QDir(home.path()).mkdir(QStringLiteral("here")));
+  const QString path = home.filePath(QStringLiteral("Tablo-12345(2011).xls"));
+  const QString here = home.filePath(QStringLiteral("here"));
+  const auto move = [&](const QString& dataHome) {
+    const Elsewhere elsewhere(dataHome, here);
+    EXPECT_TRUE(QFile(path).open(QIODevice::WriteOnly));
+    return MoveToDesktopTrash(path);
+  };
+  EXPECT_TRUE(move(home.filePath(QStringLiteral(".local/share"))));
+  EXPECT_TRUE(QFile::exists(home.filePath(QStringLiteral(".local/share/Trash/files/Tablo-12345(2011).xls"))));
+  EXPECT_FALSE(QFile::exists(path));
+  EXPECT_FALSE(move(QStringLiteral("/dev/null/share"))) << "no trash can be made there";
+  EXPECT_TRUE(QFile::exists(path)) << "still where it was";
+  EXPECT_TRUE(QDir(here).isEmpty()) << "the current folder is no trash";
 }
 
 TEST(StoredTablesTest, OnlyAWorkbookThatCannotBeOpenedIsAFailure) {

@@ -4,6 +4,8 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMessageBox>
 #include <QPrinter>
 #include <QProcess>
@@ -34,7 +36,7 @@ TEST_F(GraphWindow, OpensOnTheWholeWaterYear) {
 TEST_F(GraphWindow, TheCursorReadsTimeAdjustedLevelAndTheNearestReading) {
   frame_.Run().options.mouseAdjustment = 30;
   Open();
-  const QPoint point = At("15/03/2011 12:00", 180);
+  const QPoint point = At("15/03/2011 12:00", 252);
   Move(point, Qt::NoButton);
   const PageScale scale = Scale();
   const DateTime time = TimeOfCoordinate(form_->Sheet().firstDay, TimeOfX(scale, point.x()));
@@ -43,7 +45,77 @@ TEST_F(GraphWindow, TheCursorReadsTimeAdjustedLevelAndTheNearestReading) {
   EXPECT_TRUE(text.startsWith(QStringLiteral("Mouse:") + DateTimeText(time) + QStringLiteral("   H=") +
                               QString::number(level) + QLatin1Char(' ')))
       << text.toStdString();
-  EXPECT_TRUE(text.contains(QStringLiteral("Okuma: 1"))) << text.toStdString();
+  EXPECT_TRUE(text.endsWith(QStringLiteral("Okuma: 15/03/2011 12:00  250 cm")))
+      << "the spike that the cursor points at: " << text.toStdString();
+  Move(At("15/06/2011 12:00", 280), Qt::NoButton);
+  EXPECT_FALSE(Label("Label3").contains(QStringLiteral("Okuma"))) << "far away from every reading";
+}
+
+TEST_F(GraphWindow, KeysReachTheGraphAsSoonAsTheMainWindowShowsIt) {
+  for (const bool maximised : {false, true}) {
+    QMdiArea area;
+    area.resize(1200, 700);
+    area.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&area));
+    GraphSheet sheet = MakeSingleSheet(*YearGrid(), {QStringLiteral("12345"), {}, 2011}, frame_.Run().options,
+                                       frame_.Run().language);
+    auto* form = new FormGraf(std::move(sheet), frame_.Run().language, 0, frame_.Run().dataDirectory);
+    QMdiSubWindow* child = area.addSubWindow(form);
+    maximised ? child->showMaximized() : child->show();
+    form->setFocus();
+    QTest::qWait(20);
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+    EXPECT_EQ(form->findChild<QLabel*>(QStringLiteral("Label3"))->text(),
+              QStringLiteral("Okuma: 01/10/2010 00:00  100 cm"))
+        << QApplication::focusWidget()->metaObject()->className() << maximised;
+  }
+}
+
+TEST_F(GraphWindow, WordsOfAnEarlierCommandDoNotOutliveIt) {
+  Open();
+  QTemporaryDir folder;
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setOutputFileName(folder.filePath(QStringLiteral("print.pdf")));
+  Action("MnuCopy").trigger();
+  EXPECT_TRUE(Label("LabelMessage").contains(QStringLiteral("kopyalandı")));
+  ASSERT_TRUE(form_->PrintPage(printer));
+  EXPECT_EQ(Label("LabelMessage"), QStringLiteral("Dosyaya yazdırıldı: ") + printer.outputFileName());
+  QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+  Action("MnuSave").trigger();
+  EXPECT_TRUE(Label("LabelMessage").isEmpty()) << "nothing was saved, and the print is over";
+  Action("MnuSecformKeyboard").trigger();
+  Find<QLineEdit>("Text1").setText(QStringLiteral("31.2"));
+  Push("Command1");
+  EXPECT_TRUE(Label("LabelMessage").contains(QStringLiteral("31.2")));
+  QTest::keyClick(&Find<QLineEdit>("Text1"), Qt::Key_Backspace);
+  EXPECT_TRUE(Label("LabelMessage").isEmpty()) << "it was said of another text";
+  EXPECT_TRUE(Label("LabelDateMessage").isEmpty());
+}
+
+TEST_F(GraphWindow, SavingProposesANameInTheDataDirectory) {
+  Open();
+  QString proposed;
+  QTimer::singleShot(0, [&proposed] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    proposed = dialog->selectedFiles().value(0);
+    dialog->reject();
+  });
+  Action("MnuSave").trigger();
+  EXPECT_EQ(proposed, frame_.Run().dataDirectory + QStringLiteral("Seviye-12345(2011).png"));
+}
+
+TEST_F(GraphWindow, NotesOfTheLoadStandInTheStatusLineAndOnThePicture) {
+  Open();
+  const QImage without = picture_->grab().toImage();
+  OpenSingleGraph(frame_, YearGrid(), {QStringLiteral("12345"), QStringLiteral("Göksu"), 2011},
+                  {QStringLiteral("yükleme tam değil")});
+  Take();
+  EXPECT_EQ(Label("LabelMessage"), QStringLiteral("yükleme tam değil"));
+  EXPECT_LT(Scale().height, picture_->height()) << "the note has its own paper";
+  EXPECT_NE(picture_->grab().toImage(), without);
 }
 
 TEST_F(GraphWindow, ARectangleInEveryDirectionMakesTheSamePage) {
@@ -240,6 +312,10 @@ TEST_F(GraphWindow, PaperGetsTheTitleAsTextAndTheSeriesAsAPath) {
   EXPECT_GT(lastDate.match(page).captured(1).toDouble(), 780) << "the graph fills the sheet";
   const FullDisk full(4096);
   EXPECT_FALSE(form_->PrintPage(printer)) << "half a file is no print";
+  QFile older(path);
+  ASSERT_TRUE(older.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(older.readAll().trimmed().endsWith("%%EOF")) << "and leaves the older one";
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
 }
 
 TEST_F(GraphWindow, ClosingRemovesThePageImagesAndNothingElse) {

@@ -28,7 +28,7 @@ TEST_F(MultipleGraph, FilesAreDrawnTogetherAndAMissingOneIsNamed) {
   EXPECT_EQ(frame_.Run().stationMode, StationMode::Multiple);
   EXPECT_EQ(form_->Sheet().texts.title, QStringLiteral("Su Yili:2011"));
   EXPECT_TRUE(Label("LabelMessage").contains(missing.path));
-  Move(At("05/01/2011 00:00", 140), Qt::NoButton);
+  Move(At("05/01/2011 00:00", 146), Qt::NoButton);
   EXPECT_TRUE(Label("Label3").contains(QStringLiteral("22222"))) << "the series next to the cursor";
   QTest::keyClick(picture_, Qt::Key_Down);
   EXPECT_TRUE(Label("Label3").contains(QStringLiteral("11111")));

@@ -15,6 +15,8 @@
 #include <cppuhelper/bootstrap.hxx>
 #include <rtl/bootstrap.hxx>
 
+#include "platform/libreoffice/office_reason.h"
+
 namespace vesk {
 namespace {
 
@@ -129,7 +131,7 @@ Status OfficeSession::Ask(const QString& what, const QString& path, const std::f
   } catch (const css::lang::DisposedException&) {
     reason = QStringLiteral("the spreadsheet application has ended");
   } catch (const css::uno::Exception& exception) {
-    reason = FromOffice(exception.Message);
+    reason = WordOfficeReason(FromOffice(exception.Message), path);
   } catch (const std::exception& exception) {
     reason = QString::fromLocal8Bit(exception.what());
   }

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QUrl>
 
+#include <array>
 #include <utility>
 
 #include <com/sun/star/awt/XTopWindow.hpp>
@@ -15,8 +16,12 @@
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
 #include <com/sun/star/script/provider/XScriptProviderSupplier.hpp>
+#include <com/sun/star/task/XInteractionAbort.hpp>
+#include <com/sun/star/task/XInteractionDisapprove.hpp>
+#include <com/sun/star/task/XInteractionHandler.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XModifiable.hpp>
+#include <cppuhelper/implbase1.hxx>
 
 #include "platform/libreoffice/office_worksheet.h"
 
@@ -35,6 +40,21 @@ css::beans::PropertyValue Setting(const char* name, const Any& value) {
   setting.Value = value;
   return setting;
 }
+
+/// Answers what the office asks while it opens a workbook: no. Without it a visible office shows a box, such
+/// as the one that macros are off, and the call waits for somebody to see it.
+class Declines : public cppu::WeakImplHelper1<css::task::XInteractionHandler> {
+ public:
+  void SAL_CALL handle(const Reference<css::task::XInteractionRequest>& request) override {
+    for (const Reference<css::task::XInteractionContinuation>& way : request->getContinuations()) {
+      if (Reference<css::task::XInteractionAbort>(way, UNO_QUERY).is() ||
+          Reference<css::task::XInteractionDisapprove>(way, UNO_QUERY).is()) {
+        way->select();
+        return;
+      }
+    }
+  }
+};
 
 /// Where the office's settings want its user asked, nobody is: no dialog belongs into an exchange with a time
 /// limit, and unasked macros stay off.
@@ -102,11 +122,13 @@ Result<std::unique_ptr<OfficeWorkbook>> OfficeWorkbook::Load(std::shared_ptr<Off
   std::unique_ptr<OfficeWorkbook> workbook(new OfficeWorkbook(std::move(session), path));
   const QString what = QStringLiteral("The workbook could not be opened");
   OfficeSession& office = *workbook->session_;
-  const css::beans::PropertyValue macroMode = Setting("MacroExecutionMode", Any(MacroMode(macros)));
   const Status loaded = office.Ask(what, path, [&] {
     // Never hidden, a headless office has no screen anyway: a hidden workbook is saved without its active
     // sheet.
-    const Sequence<css::beans::PropertyValue> settings(&macroMode, 1);
+    const Reference<css::task::XInteractionHandler> declines(new Declines);
+    const std::array how{Setting("MacroExecutionMode", Any(MacroMode(macros))),
+                         Setting("InteractionHandler", Any(declines))};
+    const Sequence<css::beans::PropertyValue> settings(how.data(), static_cast<sal_Int32>(how.size()));
     const rtl::OUString url = ToOffice(QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
     // "_default" gives a workbook that is open already; "_blank" would open a second one, read-only.
     const Reference<css::lang::XComponent> component =

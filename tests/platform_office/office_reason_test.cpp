@@ -1,0 +1,39 @@
+#include "platform/libreoffice/office_reason.h"
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+
+namespace vesk {
+namespace {
+
+TEST(OfficeReason, ACodeIsWordedWithTheOfficesOwnTextBehind) {
+  const QTemporaryDir folder;
+  const QString there = folder.filePath(QStringLiteral("a.xls"));
+  const QString gone = folder.filePath(QStringLiteral("none/a.xls"));
+  const struct {
+    const char* told;
+    QString path;
+    const char* worded;
+  } kCases[] = {
+      {"SfxBaseModel::storeSelf: 0x909 at ./sfxbasemodel.cxx:1693", there, "the disk is full"},
+      {"SfxBaseModel::storeSelf: 0x507(Error Area:Io Class:Access)", there,
+       "there is no permission to read or write it"},
+      {"storeSelf: 0x70d", there, "another program is using it"},
+      {"storeSelf: 0x31b", there, "the file or its folder is not there"},
+      {"storeSelf: 0x40b02", there, "the spreadsheet application could not read or write it whole"},
+      {"storeSelf: 0x40b02", gone, "its folder is no longer there"},
+      {"storeSelf: 0x40c02", {}, "the spreadsheet application could not read or write it whole"},
+  };
+  for (const auto& row : kCases) {
+    const QString told = QString::fromLatin1(row.told);
+    EXPECT_EQ(WordOfficeReason(told, row.path).toStdString(),
+              std::string(row.worded) + " [" + row.told + "]");
+  }
+  for (const char* plain : {"the macro failed", "", "row 0x is no code"}) {
+    EXPECT_EQ(WordOfficeReason(QString::fromLatin1(plain), there), QString::fromLatin1(plain));
+  }
+}
+
+}  // namespace
+}  // namespace vesk
