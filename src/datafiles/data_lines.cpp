@@ -99,6 +99,14 @@ class DateReader {
   Day day_{};
 };
 
+/// True for a text that begins as a data line does: with a date, or with an extreme's word and a date.
+bool BeginsAsReading(std::string_view text) {
+  const bool extreme = text.starts_with("Max ") || text.starts_with("Min ");
+  if (extreme) text.remove_prefix(4);
+  constexpr std::size_t kDateAndTime = 17;
+  return text.size() >= kDateAndTime && DateReader().Read(text.data()).has_value();
+}
+
 enum class LineEnd { Next, Stop };
 
 class Decoder {
@@ -124,6 +132,11 @@ class Decoder {
     reading.sourceFile = sourceFile_;
     reading.day = kNoDay;
     if (const char* expected = ReadFields(text, cut, reading)) return Refuse(expected, reading.day);
+    if (text.size() > static_cast<std::size_t>(kFieldsEnd) &&
+        BeginsAsReading(WithoutBlanks(text.substr(static_cast<std::size_t>(kFieldsEnd)))) &&
+        tally_.joined++ == 0) {
+      tally_.firstJoinedLine = line_;
+    }
     return Keep(reading);
   }
 
@@ -314,6 +327,20 @@ DataLineTally DecodeDataLines(QByteArrayView file, qint64 headerEnd, std::uint8_
   const qint64 unread = PassOver(at, end, decoder);
   (tally.end == DataEnd::BehindWindow ? tally.outsideWindow : tally.afterEnd) += unread;
   return tally;
+}
+
+std::optional<int> ReadingInHeader(QByteArrayView file, qint64 headerEnd) {
+  const char* at = file.data();
+  const char* const end = at + std::clamp<qint64>(headerEnd - 1, 0, file.size());
+  for (int line = 1; at < end; ++line) {
+    const auto* lineBreak =
+        static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
+    if (BeginsAsReading(WithoutBlanks({at, static_cast<std::size_t>((lineBreak ? lineBreak : end) - at)}))) {
+      return line;
+    }
+    at = lineBreak ? lineBreak + 1 : end;
+  }
+  return std::nullopt;
 }
 
 }  // namespace vesk

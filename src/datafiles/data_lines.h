@@ -45,6 +45,8 @@ struct DataLineTally {
   qint64 unreadInside = 0;  ///< readings among these that belong into the window
   qint64 stray = 0;         ///< readings dated before the window that stand behind a reading of it
   qint64 firstStrayLine = 0;
+  qint64 joined = 0;  ///< lines that hold another reading behind the one that was read
+  qint64 firstJoinedLine = 0;
   qint64 ordinary = 0;                  ///< ordinary readings up to endLine, outside the window too
   std::optional<DateTime> lastReading;  ///< the last one of these
 };
@@ -54,5 +56,9 @@ struct DataLineTally {
 /// the file; an extreme record goes with the ordinary reading before it.
 DataLineTally DecodeDataLines(QByteArrayView file, qint64 headerEnd, std::uint8_t sourceFile,
                               const std::optional<DayWindow>& window, std::vector<Reading>& out);
+
+/// Number (1 to 15) of a header line that is a reading, because a line of the header is missing; nothing when
+/// there is none. headerEnd: as above.
+std::optional<int> ReadingInHeader(QByteArrayView file, qint64 headerEnd);
 
 }  // namespace vesk

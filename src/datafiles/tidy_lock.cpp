@@ -1,30 +1,33 @@
 #include "datafiles/tidy_lock.h"
 
+#include <chrono>
+
 namespace vesk {
 namespace {
 
-constexpr int kLongestWaitMs = 10'000;
 /// Of a holder on another machine nobody can tell whether it still runs; tidying takes seconds.
-constexpr int kOldestLockMs = 10 * 60 * 1000;
+bool IsForgotten(const LockHolder& holder) {
+  constexpr qint64 kOldestLockSeconds = 10 * 60;
+  return !holder.here && holder.since.secsTo(QDateTime::currentDateTimeUtc()) > kOldestLockSeconds;
+}
 
 }  // namespace
 
-TidyLock::TidyLock(const QString& dataDirectory)
-    : dataDirectory_(dataDirectory), file_(dataDirectory + QLatin1String(kTidyLockName)) {
-  file_.setStaleLockTime(kOldestLockMs);
-}
-
 Status TidyLock::Take() {
-  if (taken_ || file_.tryLock(kLongestWaitMs) || file_.error() != QLockFile::LockFailedError) {
-    taken_ = true;
-    return {};
+  if (taken_) return {};
+  const QString path = dataDirectory_ + QLatin1String(kTidyLockName);
+  const QString owner = QStringLiteral("tidy");
+  const auto seen = LockHolderOf(path);
+  Result<LockAttempt> attempt = seen && IsForgotten(*seen) ? TakeOverLock(path, owner, *seen)
+                                                           : TryLock(path, owner, std::chrono::seconds(10));
+  if (attempt && std::holds_alternative<LockHolder>(*attempt)) {
+    const LockHolder& holder = std::get<LockHolder>(*attempt);
+    return Error{QStringLiteral("The data directory is being tidied by another program"), dataDirectory_,
+                 QStringLiteral("%1, %2, %3").arg(holder.user, holder.host).arg(holder.pid)};
   }
-  qint64 process = 0;
-  QString host;
-  QString program;
-  file_.getLockInfo(&process, &host, &program);
-  return Error{QStringLiteral("The data directory is being tidied by another program"), dataDirectory_,
-               QStringLiteral("%1, %2, %3").arg(program, host).arg(process)};
+  if (attempt) lock_ = std::move(std::get<FileLock>(*attempt));
+  taken_ = true;
+  return {};
 }
 
 }  // namespace vesk

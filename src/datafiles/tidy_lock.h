@@ -2,9 +2,11 @@
 // folder that is half tidied.
 #pragma once
 
-#include <QLockFile>
 #include <QString>
 
+#include <optional>
+
+#include "platform/locks.h"
 #include "platform/result.h"
 
 namespace vesk {
@@ -14,7 +16,7 @@ inline constexpr char kTidyLockName[] = ".vesk4-tidy.lock";
 class TidyLock {
  public:
   /// dataDirectory: with its trailing separator.
-  explicit TidyLock(const QString& dataDirectory);
+  explicit TidyLock(QString dataDirectory) : dataDirectory_(std::move(dataDirectory)) {}
 
   /// Waits some seconds for another holder, then fails and names it. Once held, further calls do nothing. A
   /// folder that cannot be written needs no lock: nobody can tidy it.
@@ -22,7 +24,7 @@ class TidyLock {
 
  private:
   QString dataDirectory_;
-  QLockFile file_;
+  std::optional<FileLock> lock_;
   bool taken_ = false;
 };
 

@@ -147,6 +147,7 @@ Status SaveChangeLog(const QString& path, const ChangeLogToSave& log, ChangeLogO
   const RecordState* presentState = record ? record->StateOf(presentHash) : nullptr;
   if (presentState && presentHash != log.state.logHash) next.states.push_back(*presentState);
   if (Status written = WriteReviewRecord(path, next); !written) return written;
+  overlay.triedHash = log.state.logHash;
   if (Status written = WriteWholeFile(path, log.content, what); !written) return written;
   overlay.path = path;
   overlay.hash = log.state.logHash;
@@ -157,7 +158,8 @@ Status SaveChangeLog(const QString& path, const ChangeLogToSave& log, ChangeLogO
 Result<bool> HasChangedSince(const ChangeLogOverlay& overlay) {
   const auto present = ReadWholeFile(overlay.path, QStringLiteral("The change log could not be read"));
   if (!present) return present.Failure();
-  return HashOf(*present) != overlay.hash;
+  const QByteArray hash = HashOf(*present);
+  return hash != overlay.hash && hash != overlay.triedHash;
 }
 
 void MarkSaved(StationSeries& series, const std::map<RowRef, Authorship>& rows) {

@@ -43,7 +43,9 @@ struct ChangeLogOverlay {
   std::vector<QString> messages;         ///< lines by number, and why; date correction
   SavedCorrection correction;            ///< the file's saved date correction, already applied
   QString path;                          ///< of the log that was read
+  QByteArray tried;                      ///< hash of a log whose save failed; it may be in place all the same
   QByteArray hash;                       ///< of its bytes
+  QByteArray triedHash;                  ///< of a save that failed: its log may be in place all the same
 };
 
 /// dataDirectory + station + "-Degisiklikler" + trimmed water-year entry + ".txt".

@@ -16,8 +16,8 @@ namespace vesk {
 namespace {
 
 // One record a line: fields parted by tabs, the last one a checksum of those before it.
-//   edit    <row> <date and time> <kind> <level> <raw file>
-//   extreme <date and time> <kind> <level>
+//   edit    <row> <date and time> <kind> <level before> <level> <raw file>
+//   extreme <date and time> <kind> <level before> <level>
 //   dates   <date and time>
 //   undo
 constexpr char kHeading[] = "journal\t2";
@@ -45,14 +45,16 @@ std::optional<QByteArrayView> Unsealed(QByteArrayView line) {
 QByteArray Fields(const JournalRecord& record) {
   const QString time = DateTimeText(record.time);
   const QString kind = KindText(record.readingKind);
+  const QString before = NumberText(record.fromCm);
   const QString level = NumberText(record.levelCm);
   QStringList fields;
   switch (record.kind) {
     case JournalRecord::Kind::Edit:
-      fields = {QLatin1String(kEditWord), QString::number(record.row), time, kind, level, record.rawFile};
+      fields = {
+          QLatin1String(kEditWord), QString::number(record.row), time, kind, before, level, record.rawFile};
       break;
     case JournalRecord::Kind::EditExtreme:
-      fields = {QLatin1String(kExtremeWord), time, kind, level};
+      fields = {QLatin1String(kExtremeWord), time, kind, before, level};
       break;
     case JournalRecord::Kind::CorrectDates:
       fields = {QLatin1String(kDatesWord), DateTimeText(record.target)};
@@ -61,13 +63,14 @@ QByteArray Fields(const JournalRecord& record) {
   return fields.join(QLatin1Char('\t')).toUtf8();
 }
 
-/// Time, kind and level from a field on.
+/// Time, kind and levels from a field on.
 std::optional<JournalRecord> ReadEdit(const QStringList& fields, qsizetype from) {
   const auto time = ReadDateTime(fields.value(from));
   const auto kind = ReadKind(fields.value(from + 1));
-  const auto level = ReadLevel(fields.value(from + 2));
-  if (!time || !kind || !level) return std::nullopt;
-  return JournalRecord{.time = *time, .readingKind = *kind, .levelCm = *level};
+  const auto before = ReadWholeNumber(fields.value(from + 2));
+  const auto level = ReadLevel(fields.value(from + 3));
+  if (!time || !kind || !before || !level) return std::nullopt;
+  return JournalRecord{.time = *time, .readingKind = *kind, .fromCm = *before, .levelCm = *level};
 }
 
 std::optional<JournalRecord> ReadRecord(const QStringList& fields) {
@@ -77,7 +80,7 @@ std::optional<JournalRecord> ReadRecord(const QStringList& fields) {
     record = ReadEdit(fields, 2);
     bool rowIsNumber = false;
     if (record) record->row = fields.value(1).toInt(&rowIsNumber);
-    if (record) record->rawFile = fields.value(5);
+    if (record) record->rawFile = fields.value(6);
     if (!rowIsNumber) return std::nullopt;
   } else if (word == QLatin1String(kExtremeWord)) {
     record = ReadEdit(fields, 1);

@@ -24,6 +24,7 @@ struct JournalRecord {
   QString rawFile{};  ///< Edit: first 16 characters of its raw file's name
   DateTime time{};    ///< Edit: of the reading in its raw file; EditExtreme: as shown
   ReadingKind readingKind = ReadingKind::Ordinary;
+  double fromCm = 0;   ///< edits: the level before, cm
   double levelCm = 0;  ///< edits: the level typed, cm
   DateTime target{};   ///< CorrectDates: the true time of the last reading
 

@@ -44,6 +44,7 @@ EditSession::EditSession(QObject* parent) : QObject(parent) {}
 void EditSession::Begin(LoadedReadings& loaded) {
   logs_ = loaded.changeLogs;
   singleFile_ = loaded.waterYear == 0;
+  whole_ = loaded.whole;
   journals_.Use(loaded);
   journalFailed_ = false;
   ResetSteps();
@@ -120,11 +121,13 @@ JournalRecord EditSession::RecordOf(const RowRef& row, double levelCm) const {
             .rawFile = series_.FileOf(row.rawRow),
             .time = reading.Time(),
             .readingKind = reading.kind,
+            .fromCm = reading.levelCm,
             .levelCm = levelCm};
   }
   return {.kind = JournalRecord::Kind::EditExtreme,
           .time = DateTime(row.extreme.day),
           .readingKind = row.extreme.kind,
+          .fromCm = series_.StateOf(row).value_or(RowState{}).levelCm,
           .levelCm = levelCm};
 }
 

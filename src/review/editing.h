@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QString>
 
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -54,10 +55,12 @@ class EditSession : public QObject {
   void KeepForLater();
 
   /// Work of an earlier run that was never saved, for the readings just loaded; ask for it after Begin. What
-  /// has been saved all the same is not offered.
+  /// has been saved all the same is not offered. An error, and the work stays where it is, when the load is
+  /// not whole and readings of that work are missing from it.
   [[nodiscard]] Result<PendingEdits> Pending();
-  /// Does the pending work again; returns how many records do not fit the readings. Those are kept in a file
-  /// of their own.
+  /// Does the pending work again; returns how many records do not fit the readings: not there any more, or
+  /// with a level that is neither the one before the edit nor the one after it, because somebody has saved
+  /// another one since. Those are kept in a file of their own.
   int Restore(const PendingEdits& pending);
   /// Forgets the pending work, or this session's unsaved edits, for good (the grid is left as it is). On
   /// failure nothing is forgotten: the edits stay unsaved and in the journal.
@@ -129,7 +132,10 @@ class EditSession : public QObject {
   Status MayEdit();
   void TryLocks();
   void CheckWhetherOutdated();
-  bool Repeat(const JournalRecord& record);
+  using Levels = std::map<RowRef, double>;
+  [[nodiscard]] Levels FinalLevels(const std::vector<JournalRecord>& records) const;
+  [[nodiscard]] bool HasLevel(const RowRef& row, double levelCm) const;
+  bool Repeat(const JournalRecord& record, const Levels& saved);
   bool ApplyEdit(const RowRef& row, double levelCm);
   Result<bool> Edit(int row, double levelCm);
   bool ApplyCorrection(DateTime target);
@@ -159,6 +165,7 @@ class EditSession : public QObject {
   bool outdated_ = false;
   bool journalFailed_ = false;
   bool singleFile_ = false;
+  bool whole_ = true;           ///< nothing is missing from the load
   std::vector<RowRef> edited_;  ///< one an edit, in the order made
   std::vector<Step> done_, undone_;
 };

@@ -10,29 +10,50 @@ namespace vesk {
 Result<PendingEdits> EditSession::Pending() {
   if (holder_) return PendingEdits();  // the journal is the holder's
   Result<PendingEdits> pending = journals_.Pending();
-  if (!pending || pending->Empty() || HasUnsavedChanges() || !IsSaved(pending->records)) return pending;
-  // A journal outlived the save of its work.
-  if (Status gone = journals_.Remove(); !gone) return gone.Failure();
-  return PendingEdits();
+  if (!pending || pending->Empty() || HasUnsavedChanges()) return pending;
+  if (IsSaved(pending->records)) {  // a journal outlived the save of its work
+    if (Status gone = journals_.Remove(); !gone) return gone.Failure();
+    return PendingEdits();
+  }
+  const bool fits = std::ranges::all_of(pending->records, [this](const JournalRecord& record) {
+    return record.kind != JournalRecord::Kind::Edit || ResolveRawRow(record) > 0;
+  });
+  if (fits || whole_) return pending;
+  return Error{
+      QStringLiteral("Unsaved changes wait"),
+      {},
+      QStringLiteral("readings that they belong to are missing from this load; they are offered when "
+                     "it is whole")};
+}
+
+/// The level that each row has in the end.
+EditSession::Levels EditSession::FinalLevels(const std::vector<JournalRecord>& records) const {
+  Levels levelsCm;
+  for (const JournalRecord& record : records) {
+    if (record.kind == JournalRecord::Kind::CorrectDates) continue;
+    if (const auto row = Resolve(record)) levelsCm[*row] = record.levelCm;
+  }
+  return levelsCm;
+}
+
+bool EditSession::HasLevel(const RowRef& row, double levelCm) const {
+  const auto state = series_.StateOf(row);
+  return state && IsSameLevel(state->levelCm, levelCm);
 }
 
 /// True when doing it all again would change nothing.
 bool EditSession::IsSaved(const std::vector<JournalRecord>& records) const {
-  std::map<RowRef, double> levelsCm;
   std::optional<DateTime> target = series_.LastReading();
   for (const JournalRecord& record : records) {
     if (record.kind == JournalRecord::Kind::CorrectDates) {
       target = record.target;
-      continue;
+    } else if (!Resolve(record)) {
+      return false;
     }
-    const auto row = Resolve(record);
-    if (!row) return false;
-    levelsCm[*row] = record.levelCm;
   }
-  return target == series_.LastReading() && std::ranges::all_of(levelsCm, [this](const auto& entry) {
-           const auto state = series_.StateOf(entry.first);
-           return state && IsSameLevel(state->levelCm, entry.second);
-         });
+  return target == series_.LastReading() &&
+         std::ranges::all_of(FinalLevels(records),
+                             [this](const auto& row) { return HasLevel(row.first, row.second); });
 }
 
 // A raw file that came in between shifts the rows. Then a reading counts as found only when it is the one of
@@ -61,7 +82,8 @@ std::optional<RowRef> EditSession::Resolve(const JournalRecord& record) const {
   return RowRef{.extreme = {std::chrono::floor<std::chrono::days>(record.time), record.readingKind}};
 }
 
-bool EditSession::Repeat(const JournalRecord& record) {
+/// saved: rows that have their last level of the journal already, because a save got as far as that.
+bool EditSession::Repeat(const JournalRecord& record, const Levels& saved) {
   if (record.kind == JournalRecord::Kind::CorrectDates) {
     if (!CanCorrectDates() || !ReadCorrectionTarget(DateTimeText(record.target), series_.Raw())) return false;
     ApplyCorrection(record.target);
@@ -69,14 +91,18 @@ bool EditSession::Repeat(const JournalRecord& record) {
   }
   const auto row = Resolve(record);
   if (!row || !series_.StateOf(*row)) return false;
+  if (saved.contains(*row) || HasLevel(*row, record.levelCm)) return true;
+  if (!HasLevel(*row, record.fromCm)) return false;
   ApplyEdit(*row, record.levelCm);
   return true;
 }
 
 int EditSession::Restore(const PendingEdits& pending) {
   if (const Status may = MayEdit(); !may) return static_cast<int>(pending.records.size());
+  Levels saved = FinalLevels(pending.records);
+  std::erase_if(saved, [this](const auto& row) { return !HasLevel(row.first, row.second); });
   int misfits = 0;
-  for (const JournalRecord& record : pending.records) misfits += Repeat(record) ? 0 : 1;
+  for (const JournalRecord& record : pending.records) misfits += Repeat(record, saved) ? 0 : 1;
   std::vector<JournalRecord> kept;
   for (const Step& step : done_) kept.push_back(step.record);
   Journal(journals_.Restart(kept, misfits > 0));

@@ -80,6 +80,29 @@ void AddCut(const QString& name, const RawHeader& header, const DataLineTally& t
   gaps.messages.push_back(end + Promise(header));
 }
 
+void AddJoined(const QString& name, const DataLineTally& tally, FileGaps& gaps) {
+  if (tally.joined == 0) return;
+  gaps.whole = false;
+  gaps.messages.push_back(
+      QStringLiteral("%1, line %2: another reading stands behind column 27; %3 such lines are read in part")
+          .arg(name)
+          .arg(tally.firstJoinedLine)
+          .arg(tally.joined));
+}
+
+/// The last reading is where a wrong year leaves no line behind it that would show the mistake.
+void AddBehindHeader(const QString& name, const RawHeader& header, const DataLineTally& tally,
+                     FileGaps& gaps) {
+  if (!tally.lastReading || *tally.lastReading <= header.LastRecordTime + std::chrono::days(1)) return;
+  gaps.whole = false;
+  gaps.messages.push_back(
+      QStringLiteral("%1, line %2: dated %3, behind the last record that the header names")
+          .arg(name)
+          .arg(tally.endLine)
+          .arg(DateTimeText(*tally.lastReading)) +
+      Promise(header));
+}
+
 }  // namespace
 
 FileGaps GapsOf(const QString& name, const RawHeader& header, const DataLineTally& tally,
@@ -89,6 +112,8 @@ FileGaps GapsOf(const QString& name, const RawHeader& header, const DataLineTall
   AddUnread(name, header, tally, gaps);
   AddStray(name, header, tally, gaps);
   AddCut(name, header, tally, window, gaps);
+  AddJoined(name, tally, gaps);
+  AddBehindHeader(name, header, tally, gaps);
   return gaps;
 }
 

@@ -256,7 +256,14 @@ class Loader {
     loaded_.refusedLines += tally.refused;
     const FileGaps gaps = GapsOf(file.diskName, header, tally, window);
     for (const QString& message : gaps.messages) Tell(message);
-    if (gaps.whole) return;
+    const std::optional<int> lost = ReadingInHeader(*content, header.HeaderEnd);
+    if (lost) {
+      Tell(QStringLiteral(
+               "%1, line %2: a reading stands in the header, of which a line is missing; it is not read")
+               .arg(file.diskName)
+               .arg(*lost));
+    }
+    if (gaps.whole && !lost) return;
     loaded_.whole = false;
     if (!ListContains(loaded_.partialFiles, file.diskName)) loaded_.partialFiles.push_back(file.diskName);
   }

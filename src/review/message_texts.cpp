@@ -58,6 +58,12 @@ constexpr std::pair<const char16_t*, const char16_t*> kSentences[] = {
     {u"(.*), line (\\d+): (.*) can be meant for the reading or for the extreme record of that minute; it is "
      u"not applied, but kept",
      u"%1, %2. satır: %3 o dakikanın kaydı için de uç değeri için de olabilir; uygulanmadı, saklandı"},
+    {u"(.*), line (\\d+): another reading stands behind column 27; (\\d+) such lines are read in part",
+     u"%1, %2. satır: 27. sütunun ardında başka bir kayıt var; böyle %3 satır kısmen okundu"},
+    {u"(.*), line (\\d+): dated (.*), behind the last record that the header names",
+     u"%1, %2. satır: tarihi %3, başlıktaki son kayıttan sonra"},
+    {u"(.*), line (\\d+): a reading stands in the header, of which a line is missing; it is not read",
+     u"%1, %2. satır: başlıkta bir kayıt duruyor, başlığın bir satırı eksik; kayıt okunmadı"},
     {u"(.*): changed by another program since it was saved; its review record fits in part",
      u"%1: kaydedildikten sonra başka bir programla değiştirilmiş; inceleme kaydı kısmen uyuyor"},
     {u"(.*): the corrected record of (.*) is no longer in (.*); its correction is kept",

@@ -20,6 +20,7 @@ JournalRecord EditOf(int row, double levelCm) {
           .rawFile = QStringLiteral("001-12345-010203"),
           .time = ReadDateTime(QStringLiteral("01/10/2010 07:30")).value(),
           .readingKind = ReadingKind::Minimum,
+          .fromCm = levelCm - 1,
           .levelCm = levelCm};
 }
 
