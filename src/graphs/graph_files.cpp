@@ -86,13 +86,11 @@ Status ClearFile(const QString& dataDirectory, const QString& name, const Langua
   const QString path = dataDirectory + name;
   const auto content = ReadWholeFile(path, {});
   if (content && IsOwnGraphFile(name, *content)) return DeleteFile(path);
-  Status moved = CopyToArchive(dataDirectory, name);
-  if (moved) moved = DeleteFile(path);
+  const Result<QString> moved = MoveToArchive(dataDirectory, name);
   if (moved) {
-    messages.append(Either(language,
-                           QStringLiteral("%1: programın grafik dosyası değil, %2 klasörüne taşındı"),
-                           QStringLiteral("%1: no graph file of the program, moved to the folder %2"))
-                        .arg(name, QLatin1String(kArchiveFolder)));
+    messages.append(Either(language, QStringLiteral("%1: programın grafik dosyası değil, %2 olarak taşındı"),
+                           QStringLiteral("%1: no graph file of the program, moved to %2"))
+                        .arg(name, QLatin1String(kArchiveFolder) + QLatin1Char('/') + *moved));
   } else {
     messages.append(Either(language, QStringLiteral("%1: programın grafik dosyası değil, yerinde bırakıldı"),
                            QStringLiteral("%1: no graph file of the program, left where it is"))

@@ -7,6 +7,7 @@
 #include "datafiles/helpers.h"
 #include "graphs/graph_labels.h"
 #include "graphs/graph_scales.h"
+#include "review/not_whole_note.h"
 
 namespace vesk {
 namespace {
@@ -130,15 +131,10 @@ QStringList WrappedNotes(const QStringList& lines, double width, int mostLines) 
 }
 
 QStringList NotesOfLoad(const LoadedReadings& loaded, const QString& what, const Language& language) {
-  if (loaded.whole && loaded.refusedFile.isEmpty()) return {};
-  const QString of = what.isEmpty() ? QString() : what + QStringLiteral(": ");
-  if (loaded.refusedFile.isEmpty()) {
-    return {of + Either(language, QStringLiteral("yükleme tam değil, eksik dosyalar var"),
-                        QStringLiteral("the load is not whole, files are missing"))};
-  }
-  return {of + Either(language, QStringLiteral("yükleme tam değil, %1 kabul edilmedi"),
-                      QStringLiteral("the load is not whole, %1 was refused"))
-                   .arg(loaded.refusedFile)};
+  const TwoTexts missing = NotWholeNote(loaded);
+  const QString note = Either(language, missing.turkish, missing.english);
+  if (note.isEmpty()) return {};
+  return {what.isEmpty() ? note : what + QStringLiteral(": ") + note};
 }
 
 QString ProposedFileName(const GraphPage& page, const GraphSheet& sheet) {

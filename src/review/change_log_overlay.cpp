@@ -30,6 +30,7 @@ struct LineUnderWay {
   std::optional<ChangeLogLine> line;     ///< nothing: it could not be read
   std::optional<Correction> correction;  ///< what the record knows of it
   bool placed = false;
+  bool open = false;  ///< nobody can tell which reading is meant
 };
 
 /// What a record knows of the lines of a log. Where it is the record of another content, a line that is the
@@ -91,9 +92,8 @@ class Overlay {
     for (LineUnderWay& line : lines) {
       if (line.correction && line.correction->computed) PlaceExtreme(line);
     }
-    for (LineUnderWay& line : lines) {
-      if (line.line && !line.correction) PlaceByTime(line);
-    }
+    Flush();
+    PlaceByTime(lines);
     Flush();
     for (LineUnderWay& line : lines) Keep(line);
     TellElsewhere();
@@ -207,12 +207,22 @@ class Overlay {
     }
   }
 
-  void PlaceByTime(LineUnderWay& line) {
-    const auto row =
-        finder_.TakeNext(DateTime(line.line->day) + std::chrono::minutes(line.line->minuteOfDay));
-    if (!row) return;
-    LayOver(*row, *line.line, {});
-    line.placed = true;
+  /// The lines whose readings nobody has recorded.
+  void PlaceByTime(std::vector<LineUnderWay>& lines) {
+    std::vector<LineUnderWay*> open;
+    std::vector<DateTime> times;
+    for (LineUnderWay& line : lines) {
+      if (!line.line || line.correction) continue;
+      open.push_back(&line);
+      times.push_back(DateTime(line.line->day) + std::chrono::minutes(line.line->minuteOfDay));
+    }
+    const auto rows = finder_.TakeByTime(times);
+    for (std::size_t i = 0; i < open.size(); ++i) {
+      open[i]->open = rows[i].open;
+      if (!rows[i].row) continue;
+      LayOver(*rows[i].row, *open[i]->line, {});
+      open[i]->placed = true;
+    }
   }
 
   /// A line that was not placed goes back into the log with the next save.
@@ -225,10 +235,19 @@ class Overlay {
     }
     overlay_.orphans.push_back(std::move(kept));
     if (line.line) {
+      const QString text = DecodeWindows1254(line.text).simplified();
+      if (line.open) {
+        Tell(QStringLiteral("%1, line %2: %3 can be meant for the reading or for the extreme record of that "
+                            "minute; it is not applied, but kept")
+                 .arg(fileName_)
+                 .arg(line.number)
+                 .arg(text));
+        return;
+      }
       Tell(QStringLiteral("%1, line %2: %3 belongs to no reading of this load; it is kept for the next save")
                .arg(fileName_)
                .arg(line.number)
-               .arg(DecodeWindows1254(line.text).simplified()));
+               .arg(text));
       return;
     }
     ++overlay_.unreadable;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <limits>
 
 namespace vesk {
 namespace {
@@ -44,6 +46,11 @@ int RowIndex::Find(DateTime time, int startRow) const {
   return found != entries_.end() && found->first == time ? found->second : 0;
 }
 
+int RowIndex::FindBefore(DateTime time, int endRow) const {
+  const auto behind = std::lower_bound(entries_.begin(), entries_.end(), Entry{time, endRow});
+  return behind != entries_.begin() && std::prev(behind)->first == time ? std::prev(behind)->second : 0;
+}
+
 Correction CorrectionOf(const StationSeries& series, const RowRef& row, const Authorship& author) {
   const RowState state = series.StateOf(row).value_or(RowState{});
   Correction correction{.rawFile = series.Files().empty() ? QString() : series.Files().front().rawFile,
@@ -68,9 +75,7 @@ Correction CorrectionOf(const StationSeries& series, const RowRef& row, const Au
 }
 
 RowFinder::RowFinder(const StationSeries& series, const RowRange& within)
-    : series_(series), within_(within), raw_(series.Raw(), within) {
-  ownSearch_.from = within.first;
-}
+    : series_(series), within_(within), raw_(series.Raw(), within) {}
 
 std::optional<RowRef> RowFinder::TakeRaw(int rawRow) {
   const RowRef row{.rawRow = rawRow};
@@ -99,29 +104,68 @@ std::optional<RowRef> RowFinder::TakeEqual(const Correction& correction) {
   return TakeRaw(found);
 }
 
-int RowFinder::NextFree(const RowIndex& index, Search& search, DateTime time) const {
-  int row = index.Find(time, search.from);
-  while (row > 0 && taken_.contains(series_.RefOf(row))) row = index.Find(time, row + 1);
-  if (row > 0) search.from = row;
-  return row;
+bool RowFinder::IsFree(int shownRow) const {
+  return !taken_.contains(series_.RefOf(shownRow));
+}
+
+/// Each line on the first free row of its time behind the row of the line before; 0 for none.
+std::vector<int> RowFinder::EarliestRows(const std::vector<DateTime>& times) const {
+  std::vector<int> rows;
+  int from = within_.first;
+  for (const DateTime time : times) {
+    int row = shown_->Find(time, from);
+    while (row > 0 && !IsFree(row)) row = shown_->Find(time, row + 1);
+    if (row > 0) from = row + 1;
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+/// The same from the last line back: each on the last free row before that of the line behind it.
+std::vector<int> RowFinder::LatestRows(const std::vector<DateTime>& times) const {
+  std::vector<int> rows(times.size());
+  int end = std::numeric_limits<int>::max();
+  for (std::size_t i = times.size(); i-- > 0;) {
+    int row = shown_->FindBefore(times[i], end);
+    while (row > 0 && !IsFree(row)) row = shown_->FindBefore(times[i], row);
+    if (row > 0) end = row;
+    rows[i] = row;
+  }
+  return rows;
 }
 
 // A log can have been saved for several years in one: lines that fit none of its own rows go to rows of the
 // other years, but to none that has a line already.
-std::optional<RowRef> RowFinder::TakeNext(DateTime time) {
-  if (!shown_) shown_.emplace(series_.Shown(), within_);
-  int row = NextFree(*shown_, ownSearch_, time);
+int RowFinder::RowOfOtherYears(DateTime time) {
   const int last = series_.Shown().ReadingCount();
-  const bool hasOthers = within_.first <= within_.last && (within_.first > 1 || within_.last < last);
-  if (row == 0 && hasOthers) {
-    if (!all_) all_.emplace(series_.Shown(), RowRange{});
-    row = NextFree(*all_, allSearch_, time);
-    if (row > 0 && series_.Shown().Mark(row).editCode == kSavedCode) row = 0;
+  if (within_.first > within_.last || (within_.first == 1 && within_.last >= last)) return 0;
+  if (!all_) all_.emplace(series_.Shown(), RowRange{});
+  int row = all_->Find(time, 1);
+  while (row > 0 && (!IsFree(row) || series_.Shown().Mark(row).editCode == kSavedCode)) {
+    row = all_->Find(time, row + 1);
   }
-  if (row == 0) return std::nullopt;
-  const RowRef ref = series_.RefOf(row);
-  taken_.insert(ref);
-  return ref;
+  const bool alone = row == 0 || all_->Find(time, row + 1) == 0;
+  return alone ? row : 0;
+}
+
+// The lines stand in the order of the rows, which tells an extreme record, behind its day, from the reading
+// of its minute wherever another line lies between. Where the order leaves both open, neither is taken: the
+// reading must not get a level that was meant for the record.
+std::vector<RowByTime> RowFinder::TakeByTime(const std::vector<DateTime>& times) {
+  if (!shown_) shown_.emplace(series_.Shown(), within_);
+  const ReviewGrid& grid = series_.Shown();
+  const std::vector<int> earliest = EarliestRows(times);
+  const std::vector<int> latest = LatestRows(times);
+  std::vector<RowByTime> rows(times.size());
+  for (std::size_t i = 0; i < times.size(); ++i) {
+    int row = earliest[i];
+    rows[i].open = row > 0 && latest[i] > 0 && grid.At(row).kind != grid.At(latest[i]).kind;
+    if (row == 0) row = RowOfOtherYears(times[i]);
+    if (row == 0 || rows[i].open) continue;
+    rows[i].row = series_.RefOf(row);
+    taken_.insert(*rows[i].row);
+  }
+  return rows;
 }
 
 }  // namespace vesk

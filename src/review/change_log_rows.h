@@ -17,6 +17,8 @@ class RowIndex {
 
   /// First row at or after startRow with that time; 0 when there is none.
   [[nodiscard]] int Find(DateTime time, int startRow) const;
+  /// Last row before endRow with that time; 0 when there is none.
+  [[nodiscard]] int FindBefore(DateTime time, int endRow) const;
 
  private:
   using Entry = std::pair<DateTime, int>;
@@ -29,31 +31,36 @@ bool IsSameLevel(double aCm, double bCm);
 /// The reading that a row stands for, with what corrects it, as the record keeps it.
 Correction CorrectionOf(const StationSeries& series, const RowRef& row, const Authorship& author);
 
+/// What a line that says no more than its time found.
+struct RowByTime {
+  std::optional<RowRef> row;
+  bool open = false;  ///< no row: the reading of the minute or an extreme record could be meant
+};
+
 /// Rows of one series for the lines of one log. Every row is given out once.
 class RowFinder {
  public:
-  /// As ApplyChangeLog takes them. From the first TakeNext on the series stays as it is.
+  /// As ApplyChangeLog takes them. From TakeByTime on the series stays as it is.
   RowFinder(const StationSeries& series, const RowRange& within);
 
   /// The raw row of a correction; nothing when it is not there or has been given out.
   std::optional<RowRef> Take(const Correction& correction);
   /// The only reading that equals the corrected one in time, kind and raw level, whatever its file.
   std::optional<RowRef> TakeEqual(const Correction& correction);
-  /// The row of a line that says no more than its time: from the row of the line before on.
-  std::optional<RowRef> TakeNext(DateTime time);
+  /// The rows of lines that say no more than their times, in the order of the log.
+  std::vector<RowByTime> TakeByTime(const std::vector<DateTime>& times);
 
  private:
-  struct Search {
-    int from = 1;
-  };
   std::optional<RowRef> TakeRaw(int rawRow);
-  int NextFree(const RowIndex& index, Search& search, DateTime time) const;
+  [[nodiscard]] bool IsFree(int shownRow) const;
+  [[nodiscard]] std::vector<int> EarliestRows(const std::vector<DateTime>& times) const;
+  [[nodiscard]] std::vector<int> LatestRows(const std::vector<DateTime>& times) const;
+  int RowOfOtherYears(DateTime time);
 
   const StationSeries& series_;
   RowRange within_;
   RowIndex raw_;
   std::optional<RowIndex> shown_, all_;
-  Search ownSearch_, allSearch_;
   std::set<RowRef> taken_;
 };
 

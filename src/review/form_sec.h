@@ -138,7 +138,8 @@ class FormSec : public QWidget {
   void AddGraphEntries();
   void DrawGraphList();
   void DrawStoredGraphs();
-  void OpenGraphs(const std::vector<GraphFileEntry>& files);
+  void OpenGraphs(const std::vector<GraphFileEntry>& files, const QStringList& notes = {});
+  bool MayDraw(const QStringList& notes);
   void UpdateGraphList();
 
   MainFrame& frame_;

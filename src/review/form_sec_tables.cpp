@@ -83,15 +83,28 @@ void FormSec::TellTableMade(const BuildReport& report) {
   TellStatus(Text(u"Tablo kaydedildi: %1", u"The table is saved: %1").arg(report.path));
 }
 
+/// True when nothing stands against a picture of these readings, or the operator wants it all the same.
+bool FormSec::MayDraw(const QStringList& notes) {
+  return notes.isEmpty() || questions_->AskToGoOn(this, run_.language.attentionTitle,
+                                                  Text(u"Grafik çizilmeden önce bilinmesi gerekenler:",
+                                                       u"Before the graph is drawn, please note:") +
+                                                      QLatin1Char('\n') + notes.join(QLatin1Char('\n')),
+                                                  Text(u"Yine de çiz", u"Draw it anyway"));
+}
+
 void FormSec::DrawGraph() {
   if (busy_ || !loaded_) return;
+  const QString note = Either(run_.language, loaded_->notWhole.turkish, loaded_->notWhole.english);
+  const QStringList notes = note.isEmpty() ? QStringList() : QStringList(note);
+  if (!MayDraw(notes)) return;
   run_.stationMode = StationMode::Single;
   // The graph window reads the grid before the call returns, so the session's own one will do.
   const std::shared_ptr<const ReviewGrid> grid(std::shared_ptr<void>(), &session_.Grid());
   OpenSingleGraph(frame_, grid,
                   GraphStation{.number = StationNumberOf(loaded_->station),
                                .name = WithoutDash(loaded_->stationName),
-                               .waterYear = loaded_->waterYear});
+                               .waterYear = loaded_->waterYear},
+                  notes);
 }
 
 void FormSec::ShowRatingCurve(const QString& path) {
@@ -164,7 +177,7 @@ void FormSec::DrawGraphList() {
   if (!built->messages.isEmpty()) {
     questions_->Tell(this, run_.language.attentionTitle, built->messages.join(QLatin1Char('\n')));
   }
-  OpenGraphs(built->files);
+  if (MayDraw(built->notes)) OpenGraphs(built->files, built->notes);
 }
 
 // Nothing is loaded or deleted: the files of an earlier drawing are drawn as they lie in the folder.
@@ -179,10 +192,10 @@ void FormSec::DrawStoredGraphs() {
 }
 
 // The graph window takes its level range from the files that it is given, so none is left over from before.
-void FormSec::OpenGraphs(const std::vector<GraphFileEntry>& files) {
+void FormSec::OpenGraphs(const std::vector<GraphFileEntry>& files, const QStringList& notes) {
   run_.stationMode = StationMode::Multiple;
   MainFrame& frame = frame_;
-  if (close()) OpenMultipleGraph(frame, files);
+  if (close()) OpenMultipleGraph(frame, files, notes);
 }
 
 void FormSec::ShowYearPicker() {

@@ -55,6 +55,9 @@ constexpr std::pair<const char16_t*, const char16_t*> kSentences[] = {
      u"%1, %2. satır: ham seviye şimdi %3 cm; düzeltildiğinde %4 cm idi"},
     {u"(.*), line (\\d+): (.*) belongs to no reading of this load; it is kept for the next save",
      u"%1, %2. satır: %3 yüklenen hiçbir kayda ait değil; bir sonraki kaydetme için saklandı"},
+    {u"(.*), line (\\d+): (.*) can be meant for the reading or for the extreme record of that minute; it is "
+     u"not applied, but kept",
+     u"%1, %2. satır: %3 o dakikanın kaydı için de uç değeri için de olabilir; uygulanmadı, saklandı"},
     {u"(.*): changed by another program since it was saved; its review record fits in part",
      u"%1: kaydedildikten sonra başka bir programla değiştirilmiş; inceleme kaydı kısmen uyuyor"},
     {u"(.*): the corrected record of (.*) is no longer in (.*); its correction is kept",

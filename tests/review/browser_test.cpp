@@ -32,7 +32,7 @@ TEST_F(BrowserTest, WaterYearsAreListedOnceAndMarkedWhereAConvertedFileStands) {
   Write("010203", "01/09/2008 00:00", "02/10/2008 00:00");
   Write("010204", "01/11/2008 00:00", "02/11/2009 00:00");
   Write("010205", "01/01/2012 00:00", "02/01/2012 00:00", "20");  // refused
-  Put(QStringLiteral("s2009-001-12345.TXT"));  // in whatever case
+  Put(QStringLiteral("s2009-001-12345.TXT"));                     // in whatever case
   Browser browser = Open();
   const BrowserReport report = browser.SelectStation(0);
   std::vector<QString> texts;

@@ -182,6 +182,25 @@ TEST_F(ChangeLog, ALogThatAnOlderHandHasChangedKeepsWhatTheRecordKnows) {
   EXPECT_TRUE(Told("changed by another program"));
 }
 
+TEST_F(ChangeLog, TheOrderOfALogTellsAReadingFromARecordWhereItCan) {
+  const struct {
+    const char* log;
+    std::vector<const char*> rows;  ///< level and code of each
+  } kCases[] = {{"01/10/2010\t02:00\t7\t\r\n01/10/2010\t02:00\t8\t\r\n", {"10/", "7/999*", "8/999*", "9/"}},
+                {"01/10/2010\t02:00\t8\t\r\n01/10/2010\t01:00\t6\t\r\n", {"10/", "20/", "21/", "6/999*"}},
+                {"01/10/2010\t01:00\t5\t\r\n01/10/2010\t02:00\t7\t\r\n01/10/2010\t02:00\t8\t\r\n",
+                 {"5/999*", "7/999*", "8/999*", "9/"}},
+                {"01/10/2010\t01:00\t6\t\r\n", {"10/", "20/", "21/", "9/"}}};
+  for (const auto& c : kCases) {
+    ASSERT_TRUE(WriteContent(path_, c.log));
+    const ReviewGrid grid = Load(test::GridOf(WithRecords())).Shown();
+    for (int row = 1; row <= 4; ++row) {
+      EXPECT_EQ(LevelAndCode(grid, row), c.rows[static_cast<std::size_t>(row - 1)]) << c.log << row;
+    }
+    EXPECT_EQ(overlay_.applied + static_cast<int>(overlay_.orphans.size()), QByteArray(c.log).count('\n'));
+  }
+}
+
 TEST_F(ChangeLog, ADamagedRecordIsToldAndKept) {
   StationSeries series = Load(test::GridOf(WithRecords()));
   Edit(series, 2, 999);
@@ -191,8 +210,9 @@ TEST_F(ChangeLog, ADamagedRecordIsToldAndKept) {
   for (const QByteArray& damaged : {whole.first(whole.size() / 2), QByteArray("x"), QByteArray("{}")}) {
     ASSERT_TRUE(WriteContent(path, damaged));
     series = Load(test::GridOf(WithRecords()));
-    EXPECT_EQ(LevelAndCode(series.Shown(), 2), "999/999*");
+    EXPECT_EQ(TextOf(series.Shown()), TextOf(test::GridOf(WithRecords())));
     EXPECT_TRUE(Told("The review record could not be read"));
+    EXPECT_TRUE(Told("line 1: 01/10/2010 02:00 999 can be meant for the reading or for the extreme record"));
     Save(series);
     EXPECT_TRUE(ReadReviewRecord(path_));
   }
