@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
 # scripts/torture.sh [PRESET [ARGUMENT...]]: the long form of the torture run, or what the arguments say
-# ("--only sequences --seed 7 --rounds 1"; "--help" tells them). In memory where that is possible: the run is about
-# what the program does, not about the disk.
+# ("--only sequences --seed 7 --rounds 1"; "--help" tells them).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset=${1:-release}
@@ -11,6 +10,4 @@ folder=build/$preset
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
 export HOME=$home XDG_CONFIG_HOME=$home/.config
-scratch=${TMPDIR:-/tmp}
-[ -w /dev/shm ] && scratch=/dev/shm
-"$folder/bin/torture" --scratch "$scratch" "$@"
+"$folder/bin/torture" "$@"

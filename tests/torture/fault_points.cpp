@@ -11,7 +11,7 @@ namespace vesk::torture {
 
 void FaultPoints(Run& run) {
   static constexpr int kActions[] = {ENOSPC, EIO, EACCES, kFaultKill, kFaultTear};
-  // A round takes every operation; of the short form's one round each fifth call.
+  // A round takes every operation; of the short form's one each fifth fault.
   for (int round = 0; round < run.Rounds(); ++round) {
     const std::uint64_t seed = run.SeedOf(round);
     for (const Operation& operation : Operations()) {
@@ -27,7 +27,7 @@ void FaultPoints(Run& run) {
               if (goesOn && action < 0) continue;
               // A lock file that could not be removed holds up the next try of the same process for seconds.
               if (goesOn && !operation.opens && (stays || run.IsShort())) continue;
-              if (!run.IsShort() || turn++ % 23 == 0) theatre.Play({nth, action, stays, -1}, goesOn);
+              if (!run.IsShort() || turn++ % 5 == 0) theatre.Play({nth, action, stays, -1}, goesOn);
             }
           }
         }

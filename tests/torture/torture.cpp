@@ -3,6 +3,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -24,8 +25,8 @@ struct Part {
 };
 
 constexpr Part kParts[] = {
-    {"kills", "360 folders, each killed four times", vesk::torture::KillRounds, 360, 8},
-    {"two", "two processes on one folder", vesk::torture::TwoProcesses, 500, 6},
+    {"kills", "360 folders, each killed four times", vesk::torture::KillRounds, 360, 20},
+    {"two", "two processes on one folder", vesk::torture::TwoProcesses, 500, 10},
     {"faults", "a fault at every call of every operation", vesk::torture::FaultPoints, 2, 1},
     {"full", "a full disk from the n-th byte on", vesk::torture::FullDisk, 5, 1},
     {"damaged", "damaged read-outs", vesk::torture::DamagedReadOuts, 10000, 500},
@@ -39,6 +40,12 @@ bool Play(const Part& part, Run run) {
   part.play(run);
   const auto taken = std::chrono::steady_clock::now() - begin;
   return run.Report(std::chrono::duration_cast<std::chrono::milliseconds>(taken));
+}
+
+/// In memory where that is possible: the run is about what the program does, not about the disk.
+QString Scratch() {
+  const QString memory = QStringLiteral("/dev/shm");
+  return QFileInfo(memory).isWritable() ? memory : QDir::tempPath();
 }
 
 /// A warning of the library is a fault of the program.
@@ -61,8 +68,8 @@ int main(int argc, char** argv) {
   parser.addOption({QStringLiteral("rounds"), QStringLiteral("Rounds of each part."), QStringLiteral("N")});
   parser.addOption({QStringLiteral("seed"), QStringLiteral("Seed of the first round."), QStringLiteral("S"),
                     QStringLiteral("1")});
-  parser.addOption({QStringLiteral("scratch"), QStringLiteral("Folder to work in."), QStringLiteral("DIR"),
-                    QDir::tempPath()});
+  parser.addOption(
+      {QStringLiteral("scratch"), QStringLiteral("Folder to work in."), QStringLiteral("DIR"), Scratch()});
   parser.addOption({QStringLiteral("keep"), QStringLiteral("Leave the folders of every round, to look at.")});
   parser.process(application);
 
