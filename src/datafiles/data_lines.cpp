@@ -162,6 +162,7 @@ class Decoder {
     tally_.endLine = line_;
     tally_.ordinary = tally_.kept - extremesKept_ + ordinaryOutside_;
     tally_.lastReading = lastOutside_;
+    tally_.lacksLastRecords = lastWasOrdinary_ && extremes_ > 0;
     if (place_ != Position::Inside) return;
     for (std::size_t row = out_.size(); row > firstRow; --row) {
       if (out_[row - 1].kind != ReadingKind::Ordinary) continue;
@@ -234,6 +235,7 @@ class Decoder {
   /// Appends a reading of the window; the first ordinary one behind it ends the file.
   LineEnd Keep(const Reading& reading) {
     lastWasOrdinary_ = reading.kind == ReadingKind::Ordinary;
+    if (!lastWasOrdinary_) ++extremes_;
     if (lastWasOrdinary_) place_ = Place(reading.day);
     const Position position = place_ == Position::Unknown ? Place(reading.day) : place_;
     if (position == Position::Inside) {
@@ -276,6 +278,7 @@ class Decoder {
   Position place_ = Position::Unknown;  ///< of the last ordinary reading
   bool lastWasOrdinary_ = false;        ///< the remembered date is that reading's, and so place_ holds for it
   qint64 line_ = kHeaderLines;
+  qint64 extremes_ = 0;
   qint64 extremesKept_ = 0;
   qint64 ordinaryOutside_ = 0;
   std::optional<DateTime> lastOutside_;  ///< the last ordinary reading outside the window

@@ -45,6 +45,7 @@ struct DataLineTally {
   qint64 unreadInside = 0;  ///< readings among these that belong into the window
   qint64 stray = 0;         ///< readings dated before the window that stand behind a reading of it
   qint64 firstStrayLine = 0;
+  bool lacksLastRecords = false;  ///< ends with an ordinary reading, though other days have their records
   qint64 joined = 0;  ///< lines that hold another reading behind the one that was read
   qint64 firstJoinedLine = 0;
   qint64 ordinary = 0;                  ///< ordinary readings up to endLine, outside the window too

@@ -9,6 +9,7 @@
 #include <QPdfWriter>
 #include <QSvgGenerator>
 
+#include <array>
 #include <cmath>
 
 #include "datafiles/helpers.h"
@@ -41,6 +42,21 @@ class Palette {
  public:
   /// -1 when the colour is one too many for one byte.
   int IndexOf(QRgb colour) {
+    Recent& recent = recent_[(colour * kSpread) >> 24U];
+    if (recent.colour != colour || recent.index < 0) recent = {colour, Find(colour)};
+    return recent.index;
+  }
+  [[nodiscard]] const QList<QRgb>& Colours() const { return colours_; }
+
+ private:
+  static constexpr qsizetype kMostColours = 256;
+  static constexpr QRgb kSpread = 2654435761U;  // mixes a colour's bits into the highest eight
+  struct Recent {
+    QRgb colour = 0;
+    int index = -1;
+  };
+
+  int Find(QRgb colour) {
     const auto known = indexes_.constFind(colour);
     if (known != indexes_.constEnd()) return *known;
     const QRgb kept = FewerGreys(colour);
@@ -53,10 +69,8 @@ class Palette {
     indexes_.insert(colour, static_cast<int>(index));
     return static_cast<int>(index);
   }
-  [[nodiscard]] const QList<QRgb>& Colours() const { return colours_; }
 
- private:
-  static constexpr qsizetype kMostColours = 256;
+  std::array<Recent, 256> recent_;  // before the table: a page's lines and texts are full of edges
   QList<QRgb> colours_;
   QHash<QRgb, int> indexes_;
 };
@@ -68,16 +82,16 @@ QImage WithPalette(const QImage& image) {
   Palette palette;
   QRgb last = 0;  // no pixel of an opaque picture
   int index = 0;
+  const int width = image.width();
   for (int y = 0; y < image.height(); ++y) {
     const auto* from = reinterpret_cast<const QRgb*>(image.constScanLine(y));
     uchar* to = indexed.scanLine(y);
-    for (int x = 0; x < image.width(); ++x) {
-      if (from[x] != last) {
-        last = from[x];
-        index = palette.IndexOf(last);
-        if (index < 0) return image;
-      }
-      to[x] = static_cast<uchar>(index);
+    for (int x = 0; x < width;) {
+      while (x < width && from[x] == last) to[x++] = static_cast<uchar>(index);  // mostly paper
+      if (x == width) break;
+      last = from[x];
+      index = palette.IndexOf(last);
+      if (index < 0) return image;
     }
   }
   indexed.setColorTable(palette.Colours());

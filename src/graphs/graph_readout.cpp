@@ -53,12 +53,19 @@ std::optional<ReadoutPlace> NearestInTime(const GraphSheet& sheet, const PageSca
 class NearestSearch {
  public:
   NearestSearch(const GraphSheet& sheet, const PageScale& scale, QPointF point)
-      : sheet_(sheet), scale_(scale), point_(point) {}
+      : sheet_(sheet),
+        topCm_(scale.topCm),
+        startMinutes_(MinutesOf(scale.startT)),
+        endMinutes_(MinutesOf(scale.endT)),
+        cursorMinutes_(TimeOfX(scale, point.x()) / kMinuteUnits),
+        cursorCm_(LevelOfY(scale, point.y())),
+        perMinute_(XOfTime(scale, kMinuteUnits) - XOfTime(scale, 0)),
+        perCm_(YOfLevel(scale, 1) - YOfLevel(scale, 0)) {}
 
   void Search(int series) {
     const GraphSeries& searched = SeriesOf(sheet_, series);
-    const GraphSeries::PageRange page = PageOf(searched, scale_);
-    const int from = searched.ReadableFrom(MinutesOf(TimeOfX(scale_, point_.x())));
+    const GraphSeries::PageRange page = searched.RangeOf(startMinutes_, endMinutes_);
+    const int from = searched.ReadableFrom(static_cast<int>(std::lround(cursorMinutes_)));
     for (int at = from; at < searched.ReadableCount() && Try(page, {series, at}); ++at) continue;
     for (int at = from - 1; at >= 0 && Try(page, {series, at}); --at) continue;
   }
@@ -68,22 +75,26 @@ class NearestSearch {
  private:
   // False when this one and all behind it are too far away in time.
   bool Try(const GraphSeries::PageRange& page, ReadoutPlace place) {
-    const QPointF away = PointOfReading(sheet_, scale_, place) - point_;
-    if (std::abs(away.x()) > nearest_) return false;
-    const double distance = std::hypot(away.x(), away.y());
+    const SeriesPoint& reading = PointAt(sheet_, place);
+    const double awayX = (reading.minutes - cursorMinutes_) * perMinute_;
+    if (awayX * awayX > nearest_) return false;
+    const double awayY = (reading.levelCm - cursorCm_) * perCm_;
+    const double distance = awayX * awayX + awayY * awayY;
     const bool nearer = found_ ? distance < nearest_ : distance <= nearest_;
-    if (!nearer || !SeriesOf(sheet_, place.series).Drawn(place.position, page)) return true;
-    if (PointAt(sheet_, place).levelCm > scale_.topCm) return true;  // above the plot: cut off
+    if (!nearer || reading.levelCm > topCm_) return true;  // above the plot it is cut off
+    if (!SeriesOf(sheet_, place.series).Drawn(place.position, page)) return true;
     found_ = place;
     nearest_ = distance;
     return true;
   }
 
   const GraphSheet& sheet_;
-  const PageScale& scale_;
-  QPointF point_;
+  double topCm_;
+  int startMinutes_, endMinutes_;
+  double cursorMinutes_, cursorCm_;
+  double perMinute_, perCm_;  // page units
   std::optional<ReadoutPlace> found_;
-  double nearest_ = kReadoutReach;
+  double nearest_ = kReadoutReach * kReadoutReach;  // squared
 };
 
 }  // namespace

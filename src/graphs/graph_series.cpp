@@ -11,19 +11,35 @@ GraphSeries::GraphSeries(std::vector<SeriesPoint> points, bool withExtremes) : p
     std::erase_if(points_, [](const SeriesPoint& point) { return point.kind != ReadingKind::Ordinary; });
   }
   latestSoFar_.reserve(points_.size());
-  byTime_.reserve(points_.size());
+  std::vector<std::uint32_t> ordinary;
+  std::vector<std::uint32_t> extremes;
+  ordinary.reserve(points_.size());
   std::int32_t latest = std::numeric_limits<std::int32_t>::min();
-  bool sorted = true;
   for (std::size_t i = 0; i < points_.size(); ++i) {
-    sorted = sorted && points_[i].minutes >= latest;
-    latest = std::max(latest, points_[i].minutes);
+    const SeriesPoint& point = points_[i];
+    latest = std::max(latest, point.minutes);
     latestSoFar_.push_back(latest);
-    (points_[i].levelCm < 0 ? negatives_ : byTime_).push_back(static_cast<std::uint32_t>(i));
+    auto& list = point.levelCm < 0 ? negatives_ : point.kind == ReadingKind::Ordinary ? ordinary : extremes;
+    list.push_back(static_cast<std::uint32_t>(i));
   }
-  if (sorted) return;
-  std::stable_sort(byTime_.begin(), byTime_.end(), [this](std::uint32_t a, std::uint32_t b) {
-    return points_[a].minutes < points_[b].minutes;
-  });
+  MergeByTime(std::move(ordinary), std::move(extremes));
+}
+
+// A day's extremes follow its readings in the records: each kind is in order as a rule, both together are
+// not.
+void GraphSeries::MergeByTime(std::vector<std::uint32_t> ordinary, std::vector<std::uint32_t> extremes) {
+  const auto earlier = [this](std::uint32_t a, std::uint32_t b) {
+    return points_[a].minutes != points_[b].minutes ? points_[a].minutes < points_[b].minutes : a < b;
+  };
+  for (std::vector<std::uint32_t>* list : {&ordinary, &extremes}) {
+    if (!std::is_sorted(list->begin(), list->end(), earlier)) std::sort(list->begin(), list->end(), earlier);
+  }
+  if (extremes.empty()) {
+    byTime_ = std::move(ordinary);
+    return;
+  }
+  byTime_.resize(ordinary.size() + extremes.size());
+  std::merge(ordinary.begin(), ordinary.end(), extremes.begin(), extremes.end(), byTime_.begin(), earlier);
 }
 
 GraphSeries::PageRange GraphSeries::RangeOf(int startMinutes, int endMinutes) const {

@@ -53,6 +53,8 @@ class GraphSeries {
   [[nodiscard]] bool Drawn(int position, const PageRange& page) const;
 
  private:
+  void MergeByTime(std::vector<std::uint32_t> ordinary, std::vector<std::uint32_t> extremes);
+
   std::vector<SeriesPoint> points_;
   std::vector<std::int32_t> latestSoFar_;  ///< per record: the latest time up to it, so that it only grows
   std::vector<std::uint32_t> negatives_;   ///< records with a negative level

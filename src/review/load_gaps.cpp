@@ -90,6 +90,18 @@ void AddJoined(const QString& name, const DataLineTally& tally, FileGaps& gaps) 
           .arg(tally.joined));
 }
 
+/// A logger closes every day with its records and the file with an end mark. Where both are missing, the file
+/// was cut, be it behind the last reading that the header names.
+void AddMissingRecords(const QString& name, const DataLineTally& tally, FileGaps& gaps) {
+  if (tally.end != DataEnd::EndOfFile || !tally.lacksLastRecords || !gaps.whole) return;
+  gaps.whole = false;
+  gaps.messages.push_back(
+      QStringLiteral("%1, line %2: the file ends without the last day's Max and Min records "
+                     "and without an end mark; it may be cut")
+          .arg(name)
+          .arg(tally.endLine));
+}
+
 /// The last reading is where a wrong year leaves no line behind it that would show the mistake.
 void AddBehindHeader(const QString& name, const RawHeader& header, const DataLineTally& tally,
                      FileGaps& gaps) {
@@ -112,6 +124,7 @@ FileGaps GapsOf(const QString& name, const RawHeader& header, const DataLineTall
   AddUnread(name, header, tally, gaps);
   AddStray(name, header, tally, gaps);
   AddCut(name, header, tally, window, gaps);
+  AddMissingRecords(name, tally, gaps);
   AddJoined(name, tally, gaps);
   AddBehindHeader(name, header, tally, gaps);
   return gaps;

@@ -64,6 +64,11 @@ constexpr std::pair<const char16_t*, const char16_t*> kSentences[] = {
      u"%1, %2. satır: tarihi %3, başlıktaki son kayıttan sonra"},
     {u"(.*), line (\\d+): a reading stands in the header, of which a line is missing; it is not read",
      u"%1, %2. satır: başlıkta bir kayıt duruyor, başlığın bir satırı eksik; kayıt okunmadı"},
+    {u"(.*), line (\\d+): the file ends without the last day's Max and Min records and without an end mark; "
+     u"it "
+     u"may be cut",
+     u"%1, %2. satır: dosya son günün Max ve Min kayıtları ve bitiş işareti olmadan bitiyor; kesilmiş "
+     u"olabilir"},
     {u"(.*): changed by another program since it was saved; its review record fits in part",
      u"%1: kaydedildikten sonra başka bir programla değiştirilmiş; inceleme kaydı kısmen uyuyor"},
     {u"(.*): the corrected record of (.*) is no longer in (.*); its correction is kept",

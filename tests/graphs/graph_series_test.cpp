@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace vesk {
 namespace {
 
@@ -33,6 +35,29 @@ TEST(GraphSeries, APageHoldsWhatAWalkThroughAllRecordsWouldFind) {
       }
       ASSERT_EQ(times, TimesOneByOne(points, start, start + length)) << start << '+' << length;
     }
+  }
+}
+
+TEST(GraphSeries, ReadingsAreWalkedInTimeWhateverTheirRecordsOrder) {
+  std::vector<SeriesPoint> points;
+  std::uint32_t random = 3;
+  for (int i = 0; i < 3000; ++i) {
+    random = random * 1664525U + 1013904223U;
+    const int day = i / 50 * 1440;
+    const bool extreme = i % 50 > 47;
+    const int minute = i < 2000 && !extreme ? i % 50 * 20 : static_cast<int>(random >> 21U) % 1440;
+    points.push_back(
+        {(random & 255U) == 0 ? -1.0 : i, day + minute, extreme ? ReadingKind::Maximum : kOrdinary});
+  }
+  const GraphSeries series(points, true);
+  std::vector<SeriesPoint> expected;
+  for (const SeriesPoint& point : points) {
+    if (point.levelCm >= 0) expected.push_back(point);
+  }
+  std::ranges::stable_sort(expected, {}, &SeriesPoint::minutes);
+  ASSERT_EQ(series.ReadableCount(), static_cast<int>(expected.size()));
+  for (int i = 0; i < series.ReadableCount(); ++i) {
+    ASSERT_EQ(series.Readable(i).levelCm, expected[static_cast<std::size_t>(i)].levelCm) << i;
   }
 }
 

@@ -171,12 +171,15 @@ TEST_F(ChangeLog, TheRecordFitsTheLogThatIsThereWhereverASaveIsCut) {
 }
 
 TEST_F(ChangeLog, ALogThatAnOlderHandHasChangedKeepsWhatTheRecordKnows) {
-  StationSeries series = Load(test::GridOf(WithRecords()));
-  Edit(series, 3, 999);
+  std::vector<Reading> readings = WithRecords();
+  readings.insert(readings.begin() + 1, ReadingAt("01/10/2010 01:30", 15));
+  StationSeries series = Load(test::GridOf(readings));
+  Edit(series, 4, 999);
   Save(series);
-  ASSERT_TRUE(WriteContent(path_, "01/10/2010\t01:00\t5\t\r\n01/10/2010\t02:00\t30\t\r\n"));
-  const ReviewGrid grid = Load(test::GridOf(WithRecords())).Shown();
-  for (const auto& [row, text] : {std::pair(1, "5/999*"), std::pair(2, "20/"), std::pair(3, "30/999*")}) {
+  ASSERT_TRUE(WriteContent(path_, "01/10/2010\t01:30\t5\t\r\n01/10/2010\t02:00\t30\t\r\n"));
+  const ReviewGrid grid = Load(test::GridOf(readings)).Shown();
+  for (const auto& [row, text] :
+       {std::pair(1, "10/"), std::pair(2, "5/999*"), std::pair(3, "20/"), std::pair(4, "30/999*")}) {
     EXPECT_EQ(LevelAndCode(grid, row), text) << row;
   }
   EXPECT_TRUE(Told("changed by another program"));

@@ -30,8 +30,9 @@ QStringList SentencesOf(QString source) {
 TEST(ReviewMessages, EveryOneHasItsTurkishWording) {
   const QStringList inBothLanguages = {
       QStringLiteral("setup_parameters.cpp"), QStringLiteral("review_questions.cpp"),
-      QStringLiteral("not_whole_note.cpp"), QStringLiteral("header_checks.cpp"),
-      QStringLiteral("message_texts.cpp"), QStringLiteral("window_build_questions.cpp")};
+      QStringLiteral("not_whole_note.cpp"),   QStringLiteral("header_checks.cpp"),
+      QStringLiteral("message_texts.cpp"),    QStringLiteral("window_build_questions.cpp"),
+      QStringLiteral("form_sec_tables.cpp")};
   const QStringList commandLineOnly = {
       QStringLiteral("7 renamed to 7"),
       QStringLiteral("7 took the name of another file, which is now in Arsiv")};

@@ -36,7 +36,7 @@ TEST_F(Tables, ATableMadeHereHoldsWhatTheCommandLineWrites) {
   TypeLevel(3, Texts("105"));  // within the day's records
   Push("Command4");
   Push("Command3");
-  EXPECT_TRUE(Grid().hasFocus()) << "not the button that hides the panel";
+  EXPECT_EQ(form_->focusWidget(), &Grid()) << "not the button that hides the panel";
   ASSERT_EQ(operator_.told.size(), 2);
   EXPECT_TRUE(QFile::exists(TablePath()));
   EXPECT_TRUE(Find<QLabel>("StatusLine").text().contains(TablePath()));
