@@ -126,8 +126,9 @@ Result<GraphRequest> ReadRequest(const QCommandLineParser& parser) {
   if (request.stations.size() > kMostGraphStations) {
     return Wrong(QStringLiteral("station"), QStringLiteral("at most %1").arg(kMostGraphStations));
   }
-  request.waterYear = parser.value(QStringLiteral("water-year")).toInt();
-  if (request.waterYear < 1000 || request.waterYear > 9999) {
+  const auto waterYear = ReadWaterYear(parser.value(QStringLiteral("water-year")));
+  request.waterYear = waterYear.value_or(0);
+  if (!waterYear) {
     return Wrong(QStringLiteral("water-year"), QStringLiteral("expected a year in four digits"));
   }
   if (const Status range = ReadRange(parser, request); !range) return range.Failure();

@@ -148,18 +148,26 @@ int RowFinder::RowOfOtherYears(DateTime time) {
   return alone ? row : 0;
 }
 
+/// True when the free rows of that time from first to last are all readings, or all of one kind of record.
+bool RowFinder::AreOfOneKind(DateTime time, int first, int last) const {
+  const ReviewGrid& grid = series_.Shown();
+  for (int row = first; row > 0 && row <= last; row = shown_->Find(time, row + 1)) {
+    if (IsFree(row) && grid.At(row).kind != grid.At(first).kind) return false;
+  }
+  return true;
+}
+
 // The lines stand in the order of the rows, which tells an extreme record, behind its day, from the reading
 // of its minute wherever another line lies between. Where the order leaves both open, neither is taken: the
 // reading must not get a level that was meant for the record.
 std::vector<RowByTime> RowFinder::TakeByTime(const std::vector<DateTime>& times) {
   if (!shown_) shown_.emplace(series_.Shown(), within_);
-  const ReviewGrid& grid = series_.Shown();
   const std::vector<int> earliest = EarliestRows(times);
   const std::vector<int> latest = LatestRows(times);
   std::vector<RowByTime> rows(times.size());
   for (std::size_t i = 0; i < times.size(); ++i) {
     int row = earliest[i];
-    rows[i].open = row > 0 && latest[i] > 0 && grid.At(row).kind != grid.At(latest[i]).kind;
+    rows[i].open = row > 0 && !AreOfOneKind(times[i], row, std::max(row, latest[i]));
     if (row == 0) row = RowOfOtherYears(times[i]);
     if (row == 0 || rows[i].open) continue;
     rows[i].row = series_.RefOf(row);

@@ -55,6 +55,7 @@ class RowFinder {
   [[nodiscard]] bool IsFree(int shownRow) const;
   [[nodiscard]] std::vector<int> EarliestRows(const std::vector<DateTime>& times) const;
   [[nodiscard]] std::vector<int> LatestRows(const std::vector<DateTime>& times) const;
+  [[nodiscard]] bool AreOfOneKind(DateTime time, int first, int last) const;
   int RowOfOtherYears(DateTime time);
 
   const StationSeries& series_;

@@ -201,9 +201,8 @@ void FormSec::ShowReport(const BrowserReport& report) {
   std::vector<QString> lines = report.refused;
   for (const QString& name : report.archived) lines.push_back(Text(u"Arşivlendi: ", u"Archived: ") + name);
   if (!report.failures.empty()) {
-    lines.push_back(Text(u"%1 ad düzenlenemedi; dosyalar olduğu gibi okunur (dizine yazılamıyor olabilir).",
-                         u"%1 name(s) could not be tidied; the files are read as they are (the folder may be "
-                         u"read-only).")
+    lines.push_back(Text(u"%1 dosya düzenlenmedi veya atlandı; düzenlenmeyenler olduğu gibi okunur:",
+                         u"%1 file(s) were not tidied, or left out; those not tidied are read as they are:")
                         .arg(report.failures.size()));
   }
   for (std::size_t i = 0; i < report.failures.size() && i < kListedFailures; ++i)

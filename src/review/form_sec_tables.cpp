@@ -174,10 +174,11 @@ void FormSec::DrawGraphList() {
     questions_->Warn(this, run_.language.attentionTitle, ErrorText(built.Failure(), run_.language));
     return;
   }
-  if (!built->messages.isEmpty()) {
+  if (!built->messages.isEmpty() && built->notes.isEmpty()) {
     questions_->Tell(this, run_.language.attentionTitle, built->messages.join(QLatin1Char('\n')));
   }
-  if (MayDraw(built->notes)) OpenGraphs(built->files, built->notes);
+  if (built->notes.isEmpty() || MayDraw(built->messages + built->notes))
+    OpenGraphs(built->files, built->notes);
 }
 
 // Nothing is loaded or deleted: the files of an earlier drawing are drawn as they lie in the folder.
