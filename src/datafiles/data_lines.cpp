@@ -107,6 +107,17 @@ bool BeginsAsReading(std::string_view text) {
   return text.size() >= kDateAndTime && DateReader().Read(text.data()).has_value();
 }
 
+/// What stands behind the fields of a line is not read; here it is the rest of lines whose ends are gone: a
+/// date, or bytes that no text has.
+bool HoldsMore(std::string_view rest) {
+  if (rest.find('\0') != std::string_view::npos) return true;
+  for (std::size_t slash = rest.find('/'); slash != std::string_view::npos;
+       slash = rest.find('/', slash + 1)) {
+    if (slash >= 2 && rest.size() >= slash + 8 && DateReader().Read(rest.data() + slash - 2)) return true;
+  }
+  return false;
+}
+
 enum class LineEnd { Next, Stop };
 
 class Decoder {
@@ -133,8 +144,7 @@ class Decoder {
     reading.day = kNoDay;
     if (const char* expected = ReadFields(text, cut, reading)) return Refuse(expected, reading.day);
     if (text.size() > static_cast<std::size_t>(kFieldsEnd) &&
-        BeginsAsReading(WithoutBlanks(text.substr(static_cast<std::size_t>(kFieldsEnd)))) &&
-        tally_.joined++ == 0) {
+        HoldsMore(text.substr(static_cast<std::size_t>(kFieldsEnd))) && tally_.joined++ == 0) {
       tally_.firstJoinedLine = line_;
     }
     return Keep(reading);
@@ -162,7 +172,7 @@ class Decoder {
     tally_.endLine = line_;
     tally_.ordinary = tally_.kept - extremesKept_ + ordinaryOutside_;
     tally_.lastReading = lastOutside_;
-    tally_.lacksLastRecords = lastWasOrdinary_ && extremes_ > 0;
+    tally_.lacksLastRecords = someDayIsClosed_ && !DayIsClosed();
     if (place_ != Position::Inside) return;
     for (std::size_t row = out_.size(); row > firstRow; --row) {
       if (out_[row - 1].kind != ReadingKind::Ordinary) continue;
@@ -232,10 +242,18 @@ class Decoder {
     return nullptr;
   }
 
+  [[nodiscard]] bool DayIsClosed() const { return maximumSeen_ && minimumSeen_; }
+
+  void NoteRecord(ReadingKind kind) {
+    maximumSeen_ = kind == ReadingKind::Maximum || (maximumSeen_ && kind == ReadingKind::Minimum);
+    minimumSeen_ = kind == ReadingKind::Minimum || (minimumSeen_ && kind == ReadingKind::Maximum);
+    someDayIsClosed_ = someDayIsClosed_ || DayIsClosed();
+  }
+
   /// Appends a reading of the window; the first ordinary one behind it ends the file.
   LineEnd Keep(const Reading& reading) {
     lastWasOrdinary_ = reading.kind == ReadingKind::Ordinary;
-    if (!lastWasOrdinary_) ++extremes_;
+    NoteRecord(reading.kind);
     if (lastWasOrdinary_) place_ = Place(reading.day);
     const Position position = place_ == Position::Unknown ? Place(reading.day) : place_;
     if (position == Position::Inside) {
@@ -278,7 +296,8 @@ class Decoder {
   Position place_ = Position::Unknown;  ///< of the last ordinary reading
   bool lastWasOrdinary_ = false;        ///< the remembered date is that reading's, and so place_ holds for it
   qint64 line_ = kHeaderLines;
-  qint64 extremes_ = 0;
+  bool maximumSeen_ = false, minimumSeen_ = false;  ///< behind the last ordinary reading
+  bool someDayIsClosed_ = false;
   qint64 extremesKept_ = 0;
   qint64 ordinaryOutside_ = 0;
   std::optional<DateTime> lastOutside_;  ///< the last ordinary reading outside the window
@@ -338,9 +357,9 @@ std::optional<int> ReadingInHeader(QByteArrayView file, qint64 headerEnd) {
   for (int line = 1; at < end; ++line) {
     const auto* lineBreak =
         static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
-    if (BeginsAsReading(WithoutBlanks({at, static_cast<std::size_t>((lineBreak ? lineBreak : end) - at)}))) {
-      return line;
-    }
+    const std::string_view text(at, static_cast<std::size_t>((lineBreak ? lineBreak : end) - at));
+    // Zeros stand where a disk lost a part of the file, line ends included.
+    if (text.find('\0') != std::string_view::npos || BeginsAsReading(WithoutBlanks(text))) return line;
     at = lineBreak ? lineBreak + 1 : end;
   }
   return std::nullopt;

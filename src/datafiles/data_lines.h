@@ -58,8 +58,8 @@ struct DataLineTally {
 DataLineTally DecodeDataLines(QByteArrayView file, qint64 headerEnd, std::uint8_t sourceFile,
                               const std::optional<DayWindow>& window, std::vector<Reading>& out);
 
-/// Number (1 to 15) of a header line that is a reading, because a line of the header is missing; nothing when
-/// there is none. headerEnd: as above.
+/// Number (1 to 15) of a header line that is a reading, because a line of the header is missing, or that has
+/// zero bytes and may have swallowed readings; nothing when there is none. headerEnd: as above.
 std::optional<int> ReadingInHeader(QByteArrayView file, qint64 headerEnd);
 
 }  // namespace vesk

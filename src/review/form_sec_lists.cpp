@@ -201,8 +201,10 @@ void FormSec::ShowReport(const BrowserReport& report) {
   std::vector<QString> lines = report.refused;
   for (const QString& name : report.archived) lines.push_back(Text(u"Arşivlendi: ", u"Archived: ") + name);
   if (!report.failures.empty()) {
-    lines.push_back(Text(u"%1 dosya düzenlenmedi veya atlandı; düzenlenmeyenler olduğu gibi okunur:",
-                         u"%1 file(s) were not tidied, or left out; those not tidied are read as they are:")
+    lines.push_back(Text(u"%1 dosya düzenlenmedi veya atlandı (dizine yazılamıyor olabilir); "
+                         u"düzenlenmeyenler olduğu gibi okunur:",
+                         u"%1 file(s) were not tidied (the folder may be read-only), or left out; those not "
+                         u"tidied are read as they are:")
                         .arg(report.failures.size()));
   }
   for (std::size_t i = 0; i < report.failures.size() && i < kListedFailures; ++i)

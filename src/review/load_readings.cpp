@@ -258,8 +258,7 @@ class Loader {
     for (const QString& message : gaps.messages) Tell(message);
     const std::optional<int> lost = ReadingInHeader(*content, header.HeaderEnd);
     if (lost) {
-      Tell(QStringLiteral(
-               "%1, line %2: a reading stands in the header, of which a line is missing; it is not read")
+      Tell(QStringLiteral("%1, line %2: the header is damaged and holds readings; they are not read")
                .arg(file.diskName)
                .arg(*lost));
     }

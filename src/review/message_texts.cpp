@@ -62,8 +62,8 @@ constexpr std::pair<const char16_t*, const char16_t*> kSentences[] = {
      u"%1, %2. satır: 27. sütunun ardında başka bir kayıt var; böyle %3 satır kısmen okundu"},
     {u"(.*), line (\\d+): dated (.*), behind the last record that the header names",
      u"%1, %2. satır: tarihi %3, başlıktaki son kayıttan sonra"},
-    {u"(.*), line (\\d+): a reading stands in the header, of which a line is missing; it is not read",
-     u"%1, %2. satır: başlıkta bir kayıt duruyor, başlığın bir satırı eksik; kayıt okunmadı"},
+    {u"(.*), line (\\d+): the header is damaged and holds readings; they are not read",
+     u"%1, %2. satır: başlık bozuk ve içinde kayıtlar var; bunlar okunmadı"},
     {u"(.*), line (\\d+): the file ends without the last day's Max and Min records and without an end mark; "
      u"it "
      u"may be cut",

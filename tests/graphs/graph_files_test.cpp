@@ -127,7 +127,7 @@ TEST_F(BuildGraphs, AStationThatCannotBeLoadedIsNamedAndTheOthersAreDrawn) {
   ASSERT_EQ(built->notes.size(), 2);
   EXPECT_TRUE(built->notes.join(QLatin1Char(' ')).contains(QStringLiteral("000-00000/2010: İstasyonun ham")));
   EXPECT_TRUE(
-      built->notes.join(QLatin1Char(' ')).contains(QStringLiteral("009-99999/2010: yükleme tam değil")));
+      built->notes.join(QLatin1Char(' ')).contains(QStringLiteral("009-99999/2010: Yükleme tam değil")));
   const QString before = Files();
   EXPECT_FALSE(Build("000-00000/2010"));
   EXPECT_EQ(Files(), before) << "nothing was loaded, nothing is deleted";

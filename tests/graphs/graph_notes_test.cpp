@@ -91,9 +91,9 @@ TEST_F(GraphNotes, ALoadThatIsNotWholeSaysSo) {
   loaded.whole = false;
   EXPECT_TRUE(NotesOfLoad(loaded, QStringLiteral("001-12345/2011"), sheet_.language)
                   .value(0)
-                  .startsWith(QStringLiteral("001-12345/2011: the load is not whole")));
-  loaded.refusedFile = QStringLiteral("001-12345-110101.txt");
-  EXPECT_TRUE(NotesOfLoad(loaded, {}, sheet_.language).value(0).contains(loaded.refusedFile));
+                  .startsWith(QStringLiteral("001-12345/2011: The load is not whole")));
+  loaded.missedFiles = {QStringLiteral("001-12345-110101.txt")};
+  EXPECT_TRUE(NotesOfLoad(loaded, {}, sheet_.language).value(0).contains(loaded.missedFiles.front()));
 }
 
 TEST_F(GraphNotes, TheProposedNameIsAFileNameEverywhere) {

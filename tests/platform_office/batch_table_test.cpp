@@ -67,7 +67,7 @@ TEST_F(BatchTable, ReplacesItsOwnAndKeepsWhatWasChangedByHandUnlessToldSo) {
 TEST_F(BatchTable, ATableThatIsNotWholeSaysSoOnItsSheetsAndByTheExitCode) {
   Write("010204", std::chrono::March, "99");
   EXPECT_EQ(Make({QStringLiteral("--hourly")}), 1);
-  EXPECT_TRUE(told_.contains(QStringLiteral("Eksik: "))) << told_.toStdString();
+  EXPECT_TRUE(told_.contains(QStringLiteral("Yükleme tam değil"))) << told_.toStdString();
   auto office = PrivateOffice::Start();
   ASSERT_TRUE(office.Ok());
   auto session = OfficeSession::Own(std::move(*office), {});
@@ -84,7 +84,8 @@ TEST_F(BatchTable, ATableThatIsNotWholeSaysSoOnItsSheetsAndByTheExitCode) {
     const css::uno::Reference<css::text::XTextRange> cell(sheet->getCellByPosition(at.column - 1, at.row - 1),
                                                           css::uno::UNO_QUERY_THROW);
     const QString shown = FromOffice(cell->getString());
-    EXPECT_TRUE(shown.startsWith(QStringLiteral("Eksik: ")) && shown.contains(QStringLiteral("010204")))
+    EXPECT_TRUE(shown.startsWith(QStringLiteral("Yükleme tam değil")) &&
+                shown.contains(QStringLiteral("010204")))
         << at.sheet << ": " << shown.toStdString();
   }
 }
