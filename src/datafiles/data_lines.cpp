@@ -254,6 +254,7 @@ class Decoder {
   LineEnd Keep(const Reading& reading) {
     lastWasOrdinary_ = reading.kind == ReadingKind::Ordinary;
     NoteRecord(reading.kind);
+    if (lastWasOrdinary_ && !tally_.firstReading) tally_.firstReading = reading.Time();
     if (lastWasOrdinary_) place_ = Place(reading.day);
     const Position position = place_ == Position::Unknown ? Place(reading.day) : place_;
     if (position == Position::Inside) {

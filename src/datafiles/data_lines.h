@@ -46,10 +46,11 @@ struct DataLineTally {
   qint64 stray = 0;         ///< readings dated before the window that stand behind a reading of it
   qint64 firstStrayLine = 0;
   bool lacksLastRecords = false;  ///< ends with an ordinary reading, though other days have their records
-  qint64 joined = 0;  ///< lines that hold another reading behind the one that was read
+  qint64 joined = 0;              ///< lines that hold another reading behind the one that was read
   qint64 firstJoinedLine = 0;
-  qint64 ordinary = 0;                  ///< ordinary readings up to endLine, outside the window too
-  std::optional<DateTime> lastReading;  ///< the last one of these
+  qint64 ordinary = 0;                   ///< ordinary readings up to endLine, outside the window too
+  std::optional<DateTime> firstReading;  ///< the first one that was read, outside the window too
+  std::optional<DateTime> lastReading;   ///< the last one of these
 };
 
 /// Appends the readings of a file to `out`. file: the whole file; headerEnd: 1-based byte offset of its first

@@ -157,7 +157,9 @@ class FileLock::Handle {
  public:
   Handle(QString path, int handle) : path_(std::move(path)), handle_(handle) {}
   ~Handle() {
-    if (IsCurrent()) ::unlink(QFile::encodeName(path_).constData());
+    // A lock file that cannot be removed is emptied, so that nobody takes this process for its holder.
+    [[maybe_unused]] const bool gone =
+        !IsCurrent() || ::unlink(QFile::encodeName(path_).constData()) == 0 || ::ftruncate(handle_, 0) == 0;
     ::close(handle_);
   }
   Q_DISABLE_COPY_MOVE(Handle)

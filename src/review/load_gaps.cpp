@@ -102,9 +102,17 @@ void AddMissingRecords(const QString& name, const DataLineTally& tally, FileGaps
           .arg(tally.endLine));
 }
 
-/// The last reading is where a wrong year leaves no line behind it that would show the mistake.
-void AddBehindHeader(const QString& name, const RawHeader& header, const DataLineTally& tally,
+/// A wrong year in the first or the last reading leaves no line on its other side that would show the
+/// mistake.
+void AddBeyondHeader(const QString& name, const RawHeader& header, const DataLineTally& tally,
                      FileGaps& gaps) {
+  if (tally.firstReading && *tally.firstReading < header.FirstRecordTime - std::chrono::days(1)) {
+    gaps.whole = false;
+    gaps.messages.push_back(
+        QStringLiteral("%1: its first reading is dated %2, before the first record that the "
+                       "header names")
+            .arg(name, DateTimeText(*tally.firstReading)));
+  }
   if (!tally.lastReading || *tally.lastReading <= header.LastRecordTime + std::chrono::days(1)) return;
   gaps.whole = false;
   gaps.messages.push_back(
@@ -126,7 +134,7 @@ FileGaps GapsOf(const QString& name, const RawHeader& header, const DataLineTall
   AddCut(name, header, tally, window, gaps);
   AddMissingRecords(name, tally, gaps);
   AddJoined(name, tally, gaps);
-  AddBehindHeader(name, header, tally, gaps);
+  AddBeyondHeader(name, header, tally, gaps);
   return gaps;
 }
 
