@@ -4,9 +4,9 @@
 
 #include <QString>
 
-#include <compare>
 #include <map>
 #include <optional>
+#include <tuple>
 #include <vector>
 
 #include "platform/result.h"
@@ -38,7 +38,10 @@ struct ExtremeKey {
   Day day{};
   ReadingKind kind = ReadingKind::Maximum;
 
-  auto operator<=>(const ExtremeKey&) const = default;
+  bool operator==(const ExtremeKey&) const = default;
+  bool operator<(const ExtremeKey& other) const {
+    return std::tie(day, kind) < std::tie(other.day, other.kind);
+  }
 };
 
 /// An operator's level in place of a computed extreme; it stays at the minute at which it was edited.

@@ -68,12 +68,14 @@ QJsonObject Encode(const RecordState& state) {
 /// Nothing when a part of it cannot be meant.
 std::optional<RecordState> DecodeState(const QJsonObject& object) {
   RecordState state{.logHash = object[Key("changeLog")].toString().toLatin1(), .lines = {}, .hidden = {}};
-  for (const QJsonValue& value : object[Key("corrections")].toArray()) {
+  const QJsonArray lines = object[Key("corrections")].toArray();
+  const QJsonArray hidden = object[Key("hidden")].toArray();
+  for (const auto& value : lines) {
     const QJsonObject line = value.toObject();
     if (!line[Key("line")].isString()) return std::nullopt;
     state.lines.push_back({line[Key("line")].toString().toLatin1(), DecodeCorrection(line)});
   }
-  for (const QJsonValue& value : object[Key("hidden")].toArray()) {
+  for (const auto& value : hidden) {
     auto correction = DecodeCorrection(value.toObject());
     if (!correction) return std::nullopt;
     state.hidden.push_back(std::move(*correction));
@@ -114,7 +116,8 @@ Result<ReviewRecord> DecodeReviewRecord(const QByteArray& content, const QString
       object.take(Key("version")).toInt() != kVersion) {
     return Error{what, path, QStringLiteral("it is damaged, or of another version of the program")};
   }
-  for (const QJsonValue& value : object.take(Key("states")).toArray()) {
+  const QJsonArray states = object.take(Key("states")).toArray();
+  for (const auto& value : states) {
     auto state = DecodeState(value.toObject());
     if (!state)
       return Error{what, path, QStringLiteral("it is damaged, or of another version of the program")};

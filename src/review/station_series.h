@@ -5,9 +5,9 @@
 
 #include <QString>
 
-#include <compare>
 #include <map>
 #include <optional>
+#include <tuple>
 #include <vector>
 
 #include "review/date_correction.h"
@@ -27,7 +27,10 @@ struct RowRef {
   int rawRow = 0;  ///< 1 to the number of raw readings; 0: a computed extreme
   ExtremeKey extreme{};
 
-  auto operator<=>(const RowRef&) const = default;
+  bool operator==(const RowRef&) const = default;
+  bool operator<(const RowRef& other) const {
+    return std::tie(rawRow, extreme) < std::tie(other.rawRow, other.extreme);
+  }
 };
 
 /// What can be changed of a row.
