@@ -38,7 +38,7 @@ class LineBuilder {
 
   [[nodiscard]] bool WithinDot() const {
     const QPointF first = current_.front();
-    return std::all_of(current_.begin(), current_.end(), [this, first](QPointF point) {
+    return std::all_of(current_.begin(), current_.end(), [first](QPointF point) {
       return std::abs(point.x() - first.x()) < kDotUnits && std::abs(point.y() - first.y()) < kDotUnits;
     });
   }
