@@ -92,7 +92,9 @@ bool EditSession::Repeat(const JournalRecord& record, const Levels& saved) {
   const auto row = Resolve(record);
   if (!row || !series_.StateOf(*row)) return false;
   if (saved.contains(*row) || HasLevel(*row, record.levelCm)) return true;
-  if (!HasLevel(*row, record.fromCm)) return false;
+  // Of two unsaved works behind one another, the later one did not see the earlier one's levels.
+  const bool touched = std::ranges::find(edited_, *row) != edited_.end();
+  if (!touched && !HasLevel(*row, record.fromCm)) return false;
   ApplyEdit(*row, record.levelCm);
   return true;
 }

@@ -160,6 +160,31 @@ TEST_F(Recovery, WorkMadeUnderOtherTimesFindsItsReading) {
   EXPECT_EQ(Row(session_.Series().ShownRowOf({.rawRow = 9})), "2/1*");
 }
 
+TEST_F(Recovery, OfTwoUnsavedWorksTheLaterLevelStandsAndNeitherGoesOverASavedOne) {
+  LoadYear();
+  Edit(2, "7");
+  Edit(4, "8");
+  LoadYear();    // the next run puts that work off
+  Edit(2, "9");  // and does not know its levels
+  const QByteArray earlier = ContentOf(journalPath_ + QStringLiteral(".later"));
+  ASSERT_FALSE(earlier.isEmpty());
+  LoadYear();
+  Edit(3, "1");  // both wait now
+  ASSERT_TRUE(session_.Discard());
+  LoadYear();
+  EXPECT_EQ(RestorePending(), 0);
+  EXPECT_EQ(Row(2), "9/2*");
+  EXPECT_EQ(Row(4), "8/1*");
+  session_.UndoAll();
+  Edit(2, "50");
+  ASSERT_TRUE(session_.Save());
+  ASSERT_TRUE(WriteContent(journalPath_, earlier));
+  LoadYear();
+  EXPECT_EQ(RestorePending(), 1) << "somebody has saved another level since";
+  EXPECT_EQ(Row(2), "50/999*");
+  EXPECT_EQ(Row(4), "8/1*");
+}
+
 TEST_F(Recovery, SavedWorkIsNotOfferedWhereItsJournalOutlivedTheSave) {
   LoadFile();
   Edit(2, "7");
