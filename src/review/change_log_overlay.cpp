@@ -333,6 +333,11 @@ Result<Snapshot> ReadSnapshot(const QString& path, const StationSeries& series, 
 
 void TellDates(const QString& path, const CorrectionReading& dates, std::vector<QString>& messages) {
   const QString fileName = QFileInfo(SavedCorrectionPath(path)).fileName();
+  if (dates.unreadable > 0) {
+    messages.push_back(QStringLiteral("%1: %2 line(s) could not be read; their files have the logger's times")
+                           .arg(fileName)
+                           .arg(dates.unreadable));
+  }
   if (dates.misfit) {
     messages.push_back(
         QStringLiteral("%1: the saved date correction does not fit these readings").arg(fileName));

@@ -101,6 +101,7 @@ class Loader {
     const auto corrections = ReadSavedCorrections(path, HashOf(*log));
     if (!corrections) return corrections.Failure();
     for (const SavedCorrection& clock : *corrections) {
+      if (!clock.target) continue;
       for (const RawFileRows& rows : loaded_.rawFiles) {
         if (rows.rawFile.compare(clock.rawFile, Qt::CaseInsensitive) != 0) continue;
         Tell(QStringLiteral(

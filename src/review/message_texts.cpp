@@ -71,6 +71,8 @@ constexpr std::pair<const char16_t*, const char16_t*> kSentences[] = {
      u"olabilir"},
     {u"(.*): its first reading is dated (.*), before the first record that the header names",
      u"%1: ilk kaydın tarihi %2, başlıktaki ilk kayıttan önce"},
+    {u"(.*): (\\d+) line\\(s\\) could not be read; their files have the logger's times",
+     u"%1: %2 satır okunamadı; bunların dosyaları cihazın zamanlarını gösterir"},
     {u"(.*): changed by another program since it was saved; its review record fits in part",
      u"%1: kaydedildikten sonra başka bir programla değiştirilmiş; inceleme kaydı kısmen uyuyor"},
     {u"(.*): the corrected record of (.*) is no longer in (.*); its correction is kept",

@@ -36,17 +36,23 @@ QByteArray Line(const Entry& entry) {
   return fields.join(kTab).toUtf8();
 }
 
+/// Only as it is written: a time that was cut off could be read as another one.
+std::optional<DateTime> ReadTime(const QString& field) {
+  const auto time = ReadDateTime(field);
+  return time && DateTimeText(*time) == field ? time : std::nullopt;
+}
+
 /// False for a field that is neither a time nor the mark for none.
 bool ReadTarget(const QString& field, std::optional<DateTime>& target) {
-  target = ReadDateTime(field);
+  target = ReadTime(field);
   return target || field == NoTarget();
 }
 
 std::optional<Entry> ReadLine(const QByteArray& bytes) {
   const QStringList fields = QString::fromUtf8(bytes).split(kTab);
   if (fields.size() != 4 && fields.size() != 6) return std::nullopt;
-  const auto first = ReadDateTime(fields[1]);
-  const auto last = ReadDateTime(fields[2]);
+  const auto first = ReadTime(fields[1]);
+  const auto last = ReadTime(fields[2]);
   if (!first || !last) return std::nullopt;
   Entry entry{.saved = {.rawFile = fields[0], .first = *first, .last = *last, .target = {}}, .planned = {}};
   if (!ReadTarget(fields[3], entry.saved.target)) return std::nullopt;
@@ -91,7 +97,10 @@ Result<std::vector<SavedCorrection>> ReadSavedCorrections(const QString& changeL
   std::vector<SavedCorrection> corrections;
   for (const QByteArray& bytes : *lines) {
     auto entry = ReadLine(bytes);
-    if (!entry) continue;
+    if (!entry) {
+      corrections.push_back({});
+      continue;
+    }
     Settle(*entry, logHash);
     if (entry->saved.target) corrections.push_back(entry->saved);
   }
@@ -105,8 +114,9 @@ Result<CorrectionReading> ReadSavedCorrection(const QString& changeLogPath, cons
   CorrectionReading reading;
   reading.correction = {.rawFile = rawFile, .first = span.first, .last = span.last, .target = {}};
   for (const SavedCorrection& saved : *corrections) {
+    if (!saved.target) ++reading.unreadable;
     if (saved.rawFile.compare(rawFile, Qt::CaseInsensitive) != 0) continue;
-    if (saved.first == span.first && saved.last == span.last) {
+    if (saved.first == span.first && saved.last == span.last && saved.target > span.first) {
       reading.correction = saved;
     } else {
       reading.misfit = saved;

@@ -35,6 +35,7 @@ struct PlannedTarget {
 struct CorrectionReading {
   SavedCorrection correction;  ///< of the readings as they are now; its target is what counts for them
   std::optional<SavedCorrection> misfit;  ///< made for other readings of that raw file, not applied
+  int unreadable = 0;                     ///< lines of the file that could not be read, whosever they are
 };
 
 /// changeLogPath + ".dates". One line a raw file: name, first, last, target ("-" for none), parted by tabs;
@@ -45,7 +46,8 @@ QString SavedCorrectionPath(const QString& changeLogPath);
 Result<CorrectionReading> ReadSavedCorrection(const QString& changeLogPath, const QString& rawFile,
                                               const ReadingSpan& span, const QByteArray& logHash);
 
-/// Every raw file's correction that counts with the log of that hash.
+/// Every raw file's correction that counts with the log of that hash; one without file and target for each
+/// line that could not be read.
 Result<std::vector<SavedCorrection>> ReadSavedCorrections(const QString& changeLogPath,
                                                           const QByteArray& logHash);
 

@@ -203,6 +203,20 @@ TEST_F(Editing, ASavedDateCorrectionComesBackWithItsEdits) {
 }
 
 // Corrections compose from the raw times, with one cut to the minute in all.
+TEST_F(Editing, ADateCorrectionWhoseLineWasCutIsToldAndNotApplied) {
+  LoadFile();
+  const QString raw = TextOf(session_.Grid());
+  CorrectDates("05/10/2010 08:01");
+  ASSERT_TRUE(session_.Save());
+  const QByteArray line = ContentOf(SavedCorrectionPath(logPath_)).trimmed();
+  for (qsizetype length = 1; length < line.size(); ++length) {
+    ASSERT_TRUE(test::WriteContent(SavedCorrectionPath(logPath_), line.first(length)));
+    const LoadedReadings loaded = test::LoadOf(TwoDays(), folder_.path() + QLatin1Char('/'), {});
+    EXPECT_EQ(TextOf(loaded.grid), raw) << length;
+    EXPECT_EQ(loaded.changeLogs.front().overlay.messages.size(), 1U) << length;
+  }
+}
+
 TEST_F(Editing, ACorrectionThatIsTakenBackGivesTheRawTimesBack) {
   LoadFile();
   const QString raw = TextOf(session_.Grid());
