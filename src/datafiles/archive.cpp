@@ -146,6 +146,8 @@ ArchiveReport ArchiveDuplicateRawFiles(const QString& dataDirectory,
     if (archived) {
       report.changed = true;
       report.archived.push_back(*archived);
+    } else if (!QFile::exists(dataDirectory + present[i].name)) {
+      report.changed = true;  // another program that tidies was quicker
     } else {
       report.failures.push_back(archived.Failure());
     }
