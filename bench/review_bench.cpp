@@ -13,7 +13,7 @@
 #include "review/browser.h"
 #include "review/editing.h"
 #include "review/review_grid_model.h"
-#include "review/review_grid_view.h"
+#include "selection/review_grid_view.h"
 #include "tools/sample_data.h"
 
 namespace {

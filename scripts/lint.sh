@@ -15,10 +15,8 @@ for script in $(git ls-files -- '*.sh' .ci/run); do
   bash -n "$script" || failed=1
 done
 
-# Logic never sees a widget, and nothing names a folder of somebody's machine.
-widgets=$(git grep -lE '#include <Q(Widget|Application|Dialog|MessageBox|MainWindow|Table(View|Widget))>' -- \
-  src/platform src/datafiles || true)
-[ -z "$widgets" ] || { say "QtWidgets in the logic:" $widgets; failed=1; }
+# Every include lies within what its library links; nothing names a folder of somebody's machine.
+python3 scripts/layers.py || { say "includes across the layers"; failed=1; }
 paths=$(git grep -nIE '(^|[^A-Za-z0-9_.$}])/(root|work|Users)/[A-Za-z]' -- ':!scripts/lint.sh' || true)
 [ -z "$paths" ] || { say "paths of one machine:"; echo "$paths"; failed=1; }
 

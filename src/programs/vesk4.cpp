@@ -10,7 +10,7 @@
 
 #include "platform/folders.h"
 #include "platform/libreoffice/office.h"
-#include "review/form_sec.h"
+#include "selection/form_sec.h"
 #include "shell/anamenu.h"
 #include "shell/run_values.h"
 #include "shell/start_up.h"

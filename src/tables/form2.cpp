@@ -13,7 +13,7 @@
 #include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
-#include "tables/tab_order.h"
+#include "shell/tab_order.h"
 
 namespace vesk {
 

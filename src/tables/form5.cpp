@@ -8,11 +8,11 @@
 #include <QPushButton>
 #include <QShortcut>
 
+#include "shell/folder_lists.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
-#include "tables/folder_lists.h"
+#include "shell/tab_order.h"
 #include "tables/rating_curve.h"
-#include "tables/tab_order.h"
 
 namespace vesk {
 namespace {

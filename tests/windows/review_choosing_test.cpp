@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QTableWidget>
 
-#include "tables/folder_lists.h"
+#include "shell/folder_lists.h"
 #include "windows/review_fixture.h"
 
 namespace vesk::test {

@@ -6,7 +6,7 @@
 #include <QDir>
 
 #include "review/review_grid_model.h"
-#include "tables/folder_lists.h"
+#include "shell/folder_lists.h"
 #include "windows/review_fixture.h"
 
 namespace vesk::test {

@@ -11,8 +11,8 @@
 
 #include <memory>
 
-#include "review/form_sec.h"
-#include "review/review_grid_view.h"
+#include "selection/form_sec.h"
+#include "selection/review_grid_view.h"
 #include "support/raw_file_writer.h"
 #include "windows/frame_double.h"
 

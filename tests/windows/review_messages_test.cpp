@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QRegularExpression>
 
-#include "review/message_texts.h"
+#include "selection/message_texts.h"
 #include "shell/language.h"
 
 namespace vesk::test {

@@ -8,8 +8,8 @@
 #include <QPushButton>
 #include <QTimer>
 
-#include "review/review_questions.h"
-#include "review/window_build_questions.h"
+#include "selection/review_questions.h"
+#include "selection/window_build_questions.h"
 #include "shell/language.h"
 
 namespace vesk {

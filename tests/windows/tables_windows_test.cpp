@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "tables/folder_lists.h"
+#include "shell/folder_lists.h"
 #include "tables/form2.h"
 #include "tables/form5.h"
 #include "tables/recording_spreadsheet.h"

@@ -1,4 +1,4 @@
-#include "review/flow_layout.h"
+#include "shell/flow_layout.h"
 
 #include <algorithm>
 

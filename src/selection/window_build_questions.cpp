@@ -1,4 +1,4 @@
-#include "review/window_build_questions.h"
+#include "selection/window_build_questions.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-#include "review/review_questions.h"
+#include "selection/review_questions.h"
 #include "shell/language.h"
 
 namespace vesk {

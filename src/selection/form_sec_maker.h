@@ -9,7 +9,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include "review/form_sec_controls.h"
+#include "selection/form_sec_controls.h"
 #include "shell/language.h"
 
 namespace vesk {

@@ -1,4 +1,4 @@
-#include "review/review_grid_delegate.h"
+#include "selection/review_grid_delegate.h"
 
 #include <QLineEdit>
 #include <QPainter>

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "review/form_sec.h"
-#include "review/form_sec_maker.h"
-#include "review/review_grid_view.h"
+#include "selection/form_sec.h"
+#include "selection/form_sec_maker.h"
+#include "selection/review_grid_view.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 

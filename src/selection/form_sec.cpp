@@ -1,4 +1,4 @@
-#include "review/form_sec.h"
+#include "selection/form_sec.h"
 
 #include <QAction>
 #include <QApplication>
@@ -16,11 +16,11 @@
 #include <QTableWidget>
 
 #include "review/review_grid_model.h"
-#include "review/review_grid_view.h"
+#include "selection/review_grid_view.h"
 #include "shell/error_texts.h"
+#include "shell/folder_lists.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
-#include "tables/folder_lists.h"
 
 namespace vesk {
 namespace {

@@ -1,4 +1,4 @@
-#include "tables/folder_lists.h"
+#include "shell/folder_lists.h"
 
 #include <QDir>
 #include <QKeyEvent>

@@ -1,4 +1,4 @@
-#include "review/review_questions.h"
+#include "selection/review_questions.h"
 
 #include <QMessageBox>
 #include <QPushButton>

@@ -10,10 +10,10 @@
 
 #include <algorithm>
 
-#include "review/busy_cursor.h"
-#include "review/form_sec.h"
 #include "review/load_summary.h"
-#include "review/review_grid_view.h"
+#include "selection/form_sec.h"
+#include "selection/review_grid_view.h"
+#include "shell/busy_cursor.h"
 #include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"

@@ -10,15 +10,15 @@
 #include <algorithm>
 #include <utility>
 
-#include "review/busy_cursor.h"
-#include "review/form_sec.h"
-#include "review/message_texts.h"
 #include "review/setup_parameters.h"
+#include "selection/form_sec.h"
+#include "selection/message_texts.h"
+#include "shell/busy_cursor.h"
 #include "shell/error_texts.h"
+#include "shell/folder_lists.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "stations/station_register.h"
-#include "tables/folder_lists.h"
 
 namespace vesk {
 namespace {

@@ -1,9 +1,9 @@
 // The middle of the selection window: the review grid, its corrections, and what is made from it.
 #include <QHBoxLayout>
 
-#include "review/flow_layout.h"
-#include "review/form_sec_maker.h"
-#include "review/review_grid_view.h"
+#include "selection/form_sec_maker.h"
+#include "selection/review_grid_view.h"
+#include "shell/flow_layout.h"
 
 namespace vesk {
 namespace {

@@ -1,4 +1,4 @@
-#include "review/review_grid_view.h"
+#include "selection/review_grid_view.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <array>
 
-#include "review/review_grid_delegate.h"
 #include "review/review_grid_model.h"
+#include "selection/review_grid_delegate.h"
 
 namespace vesk {
 namespace {

@@ -1,4 +1,4 @@
-#include "review/message_texts.h"
+#include "selection/message_texts.h"
 
 #include <QRegularExpression>
 

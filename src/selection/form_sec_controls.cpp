@@ -1,14 +1,14 @@
-#include "review/form_sec_controls.h"
+#include "selection/form_sec_controls.h"
 
 #include <QHBoxLayout>
 #include <QProgressBar>
 #include <QScrollArea>
 #include <QSplitter>
 
-#include "review/form_sec_maker.h"
-#include "review/review_grid_view.h"
-#include "tables/folder_lists.h"
-#include "tables/tab_order.h"
+#include "selection/form_sec_maker.h"
+#include "selection/review_grid_view.h"
+#include "shell/folder_lists.h"
+#include "shell/tab_order.h"
 
 namespace vesk {
 namespace {

@@ -3,8 +3,8 @@
 #include <QScrollBar>
 #include <QSplitter>
 
-#include "review/form_sec_maker.h"
 #include "review/setup_parameters.h"
+#include "selection/form_sec_maker.h"
 
 namespace vesk {
 namespace {

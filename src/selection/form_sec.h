@@ -10,9 +10,9 @@
 
 #include "review/browser.h"
 #include "review/editing.h"
-#include "review/form_sec_controls.h"
 #include "review/not_whole_note.h"
-#include "review/review_questions.h"
+#include "selection/form_sec_controls.h"
+#include "selection/review_questions.h"
 
 namespace vesk {
 

@@ -3,8 +3,8 @@
 #include <QHBoxLayout>
 #include <QSplitter>
 
-#include "review/form_sec_maker.h"
-#include "tables/folder_lists.h"
+#include "selection/form_sec_maker.h"
+#include "shell/folder_lists.h"
 
 namespace vesk {
 namespace {

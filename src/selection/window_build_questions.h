@@ -4,7 +4,7 @@
 #include <memory>
 #include <optional>
 
-#include "review/busy_cursor.h"
+#include "shell/busy_cursor.h"
 #include "tables/build_level_table.h"
 
 class QProgressDialog;
