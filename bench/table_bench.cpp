@@ -37,7 +37,7 @@ constexpr int kMonths = 12;
 constexpr int kRuns = 10;
 
 [[noreturn]] void Give(const Error& error) {
-  std::fprintf(stderr, "%s\n", error.Text().toUtf8().constData());
+  std::fprintf(stderr, "%s\n", error.English().toUtf8().constData());
   std::exit(1);
 }
 

@@ -50,10 +50,10 @@ int main(int argc, char** argv) {
   if (!QDir().mkpath(folder)) return Fail(QStringLiteral("folder could not be made: ") + folder);
   const auto names =
       bulk ? vesk::sample::WriteBulkData(folder, count) : vesk::sample::WriteSampleData(folder);
-  if (!names) return Fail(names.Failure().Text());
+  if (!names) return Fail(names.Failure().English());
   if (parser.isSet(QStringLiteral("register"))) {
     const auto entered = EnterStations(parser.value(QStringLiteral("register")));
-    if (!entered) return Fail(entered.Failure().Text());
+    if (!entered) return Fail(entered.Failure().English());
   }
   for (const QString& name : *names) std::printf("%s\n", qUtf8Printable(QDir(folder).filePath(name)));
   return 0;

@@ -293,7 +293,7 @@ RawHeaderReading ReadRawHeader(const QString& fileName, HeaderScope scope, Heade
   }
   QFile file;
   if (const Status opened = OpenToRead(file, path, {}); !opened) {
-    FailToRead(result, sinks, fileName, opened.Failure().reason);
+    FailToRead(result, sinks, fileName, opened.Failure().reason.English());
     return result;
   }
   QByteArray bytes = file.read(kFirstLook);

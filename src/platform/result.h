@@ -7,24 +7,23 @@
 #include <utility>
 #include <variant>
 
+#include "platform/wording.h"
+
 namespace vesk {
 
 /// What went wrong, in words an operator can act on.
 struct Error {
-  QString what;    ///< what failed, e.g. "The level table could not be saved"
+  Message what;    ///< what failed, e.g. "The level table could not be saved"
   QString path;    ///< file or folder concerned; empty when there is none
-  QString reason;  ///< why, e.g. "No space left on device"
+  Message reason;  ///< why, e.g. "No space left on device"
 
   /// "what: path: reason", leaving out what is empty.
-  [[nodiscard]] QString Text() const {
-    QString text = what;
-    for (const QString& part : {path, reason}) {
-      if (part.isEmpty()) continue;
-      if (!text.isEmpty()) text += QStringLiteral(": ");
-      text += part;
-    }
-    return text;
+  [[nodiscard]] Message Said() const {
+    return Message::Joined({what, Message::Verbatim(path), reason}, QStringLiteral(": "));
   }
+  [[nodiscard]] QString In(LanguageChoice language) const { return Said().In(language); }
+  /// As the command line and the tests read it.
+  [[nodiscard]] QString English() const { return In(LanguageChoice::English); }
 };
 
 /// Either a T or an Error. Callers test it before they look inside.

@@ -168,7 +168,7 @@ Result<LoadedStations> LoadStations(const GraphRequest& request) {
     };
     auto loaded = load();
     if (!loaded) {
-      if (failure) Complain(failure->Text());
+      if (failure) Complain(failure->English());
       failure = loaded.Failure();
       all.exit = kBatchFailed;
       all.notes.append(Either(request.language, QStringLiteral("%1: çizilecek okuma yok"),
@@ -182,7 +182,7 @@ Result<LoadedStations> LoadStations(const GraphRequest& request) {
         {station, request.waterYear, std::make_shared<const ReviewGrid>(std::move(loaded->grid))});
   }
   if (all.sources.empty()) return *failure;
-  if (failure) Complain(failure->Text());
+  if (failure) Complain(failure->English());
   return all;
 }
 
@@ -220,18 +220,18 @@ int RunGraphVerb(const QStringList& arguments) {
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
   auto request = ReadRequest(parser);
   if (!request) {
-    Complain(request.Failure().Text());
+    Complain(request.Failure().English());
     return kBatchWrongUse;
   }
   const auto folder = DataFolder(parser.positionalArguments().front());
   if (!folder) {
-    Complain(folder.Failure().Text());
+    Complain(folder.Failure().English());
     return kBatchFailed;
   }
   request->folder = *folder;
   const auto drawn = DrawGraph(*request);
   if (drawn) return *drawn;
-  Complain(drawn.Failure().Text());
+  Complain(drawn.Failure().English());
   return kBatchFailed;
 }
 

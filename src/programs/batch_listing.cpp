@@ -41,7 +41,7 @@ void AppendFileLine(QByteArray& text, const RawFile& file) {
 int Finish(Output& output) {
   const Status written = output.Finish();
   if (written) return kBatchDone;
-  Complain(written.Failure().Text());
+  Complain(written.Failure().English());
   return kBatchFailed;
 }
 
@@ -108,7 +108,7 @@ QString WrongReadings(const QCommandLineParser& parser) {
 }
 
 int Fail(const Error& error) {
-  Complain(error.Text());
+  Complain(error.English());
   return kBatchFailed;
 }
 
@@ -202,7 +202,7 @@ int RunTidyVerb(const QStringList& arguments) {
         QStringLiteral("%1 archived in %2").arg(name, QLatin1String(kArchiveFolder)).toUtf8() + '\n';
   }
   for (const QString& failure : renamed.failures) Complain(failure);
-  for (const Error& failure : archived.failures) Complain(failure.Text());
+  for (const Error& failure : archived.failures) Complain(failure.English());
   const bool whole = renamed.failures.empty() && archived.failures.empty();
   const int exit = Finish(output);
   return whole ? exit : kBatchFailed;

@@ -225,7 +225,7 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
   if (!loaded->refusedFile.isEmpty()) {
     Complain(Error{what, folder + loaded->refusedFile,
                    QStringLiteral("this file is refused and ended the load, so the year may not be whole")}
-                 .Text());
+                 .English());
   }
   if (loaded->grid.ReadingCount() == 0) return Error{what, folder, QStringLiteral("no readings")};
   return loaded;
@@ -241,7 +241,7 @@ QString StationNameFrom(const QString& registerPath, const QString& stationNumbe
   if (registerPath.isEmpty()) return {};
   const auto name = LookupStationName(registerPath, stationNumber);
   if (name) return *name;
-  Complain(name.Failure().Text());
+  Complain(name.Failure().English());
   return {};
 }
 

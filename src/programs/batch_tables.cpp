@@ -27,7 +27,7 @@ QCommandLineOption ExtremesOption() {
 }
 
 int Fail(const Error& error) {
-  Complain(error.Text());
+  Complain(error.English());
   return kBatchFailed;
 }
 
@@ -161,7 +161,7 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
   EndProgressLine();
   if (!report) return report.Failure();
   if (report->end != BuildEnd::Made) return kBatchFailed;
-  for (const Error& warning : report->warnings) Complain(warning.Text());
+  for (const Error& warning : report->warnings) Complain(warning.English());
   if (report->hourlyRowsLeftOut > 0) {
     Complain(
         QStringLiteral(
@@ -298,7 +298,7 @@ int RunTableVerb(const QStringList& arguments) {
     const Result<int> made = MakeTable(choice, *options, *office);
     exit = std::max(exit, made ? *made : Fail(made.Failure()));
   }
-  if (const Status ended = office->Quit(); !ended) Complain(ended.Failure().Text());
+  if (const Status ended = office->Quit(); !ended) Complain(ended.Failure().English());
   return exit;
 }
 

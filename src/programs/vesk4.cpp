@@ -103,7 +103,7 @@ int main(int argc, char** argv) {
   const QString executableName = QFileInfo(QApplication::applicationFilePath()).completeBaseName();
   const vesk::Result<QString> folder = ProgramFolder(parser, executableName);
   if (!folder) {
-    std::fprintf(stderr, "vesk4: %s\n", qPrintable(folder.Failure().Text()));
+    std::fprintf(stderr, "vesk4: %s\n", qPrintable(folder.Failure().English()));
     return kFailed;
   }
   return Run(folder.Value(), executableName);

@@ -86,7 +86,7 @@ BrowserReport Browser::SelectStation(int index) {
   files_ = ListRawFiles(dataDirectory_, station_);
   const ArchiveReport archive = ArchiveDuplicateRawFiles(dataDirectory_, ListNames(files_));
   report.archived = archive.archived;
-  for (const Error& failure : archive.failures) report.failures.push_back(failure.Text());
+  for (const Error& failure : archive.failures) report.failures.push_back(failure.English());
   if (archive.changed) {
     AddTidying(RenameRawFiles(dataDirectory_), report);
     files_ = ListRawFiles(dataDirectory_, station_);

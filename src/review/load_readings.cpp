@@ -244,7 +244,7 @@ class Loader {
                  const std::optional<DayWindow>& window) {
     const auto content = bytes_.Read(request_.dataDirectory + file.diskName);
     if (!content) {
-      Miss(file, content.Failure().Text());
+      Miss(file, content.Failure().English());
       return;
     }
     const int firstRow = loaded_.grid.ReadingCount() + 1;

@@ -137,7 +137,7 @@ class Tidier {
 
   bool Lock() {
     const Status held = lock_.Take();
-    if (!held) report_.failures.push_back(held.Failure().Text());
+    if (!held) report_.failures.push_back(held.Failure().English());
     return held.Ok();
   }
 
@@ -174,7 +174,7 @@ class Tidier {
 
   void Rename(const QString& from, const QString& to) {
     const Status done = MakeRoom(from, to);
-    const QString reason = done ? Move(from, to) : done.Failure().Text();
+    const QString reason = done ? Move(from, to) : done.Failure().English();
     if (!reason.isEmpty()) {
       report_.failures.push_back(QStringLiteral("%1 could not be renamed to %2: %3").arg(from, to, reason));
       return;
@@ -204,14 +204,14 @@ class Tidier {
   /// Empty: done; else the reason.
   [[nodiscard]] QString Move(const QString& from, const QString& to) const {
     const auto moved = MoveToFreeName(dataDirectory_ + from, dataDirectory_ + to, {});
-    if (!moved) return moved.Failure().reason;
+    if (!moved) return moved.Failure().reason.English();
     return *moved == vesk::Move::Done ? QString() : QStringLiteral("it exists already");
   }
 
   void MakeNamesLast() {
     const Status synced =
         SyncToDisk(dataDirectory_, QStringLiteral("The new names may not last through a power cut"));
-    if (!synced) report_.failures.push_back(synced.Failure().Text());
+    if (!synced) report_.failures.push_back(synced.Failure().English());
   }
 
   QString dataDirectory_;

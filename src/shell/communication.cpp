@@ -72,7 +72,7 @@ Status StartCommunicationProgram(const RunValues& run) {
   if (!found) return found.Failure();
   const Status started = StartProgram(found.Value().program, found.Value().workingFolder);
   if (started) return {};
-  return Failure(run, started.Failure().path, ErrorPart(started.Failure().reason, run.language));
+  return Failure(run, started.Failure().path, ErrorPart(started.Failure().reason.English(), run.language));
 }
 
 }  // namespace vesk

@@ -181,7 +181,12 @@ QString Turkish(const QString& text) {
 }  // namespace
 
 QString ErrorText(const Error& error, const Language& language) {
-  return Error{ErrorPart(error.what, language), error.path, ErrorPart(error.reason, language)}.Text();
+  const auto worded = [&language](const Message& part) {
+    const QString english = part.English();
+    const QString said = language.Say(part);
+    return said == english ? ErrorPart(english, language) : said;
+  };
+  return Error{worded(error.what), error.path, worded(error.reason)}.English();
 }
 
 QString ErrorPart(const QString& english, const Language& language) {

@@ -5,14 +5,12 @@
 
 #include <array>
 
+#include "platform/result.h"
 #include "shell/caption.h"
 
 namespace vesk {
 
 struct LanguageTexts;
-
-/// The stored language choice; Unknown leaves every text empty until the operator chooses one.
-enum class LanguageChoice { Unknown, Turkish, English };
 
 LanguageChoice LanguageChoiceOf(const QString& slotText);  ///< "TURKCE" or "ENGLISH", exactly
 QString LanguageSlotText(LanguageChoice choice);
@@ -29,6 +27,15 @@ class Language {
   }
   /// index 1 to 7.
   [[nodiscard]] const QString& Message(int index) const { return messages_[static_cast<std::size_t>(index)]; }
+
+  /// What is to be said, in the current language.
+  [[nodiscard]] QString Say(const vesk::Message& message) const { return message.In(choice_); }
+  [[nodiscard]] QString Say(const Error& error) const { return error.In(choice_); }
+  /// A wording with its places filled, %1 first: with messages, names or numbers.
+  template <class... Places>
+  [[nodiscard]] QString Say(const Wording& wording, Places&&... places) const {
+    return vesk::Message(wording, std::forward<Places>(places)...).In(choice_);
+  }
 
   QString yesWord, noWord, addWord, convertedWord, attentionTitle;
   QString templateName;  ///< spreadsheet template of this language

@@ -137,7 +137,7 @@ class StationRegister::Connection {
   [[nodiscard]] Error Failure(const char* what, const QSqlError& error) const {
     QString reason = error.databaseText().trimmed();
     if (reason.isEmpty()) reason = error.text().trimmed();
-    return {QLatin1String(what), path_, reason};
+    return {QString(QLatin1String(what)), path_, reason};
   }
 
  private:

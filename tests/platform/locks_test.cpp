@@ -141,7 +141,7 @@ TEST_F(Locks, AFolderWithoutRoomForALockIsNamed) {
   path_ = folder_.filePath(QStringLiteral("none/log.lock"));
   const auto noFolder = Try();
   ASSERT_FALSE(noFolder);
-  EXPECT_EQ(noFolder.Failure().reason, QStringLiteral("no such folder"));
+  EXPECT_EQ(noFolder.Failure().reason.English(), QStringLiteral("no such folder"));
   path_ = QStringLiteral("/proc/vesk.lock");  // refuses root, too
   EXPECT_FALSE(Try());
   EXPECT_FALSE(LockHolderOf(path_));

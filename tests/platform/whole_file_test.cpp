@@ -40,9 +40,9 @@ TEST(WholeFile, AFullDiskLeavesTheFileThatWasThere) {
       written = WriteWholeFile(path, QByteArray(bytes, 'x'), what);
     }
     ASSERT_FALSE(written.Ok()) << bytes;
-    EXPECT_EQ(written.Failure().what, what);
+    EXPECT_EQ(written.Failure().what.English(), what);
     EXPECT_EQ(written.Failure().path, path);
-    EXPECT_FALSE(written.Failure().reason.endsWith(QStringLiteral("Unknown error")));
+    EXPECT_FALSE(written.Failure().reason.English().endsWith(QStringLiteral("Unknown error")));
     EXPECT_EQ(ReadWholeFile(path, what).Value(), "old");
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1) << "nothing half-written is left";
   }
@@ -58,7 +58,7 @@ TEST(WholeFile, ASyncThatFailsIsAWriteThatFailed) {
     const test::FailingSync failing(test::FailingSync::Of::Files, problem);
     const Status written = WriteWholeFile(path, "new", what);
     ASSERT_FALSE(written.Ok());
-    EXPECT_EQ(written.Failure().reason, qt_error_string(problem));
+    EXPECT_EQ(written.Failure().reason.English(), qt_error_string(problem));
     EXPECT_FALSE(WriteNewFile(copy, "new", what).Ok());
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList(QStringLiteral("changes.txt")));
     EXPECT_EQ(ReadWholeFile(path, what).Value(), "old") << "what the disk has is still in place";

@@ -73,7 +73,7 @@ TEST_F(BatchTable, ATableThatIsNotWholeSaysSoOnItsSheetsAndByTheExitCode) {
   auto session = OfficeSession::Own(std::move(*office), {});
   ASSERT_TRUE(session.Ok());
   const auto book = OfficeWorkbook::Load(*session, table_, Macros::AsTheOfficeSays);
-  ASSERT_TRUE(book.Ok()) << book.Failure().Text().toStdString();
+  ASSERT_TRUE(book.Ok()) << book.Failure().English().toStdString();
   const struct {
     const char* sheet;
     int row, column;

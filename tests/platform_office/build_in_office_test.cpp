@@ -99,8 +99,8 @@ class OfficeTable : public testing::Test {
         {grid_, QStringLiteral("12345"), QStringLiteral("Çamlıdere"), 2012, ExtremeMode::Recorded,
          folder_.path(), QStringLiteral(VESK_RESOURCES), templateName, AfterSave::Close},
         *MakeUnattendedSpreadsheet(), questions);
-    ASSERT_TRUE(report.Ok()) << report.Failure().Text().toStdString();
-    for (const Error& warning : report->warnings) ADD_FAILURE() << warning.Text().toStdString();
+    ASSERT_TRUE(report.Ok()) << report.Failure().English().toStdString();
+    for (const Error& warning : report->warnings) ADD_FAILURE() << warning.English().toStdString();
     const auto files = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
     EXPECT_EQ(QDir(folder_.path()).entryList(files),
               QStringList({QStringLiteral(".Tablo-12345(2012).xls.sha256"),
@@ -119,7 +119,7 @@ TEST_F(OfficeTable, ReadsBackAsWrittenAndItsMacroStillEmptiesEmptyTexts) {
   auto session = OfficeSession::Own(std::move(*office), {});
   ASSERT_TRUE(session.Ok());
   const auto loaded = OfficeWorkbook::Load(*session, path_, Macros::MayRun);
-  ASSERT_TRUE(loaded.Ok()) << loaded.Failure().Text().toStdString();
+  ASSERT_TRUE(loaded.Ok()) << loaded.Failure().English().toStdString();
   OfficeWorkbook& book = **loaded;
   const Reference<css::container::XNamed> active(ViewOf(book)->getActiveSheet(), UNO_QUERY_THROW);
   EXPECT_EQ(FromOffice(active->getName()), QStringLiteral("Gunluk"));
@@ -160,7 +160,7 @@ TEST_F(OfficeTable, ReadsBackAsWrittenAndItsMacroStillEmptiesEmptyTexts) {
   ASSERT_EQ(Shown(book, "Saatlik", 8, 4), "'");
   ASSERT_EQ(Shown(book, "Gunluk", 6, 8), "'");
   const Status ran = book.RunMacro(QStringLiteral("BosHucreleriSil"));
-  ASSERT_TRUE(ran.Ok()) << ran.Failure().Text().toStdString();
+  ASSERT_TRUE(ran.Ok()) << ran.Failure().English().toStdString();
   EXPECT_EQ(Shown(book, "Saatlik", 8, 4), "");
   EXPECT_EQ(Shown(book, "Gunluk", 6, 8), "");
   EXPECT_EQ(Shown(book, "Saatlik", 6, 4), "'yok");

@@ -51,9 +51,9 @@ TEST(OfficeMacros, OfAStoredTableDoNotRunUnasked) {
   };
   const auto office = MakeUnattendedSpreadsheet();
   const Status stored = OpenStoredTable(*office, plant(QStringLiteral("stored")));
-  ASSERT_TRUE(stored.Ok()) << stored.Failure().Text().toStdString();
+  ASSERT_TRUE(stored.Ok()) << stored.Failure().English().toStdString();
   const auto allowed = office->Open(plant(QStringLiteral("own")), Macros::MayRun);
-  ASSERT_TRUE(allowed.Ok()) << allowed.Failure().Text().toStdString();
+  ASSERT_TRUE(allowed.Ok()) << allowed.Failure().English().toStdString();
   // The office runs it some time after the workbook is open, those of workbooks before it earlier.
   QElapsedTimer waiting;
   waiting.start();

@@ -52,8 +52,8 @@ TEST_F(OfficeProcess, IsKeptOverWorkbooksAndEndsWithQuit) {
   const std::vector<int> first = OfficesOfThisProcess();
   EXPECT_EQ(first.size(), 1U);
   auto workbook = office_->Open(path_, Macros::AsTheOfficeSays);
-  ASSERT_TRUE(workbook.Ok()) << workbook.Failure().Text().toStdString();
-  EXPECT_EQ((*workbook)->Sheet(QStringLiteral("Yok")).Failure().reason, QStringLiteral("Yok"));
+  ASSERT_TRUE(workbook.Ok()) << workbook.Failure().English().toStdString();
+  EXPECT_EQ((*workbook)->Sheet(QStringLiteral("Yok")).Failure().reason.English(), QStringLiteral("Yok"));
   EXPECT_FALSE((*workbook)->RunMacro(QStringLiteral("Yok")).Ok());
   EXPECT_TRUE((*workbook)->Close().Ok());
   EXPECT_EQ(OfficesOfThisProcess(), first);
@@ -68,7 +68,7 @@ class OfficeAccident : public OfficeProcess,
 TEST_P(OfficeAccident, EndsTheCallWithAnErrorAndTheNextWorkbookOpens) {
   const auto& [signal, reason] = GetParam();
   auto workbook = office_->Open(path_, Macros::AsTheOfficeSays);
-  ASSERT_TRUE(workbook.Ok()) << workbook.Failure().Text().toStdString();
+  ASSERT_TRUE(workbook.Ok()) << workbook.Failure().English().toStdString();
   auto sheet = (*workbook)->Sheet(QStringLiteral("Saatlik"));
   ASSERT_TRUE(sheet.Ok());
   const std::vector<int> offices = OfficesOfThisProcess();
@@ -79,7 +79,8 @@ TEST_P(OfficeAccident, EndsTheCallWithAnErrorAndTheNextWorkbookOpens) {
   const CellBlock block(20'000, std::vector<CellValue>(4, QStringLiteral("12:00")));
   const Status put = (*sheet)->PutBlock(5, 1, block);
   ASSERT_FALSE(put.Ok());
-  EXPECT_TRUE(put.Failure().reason.contains(QLatin1String(reason))) << put.Failure().Text().toStdString();
+  EXPECT_TRUE(put.Failure().reason.English().contains(QLatin1String(reason)))
+      << put.Failure().English().toStdString();
   EXPECT_FALSE((*workbook)->Save().Ok());
   EXPECT_FALSE((*workbook)->Close().Ok());
 
@@ -87,11 +88,11 @@ TEST_P(OfficeAccident, EndsTheCallWithAnErrorAndTheNextWorkbookOpens) {
       office_->Open(path_, Macros::AsTheOfficeSays);  // the killed office could not take its lock away
   ASSERT_FALSE(locked.Ok());
   EXPECT_TRUE(locked.Failure().path.contains(QLatin1String(".~lock.a.xls#")))
-      << locked.Failure().Text().toStdString();
+      << locked.Failure().English().toStdString();
   const QString other = folder_.filePath(QStringLiteral("b.xls"));
   ASSERT_TRUE(QFile::copy(path_, other));
   auto again = office_->Open(other, Macros::AsTheOfficeSays);
-  EXPECT_TRUE(again.Ok()) << again.Failure().Text().toStdString();
+  EXPECT_TRUE(again.Ok()) << again.Failure().English().toStdString();
 }
 
 INSTANTIATE_TEST_SUITE_P(KilledOrStopped, OfficeAccident,

@@ -72,8 +72,8 @@ TEST_F(OperatorOfficeTest, IsStartedForATableAndLeftToItsOperatorWhileTheTableIs
   EXPECT_FALSE(office->HasOpenWindow());
   EXPECT_EQ(OperatorOffice(), 0) << "asking starts nothing";
   const auto report = BuildLevelTable(input, *office, answers);
-  ASSERT_TRUE(report.Ok()) << report.Failure().Text().toStdString();
-  for (const Error& warning : report->warnings) ADD_FAILURE() << warning.Text().toStdString();
+  ASSERT_TRUE(report.Ok()) << report.Failure().English().toStdString();
+  for (const Error& warning : report->warnings) ADD_FAILURE() << warning.English().toStdString();
   const auto files = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
   EXPECT_EQ(
       QDir(folder_.path()).entryList(files),
@@ -88,12 +88,12 @@ TEST_F(OperatorOfficeTest, IsStartedForATableAndLeftToItsOperatorWhileTheTableIs
   EXPECT_TRUE(office->Quit().Ok());
   EXPECT_TRUE(another->HasOpenWindow()) << "the open table keeps it";
   auto table = another->Open(report->path, Macros::AsTheOfficeSays);
-  ASSERT_TRUE(table.Ok()) << table.Failure().Text().toStdString();
+  ASSERT_TRUE(table.Ok()) << table.Failure().English().toStdString();
   EXPECT_EQ(OperatorOffice(), process);
   EXPECT_TRUE((*table)->Close().Ok());
   EXPECT_FALSE(office->HasOpenWindow());
   const Status quit = office->Quit();
-  EXPECT_TRUE(quit.Ok()) << quit.Failure().Text().toStdString();
+  EXPECT_TRUE(quit.Ok()) << quit.Failure().English().toStdString();
   EXPECT_TRUE(WaitUntil([] { return OperatorOffice() == 0; }));
 }
 
@@ -103,13 +103,13 @@ TEST_F(OperatorOfficeTest, IsGivenUpAndNeverKilledWhenItHangs) {
   const QString path = folder_.filePath(QStringLiteral("own.xls"));
   ASSERT_TRUE(QFile::copy(QStringLiteral(VESK_RESOURCES "/Sablon.xls"), path));
   auto own = office->Open(path, Macros::AsTheOfficeSays);
-  ASSERT_TRUE(own.Ok()) << own.Failure().Text().toStdString();
+  ASSERT_TRUE(own.Ok()) << own.Failure().English().toStdString();
   const int process = OperatorOffice();
   ASSERT_EQ(::kill(process, SIGSTOP), 0);
   const Status saved = (*own)->Save();
   ASSERT_FALSE(saved.Ok());
-  EXPECT_TRUE(saved.Failure().reason.contains(QLatin1String("no answer in time")))
-      << saved.Failure().Text().toStdString();
+  EXPECT_TRUE(saved.Failure().reason.English().contains(QLatin1String("no answer in time")))
+      << saved.Failure().English().toStdString();
   ASSERT_EQ(::kill(process, SIGCONT), 0);
   EXPECT_EQ(OperatorOffice(), process);
   EXPECT_TRUE(WaitUntil([&office] { return office->HasOpenWindow(); }));  // it can be bound to again

@@ -96,7 +96,7 @@ TEST(DateCorrection, RefusesWhatIsNoTimeBehindTheFirstReading) {
                            "01/01/2010 23:59", "02/01/2010 00:00"}) {
     const auto target = ReadCorrectionTarget(QString::fromLatin1(text), grid);
     ASSERT_FALSE(target) << text;
-    EXPECT_TRUE(target.Failure().reason.contains(QStringLiteral("dd/mm/yyyy hh:mm"))) << text;
+    EXPECT_TRUE(target.Failure().reason.English().contains(QStringLiteral("dd/mm/yyyy hh:mm"))) << text;
   }
   const auto target = ReadCorrectionTarget(QStringLiteral(" 2.1.2010 00:01 "), grid);
   ASSERT_TRUE(target);

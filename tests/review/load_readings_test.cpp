@@ -23,7 +23,7 @@ class LoadReadingsTest : public test::DataFolderTest {
   }
   static LoadedReadings Load(const LoadRequest& request) {
     auto loaded = LoadReadings(request);
-    EXPECT_TRUE(loaded.Ok()) << (loaded ? "" : loaded.Failure().Text().toStdString());
+    EXPECT_TRUE(loaded.Ok()) << (loaded ? "" : loaded.Failure().English().toStdString());
     return loaded ? std::move(*loaded) : LoadedReadings{};
   }
   LoadedReadings LoadYear2009() { return Load(Request({QStringLiteral("2009 ")})); }

@@ -64,7 +64,7 @@ TEST_F(CommunicationTest, FindsTheProgramAndItsFolder) {
   for (const auto& c : cases) {
     SetPath(c.set);
     const Result<CommunicationProgram> found = FindCommunicationProgram(run_, {tools});
-    ASSERT_TRUE(found.Ok()) << found.Failure().Text().toStdString();
+    ASSERT_TRUE(found.Ok()) << found.Failure().English().toStdString();
     EXPECT_EQ(found.Value().program, c.program);
     EXPECT_EQ(found.Value().workingFolder, c.workingFolder);
   }
@@ -91,13 +91,13 @@ TEST_F(CommunicationTest, WhatCannotBeStartedIsToldWithTheSettingToFillIn) {
     const Status started = StartCommunicationProgram(run_);
     ASSERT_FALSE(started.Ok()) << name;
     EXPECT_EQ(started.Failure().path, home_ + QStringLiteral("Comm/") + QLatin1String(name));
-    EXPECT_TRUE(started.Failure().reason.endsWith(
+    EXPECT_TRUE(started.Failure().reason.English().endsWith(
         SettingsPath() + QStringLiteral(", section [COMMUNICATION PROGRAMS], key RS232 (Windows-1254)")));
   }
   run_.language.FillTurkish();  // its section holds nothing
   const Status unset = StartCommunicationProgram(run_);
   ASSERT_FALSE(unset.Ok());
-  EXPECT_TRUE(unset.Failure().reason.contains(QStringLiteral("[ILETISIM PROGRAMLARI]")));
+  EXPECT_TRUE(unset.Failure().reason.English().contains(QStringLiteral("[ILETISIM PROGRAMLARI]")));
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ class Register : public testing::Test {
 
   std::string Lookup(const char* number) const {
     const auto name = LookupStationName(path_, QString::fromLatin1(number));
-    return name ? name->toStdString() : "failed: " + name.Failure().Text().toStdString();
+    return name ? name->toStdString() : "failed: " + name.Failure().English().toStdString();
   }
 
   QTemporaryDir folder_;
@@ -64,9 +64,9 @@ TEST_F(Register, WhatIsNoRegisterIsNamedAndLeftAlone) {
     const auto opened = OpenStationDatabase(path);
     ASSERT_FALSE(opened) << c.name;
     EXPECT_EQ(opened.Failure().path, path);
-    EXPECT_FALSE(opened.Failure().reason.isEmpty()) << c.name;
-    EXPECT_TRUE(opened.Failure().reason.contains(QLatin1String(c.reason)))
-        << opened.Failure().reason.toStdString();
+    EXPECT_FALSE(opened.Failure().reason.English().isEmpty()) << c.name;
+    EXPECT_TRUE(opened.Failure().reason.English().contains(QLatin1String(c.reason)))
+        << opened.Failure().reason.English().toStdString();
     EXPECT_FALSE(LookupStationName(path, QStringLiteral("1"))) << c.name;
     EXPECT_EQ(BytesOf(path), c.bytes) << c.name;
   }
@@ -86,8 +86,8 @@ TEST_F(Register, ALockedFileIsReadAndRefusesChanges) {
   EXPECT_EQ(Lookup("1"), "a");
   const auto added = stations->Add(QStringLiteral("2"), {});
   ASSERT_FALSE(added);
-  EXPECT_TRUE(added.Failure().reason.contains(QStringLiteral("locked")))
-      << added.Failure().reason.toStdString();
+  EXPECT_TRUE(added.Failure().reason.English().contains(QStringLiteral("locked")))
+      << added.Failure().reason.English().toStdString();
 }
 
 TEST_F(Register, ChangesHoldOnlyForWhatWasRead) {

@@ -23,7 +23,7 @@ TEST(StoredTablesTest, RemovesIntoTheTrashElseForGoodElseTellsWhy) {
   const auto failed = RemoveStoredTable(path, [](const QString&) { return false; });
   ASSERT_FALSE(failed);
   EXPECT_EQ(failed.Failure().path, path);
-  EXPECT_FALSE(failed.Failure().reason.isEmpty());
+  EXPECT_FALSE(failed.Failure().reason.English().isEmpty());
 }
 
 /// Sets an environment variable, and the current folder, for as long as it lives.

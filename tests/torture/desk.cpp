@@ -87,7 +87,7 @@ QStringList Desk::Tidy(const QString& folder) {
   for (const QString& failure : RenameRawFiles(folder).failures) failures << failure;
   std::vector<QString> names;
   for (const RawFile& file : ListRawFiles(folder)) names.push_back(file.listName);
-  for (const Error& failure : ArchiveDuplicateRawFiles(folder, names).failures) failures << failure.Text();
+  for (const Error& failure : ArchiveDuplicateRawFiles(folder, names).failures) failures << failure.English();
   return failures;
 }
 
@@ -104,7 +104,7 @@ QString Desk::Open(const Choice& choice, bool restore) {
   for (const int year : choice.years) request.waterYears.push_back(QString::number(year));
   for (const RawFile& file : request.files) stems_ << file.listName.left(kStemCharacters);
   auto loaded = LoadReadings(request);
-  if (!loaded) return loaded.Failure().Text();
+  if (!loaded) return loaded.Failure().English();
   for (const auto& message : loaded->messages) messages_ << message;
   whole_ = loaded->whole;
   QObject::connect(session_.get(), &EditSession::JournalFailed, session_.get(),
@@ -112,7 +112,7 @@ QString Desk::Open(const Choice& choice, bool restore) {
   session_->Begin(*loaded);
   if (!restore) return {};
   const auto pending = session_->Pending();
-  if (!pending) return pending.Failure().Text();
+  if (!pending) return pending.Failure().English();
   if (!pending->Empty()) unfit_ = session_->Restore(*pending);
   return {};
 }
@@ -162,7 +162,7 @@ Deed NextDeed(Random& random, const Desk& desk, EditSession& session) {
 void Do(Deed& deed, EditSession& session) {
   const auto take = [&deed](const auto& result) {
     deed.done = static_cast<bool>(result);
-    if (!result) deed.why = result.Failure().Text();
+    if (!result) deed.why = result.Failure().English();
   };
   switch (deed.kind) {
     case Deed::Kind::Edit:

@@ -102,7 +102,7 @@ class Sequence {
   void SaveAndReload(Desk& desk) {
     const Status saved = desk.Session().Save();
     story_ += ", save";
-    if (!saved) return Break("a save fails without a reason", saved.Failure().Text().toUtf8());
+    if (!saved) return Break("a save fails without a reason", saved.Failure().English().toUtf8());
     run_.Count("saves compared with the next load");
     const Screen screen = desk.Shown();
     shown_ = {screen};

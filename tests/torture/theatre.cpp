@@ -13,7 +13,7 @@ constexpr char kSettingsName[] = "vesk4.ini";
 constexpr qsizetype kMarkerBytes = 10;
 
 QString TextOf(const Status& status) {
-  return status ? QString() : status.Failure().Text();
+  return status ? QString() : status.Failure().English();
 }
 
 /// A step at the desk that the journal must have before it counts.
@@ -36,7 +36,7 @@ QString Correct(Desk& desk, const Choice& /*choice*/) {
   const ReviewGrid& grid = desk.Session().Grid();
   const DateTime target = grid.At(grid.ReadingCount()).Time() + std::chrono::hours(3);
   const auto done = desk.Session().CorrectDates(DateTimeText(target));
-  if (!done) return done.Failure().Text();
+  if (!done) return done.Failure().English();
   return desk.JournalFailed() ? QStringLiteral("the journal fails") : QString();
 }
 QString Save(Desk& desk, const Choice& /*choice*/) {
@@ -212,7 +212,7 @@ QString Theatre::Prepare(const Operation& operation, Desk& desk, const Choice& c
   const QString why = desk.Open(choice);
   if (!why.isEmpty()) return why;
   const auto edited = desk.Session().EditLevel(7, QStringLiteral("1234"));
-  return edited ? QString() : edited.Failure().Text();
+  return edited ? QString() : edited.Failure().English();
 }
 
 QByteArray Theatre::RehearseState(const Choice& choice, bool acts) {

@@ -51,7 +51,7 @@ void Sit(const Choice& choice, std::uint64_t seed, int parity, const Child::Say&
     ::usleep(static_cast<unsigned>(random.Below(600)));
     if (random.OneIn(4)) {
       const Status saved = desk.Session().Save();
-      say(saved ? QByteArray("saved") : "refused " + saved.Failure().Text().toUtf8());
+      say(saved ? QByteArray("saved") : "refused " + saved.Failure().English().toUtf8());
       if (!saved && !desk.Open(choice).isEmpty()) return;
       continue;
     }
@@ -62,7 +62,7 @@ void Sit(const Choice& choice, std::uint64_t seed, int parity, const Child::Say&
     if (edited && !desk.JournalFailed()) {
       say("done " + Number(row) + ' ' + level);
     } else {
-      say("refused " + (edited ? QByteArray("the journal fails") : edited.Failure().Text().toUtf8()));
+      say("refused " + (edited ? QByteArray("the journal fails") : edited.Failure().English().toUtf8()));
       if (!desk.Open(choice).isEmpty()) return;  // somebody else works on it: look again
     }
   }
