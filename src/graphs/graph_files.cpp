@@ -180,7 +180,7 @@ Status WriteOne(const QString& dataDirectory, const LoadedEntry& one, const Lang
   const auto tell = [&built, of = NameOf(entry) + QStringLiteral(": ")](const QString& message) {
     built.messages.append(of + message);
   };
-  for (const QString& message : loaded.messages) tell(message);
+  for (const Message& message : loaded.messages) tell(language.Say(message));
   if (!loaded.refusedFile.isEmpty()) tell(RefusedMessage(loaded.refusedFile, language));
   const auto written = WriteGraphFile(dataDirectory, entry.waterYear, entry.station, loaded.grid.Readings());
   if (!written) return written.Failure();

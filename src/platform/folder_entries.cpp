@@ -52,14 +52,14 @@ FolderEntry EntryOf(int folder, const dirent& entry) {
   return {isText ? name : Shown(bytes), KindOfEntry(folder, entry), isText};
 }
 
-Status Open(QFile& file, const QString& path, const QString& what, int flags, QFile::OpenMode mode) {
+Status Open(QFile& file, const QString& path, const Message& what, int flags, QFile::OpenMode mode) {
   // O_NONBLOCK: a FIFO that took the file's place must not keep the program waiting.
   const int handle = ::open(QFile::encodeName(path).constData(), flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
   if (handle < 0) return Error{what, path, qt_error_string(errno)};
   struct stat info {};
   if (::fstat(handle, &info) != 0 || !S_ISREG(info.st_mode)) {
     ::close(handle);
-    return Error{what, path, QStringLiteral("not a file")};
+    return Error{what, path, Wording{u"bu bir dosya değil", u"not a file"}};
   }
   file.setFileName(path);
   if (file.open(handle, mode | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) return {};
@@ -85,11 +85,11 @@ EntryKind KindOf(const QString& path) {
   return KindAt(AT_FDCWD, QFile::encodeName(path).constData());
 }
 
-Status OpenToRead(QFile& file, const QString& path, const QString& what) {
+Status OpenToRead(QFile& file, const QString& path, const Message& what) {
   return Open(file, path, what, O_RDONLY, QIODevice::ReadOnly);
 }
 
-Status OpenToChange(QFile& file, const QString& path, const QString& what) {
+Status OpenToChange(QFile& file, const QString& path, const Message& what) {
   return Open(file, path, what, O_RDWR | O_NOFOLLOW, QIODevice::ReadWrite);
 }
 

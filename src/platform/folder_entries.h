@@ -32,9 +32,9 @@ EntryKind KindOf(const QString& path);
 
 /// Opens a regular file, or a link to one, for reading. Never waits for a FIFO. what: first part of the
 /// error.
-Status OpenToRead(QFile& file, const QString& path, const QString& what);
+Status OpenToRead(QFile& file, const QString& path, const Message& what);
 
 /// Opens a regular file for reading and writing in place; a link is refused.
-Status OpenToChange(QFile& file, const QString& path, const QString& what);
+Status OpenToChange(QFile& file, const QString& path, const Message& what);
 
 }  // namespace vesk

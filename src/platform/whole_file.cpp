@@ -32,7 +32,7 @@ QString SyncHandle(int handle) {
 
 /// Writes into a file that is open under a name of its own and waits for the disk. Neither the library's
 /// commit nor its flush tells when the disk could not keep the bytes.
-Status FillAndSync(QFileDevice& file, const QByteArray& content, const QString& path, const QString& what) {
+Status FillAndSync(QFileDevice& file, const QByteArray& content, const QString& path, const Message& what) {
   if (file.write(content) != content.size() || !file.flush()) return Error{what, path, WhyNotWritten(file)};
   const QString problem = SyncHandle(file.handle());
   return problem.isEmpty() ? Status() : Error{what, path, problem};
@@ -67,7 +67,7 @@ int RenameSparing(const char* from, const char* to) {
   return linked == EPERM || LacksExclusiveRename(linked) ? ReserveAndRename(from, to) : linked;
 }
 
-Status NameForGood(const QString& temporary, const QString& path, const QString& what) {
+Status NameForGood(const QString& temporary, const QString& path, const Message& what) {
   const auto moved = MoveToFreeName(temporary, path, what);
   if (!moved) return moved.Failure();
   return *moved == Move::Done ? Status() : Error{what, path, QStringLiteral("it exists already")};
@@ -75,7 +75,7 @@ Status NameForGood(const QString& temporary, const QString& path, const QString&
 
 }  // namespace
 
-Result<QByteArray> ReadWholeFile(const QString& path, const QString& what) {
+Result<QByteArray> ReadWholeFile(const QString& path, const Message& what) {
   const QFileInfo info(path);
   if (!info.exists()) return QByteArray();
   if (!info.isFile()) return Error{what, path, QStringLiteral("it is no file")};
@@ -87,7 +87,7 @@ Result<QByteArray> ReadWholeFile(const QString& path, const QString& what) {
   return content;
 }
 
-Status WriteWholeFile(const QString& path, const QByteArray& content, const QString& what) {
+Status WriteWholeFile(const QString& path, const QByteArray& content, const Message& what) {
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return Error{what, path, WhyNotWritten(file)};
   if (Status filled = FillAndSync(file, content, path, what); !filled) return filled;
@@ -95,7 +95,7 @@ Status WriteWholeFile(const QString& path, const QByteArray& content, const QStr
   return SyncToDisk(QFileInfo(path).absolutePath(), what);
 }
 
-Status WriteNewFile(const QString& path, const QByteArray& content, const QString& what) {
+Status WriteNewFile(const QString& path, const QByteArray& content, const Message& what) {
   const QString number = QString::number(QRandomGenerator::global()->generate(), 16);
   QFile file(path + QLatin1Char('.') + number);
   if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) return Error{what, path, file.errorString()};
@@ -106,7 +106,7 @@ Status WriteNewFile(const QString& path, const QByteArray& content, const QStrin
   return done ? SyncToDisk(QFileInfo(path).absolutePath(), what) : done;
 }
 
-Status SyncToDisk(const QString& path, const QString& what) {
+Status SyncToDisk(const QString& path, const Message& what) {
   const int handle = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (handle < 0) return Error{what, path, qt_error_string(errno)};
   const QString problem = SyncHandle(handle);
@@ -114,7 +114,7 @@ Status SyncToDisk(const QString& path, const QString& what) {
   return problem.isEmpty() ? Status() : Error{what, path, problem};
 }
 
-Result<Move> MoveToFreeName(const QString& from, const QString& to, const QString& what) {
+Result<Move> MoveToFreeName(const QString& from, const QString& to, const Message& what) {
   const int problem = RenameSparing(QFile::encodeName(from).constData(), QFile::encodeName(to).constData());
   if (problem == 0) return Move::Done;
   if (problem == EEXIST) return Move::NameTaken;

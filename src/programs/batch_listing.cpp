@@ -128,7 +128,7 @@ int RunFilesVerb(const QStringList& arguments) {
     AppendFileLine(output.Text(), file);
     if (!file.reading.Usable()) Complain(file.reading.detail);
   }
-  for (const QString& hidden : HiddenFiles(files)) Complain(hidden);
+  for (const Message& hidden : HiddenFiles(files)) Complain(hidden.English());
   return Finish(output);
 }
 
@@ -196,12 +196,12 @@ int RunTidyVerb(const QStringList& arguments) {
   for (const RawFile& file : ListRawFiles(*folder)) names.push_back(file.listName);
   const ArchiveReport archived = ArchiveDuplicateRawFiles(*folder, names);
   Output output({});
-  for (const QString& line : renamed.done) output.Text() += line.toUtf8() + '\n';
+  for (const Message& line : renamed.done) output.Text() += line.English().toUtf8() + '\n';
   for (const QString& name : archived.archived) {
     output.Text() +=
         QStringLiteral("%1 archived in %2").arg(name, QLatin1String(kArchiveFolder)).toUtf8() + '\n';
   }
-  for (const QString& failure : renamed.failures) Complain(failure);
+  for (const Message& failure : renamed.failures) Complain(failure.English());
   for (const Error& failure : archived.failures) Complain(failure.English());
   const bool whole = renamed.failures.empty() && archived.failures.empty();
   const int exit = Finish(output);

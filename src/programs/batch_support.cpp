@@ -36,7 +36,7 @@ std::vector<RawFile> FilesOfStation(const QString& folder, const std::vector<Raw
   });
   ReadHeaders(folder, result);
   ComplainOfRefused(result);
-  for (const QString& hidden : HiddenFiles(result)) Complain(hidden);
+  for (const Message& hidden : HiddenFiles(result)) Complain(hidden.English());
   return result;
 }
 
@@ -128,7 +128,7 @@ Result<QString> ExistingFolder(const QString& argument) {
 Result<QString> DataFolder(const QString& argument) {
   auto folder = ExistingFolder(argument);
   if (!folder) return folder;
-  for (const QString& skipped : SkippedEntries(*folder)) Complain(skipped);
+  for (const Message& skipped : SkippedEntries(*folder)) Complain(skipped.English());
   return folder;
 }
 
@@ -204,7 +204,8 @@ Result<Choice> ChooseStationYears(const QCommandLineParser& parser, const QStrin
 }
 
 void PrintLoadMessages(const LoadedReadings& loaded, const QString& station, const QString& label) {
-  for (const QString& message : loaded.messages) {
+  for (const Message& said : loaded.messages) {
+    const QString message = said.English();
     Complain(message.contains(station, Qt::CaseInsensitive) ? message
                                                             : label + QStringLiteral(": ") + message);
   }

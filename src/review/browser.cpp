@@ -23,7 +23,7 @@ std::vector<QString> ListNames(const std::vector<RawFile>& files) {
 }
 
 void AddHidden(const std::vector<RawFile>& files, BrowserReport& report) {
-  for (QString& hidden : HiddenFiles(files)) report.failures.push_back(std::move(hidden));
+  for (Message& hidden : HiddenFiles(files)) report.failures.push_back(std::move(hidden));
 }
 
 void AddTidying(const TidyReport& tidy, BrowserReport& report) {
@@ -86,7 +86,7 @@ BrowserReport Browser::SelectStation(int index) {
   files_ = ListRawFiles(dataDirectory_, station_);
   const ArchiveReport archive = ArchiveDuplicateRawFiles(dataDirectory_, ListNames(files_));
   report.archived = archive.archived;
-  for (const Error& failure : archive.failures) report.failures.push_back(failure.English());
+  for (const Error& failure : archive.failures) report.failures.push_back(failure.Said());
   if (archive.changed) {
     AddTidying(RenameRawFiles(dataDirectory_), report);
     files_ = ListRawFiles(dataDirectory_, station_);
@@ -97,7 +97,7 @@ BrowserReport Browser::SelectStation(int index) {
   for (const RawFile& file : files_) {
     if (file.reading.Usable()) continue;
     const QString why = file.reading.detail.isEmpty() ? file.listName : file.reading.detail;
-    report.refused.push_back(file.reading.errorText + QStringLiteral(": ") + why);
+    report.refused.push_back(Message::Joined({file.reading.errorText, why}, QStringLiteral(": ")));
   }
   waterYears_ = WaterYearsOf(files_, dataDirectory_, station_, words_.converted);
   return report;

@@ -36,8 +36,8 @@ struct ConfirmButton {
 /// What tidying and archiving did to the folder, in words fit for the message list.
 struct BrowserReport {
   std::vector<QString> archived;  ///< file names, now in the archive folder
-  std::vector<QString> failures;  ///< files that stay as they are, and why
-  std::vector<QString> refused;   ///< files whose header cannot be used, and why
+  std::vector<Message> failures;  ///< files that stay as they are, and why
+  std::vector<Message> refused;   ///< files whose header cannot be used, and why
 };
 
 /// Station entry "001-12345" -> number "12345".

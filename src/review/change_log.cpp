@@ -107,17 +107,17 @@ QString ChangeLogToRead(const QString& dataDirectory, const QString& station, co
   return newest;
 }
 
-std::optional<ChangeLogLine> ReadChangeLogLine(QByteArrayView bytes, QString& expected) {
+std::optional<ChangeLogLine> ReadChangeLogLine(QByteArrayView bytes, Message& expected) {
   const QStringList fields = DecodeWindows1254(bytes).split(QLatin1Char('\t'));
   const auto day = ReadDate(fields.value(0));
   const auto minute = ReadClock(fields.value(1));
   const auto level = ReadLevel(fields.value(2));
   if (!day) {
-    expected = QStringLiteral("a date dd/mm/yyyy");
+    expected = Wording{u"gg/aa/yyyy biçiminde tarih", u"a date dd/mm/yyyy"};
   } else if (!minute) {
-    expected = QStringLiteral("a time hh:mm");
+    expected = Wording{u"ss:dd biçiminde saat", u"a time hh:mm"};
   } else if (!level) {
-    expected = QStringLiteral("a level in cm");
+    expected = Wording{u"cm olarak seviye", u"a level in cm"};
   } else {
     return ChangeLogLine{*day, std::min(*minute, kLastMinute), *level, fields.value(3).simplified()};
   }
@@ -138,7 +138,7 @@ ChangeLogToSave FormChangeLog(const StationSeries& series, const ChangeLogOverla
 }
 
 Status SaveChangeLog(const QString& path, const ChangeLogToSave& log, ChangeLogOverlay& overlay) {
-  const QString what = QStringLiteral("The change log could not be saved");
+  const Message what = Wording{u"Değişiklik dosyası kaydedilemedi", u"The change log could not be saved"};
   auto record = ReadReviewRecord(path);
   const auto present = ReadWholeFile(path, what);
   if (!present) return present.Failure();
@@ -156,7 +156,8 @@ Status SaveChangeLog(const QString& path, const ChangeLogToSave& log, ChangeLogO
 }
 
 Result<bool> HasChangedSince(const ChangeLogOverlay& overlay) {
-  const auto present = ReadWholeFile(overlay.path, QStringLiteral("The change log could not be read"));
+  const auto present = ReadWholeFile(
+      overlay.path, Wording{u"Değişiklik dosyası okunamadı", u"The change log could not be read"});
   if (!present) return present.Failure();
   const QByteArray hash = HashOf(*present);
   return hash != overlay.hash && hash != overlay.triedHash;

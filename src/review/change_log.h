@@ -40,7 +40,7 @@ struct ChangeLogOverlay {
   std::vector<RecordedLine> others;   ///< lines of the station's other single files; written back as well
   std::vector<Correction> othersHidden;  ///< of the other single files, not in the log
   std::map<RowRef, Authorship> authors;  ///< who corrected what was laid
-  std::vector<QString> messages;         ///< lines by number, and why; date correction
+  std::vector<Message> messages;         ///< lines by number, and why; date correction
   SavedCorrection correction;            ///< the file's saved date correction, already applied
   QString path;                          ///< of the log that was read
   QByteArray tried;                      ///< hash of a log whose save failed; it may be in place all the same
@@ -58,7 +58,7 @@ QString ChangeLogPath(const QString& dataDirectory, const QString& station, cons
 QString ChangeLogToRead(const QString& dataDirectory, const QString& station, const QString& waterYearEntry);
 
 /// Reads a log's line; on failure `expected` says what a field should have held.
-std::optional<ChangeLogLine> ReadChangeLogLine(QByteArrayView bytes, QString& expected);
+std::optional<ChangeLogLine> ReadChangeLogLine(QByteArrayView bytes, Message& expected);
 
 /// Lays a log's lines over the series. A line whose reading the record tells goes to that reading and to no
 /// other. Any other line (an older hand's, or the record is not that log's) goes to the next row of its date

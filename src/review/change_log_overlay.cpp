@@ -79,8 +79,10 @@ class Overlay {
     const RecordState* state = record.StateOf(HashOf(content.toByteArray()));
     std::vector<LineUnderWay> lines = LinesOf(content);
     if (!state && !lines.empty() && !record.states.empty()) {
-      Tell(QStringLiteral("%1: changed by another program since it was saved; its review record fits in part")
-               .arg(fileName_));
+      Tell(Message(
+          Wording{u"%1: kaydedildikten sonra başka bir programla değiştirilmiş; inceleme kaydı kısmen uyuyor",
+                  u"%1: changed by another program since it was saved; its review record fits in part"},
+          fileName_));
     }
     if (!state && !record.states.empty()) state = &record.states.front();
     RecordedLines(state).Match(lines);
@@ -106,7 +108,7 @@ class Overlay {
     for (qint64 number = 1; !content.isEmpty(); ++number) {
       const QByteArrayView bytes = TakeLine(content);
       if (bytes.trimmed().isEmpty()) continue;
-      QString expected;
+      Message expected;
       lines.push_back({.number = number,
                        .text = bytes.toByteArray(),
                        .line = ReadChangeLogLine(bytes, expected),
@@ -157,10 +159,9 @@ class Overlay {
   void TellOtherLevel(const LineUnderWay& line, const RowRef& row) {
     const double nowCm = series_.Raw().RawLevel(row.rawRow);
     if (IsSameLevel(nowCm, line.correction->rawCm)) return;
-    Tell(QStringLiteral("%1, line %2: the raw level is %3 cm now; it was %4 cm when it was corrected")
-             .arg(fileName_)
-             .arg(line.number)
-             .arg(NumberText(nowCm), NumberText(line.correction->rawCm)));
+    Tell(Message(Wording{u"%1, %2. satır: ham seviye şimdi %3 cm; düzeltildiğinde %4 cm idi",
+                         u"%1, line %2: the raw level is %3 cm now; it was %4 cm when it was corrected"},
+                 fileName_, line.number, NumberText(nowCm), NumberText(line.correction->rawCm)));
   }
 
   void PlaceExtreme(LineUnderWay& line) {
@@ -201,8 +202,9 @@ class Overlay {
         --overlay_.applied;  // no line of the log
       } else {
         overlay_.othersHidden.push_back(correction);
-        Tell(QStringLiteral("%1: the corrected record of %2 is no longer in %3; its correction is kept")
-                 .arg(fileName_, DateTimeText(correction.time), correction.rawFile));
+        Tell(Message(Wording{u"%1: düzeltilmiş %2 uç değeri artık %3 içinde yok; düzeltmesi saklandı",
+                             u"%1: the corrected record of %2 is no longer in %3; its correction is kept"},
+                     fileName_, DateTimeText(correction.time), correction.rawFile));
       }
     }
   }
@@ -237,40 +239,42 @@ class Overlay {
     if (line.line) {
       const QString text = DecodeWindows1254(line.text).simplified();
       if (line.open) {
-        Tell(QStringLiteral("%1, line %2: %3 can be meant for the reading or for the extreme record of that "
-                            "minute; it is not applied, but kept")
-                 .arg(fileName_)
-                 .arg(line.number)
-                 .arg(text));
+        Tell(Message(Wording{u"%1, %2. satır: %3 o dakikanın kaydı için de uç değeri için de olabilir; "
+                             u"uygulanmadı, saklandı",
+                             u"%1, line %2: %3 can be meant for the reading or for the extreme record of "
+                             u"that minute; it is not applied, but kept"},
+                     fileName_, line.number, text));
         return;
       }
-      Tell(QStringLiteral("%1, line %2: %3 belongs to no reading of this load; it is kept for the next save")
-               .arg(fileName_)
-               .arg(line.number)
-               .arg(text));
+      Tell(Message(
+          Wording{u"%1, %2. satır: %3 yüklenen hiçbir kayda ait değil; bir sonraki kaydetme için saklandı",
+                  u"%1, line %2: %3 belongs to no reading of this load; it is kept for the next save"},
+          fileName_, line.number, text));
       return;
     }
     ++overlay_.unreadable;
-    QString expected;
+    Message expected;
     static_cast<void>(ReadChangeLogLine(line.text, expected));
-    Tell(QStringLiteral("%1, line %2: expected %3").arg(fileName_).arg(line.number).arg(expected));
+    Tell(Message(Wording{u"%1, %2. satır; beklenen: %3", u"%1, line %2: expected %3"}, fileName_, line.number,
+                 expected));
   }
 
   void TellElsewhere() {
     for (const auto& [rawFile, count] : elsewhere_) {
-      Tell(QStringLiteral("%1: %2 correction(s) of %3, which is not loaded, lie on equal readings of another "
-                          "read-out")
-               .arg(fileName_)
-               .arg(count)
-               .arg(rawFile));
+      Tell(Message(
+          Wording{
+              u"%1: yüklenmemiş %3 dosyasının %2 düzeltmesi başka bir okumanın eşit kayıtlarına uygulandı",
+              u"%1: %2 correction(s) of %3, which is not loaded, lie on equal readings of another read-out"},
+          fileName_, count, rawFile));
     }
   }
 
-  void Tell(const QString& message) {
+  void Tell(const Message& message) {
     if (overlay_.messages.size() < kMostMessages) {
       overlay_.messages.push_back(message);
     } else if (overlay_.messages.size() == kMostMessages) {
-      overlay_.messages.push_back(QStringLiteral("%1: further lines are not named").arg(fileName_));
+      overlay_.messages.push_back(Message(
+          Wording{u"%1: öteki satırlar tek tek yazılmadı", u"%1: further lines are not named"}, fileName_));
     }
   }
 
@@ -288,7 +292,7 @@ struct Snapshot {
   QByteArray content;
   ReviewRecord record;
   CorrectionReading dates;
-  std::vector<QString> problems;
+  std::vector<Message> problems;
 };
 
 Status ReadDates(const QString& path, const StationSeries& series, const QByteArray& hash,
@@ -303,7 +307,8 @@ Status ReadDates(const QString& path, const StationSeries& series, const QByteAr
 
 Result<Snapshot> ReadOnce(const QString& path, const StationSeries& series, bool singleFile) {
   Snapshot snapshot;
-  auto content = ReadWholeFile(path, QStringLiteral("The change log could not be read"));
+  auto content =
+      ReadWholeFile(path, Wording{u"Değişiklik dosyası okunamadı", u"The change log could not be read"});
   if (!content) return content.Failure();
   snapshot.content = std::move(*content);
   auto record = ReadReviewRecord(path);
@@ -325,26 +330,30 @@ Result<Snapshot> ReadSnapshot(const QString& path, const StationSeries& series, 
   for (int reading = 1;; ++reading) {
     Result<Snapshot> snapshot = ReadOnce(path, series, singleFile);
     if (!snapshot) return snapshot;
-    const auto again = ReadWholeFile(path, QStringLiteral("The change log could not be read"));
+    const auto again =
+        ReadWholeFile(path, Wording{u"Değişiklik dosyası okunamadı", u"The change log could not be read"});
     if (!again) return again.Failure();
     if (*again == snapshot->content || reading == kMostReadings) return snapshot;
   }
 }
 
-void TellDates(const QString& path, const CorrectionReading& dates, std::vector<QString>& messages) {
+void TellDates(const QString& path, const CorrectionReading& dates, std::vector<Message>& messages) {
   const QString fileName = QFileInfo(SavedCorrectionPath(path)).fileName();
   if (dates.unreadable > 0) {
-    messages.push_back(QStringLiteral("%1: %2 line(s) could not be read; their files have the logger's times")
-                           .arg(fileName)
-                           .arg(dates.unreadable));
+    messages.push_back(
+        Message(Wording{u"%1: %2 satır okunamadı; bunların dosyaları cihazın zamanlarını gösterir",
+                        u"%1: %2 line(s) could not be read; their files have the logger's times"},
+                fileName, dates.unreadable));
   }
   if (dates.misfit) {
-    messages.push_back(
-        QStringLiteral("%1: the saved date correction does not fit these readings").arg(fileName));
+    messages.push_back(Message(Wording{u"%1: kaydedilmiş tarih düzeltmesi bu kayıtlara uymuyor",
+                                       u"%1: the saved date correction does not fit these readings"},
+                               fileName));
   }
   if (dates.correction.target) {
-    messages.push_back(QStringLiteral("%1: the readings are re-timed as saved, the last one to %2")
-                           .arg(fileName, DateTimeText(*dates.correction.target)));
+    messages.push_back(Message(Wording{u"%1: kayıt zamanları kaydedildiği gibi düzeltildi; son kayıt %2",
+                                       u"%1: the readings are re-timed as saved, the last one to %2"},
+                               fileName, DateTimeText(*dates.correction.target)));
   }
 }
 

@@ -151,21 +151,24 @@ DateTime RetimedReading(DateTime time, const ReadingSpan& span, DateTime target)
 }
 
 Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& raw) {
-  const QString what = QStringLiteral("The dates were not corrected");
-  const auto refuse = [&what](const QString& reason) { return Error{what, {}, reason}; };
+  const Message what = Wording{u"Tarihler düzeltilmedi", u"The dates were not corrected"};
+  const auto refuse = [&what](const Message& reason) { return Error{what, {}, reason}; };
   const auto span = SpanOf(raw);
-  if (!span) return refuse(QStringLiteral("no readings are loaded"));
+  if (!span) return refuse(Wording{u"yüklenmiş kayıt yok", u"no readings are loaded"});
   const QString trimmed = text.trimmed();
   const auto target = ReadDateTime(trimmed);
   if (!target || !trimmed.contains(QLatin1Char(':'))) {
-    return refuse(QStringLiteral("the true time of the last reading is expected as dd/mm/yyyy hh:mm"));
+    return refuse(Wording{u"son verinin gerçek zamanı gg/aa/yyyy ss:dd biçiminde yazılmalıdır",
+                          u"the true time of the last reading is expected as dd/mm/yyyy hh:mm"});
   }
   if (span->last <= span->first) {
-    return refuse(QStringLiteral("the last reading does not lie after the first one"));
+    return refuse(
+        Wording{u"son kayıt ilk kayıttan sonra değil", u"the last reading does not lie after the first one"});
   }
   if (*target <= span->first) {
-    return refuse(QStringLiteral(
-        "the true time of the last reading (dd/mm/yyyy hh:mm) must lie after the first reading"));
+    return refuse(
+        Wording{u"son verinin gerçek zamanı (gg/aa/yyyy ss:dd) ilk veriden sonra olmalıdır",
+                u"the true time of the last reading (dd/mm/yyyy hh:mm) must lie after the first reading"});
   }
   return *target;
 }

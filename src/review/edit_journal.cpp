@@ -114,11 +114,11 @@ class Playback {
   std::vector<JournalRecord> done_;
 };
 
-QString NotWritten() {
-  return QStringLiteral("The edit journal could not be written");
+Message NotWritten() {
+  return Wording{u"Düzeltme günlüğü yazılamadı", u"The edit journal could not be written"};
 }
 
-Error JournalError(const QString& path, const QString& reason) {
+Error JournalError(const QString& path, const Message& reason) {
   return {NotWritten(), path, reason};
 }
 
@@ -165,7 +165,8 @@ PendingEdits DecodeJournal(QByteArrayView content) {
 }
 
 Result<PendingEdits> JournalOf(const QString& journalPath) {
-  const auto content = ReadWholeFile(journalPath, QStringLiteral("The edit journal could not be read"));
+  const auto content = ReadWholeFile(
+      journalPath, Wording{u"Düzeltme günlüğü okunamadı", u"The edit journal could not be read"});
   if (!content) return content.Failure();
   return DecodeJournal(*content);
 }
@@ -181,7 +182,7 @@ Status EditJournal::Restart(const std::vector<JournalRecord>& records, bool keep
     const QString kept = FreeOldPath(path_);
     const auto content = ReadWholeFile(path_, NotWritten());
     if (!content || !WriteWholeFile(kept, *content, NotWritten()))
-      return JournalError(kept, QStringLiteral("the old journal could not be kept"));
+      return JournalError(kept, Wording{u"eski günlük saklanamadı", u"the old journal could not be kept"});
   }
   if (records.empty()) return Remove();
   if (Status written = WriteJournal(path_, records); !written) return written;
@@ -205,7 +206,8 @@ Status EditJournal::SetAside() {
     std::copy(latest->records.begin(), latest->records.end(), std::back_inserter(records));
     if (Status written = WriteJournal(aside, records); !written) return written;
   }
-  if (!QFile::remove(path_)) return JournalError(path_, QStringLiteral("an older journal is in the way"));
+  if (!QFile::remove(path_))
+    return JournalError(path_, Wording{u"eski bir günlük yolda duruyor", u"an older journal is in the way"});
   return {};
 }
 
@@ -213,7 +215,8 @@ Status EditJournal::SetAside() {
 Status EditJournal::BringBack() {
   if (path_.isEmpty() || QFileInfo::exists(path_) || !QFileInfo::exists(LaterPath())) return {};
   if (QFile::rename(LaterPath(), path_)) return {};
-  return JournalError(LaterPath(), QStringLiteral("older unsaved work stays in this file"));
+  return JournalError(LaterPath(), Wording{u"kaydedilmemiş eski çalışma bu dosyada duruyor",
+                                           u"older unsaved work stays in this file"});
 }
 
 QString EditJournal::LaterPath() const {
@@ -221,7 +224,7 @@ QString EditJournal::LaterPath() const {
 }
 
 Status EditJournal::OpenNew() {
-  if (path_.isEmpty()) return JournalError(path_, QStringLiteral("no readings are loaded"));
+  if (path_.isEmpty()) return JournalError(path_, Wording{u"yüklenmiş kayıt yok", u"no readings are loaded"});
   if (QFileInfo::exists(path_)) {
     if (Status aside = SetAside(); !aside) return aside;
   }
@@ -241,7 +244,7 @@ Status EditJournal::AppendLine(const QByteArray& fields) {
   const QByteArray line = Sealed(fields);
   const bool written = file_.write(line) == line.size() && file_.flush();
   if (written && ::fdatasync(file_.handle()) == 0) return {};
-  const QString reason = written ? qt_error_string(errno) : file_.errorString();
+  const Message reason = written ? qt_error_string(errno) : file_.errorString();
   // A line cut short (disk full) would hide every later one.
   if (file_.resize(start)) file_.seek(start);
   return JournalError(path_, reason);
@@ -262,8 +265,8 @@ Status EditJournal::Finish() {
 Status EditJournal::Remove() {
   const QString pending = QFileInfo::exists(path_) ? path_ : LaterPath();
   if (!pending.isEmpty() && QFileInfo::exists(pending) && !QFile::remove(pending)) {
-    return Error{QStringLiteral("The edit journal could not be removed"), pending,
-                 QStringLiteral("the folder cannot be written")};
+    return Error{Wording{u"Düzeltme günlüğü silinemedi", u"The edit journal could not be removed"}, pending,
+                 Wording{u"klasöre yazılamıyor", u"the folder cannot be written"}};
   }
   file_.close();
   // Where it cannot be brought back it waits on: Pending looks there too.

@@ -18,16 +18,18 @@ RowState Undone(RowState state, int codeValue) {
   return state;
 }
 
-QString NotChanged() {
-  return QStringLiteral("The level was not changed");
+Message NotChanged() {
+  return Wording{u"Seviye değiştirilmedi", u"The level was not changed"};
 }
 
 /// Level in cm of a typed text; refused when it is empty or no number.
 Result<double> ReadTypedLevel(const QString& typed) {
   const QString text = NormaliseTypedLevel(typed);
-  if (text.isEmpty()) return Error{NotChanged(), {}, QStringLiteral("a level cannot be empty")};
+  if (text.isEmpty())
+    return Error{NotChanged(), {}, Wording{u"seviye boş olamaz", u"a level cannot be empty"}};
   const auto level = ReadLevel(text);
-  if (!level) return Error{NotChanged(), {}, QStringLiteral("a level must be a number")};
+  if (!level)
+    return Error{NotChanged(), {}, Wording{u"seviye bir sayı olmalıdır", u"a level must be a number"}};
   return *level;
 }
 
@@ -77,7 +79,7 @@ bool EditSession::IsEditable(int row, GridColumn column) const {
 
 Result<bool> EditSession::EditLevel(int row, const QString& typed) {
   if (!IsEditable(row, GridColumn::Level)) {
-    return Error{NotChanged(), {}, QStringLiteral("the row holds no reading")};
+    return Error{NotChanged(), {}, Wording{u"bu satırda kayıt yok", u"the row holds no reading"}};
   }
   const Result<double> level = ReadTypedLevel(typed);
   if (!level) return level.Failure();
@@ -85,7 +87,8 @@ Result<bool> EditSession::EditLevel(int row, const QString& typed) {
 }
 
 Result<bool> EditSession::RestoreRawLevel(int row) {
-  if (!Grid().IsReading(row)) return Error{NotChanged(), {}, QStringLiteral("the row holds no reading")};
+  if (!Grid().IsReading(row))
+    return Error{NotChanged(), {}, Wording{u"bu satırda kayıt yok", u"the row holds no reading"}};
   return Edit(row, Grid().RawLevel(row));
 }
 
@@ -132,9 +135,12 @@ JournalRecord EditSession::RecordOf(const RowRef& row, double levelCm) const {
 }
 
 Result<bool> EditSession::CorrectDates(const QString& targetText) {
-  const QString what = QStringLiteral("The dates were not corrected");
+  const Message what = Wording{u"Tarihler düzeltilmedi", u"The dates were not corrected"};
   if (!CanCorrectDates()) {
-    return Error{what, {}, QStringLiteral("only the readings of a single file can be re-timed")};
+    return Error{what,
+                 {},
+                 Wording{u"yalnız tek dosyanın kayıtları düzeltilebilir",
+                         u"only the readings of a single file can be re-timed"}};
   }
   const Result<DateTime> target = ReadCorrectionTarget(targetText, series_.Raw());
   if (!target) return target.Failure();

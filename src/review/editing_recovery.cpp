@@ -20,10 +20,10 @@ Result<PendingEdits> EditSession::Pending() {
   });
   if (fits || whole_) return pending;
   return Error{
-      QStringLiteral("Unsaved changes wait"),
+      Wording{u"Kaydedilmemiş değişiklikler bekliyor", u"Unsaved changes wait"},
       {},
-      QStringLiteral("readings that they belong to are missing from this load; they are offered when "
-                     "it is whole")};
+      Wording{u"ait oldukları kayıtlar bu yüklemede eksik; yükleme tam olunca önerilirler",
+              u"readings that they belong to are missing from this load; they are offered when it is whole"}};
 }
 
 /// The level that each row has in the end.

@@ -18,12 +18,13 @@ Authorship Author() {
   return {user.login, user.name, QDateTime::currentDateTimeUtc().toString(Qt::ISODate)};
 }
 
-Error NotSaved(const QString& path, const QString& reason) {
-  return {QStringLiteral("The change log could not be saved"), path, reason};
+Error NotSaved(const QString& path, const Message& reason) {
+  return {Wording{u"Değişiklik dosyası kaydedilemedi", u"The change log could not be saved"}, path, reason};
 }
 
-QString ChangedElsewhere() {
-  return QStringLiteral("somebody else has changed the corrections since they were loaded");
+Message ChangedElsewhere() {
+  return Wording{u"düzeltmeler yüklendikten sonra başkası tarafından değiştirildi",
+                 u"somebody else has changed the corrections since they were loaded"};
 }
 
 }  // namespace
@@ -70,8 +71,12 @@ void EditSession::CheckWhetherOutdated() {
 
 Status EditSession::MayEdit() {
   if (holder_) TryLocks();
-  const QString what = QStringLiteral("The level was not changed");
-  if (holder_) return Error{what, {}, QStringLiteral("somebody else works on these corrections")};
+  const Message what = Wording{u"Seviye değiştirilmedi", u"The level was not changed"};
+  if (holder_)
+    return Error{
+        what,
+        {},
+        Wording{u"bu düzeltmeler üzerinde başkası çalışıyor", u"somebody else works on these corrections"}};
   if (outdated_) return Error{what, {}, ChangedElsewhere()};
   return {};
 }
@@ -86,7 +91,8 @@ Status EditSession::CheckBeforeSave() {
   const bool lost = std::ranges::any_of(locks_, [](const FileLock& lock) { return !lock.StillOurs(); });
   if (holder_ || lost) TryLocks();
   if (holder_)
-    return NotSaved(lockPaths_.front(), QStringLiteral("somebody else works on these corrections"));
+    return NotSaved(lockPaths_.front(), Wording{u"bu düzeltmeler üzerinde başkası çalışıyor",
+                                                u"somebody else works on these corrections"});
   for (const LoadedChangeLog& log : logs_) {
     const Result<bool> changed = HasChangedSince(log.overlay);
     if (!changed) return changed.Failure();

@@ -3,19 +3,22 @@
 namespace vesk {
 namespace {
 
-QString Promise(const RawHeader& header) {
-  return QStringLiteral("; the header promises %1 samples up to %2")
-      .arg(NumberText(header.SampleCount), DateTimeText(header.LastRecordTime));
+Message WithPromise(const Message& message, const RawHeader& header) {
+  return {Wording{u"%1; başlığa göre %3 tarihine kadar %2 örnek olmalı",
+                  u"%1; the header promises %2 samples up to %3"},
+          message, NumberText(header.SampleCount), DateTimeText(header.LastRecordTime)};
 }
 
 void AddRefused(const QString& name, const DataLineTally& tally, FileGaps& gaps) {
   for (const LineFault& fault : tally.faults) {
     gaps.messages.push_back(
-        QStringLiteral("%1, line %2: not loaded; expected %3").arg(name).arg(fault.line).arg(fault.expected));
+        Message(Wording{u"%1, %2. satır yüklenmedi; beklenen: %3", u"%1, line %2: not loaded; expected %3"},
+                name, fault.line, fault.expected));
   }
   if (tally.refused > static_cast<qint64>(tally.faults.size())) {
     gaps.messages.push_back(
-        QStringLiteral("%1: %2 lines were not loaded in all").arg(name).arg(tally.refused));
+        Message(Wording{u"%1: toplam %2 satır yüklenmedi", u"%1: %2 lines were not loaded in all"}, name,
+                tally.refused));
   }
   if (tally.refused > 0) gaps.whole = false;
 }
@@ -24,26 +27,31 @@ void AddUnread(const QString& name, const RawHeader& header, const DataLineTally
   const bool endMark = tally.end == DataEnd::EndMark;
   if (tally.unreadInside > 0) gaps.whole = false;
   if (endMark ? tally.unread == 0 : tally.unreadInside == 0) return;
-  const QString why = endMark ? QStringLiteral(
-                                    "%1, line %2: the end mark; %3 lines behind it were left unread, "
-                                    "%4 of them readings that belong here")
-                              : QStringLiteral(
-                                    "%1, line %2: a reading behind the water year ends the file; %3 "
-                                    "lines behind it were left unread, %4 of them of that year");
-  gaps.messages.push_back(why.arg(name).arg(tally.endLine).arg(tally.unread).arg(tally.unreadInside) +
-                          Promise(header));
+  // Both have the same places.
+  const Wording why =
+      endMark ? Wording{u"%1, %2. satır: bitiş işareti; ardındaki %3 satır okunmadı, bunların %4 tanesi buraya ait "
+                        u"kayıt",
+                        u"%1, line %2: the end mark; %3 lines behind it were left unread, %4 of them readings that "
+                        u"belong here"}
+              : Wording{u"%1, %2. satır: su yılından sonraki bir kayıt okumayı bitirdi; ardındaki %3 satır okunmadı, "
+                        u"bunların %4 tanesi o yıla ait",
+                        u"%1, line %2: a reading behind the water year ends the file; %3 lines behind it were left "
+                        u"unread, %4 of them of that year"};
+  gaps.messages.push_back(
+      WithPromise(Message(why, name, tally.endLine, tally.unread, tally.unreadInside), header));
 }
 
 void AddStray(const QString& name, const RawHeader& header, const DataLineTally& tally, FileGaps& gaps) {
   if (tally.stray == 0) return;
   gaps.whole = false;
-  gaps.messages.push_back(
-      QStringLiteral("%1, line %2: dated before the water year among readings of it; %3 such "
-                     "lines were left out")
-          .arg(name)
-          .arg(tally.firstStrayLine)
-          .arg(tally.stray) +
-      Promise(header));
+  gaps.messages.push_back(WithPromise(
+      Message(
+          Wording{
+              u"%1, %2. satır: tarihi su yılından önce, ama o yılın kayıtları arasında; böyle %3 satır "
+              u"alınmadı",
+              u"%1, line %2: dated before the water year among readings of it; %3 such lines were left out"},
+          name, tally.firstStrayLine, tally.stray),
+      header));
 }
 
 /// True when days between the last reading and the last one promised are among those asked for.
@@ -70,24 +78,23 @@ void AddCut(const QString& name, const RawHeader& header, const DataLineTally& t
             const std::optional<DayWindow>& window, FileGaps& gaps) {
   if (!IsCut(header, tally) || !LostDaysAskedFor(header, tally, window)) return;
   gaps.whole = false;
-  const QString end =
-      tally.lastReading
-          ? QStringLiteral("%1, line %2: the last reading read is that of %3")
-                .arg(name)
-                .arg(tally.endLine)
-                .arg(DateTimeText(*tally.lastReading))
-          : QStringLiteral("%1, line %2: no reading up to the end of the file").arg(name).arg(tally.endLine);
-  gaps.messages.push_back(end + Promise(header));
+  const Message end = tally.lastReading
+                          ? Message(Wording{u"%1, %2. satır: okunan son kayıt %3",
+                                            u"%1, line %2: the last reading read is that of %3"},
+                                    name, tally.endLine, DateTimeText(*tally.lastReading))
+                          : Message(Wording{u"%1, %2. satır: dosyanın sonuna kadar kayıt yok",
+                                            u"%1, line %2: no reading up to the end of the file"},
+                                    name, tally.endLine);
+  gaps.messages.push_back(WithPromise(end, header));
 }
 
 void AddJoined(const QString& name, const DataLineTally& tally, FileGaps& gaps) {
   if (tally.joined == 0) return;
   gaps.whole = false;
-  gaps.messages.push_back(
-      QStringLiteral("%1, line %2: another reading stands behind column 27; %3 such lines are read in part")
-          .arg(name)
-          .arg(tally.firstJoinedLine)
-          .arg(tally.joined));
+  gaps.messages.push_back(Message(
+      Wording{u"%1, %2. satır: 27. sütunun ardında başka bir kayıt var; böyle %3 satır kısmen okundu",
+              u"%1, line %2: another reading stands behind column 27; %3 such lines are read in part"},
+      name, tally.firstJoinedLine, tally.joined));
 }
 
 /// A logger closes every day with its records and the file with an end mark. Where both are missing, the file
@@ -95,11 +102,11 @@ void AddJoined(const QString& name, const DataLineTally& tally, FileGaps& gaps) 
 void AddMissingRecords(const QString& name, const DataLineTally& tally, FileGaps& gaps) {
   if (tally.end != DataEnd::EndOfFile || !tally.lacksLastRecords || !gaps.whole) return;
   gaps.whole = false;
-  gaps.messages.push_back(
-      QStringLiteral("%1, line %2: the file ends without the last day's Max and Min records "
-                     "and without an end mark; it may be cut")
-          .arg(name)
-          .arg(tally.endLine));
+  gaps.messages.push_back(Message(Wording{u"%1, %2. satır: dosya son günün Max ve Min kayıtları ve bitiş "
+                                          u"işareti olmadan bitiyor; kesilmiş olabilir",
+                                          u"%1, line %2: the file ends without the last day's Max and Min "
+                                          u"records and without an end mark; it may be cut"},
+                                  name, tally.endLine));
 }
 
 /// A wrong year in the first or the last reading leaves no line on its other side that would show the
@@ -109,18 +116,17 @@ void AddBeyondHeader(const QString& name, const RawHeader& header, const DataLin
   if (tally.firstReading && *tally.firstReading < header.FirstRecordTime - std::chrono::days(1)) {
     gaps.whole = false;
     gaps.messages.push_back(
-        QStringLiteral("%1: its first reading is dated %2, before the first record that the "
-                       "header names")
-            .arg(name, DateTimeText(*tally.firstReading)));
+        Message(Wording{u"%1: ilk kaydın tarihi %2, başlıktaki ilk kayıttan önce",
+                        u"%1: its first reading is dated %2, before the first record that the header names"},
+                name, DateTimeText(*tally.firstReading)));
   }
   if (!tally.lastReading || *tally.lastReading <= header.LastRecordTime + std::chrono::days(1)) return;
   gaps.whole = false;
   gaps.messages.push_back(
-      QStringLiteral("%1, line %2: dated %3, behind the last record that the header names")
-          .arg(name)
-          .arg(tally.endLine)
-          .arg(DateTimeText(*tally.lastReading)) +
-      Promise(header));
+      WithPromise(Message(Wording{u"%1, %2. satır: tarihi %3, başlıktaki son kayıttan sonra",
+                                  u"%1, line %2: dated %3, behind the last record that the header names"},
+                          name, tally.endLine, DateTimeText(*tally.lastReading)),
+                  header));
 }
 
 }  // namespace

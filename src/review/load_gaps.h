@@ -13,7 +13,7 @@ namespace vesk {
 
 /// What the lines of one file gave.
 struct FileGaps {
-  std::vector<QString> messages;  ///< for the message list; each names the file and a line
+  std::vector<Message> messages;  ///< for the message list; each names the file and a line
   bool whole = true;              ///< false when readings that the load should have are not in it
 };
 

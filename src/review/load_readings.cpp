@@ -87,16 +87,18 @@ class Loader {
 
   void TellContradictions() {
     for (const RecordContradiction& found : FindContradictions(loaded_.grid)) {
-      Tell(QStringLiteral("%1: the logger's %2 record is %3 cm, but by the corrected readings it is %4 cm")
-               .arg(DateText(found.day), KindText(found.kind), NumberText(found.recordedCm),
-                    NumberText(found.readingsCm)));
+      Tell(Message(Wording{u"%1: cihazın %2 kaydı %3 cm, ancak düzeltilen kayıtlara göre %4 cm",
+                           u"%1: the logger's %2 record is %3 cm, but by the corrected readings it is %4 cm"},
+                   DateText(found.day), KindText(found.kind), NumberText(found.recordedCm),
+                   NumberText(found.readingsCm)));
     }
   }
 
   /// A clock is corrected for a file on its own; a water year shows the logger's times.
   Status TellOwnClocks() {
     const QString path = ChangeLogPath(request_.dataDirectory, request_.station, {});
-    const auto log = ReadWholeFile(path, QStringLiteral("The change log could not be read"));
+    const auto log =
+        ReadWholeFile(path, Wording{u"Değişiklik dosyası okunamadı", u"The change log could not be read"});
     if (!log) return log.Failure();
     const auto corrections = ReadSavedCorrections(path, HashOf(*log));
     if (!corrections) return corrections.Failure();
@@ -104,10 +106,11 @@ class Loader {
       if (!clock.target) continue;
       for (const RawFileRows& rows : loaded_.rawFiles) {
         if (rows.rawFile.compare(clock.rawFile, Qt::CaseInsensitive) != 0) continue;
-        Tell(QStringLiteral(
-                 "%1: has a date correction of its own (last reading %2), which a water year does not "
-                 "take over; these are the logger's times")
-                 .arg(rows.rawFile, DateTimeText(*clock.target)));
+        Tell(Message(Wording{u"%1: kendi tarih düzeltmesi var (son kayıt %2); su yılı bunu almaz, zamanlar "
+                             u"cihazınkilerdir",
+                             u"%1: has a date correction of its own (last reading %2), which a water year "
+                             u"does not take over; these are the logger's times"},
+                     rows.rawFile, DateTimeText(*clock.target)));
       }
     }
     return {};
@@ -141,17 +144,18 @@ class Loader {
       return false;
     }
     if (reading.header.HeaderEnd == 0) {
-      Miss(file, QStringLiteral("%1: not loaded; the file is no longer there").arg(file.diskName));
+      Miss(file, Message(Wording{u"%1: yüklenmedi; dosya artık yerinde değil",
+                                 u"%1: not loaded; the file is no longer there"},
+                         file.diskName));
       return true;
     }
     loaded_.header = reading.header;
     MergeCells(year);
     if (!Holds(reading.header, year)) return true;
     if (filesOfYear_ == kMostFilesInLoad) {
-      Miss(file, QStringLiteral("%1: not loaded; water year %2 has more than %3 files")
-                     .arg(file.diskName)
-                     .arg(year)
-                     .arg(kMostFilesInLoad));
+      Miss(file, Message(Wording{u"%1: yüklenmedi; %2 su yılının %3 dosyadan fazlası var",
+                                 u"%1: not loaded; water year %2 has more than %3 files"},
+                         file.diskName, year, kMostFilesInLoad));
       return true;
     }
     ++filesOfYear_;
@@ -179,12 +183,13 @@ class Loader {
   }
 
   /// Once, though every further water year meets the same files.
-  void Tell(const QString& message) {
-    if (!ListContains(loaded_.messages, message)) loaded_.messages.push_back(message);
+  void Tell(const Message& message) {
+    if (std::ranges::find(loaded_.messages, message) == loaded_.messages.end())
+      loaded_.messages.push_back(message);
   }
 
   /// Tells of a file that the load has to do without.
-  void Miss(const RawFile& file, const QString& message) {
+  void Miss(const RawFile& file, const Message& message) {
     loaded_.whole = false;
     if (!ListContains(loaded_.missedFiles, file.diskName)) loaded_.missedFiles.push_back(file.diskName);
     Tell(message);
@@ -215,9 +220,10 @@ class Loader {
       for (std::size_t y = firstYear; y < request_.waterYears.size(); ++y) {
         const int year = request_.waterYears[y].left(4).toInt();
         if (yearsKnown && !Holds(reading.header, year)) continue;
-        Miss(file, QStringLiteral("%1: not loaded for water year %2; a refused file ended the load")
-                       .arg(file.diskName)
-                       .arg(year));
+        Miss(file,
+             Message(Wording{u"%1: %2 su yılı için yüklenmedi; kabul edilmeyen bir dosya yüklemeyi bitirdi",
+                             u"%1: not loaded for water year %2; a refused file ended the load"},
+                     file.diskName, year));
       }
     }
   }
@@ -256,12 +262,12 @@ class Loader {
     loaded_.rawFiles.push_back({file.listName.left(kStemLength), firstRow, loaded_.grid.ReadingCount()});
     loaded_.refusedLines += tally.refused;
     const FileGaps gaps = GapsOf(file.diskName, header, tally, window);
-    for (const QString& message : gaps.messages) Tell(message);
+    for (const Message& message : gaps.messages) Tell(message);
     const std::optional<int> lost = ReadingInHeader(*content, header.HeaderEnd);
     if (lost) {
-      Tell(QStringLiteral("%1, line %2: the header is damaged and holds readings; they are not read")
-               .arg(file.diskName)
-               .arg(*lost));
+      Tell(Message(Wording{u"%1, %2. satır: başlık bozuk ve içinde kayıtlar var; bunlar okunmadı",
+                           u"%1, line %2: the header is damaged and holds readings; they are not read"},
+                   file.diskName, *lost));
     }
     if (gaps.whole && !lost) return;
     loaded_.whole = false;
@@ -285,7 +291,9 @@ class Loader {
 
 Result<LoadedReadings> LoadReadings(const LoadRequest& request) {
   if (request.files.empty()) {
-    return Error{QStringLiteral("No raw file of the station"), request.dataDirectory + request.station, {}};
+    return Error{Wording{u"İstasyonun ham dosyası yok", u"No raw file of the station"},
+                 request.dataDirectory + request.station,
+                 {}};
   }
   Loader loader(request);
   if (request.waterYears.empty()) {

@@ -41,7 +41,7 @@ struct LoadedReadings {
   std::optional<StationSeries> retimed;  ///< where the rows are not the raw ones; grid is what it shows
   SetupCells setup;                      ///< "--" where the files of a water year differ
   std::vector<QString> files;            ///< names of the files used, in file-number order
-  std::vector<QString> messages;         ///< for the message list
+  std::vector<Message> messages;         ///< for the message list
   RawHeader header;                      ///< of the last file read
   /// False when a file or a part of one is missing from the load; NotWholeNote (not_whole_note.h) words it.
   bool whole = true;

@@ -27,12 +27,17 @@ bool CanBeRead(const FolderEntry& entry) {
   return entry.nameIsText && (entry.kind == EntryKind::File || entry.kind == EntryKind::LinkToFile);
 }
 
+std::vector<FolderEntry> EntriesInOrder(const QString& folder) {
+  std::vector<FolderEntry> entries = FolderEntries(folder);
+  std::sort(entries.begin(), entries.end(),
+            [](const FolderEntry& a, const FolderEntry& b) { return ComesBefore(a.name, b.name); });
+  return entries;
+}
+
 /// The "*.txt" files of the folder, and links to such files, in list order.
 std::vector<FolderEntry> TextFiles(const QString& dataDirectory) {
-  std::vector<FolderEntry> files = FolderEntries(dataDirectory);
+  std::vector<FolderEntry> files = EntriesInOrder(dataDirectory);
   std::erase_if(files, [](const FolderEntry& entry) { return !CanBeRead(entry) || !IsTextName(entry.name); });
-  std::sort(files.begin(), files.end(),
-            [](const FolderEntry& a, const FolderEntry& b) { return ComesBefore(a.name, b.name); });
   return files;
 }
 
@@ -137,7 +142,7 @@ class Tidier {
 
   bool Lock() {
     const Status held = lock_.Take();
-    if (!held) report_.failures.push_back(held.Failure().English());
+    if (!held) report_.failures.push_back(held.Failure().Said());
     return held.Ok();
   }
 
@@ -149,7 +154,9 @@ class Tidier {
     if (!ownFile) {
       if (marker != Marker::None || to != file.name) {
         report_.failures.push_back(
-            QStringLiteral("%1 is a link; it is read, but neither stamped nor renamed").arg(file.name));
+            Message(Wording{u"%1 bir bağlantı; okunur, ama işaretlenmez ve adı değiştirilmez",
+                            u"%1 is a link; it is read, but neither stamped nor renamed"},
+                    file.name));
       }
       return;
     }
@@ -159,27 +166,31 @@ class Tidier {
 
   void Stamp(const QString& name, Marker marker) {
     if (marker == Marker::OddLine) {
-      report_.failures.push_back(
-          QStringLiteral("%1, line 1: the marker of a fresh file in a line of another length; left as it is")
-              .arg(name));
+      report_.failures.push_back(Message(
+          Wording{u"%1, 1. satır: yeni dosya işareti başka uzunlukta bir satırda; olduğu gibi bırakıldı",
+                  u"%1, line 1: the marker of a fresh file in a line of another length; left as it is"},
+          name));
       return;
     }
     (void)ReadHeader(dataDirectory_, name, true);
     if (MarkerOfFile(dataDirectory_ + name) == Marker::Fresh) {
-      report_.failures.push_back(QStringLiteral("%1 could not be stamped").arg(name));
+      report_.failures.push_back(
+          Message(Wording{u"%1 dosyasının okunma işareti silinemedi", u"%1 could not be stamped"}, name));
     } else {
-      report_.done.push_back(QStringLiteral("%1 stamped").arg(name));
+      report_.done.push_back({Wording{u"%1 okundu olarak işaretlendi", u"%1 stamped"}, name});
     }
   }
 
   void Rename(const QString& from, const QString& to) {
     const Status done = MakeRoom(from, to);
-    const QString reason = done ? Move(from, to) : done.Failure().English();
-    if (!reason.isEmpty()) {
-      report_.failures.push_back(QStringLiteral("%1 could not be renamed to %2: %3").arg(from, to, reason));
+    const Message reason = done ? Move(from, to) : done.Failure().Said();
+    if (!reason.IsEmpty()) {
+      report_.failures.push_back(
+          Message(Wording{u"%1 dosyasının adı %2 yapılamadı: %3", u"%1 could not be renamed to %2: %3"}, from,
+                  to, reason));
       return;
     }
-    report_.done.push_back(QStringLiteral("%1 renamed to %2").arg(from, to));
+    report_.done.push_back({Wording{u"%1 dosyasının adı %2 yapıldı", u"%1 renamed to %2"}, from, to});
     names_[to.toCaseFolded()].push_back(to);
     renamed_ = true;
   }
@@ -195,23 +206,25 @@ class Tidier {
       holders.removeLast();
       if (same) continue;  // the same file once more: nothing to tell
       report_.replaced.push_back(*archived);
-      report_.done.push_back(
-          QStringLiteral("%1 took the name of another file, which is now in Arsiv").arg(from));
+      report_.done.push_back({Wording{u"%1 başka bir dosyanın adını aldı; o dosya şimdi Arsiv klasöründe",
+                                      u"%1 took the name of another file, which is now in Arsiv"},
+                              from});
     }
     return {};
   }
 
   /// Empty: done; else the reason.
-  [[nodiscard]] QString Move(const QString& from, const QString& to) const {
+  [[nodiscard]] Message Move(const QString& from, const QString& to) const {
     const auto moved = MoveToFreeName(dataDirectory_ + from, dataDirectory_ + to, {});
-    if (!moved) return moved.Failure().reason.English();
-    return *moved == vesk::Move::Done ? QString() : QStringLiteral("it exists already");
+    if (!moved) return moved.Failure().reason;
+    return *moved == vesk::Move::Done ? Message() : Wording{u"zaten var", u"it exists already"};
   }
 
   void MakeNamesLast() {
     const Status synced =
-        SyncToDisk(dataDirectory_, QStringLiteral("The new names may not last through a power cut"));
-    if (!synced) report_.failures.push_back(synced.Failure().English());
+        SyncToDisk(dataDirectory_, Wording{u"Yeni adlar bir elektrik kesintisinde kaybolabilir",
+                                           u"The new names may not last through a power cut"});
+    if (!synced) report_.failures.push_back(synced.Failure().Said());
   }
 
   QString dataDirectory_;
@@ -274,27 +287,32 @@ std::vector<RawFile> FilesInUse(const std::vector<RawFile>& files) {
   return inUse;
 }
 
-std::vector<QString> SkippedEntries(const QString& dataDirectory) {
-  std::vector<QString> skipped;
-  for (const FolderEntry& entry : FolderEntries(dataDirectory)) {
+std::vector<Message> SkippedEntries(const QString& dataDirectory) {
+  std::vector<Message> skipped;
+  for (const FolderEntry& entry : EntriesInOrder(dataDirectory)) {
     if (!entry.nameIsText && IsTextName(entry.name)) {
-      skipped.push_back(QStringLiteral("%1 is skipped; its name is no valid UTF-8").arg(entry.name));
+      skipped.push_back(Message(
+          Wording{u"%1 atlandı; adı geçerli UTF-8 değil", u"%1 is skipped; its name is no valid UTF-8"},
+          entry.name));
     } else if (IsRawName(entry.name) && entry.kind == EntryKind::Folder) {
-      skipped.push_back(QStringLiteral("%1 is a folder, not a raw file").arg(entry.name));
+      skipped.push_back(
+          Message(Wording{u"%1 bir klasör, ham dosya değil", u"%1 is a folder, not a raw file"}, entry.name));
     } else if (IsRawName(entry.name) && entry.kind == EntryKind::Other) {
-      skipped.push_back(QStringLiteral("%1 is no file that can be read; it is skipped").arg(entry.name));
+      skipped.push_back(Message(Wording{u"%1 okunabilir bir dosya değil; atlandı",
+                                        u"%1 is no file that can be read; it is skipped"},
+                                entry.name));
     }
   }
-  std::sort(skipped.begin(), skipped.end(), ComesBefore);
   return skipped;
 }
 
-std::vector<QString> HiddenFiles(const std::vector<RawFile>& files) {
-  std::vector<QString> hidden;
+std::vector<Message> HiddenFiles(const std::vector<RawFile>& files) {
+  std::vector<Message> hidden;
   for (const RawFile& file : files) {
     for (const QString& name : file.hides) {
-      hidden.push_back(
-          QStringLiteral("%1 is not read; %2 goes under the same name").arg(name, file.diskName));
+      hidden.push_back(Message(
+          Wording{u"%1 okunmuyor; %2 aynı adla geçiyor", u"%1 is not read; %2 goes under the same name"},
+          name, file.diskName));
     }
   }
   return hidden;
@@ -302,7 +320,7 @@ std::vector<QString> HiddenFiles(const std::vector<RawFile>& files) {
 
 TidyReport RenameRawFiles(const QString& dataDirectory) {
   TidyReport report = Tidier(dataDirectory).Tidy();
-  for (QString& skipped : SkippedEntries(dataDirectory)) report.failures.push_back(std::move(skipped));
+  for (Message& skipped : SkippedEntries(dataDirectory)) report.failures.push_back(std::move(skipped));
   return report;
 }
 

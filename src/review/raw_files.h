@@ -50,17 +50,17 @@ std::vector<RawFile> FilesInUse(const std::vector<RawFile>& files);
 
 /// A line for each entry of the data directory that looks like a raw file and cannot be one: folders, FIFOs,
 /// links to nowhere, and text files whose name is no valid UTF-8.
-std::vector<QString> SkippedEntries(const QString& dataDirectory);
+std::vector<Message> SkippedEntries(const QString& dataDirectory);
 
 /// A line for each file that another one of the list hides.
-std::vector<QString> HiddenFiles(const std::vector<RawFile>& files);
+std::vector<Message> HiddenFiles(const std::vector<RawFile>& files);
 
 /// What tidying a data directory did, in words fit for the message list.
 struct TidyReport {
-  std::vector<QString> done;  ///< "a renamed to b", "a stamped"
+  std::vector<Message> done;  ///< "a renamed to b", "a stamped"
   std::vector<QString>
       replaced;  ///< files that gave way to another one, by their names in the archive folder
-  std::vector<QString> failures;  ///< files that stay as they are, and why
+  std::vector<Message> failures;  ///< files that stay as they are, and why
 };
 
 /// Stamps fresh files, renames files as delivered and pads day counts to four digits. What bears the new name

@@ -110,17 +110,21 @@ QByteArray HashOf(const QByteArray& content) {
 Result<ReviewRecord> DecodeReviewRecord(const QByteArray& content, const QString& path) {
   ReviewRecord record;
   if (content.isEmpty()) return record;
-  const QString what = QStringLiteral("The review record could not be read");
+  const Message what = Wording{u"İnceleme kaydı okunamadı", u"The review record could not be read"};
   QJsonObject object = QJsonDocument::fromJson(content).object();
   if (object.take(Key("format")).toString() != Key(kFormat) ||
       object.take(Key("version")).toInt() != kVersion) {
-    return Error{what, path, QStringLiteral("it is damaged, or of another version of the program")};
+    return Error{what, path,
+                 Wording{u"bozuk veya programın başka bir sürümüne ait",
+                         u"it is damaged, or of another version of the program"}};
   }
   const QJsonArray states = object.take(Key("states")).toArray();
   for (const auto& value : states) {
     auto state = DecodeState(value.toObject());
     if (!state)
-      return Error{what, path, QStringLiteral("it is damaged, or of another version of the program")};
+      return Error{what, path,
+                   Wording{u"bozuk veya programın başka bir sürümüne ait",
+                           u"it is damaged, or of another version of the program"}};
     record.states.push_back(std::move(*state));
   }
   record.other = object;
@@ -139,18 +143,21 @@ QByteArray EncodeReviewRecord(const ReviewRecord& record) {
 
 Result<ReviewRecord> ReadReviewRecord(const QString& changeLogPath) {
   const QString path = ReviewRecordPath(changeLogPath);
-  const auto content = ReadWholeFile(path, QStringLiteral("The review record could not be read"));
+  const auto content =
+      ReadWholeFile(path, Wording{u"İnceleme kaydı okunamadı", u"The review record could not be read"});
   if (!content) return content.Failure();
   return DecodeReviewRecord(*content, path);
 }
 
 Status WriteReviewRecord(const QString& changeLogPath, const ReviewRecord& record) {
   const QString path = ReviewRecordPath(changeLogPath);
-  const QString what = QStringLiteral("The review record could not be saved");
+  const Message what = Wording{u"İnceleme kaydı kaydedilemedi", u"The review record could not be saved"};
   const auto content = ReadWholeFile(path, what);
   if (!content) return content.Failure();
   if (!DecodeReviewRecord(*content, path) && !QFile::rename(path, FreePath(path))) {
-    return Error{what, path, QStringLiteral("the damaged file could not be kept under another name")};
+    return Error{what, path,
+                 Wording{u"bozuk dosya başka bir adla saklanamadı",
+                         u"the damaged file could not be kept under another name"}};
   }
   return WriteWholeFile(path, EncodeReviewRecord(record), what);
 }

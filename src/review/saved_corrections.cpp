@@ -74,8 +74,9 @@ bool IsOf(const Entry& entry, const QString& rawFile) {
 }
 
 Result<QList<QByteArray>> Lines(const QString& changeLogPath) {
-  const auto content = ReadWholeFile(SavedCorrectionPath(changeLogPath),
-                                     QStringLiteral("The saved date corrections could not be read"));
+  const auto content = ReadWholeFile(
+      SavedCorrectionPath(changeLogPath),
+      Wording{u"Kaydedilmiş tarih düzeltmeleri okunamadı", u"The saved date corrections could not be read"});
   if (!content) return content.Failure();
   QList<QByteArray> lines;
   for (const QByteArray& line : content->split('\n')) {
@@ -127,7 +128,7 @@ Result<CorrectionReading> ReadSavedCorrection(const QString& changeLogPath, cons
 
 Status WriteSavedCorrection(const QString& changeLogPath, const SavedCorrection& correction,
                             const std::optional<PlannedTarget>& planned) {
-  const QString what = QStringLiteral("The date correction could not be saved");
+  const Message what = Wording{u"Tarih düzeltmesi kaydedilemedi", u"The date correction could not be saved"};
   const auto lines = Lines(changeLogPath);
   if (!lines) return lines.Failure();
   const auto log = ReadWholeFile(changeLogPath, what);

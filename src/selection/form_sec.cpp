@@ -17,7 +17,6 @@
 
 #include "review/review_grid_model.h"
 #include "selection/review_grid_view.h"
-#include "shell/error_texts.h"
 #include "shell/folder_lists.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
@@ -75,10 +74,6 @@ FormSec::FormSec(MainFrame& frame, std::unique_ptr<ReviewQuestions> questions)
 
 FormSec::~FormSec() = default;
 
-QString FormSec::Text(const char16_t* turkish, const char16_t* english) const {
-  return Either(run_.language, QString::fromUtf16(turkish), QString::fromUtf16(english));
-}
-
 void FormSec::ConnectLists() {
   connect(c_.Drive1, &DriveList::VolumeChosen, this, &FormSec::ChooseFolder);
   connect(c_.Dir1, &DirList::FolderPressed, this, &FormSec::ChooseFolder);
@@ -127,9 +122,9 @@ void FormSec::ConnectGridCommands() {
 void FormSec::ConnectSession() {
   connect(&session_, &EditSession::StateChanged, this, &FormSec::ShowEditState);
   connect(&session_, &EditSession::JournalFailed, this, [this](const Error& error) {
-    AddMessage(Text(u"Değişiklikler yalnızca Kaydet ile saklanır; ara kayıt yazılamıyor: ",
-                    u"Changes are kept by Save only; the journal cannot be written: ") +
-               ErrorText(error, run_.language));
+    AddMessage({Wording{u"Değişiklikler yalnızca Kaydet ile saklanır; ara kayıt yazılamıyor: %1",
+                        u"Changes are kept by Save only; the journal cannot be written: %1"},
+                error.Said()});
   });
   ConnectGrid();
 }
@@ -140,14 +135,15 @@ void FormSec::ConnectGrid() {
   connect(model_.get(), &ReviewGridModel::LevelTaken, this, &FormSec::OfferRecordCorrection,
           Qt::QueuedConnection);
   model_->SetRawLevelText([this](double rawCm) {
-    return Text(u"Ham seviye: %1 cm (Ctrl+R ham seviyeye döner)", u"Raw level: %1 cm (Ctrl+R gives it back)")
-        .arg(NumberText(rawCm));
+    return Say(
+        Wording{u"Ham seviye: %1 cm (Ctrl+R ham seviyeye döner)", u"Raw level: %1 cm (Ctrl+R gives it back)"},
+        NumberText(rawCm));
   });
   connect(c_.VS1, &ReviewGridView::RowEntered, this, &FormSec::ShowRowLabel);
   const auto showRow = [this] { ShowRowLabel(c_.VS1->CurrentRow()); };
   connect(&session_, &EditSession::StateChanged, this, showRow);
   connect(&session_, &EditSession::GridReplaced, this, showRow);
-  auto* restore = new QAction(Text(u"Ham seviyeye dön", u"Back to the raw level"), c_.VS1);
+  auto* restore = new QAction(Say(Wording{u"Ham seviyeye dön", u"Back to the raw level"}), c_.VS1);
   restore->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
   restore->setShortcutContext(Qt::WidgetShortcut);
   connect(restore, &QAction::triggered, this, &FormSec::RestoreRawLevels);
@@ -241,7 +237,7 @@ void FormSec::closeEvent(QCloseEvent* event) {
 void FormSec::KeepDataDirectory() {
   const Status kept = run_.settings.WriteSetting(QStringLiteral("Genel"), QStringLiteral("DataDirectory"),
                                                  run_.dataDirectory);
-  if (!kept) TellStatus(ErrorText(kept.Failure(), run_.language));
+  if (!kept) TellStatus(run_.language.Say(kept.Failure()));
 }
 
 bool FormSec::eventFilter(QObject* watched, QEvent* event) {

@@ -13,6 +13,7 @@
 #include "review/not_whole_note.h"
 #include "selection/form_sec_controls.h"
 #include "selection/review_questions.h"
+#include "shell/run_values.h"
 
 namespace vesk {
 
@@ -21,7 +22,6 @@ struct BuildReport;
 class MainFrame;
 class ReviewGridModel;
 struct GraphFileEntry;
-struct RunValues;
 
 class FormSec : public QWidget {
   Q_OBJECT
@@ -65,7 +65,11 @@ class FormSec : public QWidget {
   void KeepLayout() const;
   void KeepDataDirectory();
   void ConnectGrid();
-  [[nodiscard]] QString Text(const char16_t* turkish, const char16_t* english) const;
+  /// In the operator's language, places filled.
+  template <class... Places>
+  [[nodiscard]] QString Say(const Wording& wording, Places&&... places) const {
+    return run_.language.Say(wording, std::forward<Places>(places)...);
+  }
 
   // Choosing.
   void ChooseFolder(const QString& folder);
@@ -81,8 +85,8 @@ class FormSec : public QWidget {
   void ShowWaterYears();
   void RevertSelection();
   void ShowReport(const BrowserReport& report);
-  void ShowMessages(const std::vector<QString>& messages);
-  void AddMessage(const QString& message);
+  void ShowMessages(const std::vector<Message>& messages);
+  void AddMessage(const Message& message);
   void ShowSetup(const SetupCells& cells);
   void ShowRatingCurve(const QString& path);
   [[nodiscard]] QString StationName(const QString& station);
@@ -156,7 +160,7 @@ class FormSec : public QWidget {
   bool opened_ = false;
   bool columnsAreKept_ = false;  ///< the columns' widths are the operator's own
   bool registerFailureTold_ = false;
-  QString registerFailure_;  ///< waits for the next message list, which would wipe it off
+  Message registerFailure_;  ///< waits for the next message list, which would wipe it off
   bool refused_ = false;     ///< the level typed last was not taken
 };
 

@@ -30,7 +30,7 @@ class ChoiceColumn : public FormSecMaker {
 
  private:
   QWidget* Place() {
-    c_.Drive1 = Named(new DriveList(Text(u"Ev dizini", u"Home"), &form_), "Drive1");
+    c_.Drive1 = Named(new DriveList(Say(Wording{u"Ev dizini", u"Home"}), &form_), "Drive1");
     c_.Dir1 = Named(new DirList(&form_), "Dir1");
     c_.Dir1->setMinimumHeight(3 * form_.fontMetrics().height());
     auto* title = new QLabel(Text(u"Sürücüler  ve  Dizinler", Caption::DriveAndDirectory), &form_);

@@ -14,7 +14,6 @@
 #include "selection/form_sec.h"
 #include "selection/review_grid_view.h"
 #include "shell/busy_cursor.h"
-#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 
@@ -27,7 +26,7 @@ void FormSec::ShowEditState() {
   c_.CmdUndo->setEnabled(unsaved);
   c_.Command6->setEnabled(rows);
   c_.Command7->setEnabled(rows);
-  c_.Text5->setText(rows ? Text(u"Toplam %1 adet", u"Total: %1").arg(session_.ChangeCount()) : QString());
+  c_.Text5->setText(rows ? Say(Wording{u"Toplam %1 adet", u"Total: %1"}, session_.ChangeCount()) : QString());
   if (unsaved) c_.Frame4->show();
   ShowChangedRows();
   ShowCorrectionState();
@@ -68,7 +67,7 @@ bool FormSec::FinishEditing() {
 
 void FormSec::TellRefusal(const Error& error) {
   refused_ = true;
-  const QString reason = ErrorText(error, run_.language);
+  const QString reason = run_.language.Say(error);
   QApplication::beep();
   TellStatus(reason);
   const QRect cell = c_.VS1->visualRect(c_.VS1->currentIndex());
@@ -79,10 +78,10 @@ void FormSec::ShowRowLabel(int row) {
   const ReviewGrid& grid = session_.Grid();
   QString text;
   if (grid.IsReading(row)) {
-    text = Text(u"Satır %1 / %2", u"Row %1 / %2").arg(row).arg(grid.ReadingCount());
+    text = Say(Wording{u"Satır %1 / %2", u"Row %1 / %2"}, row, grid.ReadingCount());
     if (grid.IsCorrected(row)) {
       text += QStringLiteral("  ·  ") +
-              Text(u"ham seviye %1 cm", u"raw level %1 cm").arg(NumberText(grid.RawLevel(row)));
+              Say(Wording{u"ham seviye %1 cm", u"raw level %1 cm"}, NumberText(grid.RawLevel(row)));
     }
   }
   c_.RowLabel->setText(text);
@@ -96,15 +95,12 @@ void FormSec::OfferRecordCorrection(int row) {
   if (!grid.IsReading(row) || grid.At(row).kind != ReadingKind::Ordinary) return;
   for (const RecordContradiction& found : FindContradictions(grid)) {
     if (found.day != grid.At(row).day || grid.At(found.row).sourceFile != grid.At(row).sourceFile) continue;
-    const QString text =
-        Text(
-            u"Cihazın %1 günü için kaydettiği uç değer (%2) %3 cm; düzeltilen kayıtlara göre %4 cm (%5). Uç "
-            u"değer "
-            u"kaydı da düzeltilsin mi?",
-            u"The logger's own record of %1 (%2) is %3 cm; by the readings as corrected it is %4 cm (%5). "
-            u"Correct the record as well?")
-            .arg(DateText(found.day), KindText(found.kind), NumberText(found.recordedCm),
-                 NumberText(found.readingsCm), ClockText(found.minuteOfDay));
+    const QString text = Say(Wording{u"Cihazın %1 günü için kaydettiği uç değer (%2) %3 cm; düzeltilen "
+                                     u"kayıtlara göre %4 cm (%5). Uç değer kaydı da düzeltilsin mi?",
+                                     u"The logger's own record of %1 (%2) is %3 cm; by the readings as "
+                                     u"corrected it is %4 cm (%5). Correct the record as well?"},
+                             DateText(found.day), KindText(found.kind), NumberText(found.recordedCm),
+                             NumberText(found.readingsCm), ClockText(found.minuteOfDay));
     if (!questions_->AskToCorrectRecord(this, text)) continue;
     if (const auto edited = session_.EditLevel(found.row, NumberText(found.readingsCm)); !edited) {
       TellRefusal(edited.Failure());
@@ -127,8 +123,9 @@ void FormSec::RestoreRawLevels() {
   }
   TellStatus(
       restored == 0
-          ? Text(u"Seçili satırlarda düzeltilmiş seviye yok.", u"No selected level is corrected.")
-          : Text(u"%1 satır ham seviyesine döndü.", u"%1 row(s) have their raw level again.").arg(restored));
+          ? Say(Wording{u"Seçili satırlarda düzeltilmiş seviye yok.", u"No selected level is corrected."})
+          : Say(Wording{u"%1 satır ham seviyesine döndü.", u"%1 row(s) have their raw level again."},
+                restored));
 }
 
 bool FormSec::SaveChanges() {
@@ -140,17 +137,17 @@ bool FormSec::SaveChanges() {
   if (!saved && session_.IsOutdated()) return LoadAgain();
   if (!saved) {
     questions_->Warn(this, run_.language.attentionTitle,
-                     Text(u"Değişiklikler kaydedilemedi.", u"The changes could not be saved.") +
-                         QLatin1Char('\n') + ErrorText(saved.Failure(), run_.language));
+                     Say(Wording{u"Değişiklikler kaydedilemedi.", u"The changes could not be saved."}) +
+                         QLatin1Char('\n') + run_.language.Say(saved.Failure()));
     return false;
   }
-  TellStatus(Text(u"Değişiklikler kaydedildi.", u"The changes are saved."));
+  TellStatus(Say(Wording{u"Değişiklikler kaydedildi.", u"The changes are saved."}));
   return true;
 }
 
 void FormSec::UndoAll() {
   session_.UndoAll();
-  TellStatus(Text(u"Değişikliklerden vazgeçildi.", u"The unsaved changes are undone."));
+  TellStatus(Say(Wording{u"Değişikliklerden vazgeçildi.", u"The unsaved changes are undone."}));
 }
 
 void FormSec::StepBack() {
@@ -170,8 +167,8 @@ void FormSec::GoToChange(bool next) {
     c_.VS1->GoTo(row, GridColumn::Discharge, true);
     TellStatus({});
   } else {
-    TellStatus(next ? Text(u"Bundan sonra değişiklik yok.", u"No change after this row.")
-                    : Text(u"Bundan önce değişiklik yok.", u"No change before this row."));
+    TellStatus(next ? Say(Wording{u"Bundan sonra değişiklik yok.", u"No change after this row."})
+                    : Say(Wording{u"Bundan önce değişiklik yok.", u"No change before this row."}));
   }
 }
 
@@ -185,7 +182,8 @@ void FormSec::GoToDate() {
     c_.VS1->setFocus();
     TellStatus({});
   } else {
-    TellStatus(Text(u"%1 tarihi yüklenen verilerde yok.", u"The loaded readings have no %1.").arg(jump.text));
+    TellStatus(
+        Say(Wording{u"%1 tarihi yüklenen verilerde yok.", u"The loaded readings have no %1."}, jump.text));
   }
 }
 
@@ -196,14 +194,14 @@ void FormSec::CorrectDates() {
   }();
   if (!corrected) {
     questions_->Warn(this, run_.language.attentionTitle,
-                     Text(u"Tarih düzeltmesi yapılamadı; beklenen biçim: gg/aa/yyyy ss:dd",
-                          u"The dates were not corrected; expected form: dd/mm/yyyy hh:mm") +
-                         QLatin1Char('\n') + ErrorText(corrected.Failure(), run_.language));
+                     Say(Wording{u"Tarih düzeltmesi yapılamadı; beklenen biçim: gg/aa/yyyy ss:dd",
+                                 u"The dates were not corrected; expected form: dd/mm/yyyy hh:mm"}) +
+                         QLatin1Char('\n') + run_.language.Say(corrected.Failure()));
     return;
   }
   if (!*corrected) {
-    TellStatus(
-        Text(u"Son verinin tarihi zaten bu; değişiklik yok.", u"The last reading has that time already."));
+    TellStatus(Say(Wording{u"Son verinin tarihi zaten bu; değişiklik yok.",
+                           u"The last reading has that time already."}));
     return;
   }
   c_.VS1->GoTo(1, GridColumn::Level, true);
@@ -213,11 +211,11 @@ void FormSec::CorrectDates() {
 void FormSec::RemoveDateCorrection() {
   const Result<bool> removed = session_.RemoveDateCorrection();
   if (!removed) {
-    questions_->Warn(this, run_.language.attentionTitle, ErrorText(removed.Failure(), run_.language));
+    questions_->Warn(this, run_.language.attentionTitle, run_.language.Say(removed.Failure()));
     return;
   }
-  TellStatus(
-      Text(u"Kayıtlar cihazın kendi zamanlarını gösteriyor.", u"The readings have the logger's own times."));
+  TellStatus(Say(Wording{u"Kayıtlar cihazın kendi zamanlarını gösteriyor.",
+                         u"The readings have the logger's own times."}));
   c_.VS1->GoTo(1, GridColumn::Level, true);
   c_.VS1->setFocus();
 }

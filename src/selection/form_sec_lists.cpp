@@ -12,9 +12,7 @@
 
 #include "review/setup_parameters.h"
 #include "selection/form_sec.h"
-#include "selection/message_texts.h"
 #include "shell/busy_cursor.h"
-#include "shell/error_texts.h"
 #include "shell/folder_lists.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
@@ -168,7 +166,7 @@ void FormSec::ChooseFile() {
   c_.Text5->clear();
   c_.VS_Dosyalar->hide();
   ShowSetup(cells);
-  ShowMessages(messages);
+  ShowMessages({messages.begin(), messages.end()});
   ShowRatingCurve({});
   c_.Text7->setText(run_.settings.ReadSetting(QStringLiteral("Genel"), QStringLiteral("AnahtarDirectory")));
   c_.Text7->setVisible(run_.language.Choice() != LanguageChoice::English);
@@ -198,28 +196,29 @@ void FormSec::LoadFileByDoubleClick() {
 }
 
 void FormSec::ShowReport(const BrowserReport& report) {
-  std::vector<QString> lines = report.refused;
-  for (const QString& name : report.archived) lines.push_back(Text(u"Arşivlendi: ", u"Archived: ") + name);
+  std::vector<Message> lines = report.refused;
+  for (const QString& name : report.archived)
+    lines.push_back({Wording{u"Arşivlendi: %1", u"Archived: %1"}, name});
   if (!report.failures.empty()) {
-    lines.push_back(Text(u"%1 dosya düzenlenmedi veya atlandı (dizine yazılamıyor olabilir); "
-                         u"düzenlenmeyenler olduğu gibi okunur:",
-                         u"%1 file(s) were not tidied (the folder may be read-only), or left out; those not "
-                         u"tidied are read as they are:")
-                        .arg(report.failures.size()));
+    lines.push_back({Wording{u"%1 dosya düzenlenmedi veya atlandı (dizine yazılamıyor olabilir); "
+                             u"düzenlenmeyenler olduğu gibi okunur:",
+                             u"%1 file(s) were not tidied (the folder may be read-only), or left out; "
+                             u"those not tidied are read as they are:"},
+                     report.failures.size()});
   }
   for (std::size_t i = 0; i < report.failures.size() && i < kListedFailures; ++i)
     lines.push_back(report.failures[i]);
   ShowMessages(lines);
 }
 
-void FormSec::ShowMessages(const std::vector<QString>& messages) {
+void FormSec::ShowMessages(const std::vector<Message>& messages) {
   c_.ListMsj->clear();
-  for (const QString& message : messages) AddMessage(message);
+  for (const Message& message : messages) AddMessage(message);
   AddMessage(std::exchange(registerFailure_, {}));
 }
 
-void FormSec::AddMessage(const QString& message) {
-  if (!message.isEmpty()) c_.ListMsj->addItem(MessageText(message, run_.language));
+void FormSec::AddMessage(const Message& message) {
+  if (!message.IsEmpty()) c_.ListMsj->addItem(run_.language.Say(message));
 }
 
 void FormSec::ShowSetup(const SetupCells& cells) {
@@ -233,7 +232,7 @@ void FormSec::ShowSetup(const SetupCells& cells) {
 QString FormSec::StationName(const QString& station) {
   const Result<QString> name = LookupStationName(run_.stationDatabasePath, StationNumberOf(station));
   if (name) return *name;
-  if (!registerFailureTold_) registerFailure_ = ErrorText(name.Failure(), run_.language);
+  if (!registerFailureTold_) registerFailure_ = name.Failure().Said();
   registerFailureTold_ = true;
   return {};
 }

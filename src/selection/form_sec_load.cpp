@@ -14,7 +14,6 @@
 #include "selection/form_sec.h"
 #include "selection/review_grid_view.h"
 #include "shell/busy_cursor.h"
-#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 
@@ -45,9 +44,9 @@ void FormSec::Load(const LoadRequest& request, int timesLoaded) {
   Result<LoadedReadings> loaded = LoadWithProgress(request);
   if (!loaded) {
     questions_->Warn(this, run_.language.attentionTitle,
-                     Text(u"Hiçbir veri yüklenmedi; ekrandaki veriler öncekilerdir.",
-                          u"Nothing was loaded; the window shows what it showed before.") +
-                         QLatin1Char('\n') + ErrorText(loaded.Failure(), run_.language));
+                     Say(Wording{u"Hiçbir veri yüklenmedi; ekrandaki veriler öncekilerdir.",
+                                 u"Nothing was loaded; the window shows what it showed before."}) +
+                         QLatin1Char('\n') + run_.language.Say(loaded.Failure()));
     UpdateCommands();
     return;
   }
@@ -106,15 +105,14 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
 
 void FormSec::TellSummary(const LoadedReadings& loaded) {
   const LoadSummary summary = SummaryOf(loaded);
-  QStringList parts = {Text(u"%1 gün var, %2 gün eksik", u"%1 days present, %2 missing")
-                           .arg(summary.daysPresent)
-                           .arg(summary.daysMissing)};
+  QStringList parts = {Say(Wording{u"%1 gün var, %2 gün eksik", u"%1 days present, %2 missing"},
+                           summary.daysPresent, summary.daysMissing)};
   if (summary.corrections > 0)
-    parts += Text(u"%1 düzeltme uygulandı", u"%1 corrections laid over").arg(summary.corrections);
-  if (summary.retimed) parts += Text(u"zamanlar düzeltilmiş", u"times corrected");
+    parts += Say(Wording{u"%1 düzeltme uygulandı", u"%1 corrections laid over"}, summary.corrections);
+  if (summary.retimed) parts += Say(Wording{u"zamanlar düzeltilmiş", u"times corrected"});
   if (summary.refusedLines > 0)
-    parts += Text(u"%1 satır okunamadı", u"%1 lines refused").arg(summary.refusedLines);
-  if (!loaded.whole) parts += Text(u"yükleme eksik", u"the load is not whole");
+    parts += Say(Wording{u"%1 satır okunamadı", u"%1 lines refused"}, summary.refusedLines);
+  if (!loaded.whole) parts += Say(Wording{u"yükleme eksik", u"the load is not whole"});
   TellStatus(parts.join(QStringLiteral("  ·  ")));
 }
 
@@ -123,7 +121,7 @@ void FormSec::ShowLoadedLabel() {
   for (const int year : loaded_->waterYears) years += QString::number(year);
   QStringList parts = {(loaded_->station + QLatin1Char(' ') + WithoutDash(loaded_->stationName)).trimmed()};
   if (years.size() > 1) {  // ahead of the list, which may be cut off in a narrow window
-    parts += Text(u"tablo ve grafik: %1", u"table and graph: %1").arg(loaded_->waterYear);
+    parts += Say(Wording{u"tablo ve grafik: %1", u"table and graph: %1"}, loaded_->waterYear);
   }
   parts += years.isEmpty() ? loaded_->file : years.join(QStringLiteral(", "));
   c_.LoadedLabel->setText(parts.join(QStringLiteral("  ·  ")));
@@ -149,11 +147,11 @@ void FormSec::ShowLastReading(DateTime headersLastRecord) {
 
 QString FormSec::HolderText() const {
   const LockHolder& holder = *session_.Holder();
-  return Text(u"Bu düzeltmeler üzerinde %1 çalışıyor (%2, %3 tarihinden beri).",
-              u"%1 is working on these corrections (%2, since %3).")
-      .arg(holder.user.isEmpty() ? QStringLiteral("?") : holder.user,
-           holder.host.isEmpty() ? QStringLiteral("?") : holder.host,
-           holder.since.toLocalTime().toString(QStringLiteral("dd/MM/yyyy HH:mm")));
+  return Say(Wording{u"Bu düzeltmeler üzerinde %1 çalışıyor (%2, %3 tarihinden beri).",
+                     u"%1 is working on these corrections (%2, since %3)."},
+             holder.user.isEmpty() ? QStringLiteral("?") : holder.user,
+             holder.host.isEmpty() ? QStringLiteral("?") : holder.host,
+             holder.since.toLocalTime().toString(QStringLiteral("dd/MM/yyyy HH:mm")));
 }
 
 // Two windows on one folder: the second one is for looking. A session on this machine that has ended is taken
@@ -162,9 +160,10 @@ void FormSec::TellHolder() {
   if (!session_.Holder()) return;
   const QString who = HolderText();
   if (!session_.Holder()->here &&
-      questions_->AskToTakeOver(this, who + QLatin1Char('\n') +
-                                          Text(u"Oradaki çalışma sona erdi mi? Ancak o zaman devralın.",
-                                               u"Has that work ended? Take it over only then."))) {
+      questions_->AskToTakeOver(this,
+                                who + QLatin1Char('\n') +
+                                    Say(Wording{u"Oradaki çalışma sona erdi mi? Ancak o zaman devralın.",
+                                                u"Has that work ended? Take it over only then."}))) {
     if (const Result<bool> taken = session_.TakeOver(); taken && *taken) {
       if (session_.IsOutdated()) Load(*request_);
       return;
@@ -172,7 +171,7 @@ void FormSec::TellHolder() {
   }
   const QString text =
       who + QLatin1Char(' ') +
-      Text(u"Veriler yalnız bakmak için açıldı.", u"The readings are open for looking only.");
+      Say(Wording{u"Veriler yalnız bakmak için açıldı.", u"The readings are open for looking only."});
   AddMessage(text);
   TellStatus(text);
 }
@@ -181,10 +180,10 @@ void FormSec::TellHolder() {
 bool FormSec::LoadAgain() {
   if (questions_->AskYesNo(
           this, run_.language.attentionTitle,
-          Text(u"Bu düzeltmeler yüklendikten sonra başkası tarafından değiştirildi; üzerlerine "
-               u"yazılmadı. Yeniden yüklensin ve sizin değişiklikleriniz önerilsin mi?",
-               u"These corrections were changed by somebody else since they were loaded, and "
-               u"were not overwritten. Load them again and offer your changes anew?"))) {
+          Say(Wording{u"Bu düzeltmeler yüklendikten sonra başkası tarafından değiştirildi; üzerlerine "
+                      u"yazılmadı. Yeniden yüklensin ve sizin değişiklikleriniz önerilsin mi?",
+                      u"These corrections were changed by somebody else since they were loaded, and were not "
+                      u"overwritten. Load them again and offer your changes anew?"}))) {
     session_.KeepForLater();
     Load(LoadRequest(*request_));
   }
@@ -194,7 +193,7 @@ bool FormSec::LoadAgain() {
 void FormSec::OfferRecovery() {
   const Result<PendingEdits> pending = session_.Pending();
   if (!pending) {
-    AddMessage(ErrorText(pending.Failure(), run_.language));
+    AddMessage(run_.language.Say(pending.Failure()));
     return;
   }
   if (pending->Empty()) return;
@@ -202,13 +201,13 @@ void FormSec::OfferRecovery() {
   switch (questions_->AskToRecover(this, edits)) {
     case RecoverAnswer::Restore:
       if (const int lost = session_.Restore(*pending); lost > 0) {
-        AddMessage(Text(u"%1 değişiklik yüklenen verilere uymuyor; geri yüklenmedi.",
-                        u"%1 change(s) do not fit the loaded readings and were not restored.")
-                       .arg(lost));
+        AddMessage(Say(Wording{u"%1 değişiklik yüklenen verilere uymuyor; geri yüklenmedi.",
+                               u"%1 change(s) do not fit the loaded readings and were not restored."},
+                       lost));
       }
       break;
     case RecoverAnswer::Discard:
-      if (const Status gone = session_.Discard(); !gone) AddMessage(ErrorText(gone.Failure(), run_.language));
+      if (const Status gone = session_.Discard(); !gone) AddMessage(run_.language.Say(gone.Failure()));
       break;
     case RecoverAnswer::Later:
       break;
@@ -231,7 +230,7 @@ bool FormSec::MayLeaveGrid() {
       return SaveChanges();
     case UnsavedAnswer::Discard:
       if (const Status gone = session_.Discard(); !gone) {
-        questions_->Warn(this, run_.language.attentionTitle, ErrorText(gone.Failure(), run_.language));
+        questions_->Warn(this, run_.language.attentionTitle, run_.language.Say(gone.Failure()));
         return false;
       }
       ClearGrid();  // levels that were given up must not be taken for the readings

@@ -23,11 +23,10 @@ class FormSecMaker {
       : form_(form), language_(language), c_(controls) {}
 
  protected:
-  QString Text(const char16_t* turkish, const char16_t* english) const {
-    return Either(language_, QString::fromUtf16(turkish), QString::fromUtf16(english));
-  }
+  QString Say(const Wording& wording) const { return language_.Say(wording); }
   QString Text(const char16_t* turkish, Caption english) const {
-    return Either(language_, QString::fromUtf16(turkish), language_.Text(english));
+    return language_.Choice() == LanguageChoice::English ? language_.Text(english)
+                                                         : QString::fromUtf16(turkish);
   }
 
   template <class Control>

@@ -45,13 +45,14 @@ class ReviewPanelMaker : public FormSecMaker {
   QWidget* ChangeControls() {
     c_.Frame4 = Named(new QWidget(&form_), "Frame4");
     auto* title =
-        Named(new QLabel(Text(u"Yapılan Değişiklik Sayısı", u"Number of changes"), &form_), "Label5");
+        Named(new QLabel(Say(Wording{u"Yapılan Değişiklik Sayısı", u"Number of changes"}), &form_), "Label5");
     c_.Text5 = Box("Text5", 14, true);
     title->setBuddy(c_.Text5);
-    c_.Command7 = Button(Text(u"Bir Önceki Değişikliğe Git", u"Previous change"), "Command7");
-    c_.Command6 = Button(Text(u"Bir Sonraki Değişikliğe Git", u"Next change"), "Command6");
-    c_.CmdUndo = Button(Text(u"Son Yapılan Değişikliklerden Vazgeç", u"Undo unsaved changes"), "CmdUndo");
-    c_.Command4 = Button(Text(u"Kaydet", u"Save"), "Command4");
+    c_.Command7 = Button(Say(Wording{u"Bir Önceki Değişikliğe Git", u"Previous change"}), "Command7");
+    c_.Command6 = Button(Say(Wording{u"Bir Sonraki Değişikliğe Git", u"Next change"}), "Command6");
+    c_.CmdUndo =
+        Button(Say(Wording{u"Son Yapılan Değişikliklerden Vazgeç", u"Undo unsaved changes"}), "CmdUndo");
+    c_.Command4 = Button(Say(Wording{u"Kaydet", u"Save"}), "Command4");
     auto* count = new QWidget(&form_);
     auto* pair = new QHBoxLayout(count);
     pair->setContentsMargins(0, 0, 0, 0);
@@ -69,8 +70,8 @@ class ReviewPanelMaker : public FormSecMaker {
   QWidget* DateJump() {
     c_.Frame9 = Named(new QWidget(&form_), "Frame9");
     c_.Text6 = Box("Text6", 10);
-    c_.Text6->setPlaceholderText(Text(u"gg/aa/yyyy", u"dd/mm/yyyy"));
-    c_.Command8 = Button(Text(u"Yukarıdaki Tarihe Git", u"Go to the date above"), "Command8");
+    c_.Text6->setPlaceholderText(Say(Wording{u"gg/aa/yyyy", u"dd/mm/yyyy"}));
+    c_.Command8 = Button(Say(Wording{u"Yukarıdaki Tarihe Git", u"Go to the date above"}), "Command8");
     c_.Text6->setAccessibleName(c_.Command8->text());
     auto* column = new QVBoxLayout(c_.Frame9);
     column->setContentsMargins(0, 0, 0, 0);
@@ -82,15 +83,15 @@ class ReviewPanelMaker : public FormSecMaker {
 
   QWidget* DateCorrectionBox() {
     c_.Frame10 = Named(new QWidget(&form_), "Frame10");
-    auto* title =
-        Named(new QLabel(Text(u"Son Verinin Değişecek Tarihi", u"True time of the last reading"), &form_),
-              "Label7");
+    auto* title = Named(
+        new QLabel(Say(Wording{u"Son Verinin Değişecek Tarihi", u"True time of the last reading"}), &form_),
+        "Label7");
     c_.Text8 = Box("Text8", 16);
-    c_.Text8->setPlaceholderText(Text(u"gg/aa/yyyy ss:dd", u"dd/mm/yyyy hh:mm"));
+    c_.Text8->setPlaceholderText(Say(Wording{u"gg/aa/yyyy ss:dd", u"dd/mm/yyyy hh:mm"}));
     title->setBuddy(c_.Text8);
     c_.Text8->setAccessibleName(title->text());
     c_.Command10 =
-        Button(Text(u"Tarih  Düzeltme  İşlemine Başla", u"Start the date correction"), "Command10");
+        Button(Say(Wording{u"Tarih  Düzeltme  İşlemine Başla", u"Start the date correction"}), "Command10");
     QSizePolicy keepsItsPlace = c_.Command10->sizePolicy();
     keepsItsPlace.setRetainSizeWhenHidden(true);
     c_.Command10->setSizePolicy(keepsItsPlace);
@@ -99,7 +100,8 @@ class ReviewPanelMaker : public FormSecMaker {
     column->setSpacing(kGap / 2);
     column->addWidget(title);
     column->addWidget(c_.Text8);
-    c_.CmdSaatSil = Button(Text(u"Tarih Düzeltmesini Kaldır", u"Remove the date correction"), "CmdSaatSil");
+    c_.CmdSaatSil =
+        Button(Say(Wording{u"Tarih Düzeltmesini Kaldır", u"Remove the date correction"}), "CmdSaatSil");
     c_.CmdSaatSil->hide();
     column->addWidget(c_.Command10);
     column->addWidget(c_.CmdSaatSil);
@@ -109,7 +111,7 @@ class ReviewPanelMaker : public FormSecMaker {
   void AddGridCommands(FlowLayout& row) {
     c_.Command3 = Button(language_.Text(Caption::MakeTable), "Command3");
     c_.CmdGrf = Button(language_.Text(Caption::GraphicTab), "CmdGrf");
-    c_.Command1 = Button(Text(u"Pencereyi Kapat", u"Close this panel"), "Command1");
+    c_.Command1 = Button(Say(Wording{u"Pencereyi Kapat", u"Close this panel"}), "Command1");
     for (QPushButton* button : {c_.Command3, c_.CmdGrf, c_.Command1}) row.addWidget(button);
   }
 };

@@ -17,7 +17,7 @@ class RightColumnMaker : public FormSecMaker {
     c_.RightParts = Named(new QSplitter(Qt::Vertical, &form_), "RightParts");
     c_.RightParts->addWidget(SetupParameters());
     c_.RightParts->addWidget(LoadedFiles());
-    c_.Label10 = Named(new QLabel(Text(u"Açıklamalar", u"Messages"), &form_), "Label10");
+    c_.Label10 = Named(new QLabel(Say(Wording{u"Açıklamalar", u"Messages"}), &form_), "Label10");
     c_.ListMsj = List("ListMsj");
     c_.ListMsj->setWordWrap(true);
     c_.ListMsj->setUniformItemSizes(false);
@@ -37,8 +37,8 @@ class RightColumnMaker : public FormSecMaker {
     c_.CmdCiz = Button(language_.Text(Caption::Draw), "CmdCiz");
     c_.CmdListSil = Button(Text(u"Listeyi Sil", Caption::ClearList), "CmdListSil");
     c_.CmdListe = Button(language_.Text(Caption::List), "CmdListe");
-    c_.CmdListe->setToolTip(Text(u"Son çizimin grafik dosyalarından yeniden çiz",
-                                 u"Draw again from the last drawing's graph files"));
+    c_.CmdListe->setToolTip(Say(Wording{u"Son çizimin grafik dosyalarından yeniden çiz",
+                                        u"Draw again from the last drawing's graph files"}));
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(c_.CmdCiz);
     buttons->addWidget(c_.CmdListSil);
@@ -75,9 +75,9 @@ class RightColumnMaker : public FormSecMaker {
 
   QWidget* LoadedFiles() {
     c_.VS_Dosyalar = Table("VS_Dosyalar", 0, 1);
-    c_.VS_Dosyalar->setHorizontalHeaderLabels({Text(u"Yüklenen dosyalar", u"Loaded files")});
+    c_.VS_Dosyalar->setHorizontalHeaderLabels({Say(Wording{u"Yüklenen dosyalar", u"Loaded files"})});
     c_.VSsatir = List("VSsatir");
-    QWidget* changed = Titled(new QLabel(Text(u"Satir No", u"Row no."), &form_), c_.VSsatir);
+    QWidget* changed = Titled(new QLabel(Say(Wording{u"Satir No", u"Row no."}), &form_), c_.VSsatir);
     changed->setMaximumWidth(90);
     c_.ChangedRows = changed;
     c_.LoadedFiles = new QWidget(&form_);

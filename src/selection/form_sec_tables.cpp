@@ -9,11 +9,9 @@
 #include "graphs/frm_gr_lis.h"
 #include "graphs/open_graph.h"
 #include "selection/form_sec.h"
-#include "selection/message_texts.h"
 #include "selection/review_grid_view.h"
 #include "selection/window_build_questions.h"
 #include "shell/busy_cursor.h"
-#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "tables/build_level_table.h"
@@ -26,11 +24,10 @@ namespace {
 /// What a table takes while the option is empty, to be said where it is made.
 QString UnchosenExtremes(const RunValues& run) {
   if (!run.options.Slot(8).isEmpty()) return {};
-  return Either(run.language,
-                QStringLiteral("Ayarlarda günlük uç değerler seçilmemiş: cihazın kaydettiği en yüksek ve en "
-                               "düşük seviyeler (TF) kullanılır."),
-                QStringLiteral("The options do not say which daily extremes to use: those that the logger "
-                               "recorded (TF) are taken."));
+  return run.language.Say(Wording{
+      u"Ayarlarda günlük uç değerler seçilmemiş: cihazın kaydettiği en yüksek ve en düşük seviyeler (TF) "
+      u"kullanılır.",
+      u"The options do not say which daily extremes to use: those that the logger recorded (TF) are taken."});
 }
 
 }  // namespace
@@ -59,37 +56,37 @@ void FormSec::MakeTable() {
   UpdateCommands();
   c_.VS1->setFocus();  // the button that was pressed was off meanwhile, and the focus went on from it
   if (!report) {
-    questions_->Warn(this, run_.language.attentionTitle, ErrorText(report.Failure(), run_.language));
+    questions_->Warn(this, run_.language.attentionTitle, run_.language.Say(report.Failure()));
     return;
   }
   if (report->end == BuildEnd::Made) {
     TellTableMade(*report);
   } else if (report->end != BuildEnd::WorkbooksAreOpen) {
     TellStatus(report->end == BuildEnd::Stopped
-                   ? Text(u"Durduruldu; tablo yazılmadı, öncekine dokunulmadı.",
-                          u"Stopped; no table was written, an earlier one is as it was.")
-                   : Text(u"Vazgeçildi; tablo yazılmadı.", u"Cancelled; no table was written."));
+                   ? Say(Wording{u"Durduruldu; tablo yazılmadı, öncekine dokunulmadı.",
+                                 u"Stopped; no table was written, an earlier one is as it was."})
+                   : Say(Wording{u"Vazgeçildi; tablo yazılmadı.", u"Cancelled; no table was written."}));
   }
 }
 
 void FormSec::TellTableMade(const BuildReport& report) {
-  for (const Error& warning : report.warnings) AddMessage(ErrorText(warning, run_.language));
+  for (const Error& warning : report.warnings) AddMessage(run_.language.Say(warning));
   if (report.hourlyRowsLeftOut > 0) {
-    AddMessage(
-        Text(u"%1 kayıt saatlik sayfaya sığmadı ve orada yok; günlük sayfa eksiksizdir.",
-             u"%1 readings did not fit the hourly sheet and are not on it; the daily sheet is complete.")
-            .arg(report.hourlyRowsLeftOut));
+    AddMessage(Say(
+        Wording{u"%1 kayıt saatlik sayfaya sığmadı ve orada yok; günlük sayfa eksiksizdir.",
+                u"%1 readings did not fit the hourly sheet and are not on it; the daily sheet is complete."},
+        report.hourlyRowsLeftOut));
   }
-  TellStatus(Text(u"Tablo kaydedildi: %1", u"The table is saved: %1").arg(report.path));
+  TellStatus(Say(Wording{u"Tablo kaydedildi: %1", u"The table is saved: %1"}, report.path));
 }
 
 /// True when nothing stands against a picture of these readings, or the operator wants it all the same.
 bool FormSec::MayDraw(const QStringList& notes) {
   return notes.isEmpty() || questions_->AskToGoOn(this, run_.language.attentionTitle,
-                                                  Text(u"Grafik çizilmeden önce bilinmesi gerekenler:",
-                                                       u"Before the graph is drawn, please note:") +
+                                                  Say(Wording{u"Grafik çizilmeden önce bilinmesi gerekenler:",
+                                                              u"Before the graph is drawn, please note:"}) +
                                                       QLatin1Char('\n') + notes.join(QLatin1Char('\n')),
-                                                  Text(u"Yine de çiz", u"Draw it anyway"));
+                                                  Say(Wording{u"Yine de çiz", u"Draw it anyway"}));
 }
 
 void FormSec::DrawGraph() {
@@ -130,8 +127,8 @@ void FormSec::AddGraphEntries() {
     if (c_.ListGraf->count() >= kMostGraphStations) {
       questions_->Tell(
           this, run_.language.attentionTitle,
-          Text(u"En çok %1 grafik birlikte çizilebilir.", u"At most %1 graphs are drawn together.")
-              .arg(kMostGraphStations));
+          Say(Wording{u"En çok %1 grafik birlikte çizilebilir.", u"At most %1 graphs are drawn together."},
+              kMostGraphStations));
       break;
     }
     c_.ListGraf->addItem(entry);
@@ -160,18 +157,14 @@ void FormSec::DrawGraphList() {
                                                  run_.language.convertedWord);
           request.regional = run_.regional;
           request.progress = [this, before](int percent) { ShowProgress(before + percent); };
-          Result<LoadedReadings> loaded = LoadReadings(request);
-          if (loaded) {
-            for (QString& message : loaded->messages) message = MessageText(message, run_.language);
-          }
-          return loaded;
+          return LoadReadings(request);
         },
         run_.language);
   }();
   c_.ProgressBar1->hide();
   c_.ProgressBar1->setRange(0, 100);
   if (!built) {
-    questions_->Warn(this, run_.language.attentionTitle, ErrorText(built.Failure(), run_.language));
+    questions_->Warn(this, run_.language.attentionTitle, run_.language.Say(built.Failure()));
     return;
   }
   if (!built->messages.isEmpty() && built->notes.isEmpty()) {

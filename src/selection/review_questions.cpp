@@ -14,8 +14,7 @@ QString TitleOr(const QString& title) {
 
 /// The button that Escape and the window's close button press, too.
 QPushButton* AddBackOut(QMessageBox& box, const Language& language) {
-  QPushButton* backOut = box.addButton(Either(language, QStringLiteral("Vazgeç"), QStringLiteral("Cancel")),
-                                       QMessageBox::RejectRole);
+  QPushButton* backOut = box.addButton(language.Say(Wording{u"Vazgeç", u"Cancel"}), QMessageBox::RejectRole);
   box.setEscapeButton(backOut);
   return backOut;
 }
@@ -26,11 +25,10 @@ UnsavedAnswer ReviewMessageBoxes::AskAboutUnsavedChanges(QWidget* parent) {
   QMessageBox box(QMessageBox::Warning, TitleOr(language_.attentionTitle),
                   language_.Text(Caption::DiscardChangesQuestion), QMessageBox::NoButton, parent);
   const auto* save = box.addButton(language_.Text(Caption::SaveChanges), QMessageBox::AcceptRole);
-  const auto* discard = box.addButton(
-      Either(language_, QStringLiteral("Kaydetmeden devam et"), QStringLiteral("Discard changes")),
-      QMessageBox::DestructiveRole);
-  auto* stay = box.addButton(Either(language_, QStringLiteral("Bu sayfada kal"), QStringLiteral("Stay here")),
-                             QMessageBox::RejectRole);
+  const auto* discard = box.addButton(language_.Say(Wording{u"Kaydetmeden devam et", u"Discard changes"}),
+                                      QMessageBox::DestructiveRole);
+  auto* stay =
+      box.addButton(language_.Say(Wording{u"Bu sayfada kal", u"Stay here"}), QMessageBox::RejectRole);
   box.setDefaultButton(stay);
   box.setEscapeButton(stay);
   box.exec();
@@ -39,20 +37,17 @@ UnsavedAnswer ReviewMessageBoxes::AskAboutUnsavedChanges(QWidget* parent) {
 }
 
 RecoverAnswer ReviewMessageBoxes::AskToRecover(QWidget* parent, int edits) {
-  const QString text =
-      Either(language_,
-             QStringLiteral("Bu seçim için daha önce yapılmış, ancak kaydedilmemiş %1 değişiklik bulundu. "
-                            "Geri yüklensin mi?"),
-             QStringLiteral("%1 earlier change(s) of this selection were never saved. Restore them?"))
-          .arg(edits);
+  const QString text = language_.Say(
+      Wording{
+          u"Bu seçim için daha önce yapılmış, ancak kaydedilmemiş %1 değişiklik bulundu. Geri yüklensin mi?",
+          u"%1 earlier change(s) of this selection were never saved. Restore them?"},
+      edits);
   QMessageBox box(QMessageBox::Question, TitleOr(language_.attentionTitle), text, QMessageBox::NoButton,
                   parent);
-  auto* restore = box.addButton(Either(language_, QStringLiteral("Geri yükle"), QStringLiteral("Restore")),
-                                QMessageBox::AcceptRole);
-  const auto* discard = box.addButton(Either(language_, QStringLiteral("Sil"), QStringLiteral("Delete them")),
-                                      QMessageBox::DestructiveRole);
-  auto* later = box.addButton(Either(language_, QStringLiteral("Şimdi değil"), QStringLiteral("Not now")),
-                              QMessageBox::RejectRole);
+  auto* restore = box.addButton(language_.Say(Wording{u"Geri yükle", u"Restore"}), QMessageBox::AcceptRole);
+  const auto* discard =
+      box.addButton(language_.Say(Wording{u"Sil", u"Delete them"}), QMessageBox::DestructiveRole);
+  auto* later = box.addButton(language_.Say(Wording{u"Şimdi değil", u"Not now"}), QMessageBox::RejectRole);
   box.setDefaultButton(restore);
   box.setEscapeButton(later);
   box.exec();
@@ -63,10 +58,9 @@ RecoverAnswer ReviewMessageBoxes::AskToRecover(QWidget* parent, int edits) {
 bool ReviewMessageBoxes::AskToTakeOver(QWidget* parent, const QString& text) {
   QMessageBox box(QMessageBox::Question, TitleOr(language_.attentionTitle), text, QMessageBox::NoButton,
                   parent);
-  const auto* take = box.addButton(Either(language_, QStringLiteral("Devral"), QStringLiteral("Take over")),
-                                   QMessageBox::DestructiveRole);
-  auto* look = box.addButton(Either(language_, QStringLiteral("Yalnız bak"), QStringLiteral("Only look")),
-                             QMessageBox::RejectRole);
+  const auto* take =
+      box.addButton(language_.Say(Wording{u"Devral", u"Take over"}), QMessageBox::DestructiveRole);
+  auto* look = box.addButton(language_.Say(Wording{u"Yalnız bak", u"Only look"}), QMessageBox::RejectRole);
   box.setDefaultButton(look);
   box.setEscapeButton(look);
   box.exec();

@@ -30,41 +30,35 @@ void WindowBuildQuestions::TellWorkbooksAreOpen(const BuildMessage& message) {
 }
 
 bool WindowBuildQuestions::AskDespiteNotes(const std::vector<QString>& notes) {
-  QString text = Either(language_, QStringLiteral("Bu tablo yapılmadan önce bilinmesi gerekenler:"),
-                        QStringLiteral("Before this table is made, please note:")) +
+  QString text = language_.Say(Wording{u"Bu tablo yapılmadan önce bilinmesi gerekenler:",
+                                       u"Before this table is made, please note:"}) +
                  QLatin1Char('\n');
   const std::size_t shown = std::min(notes.size(), kNotesShown);
   for (std::size_t i = 0; i < shown; ++i) text += QStringLiteral("\n• ") + notes[i];
   if (shown < notes.size()) {
     text += QLatin1Char('\n') +
-            Either(language_, QStringLiteral("… ve %1 not daha"), QStringLiteral("… and %1 more"))
-                .arg(notes.size() - shown);
+            language_.Say(Wording{u"… ve %1 not daha", u"… and %1 more"}, notes.size() - shown);
   }
   text += QStringLiteral("\n\n") +
-          Either(language_, QStringLiteral("Tablo yine de yapılsın mı? Bunlar tabloya da yazılır."),
-                 QStringLiteral("Make the table all the same? It will bear these notes."));
-  return questions_.AskToGoOn(
-      &window_, language_.attentionTitle, text,
-      Either(language_, QStringLiteral("Yine de yap"), QStringLiteral("Make it anyway")));
+          language_.Say(Wording{u"Tablo yine de yapılsın mı? Bunlar tabloya da yazılır.",
+                                u"Make the table all the same? It will bear these notes."});
+  return questions_.AskToGoOn(&window_, language_.attentionTitle, text,
+                              language_.Say(Wording{u"Yine de yap", u"Make it anyway"}));
 }
 
 bool WindowBuildQuestions::AskToReplace(const QString& path, TableOrigin origin) {
   const QFileInfo file(path);
   const QString why = origin == TableOrigin::Changed
-                          ? Either(language_, QStringLiteral("Program yazdıktan sonra değiştirilmiş."),
-                                   QStringLiteral("It was changed after the program wrote it."))
-                          : Either(language_, QStringLiteral("Bu programın yazdığına dair bir kayıt yok."),
-                                   QStringLiteral("There is no record that this program wrote it."));
-  const QString text =
-      Either(language_,
-             QStringLiteral("%1 dosyası zaten var:\n%2\n\n%3\nYenisi yerine konursa içindekiler "
-                            "kaybolur."),
-             QStringLiteral("%1 exists already:\n%2\n\n%3\nIf the new one takes its place, what it holds is "
-                            "lost."))
-          .arg(file.fileName(), QDir::toNativeSeparators(file.absolutePath()), why);
-  return questions_.AskToGoOn(
-      &window_, language_.attentionTitle, text,
-      Either(language_, QStringLiteral("Yerine yenisini koy"), QStringLiteral("Replace it")));
+                          ? language_.Say(Wording{u"Program yazdıktan sonra değiştirilmiş.",
+                                                  u"It was changed after the program wrote it."})
+                          : language_.Say(Wording{u"Bu programın yazdığına dair bir kayıt yok.",
+                                                  u"There is no record that this program wrote it."});
+  const QString text = language_.Say(
+      Wording{u"%1 dosyası zaten var:\n%2\n\n%3\nYenisi yerine konursa içindekiler kaybolur.",
+              u"%1 exists already:\n%2\n\n%3\nIf the new one takes its place, what it holds is lost."},
+      file.fileName(), QDir::toNativeSeparators(file.absolutePath()), why);
+  return questions_.AskToGoOn(&window_, language_.attentionTitle, text,
+                              language_.Say(Wording{u"Yerine yenisini koy", u"Replace it"}));
 }
 
 HourlyAnswer WindowBuildQuestions::AskForHourlyValues(const BuildMessage& message) {
@@ -82,9 +76,8 @@ void WindowBuildQuestions::OpenDialog() {
   dialog_ = std::make_unique<QProgressDialog>(&window_);
   dialog_->setObjectName(QStringLiteral("TableProgress"));
   dialog_->setWindowModality(Qt::ApplicationModal);
-  dialog_->setWindowTitle(
-      Either(language_, QStringLiteral("Tablo yapılıyor"), QStringLiteral("Making the table")));
-  dialog_->setCancelButtonText(Either(language_, QStringLiteral("Durdur"), QStringLiteral("Stop")));
+  dialog_->setWindowTitle(language_.Say(Wording{u"Tablo yapılıyor", u"Making the table"}));
+  dialog_->setCancelButtonText(language_.Say(Wording{u"Durdur", u"Stop"}));
   dialog_->setMinimumWidth(24 * dialog_->fontMetrics().averageCharWidth() * 2);
   dialog_->setAutoClose(false);
   dialog_->setAutoReset(false);
@@ -107,23 +100,19 @@ bool WindowBuildQuestions::ShowProgress(BuildStep step, int percent) {
 QString WindowBuildQuestions::StepText(BuildStep step) const {
   switch (step) {
     case BuildStep::Opening:
-      return Either(language_, QStringLiteral("Tablolama programı açılıyor…"),
-                    QStringLiteral("Opening the spreadsheet application…"));
+      return language_.Say(Wording{u"Tablolama programı açılıyor…", u"Opening the spreadsheet application…"});
     case BuildStep::HourlySheet:
-      return Either(language_, QStringLiteral("Saatlik sayfa yazılıyor…"),
-                    QStringLiteral("Writing the hourly sheet…"));
+      return language_.Say(Wording{u"Saatlik sayfa yazılıyor…", u"Writing the hourly sheet…"});
     case BuildStep::DailySheet:
-      return Either(language_, QStringLiteral("Günlük sayfa yazılıyor…"),
-                    QStringLiteral("Writing the daily sheet…"));
+      return language_.Say(Wording{u"Günlük sayfa yazılıyor…", u"Writing the daily sheet…"});
     case BuildStep::Calculating:
-      return Either(language_, QStringLiteral("Aylık değerler hesaplanıyor…"),
-                    QStringLiteral("Calculating the monthly values…"));
+      return language_.Say(Wording{u"Aylık değerler hesaplanıyor…", u"Calculating the monthly values…"});
     case BuildStep::Saving:
-      return Either(language_, QStringLiteral("Kaydediliyor…"), QStringLiteral("Saving…"));
+      return language_.Say(Wording{u"Kaydediliyor…", u"Saving…"});
     case BuildStep::Done:
       break;
   }
-  return Either(language_, QStringLiteral("Tablo kaydedildi"), QStringLiteral("The table is saved"));
+  return language_.Say(Wording{u"Tablo kaydedildi", u"The table is saved"});
 }
 
 }  // namespace vesk

@@ -39,7 +39,7 @@ TEST_F(BrowserTest, WaterYearsAreListedOnceAndMarkedWhereAConvertedFileStands) {
   for (const WaterYearEntry& entry : browser.WaterYears()) texts.push_back(entry.text);
   EXPECT_THAT(Plain(texts), ElementsAre("2008 ", "2009 Dönüşmüş", "2010 "));
   ASSERT_EQ(report.refused.size(), 1U);
-  EXPECT_TRUE(report.refused[0].startsWith(QStringLiteral("Version Hatasi")));
+  EXPECT_TRUE(report.refused[0].English().startsWith(QStringLiteral("Version Hatasi")));
 }
 
 TEST_F(BrowserTest, FilesThatHoldAChosenYearAreMarkedAndLoadedUnderTheirName) {

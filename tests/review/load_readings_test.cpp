@@ -5,6 +5,7 @@
 #include "review/data_folder_fixture.h"
 #include "review/not_whole_note.h"
 #include "review/setup_parameters.h"
+#include "support/english.h"
 
 namespace vesk {
 namespace {
@@ -106,9 +107,9 @@ TEST_F(LoadReadingsTest, ARefusedFileEndsTheWholeLoadAndIsNamedOnce) {
                   QStringLiteral("001-12345-081003.txt")};
   EXPECT_EQ(loaded.missedFiles, missed) << "the first one holds a day of 2010, too";
   ASSERT_EQ(loaded.messages.size(), 4U);
-  EXPECT_EQ(loaded.messages[0], QStringLiteral("Version Hatasi"));
-  EXPECT_TRUE(loaded.messages[2].contains(QStringLiteral("081001.txt: not loaded for water year 2010")));
-  EXPECT_TRUE(loaded.messages[3].contains(QStringLiteral("081003.txt: not loaded for water year 2009")));
+  EXPECT_EQ(loaded.messages[0].English(), QStringLiteral("Version Hatasi"));
+  EXPECT_TRUE(loaded.messages[2].English().contains(QStringLiteral("081001.txt: not loaded for water year 2010")));
+  EXPECT_TRUE(loaded.messages[3].English().contains(QStringLiteral("081003.txt: not loaded for water year 2009")));
   for (const QString& name : missed) EXPECT_TRUE(NotWholeNote(loaded).turkish.contains(name));
   EXPECT_EQ(loaded.changeLogs.size(), 2U) << "the corrections of both years stay";
 }
@@ -120,7 +121,7 @@ TEST_F(LoadReadingsTest, ARefusedFileOfCertainOtherYearsIsNamedAndLeftOut) {
   EXPECT_TRUE(loaded.whole);
   EXPECT_EQ(loaded.files.size(), 1U);
   ASSERT_EQ(loaded.messages.size(), 1U);
-  EXPECT_TRUE(loaded.messages[0].startsWith(QStringLiteral("001-12345-080901.txt, line 3")));
+  EXPECT_TRUE(loaded.messages[0].English().startsWith(QStringLiteral("001-12345-080901.txt, line 3")));
   // A line lost or won moves the dates to other lines: then no year is certain.
   QByteArray moved = SketchContent(Sketch("080901", "01/09/2005 01:00", "02/09/2005 10:00", "99"));
   Put(QStringLiteral("001-12345-080901.txt"), moved.replace("Unit", "Unit\r\nUnit"));
@@ -154,7 +155,7 @@ TEST_F(LoadReadingsTest, WhatWasCutOrLeftUnreadIsToldWithWhatTheHeaderPromised) 
   for (const auto& row : rows) {
     Put(QStringLiteral("001-12345-081001.txt"), row.content);
     const LoadedReadings loaded = LoadYear2009();
-    const QString told = loaded.messages.empty() ? QString() : loaded.messages.front();
+    const QString told = loaded.messages.empty() ? QString() : loaded.messages.front().English();
     EXPECT_EQ(loaded.whole, row.told == nullptr) << row.name << told.toStdString();
     EXPECT_EQ(loaded.partialFiles.size(), row.told ? 1U : 0U) << row.name;
     EXPECT_EQ(NotWholeNote(loaded).english.isEmpty(), row.told == nullptr) << row.name;
@@ -176,7 +177,7 @@ TEST_F(LoadReadingsTest, AtMostTwentyFilesAndTheRestIsTold) {
   EXPECT_EQ(loaded.files.size(), 20U);
   EXPECT_FALSE(loaded.whole);
   ASSERT_EQ(loaded.messages.size(), 1U);
-  EXPECT_TRUE(loaded.messages[0].contains(QStringLiteral("001-12345-081020"))) << "the one left out is named";
+  EXPECT_TRUE(loaded.messages[0].English().contains(QStringLiteral("001-12345-081020"))) << "the one left out is named";
 }
 
 TEST_F(LoadReadingsTest, TheNoteIsThatOfTheFileReadLast) {
@@ -186,7 +187,7 @@ TEST_F(LoadReadingsTest, TheNoteIsThatOfTheFileReadLast) {
   RawFileSketch second = Sketch("081002", "02/10/2008 01:00", "02/10/2008 10:00");
   second.firstLine = "02";
   WriteSketch(folder_, second);
-  EXPECT_EQ(LoadYear2009().messages,
+  EXPECT_EQ(InEnglish(LoadYear2009().messages),
             std::vector{QStringLiteral("-Su Yılını Oluşturan Dosyalarda zaman düzeltmesi yapılmış.")});
   Write("081003", "03/10/2008 01:00", "03/10/2008 10:00");
   EXPECT_TRUE(LoadYear2009().messages.empty());
@@ -202,7 +203,7 @@ TEST_F(LoadReadingsTest, AFileThatVanishesIsMissed) {
   EXPECT_FALSE(loaded.whole);
   EXPECT_EQ(loaded.files.size(), 1U);
   ASSERT_EQ(loaded.messages.size(), 1U);
-  EXPECT_TRUE(loaded.messages[0].contains(QStringLiteral("081001")));
+  EXPECT_TRUE(loaded.messages[0].English().contains(QStringLiteral("081001")));
   EXPECT_EQ(loaded.setup[8], QStringLiteral("02/10/2008 01:00")) << "nothing to differ from";
   EXPECT_EQ(loaded.setup[kSetupWaterYearsRow], QStringLiteral("2009"));
   EXPECT_FALSE(LoadReadings(LoadRequest{})) << "no file at all";
@@ -213,8 +214,8 @@ TEST_F(LoadReadingsTest, UnreadableLinesAreNamedAndCounted) {
   Put(QStringLiteral("001-12345-081001.txt"), content.replace("01/10/2008  ", "31/09/2008  "));
   const LoadedReadings loaded = Load(Request());
   ASSERT_EQ(loaded.messages.size(), 21U);
-  EXPECT_TRUE(loaded.messages[0].contains(QStringLiteral("line 16: not loaded; expected a date")));
-  EXPECT_TRUE(loaded.messages[20].endsWith(QStringLiteral(": 23 lines were not loaded in all")));
+  EXPECT_TRUE(loaded.messages[0].English().contains(QStringLiteral("line 16: not loaded; expected a date")));
+  EXPECT_TRUE(loaded.messages[20].English().endsWith(QStringLiteral(": 23 lines were not loaded in all")));
   EXPECT_EQ(loaded.grid.Text(1, GridColumn::Label), QStringLiteral("01-Max"));
   EXPECT_EQ(loaded.waterYear, 0) << "a single file has no water year";
   EXPECT_EQ(loaded.partialFiles, std::vector{QStringLiteral("001-12345-081001.txt")});

@@ -75,8 +75,8 @@ TEST_F(RawFilesTest, ARenamingThatFailsIsToldAndTheFileStaysListed) {
   ASSERT_TRUE(QDir(folder_).mkpath(QStringLiteral("001-12345-010203=0002.txt/in the way")));
   const TidyReport report = RenameRawFiles(folder_);
   ASSERT_EQ(report.failures.size(), 2U) << "the file, and the folder in its way";
-  EXPECT_TRUE(report.failures[0].contains(QStringLiteral("001-12345-010203.txt")));
-  EXPECT_TRUE(report.failures[1].contains(QStringLiteral("001-12345-010203=0002.txt is a folder")));
+  EXPECT_TRUE(report.failures[0].English().contains(QStringLiteral("001-12345-010203.txt")));
+  EXPECT_TRUE(report.failures[1].English().contains(QStringLiteral("001-12345-010203=0002.txt is a folder")));
   const std::vector<RawFile> files = ListRawFiles(folder_);
   ASSERT_EQ(files.size(), 1U);
   EXPECT_EQ(files[0].diskName, QStringLiteral("001-12345-010203.txt"));
@@ -154,10 +154,10 @@ TEST_F(RawFilesTest, LinksAreReadAndNeverChangedAndOtherThingsNeverOpened) {
   const test::InvalidName invalid(folder_, "001-12345-01020\xfc.txt");
   const TidyReport report = RenameRawFiles(folder_);
   ASSERT_EQ(report.failures.size(), 4U);
-  EXPECT_TRUE(report.failures[0].contains(QStringLiteral("is a link")));
-  EXPECT_TRUE(report.failures[1].contains(QStringLiteral("010204.txt is no file")));
-  EXPECT_TRUE(report.failures[2].contains(QStringLiteral("010205=0001.txt is no file")));
-  EXPECT_TRUE(report.failures[3].contains(QStringLiteral("01020\\xfc.txt is skipped")));
+  EXPECT_TRUE(report.failures[0].English().contains(QStringLiteral("is a link")));
+  EXPECT_TRUE(report.failures[1].English().contains(QStringLiteral("010204.txt is no file")));
+  EXPECT_TRUE(report.failures[2].English().contains(QStringLiteral("010205=0001.txt is no file")));
+  EXPECT_TRUE(report.failures[3].English().contains(QStringLiteral("01020\\xfc.txt is skipped")));
   EXPECT_EQ(Listed(), QStringLiteral("001-12345-010203=0002.txt")) << "it is read all the same";
   QFile linked(target + name);
   ASSERT_TRUE(linked.open(QIODevice::ReadOnly));
@@ -173,7 +173,7 @@ TEST_F(RawFilesTest, AMarkerInALineOfAnotherLengthIsLeftAndNamed) {
     const TidyReport report = RenameRawFiles(folder_);
     ASSERT_EQ(report.failures.size(), 1U) << line;
     EXPECT_TRUE(
-        report.failures[0].startsWith(QStringLiteral("001-12345-010203=0002.txt, line 1: the marker")));
+        report.failures[0].English().startsWith(QStringLiteral("001-12345-010203=0002.txt, line 1: the marker")));
     QFile file(folder_ + QStringLiteral("001-12345-010203=0002.txt"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), SketchContent(sketch)) << line;

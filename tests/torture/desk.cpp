@@ -84,7 +84,7 @@ QByteArray DifferenceOf(const QByteArray& expected, const QByteArray& shown) {
 
 QStringList Desk::Tidy(const QString& folder) {
   QStringList failures;
-  for (const QString& failure : RenameRawFiles(folder).failures) failures << failure;
+  for (const Message& failure : RenameRawFiles(folder).failures) failures << failure.English();
   std::vector<QString> names;
   for (const RawFile& file : ListRawFiles(folder)) names.push_back(file.listName);
   for (const Error& failure : ArchiveDuplicateRawFiles(folder, names).failures) failures << failure.English();
@@ -105,7 +105,7 @@ QString Desk::Open(const Choice& choice, bool restore) {
   for (const RawFile& file : request.files) stems_ << file.listName.left(kStemCharacters);
   auto loaded = LoadReadings(request);
   if (!loaded) return loaded.Failure().English();
-  for (const auto& message : loaded->messages) messages_ << message;
+  for (const auto& message : loaded->messages) messages_ << message.English();
   whole_ = loaded->whole;
   QObject::connect(session_.get(), &EditSession::JournalFailed, session_.get(),
                    [this](const Error&) { journalFailed_ = true; });
