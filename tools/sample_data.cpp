@@ -250,8 +250,8 @@ QByteArray RawFileBytes(const RawFilePlan& plan) {
 
 Result<QString> WriteRawFile(const QString& folder, const RawFilePlan& plan) {
   const QString path = QDir(folder).filePath(RawFileName(plan));
-  const Status written =
-      WriteWholeFile(path, RawFileBytes(plan), QStringLiteral("The raw file could not be written"));
+  const Status written = WriteWholeFile(
+      path, RawFileBytes(plan), Wording{u"Ham dosya yazılamadı", u"The raw file could not be written"});
   if (!written) return written.Failure();
   return path;
 }

@@ -10,6 +10,7 @@
 #include "datafiles/tidy_lock.h"
 #include "platform/folder_entries.h"
 #include "platform/folders.h"
+#include "platform/system_reason.h"
 #include "platform/whole_file.h"
 
 namespace vesk {
@@ -17,8 +18,8 @@ namespace {
 
 constexpr int kMostNumbers = 9999;
 
-QString NotArchived() {
-  return QStringLiteral("The superseded read-out could not be archived");
+Message NotArchived() {
+  return Wording{u"Eski okuma dosyası arşivlenemedi", u"The superseded read-out could not be archived"};
 }
 
 QString StemOf(const QString& name) {
@@ -36,7 +37,8 @@ Result<QString> ArchiveFolder(const QString& dataDirectory) {
   const QString folder = QLatin1String(kArchiveFolder);
   const QString archive = FindEntry(dataDirectory, folder).value_or(dataDirectory + folder);
   if (!QDir().mkpath(archive)) {
-    return Error{QStringLiteral("The archive folder could not be made"), archive, QString()};
+    return Error{
+        Wording{u"Arşiv klasörü oluşturulamadı", u"The archive folder could not be made"}, archive, {}};
   }
   return archive + QLatin1Char('/');
 }
@@ -51,8 +53,9 @@ Result<Move> CopyAndRemove(const QString& from, const QString& to) {
   if (const Status written = WriteNewFile(to, copy, NotArchived()); !written) return written.Failure();
   QFile original(from);
   if (SameContent(from, to) && original.remove()) return Move::Done;
-  return Error{QStringLiteral("The archived read-out could not be removed from the data directory"), from,
-               original.errorString()};
+  return Error{Wording{u"Arşivlenen okuma dosyası veri dizininden silinemedi",
+                       u"The archived read-out could not be removed from the data directory"},
+               from, SystemReason(original.errorString())};
 }
 
 Result<Move> MoveTo(const QString& from, const QString& to) {
@@ -100,7 +103,9 @@ bool SameContent(const QString& pathA, const QString& pathB) {
 Result<QString> MoveToArchive(const QString& dataDirectory, const QString& name) {
   const QString from = dataDirectory + name;
   if (KindOf(from) == EntryKind::LinkToFile) {
-    return Error{NotArchived(), from, QStringLiteral("it is a link; links are left as they are")};
+    return Error{
+        NotArchived(), from,
+        Wording{u"bu bir bağlantı; bağlantılara dokunulmaz", u"it is a link; links are left as they are"}};
   }
   const auto archive = ArchiveFolder(dataDirectory);
   if (!archive) return archive.Failure();
@@ -114,7 +119,7 @@ Result<QString> MoveToArchive(const QString& dataDirectory, const QString& name)
     (void)MoveTo(to, from);  // told in any case, and nothing is lost where it stands
     return synced.Failure();
   }
-  return Error{NotArchived(), from, QStringLiteral("it exists already")};
+  return Error{NotArchived(), from, Wording{u"zaten var", u"it exists already"}};
 }
 
 ArchiveReport ArchiveDuplicateRawFiles(const QString& dataDirectory,

@@ -30,6 +30,17 @@ std::string_view WithoutBlanks(std::string_view text) {
   return text;
 }
 
+// What is expected of a line.
+constexpr Wording kColumns{u"en az 23 sütunluk satır", u"a line of at least 23 columns"};
+constexpr Wording kWholeLine{u"tam satır; dosya bu satırın ortasında bitiyor",
+                             u"a whole line; the file ends in the middle of this one"};
+constexpr Wording kDate{u"1-10. sütunlarda gg/aa/yyyy biçiminde tarih", u"a date dd/mm/yyyy in columns 1-10"};
+constexpr Wording kExtremeDate{u"5-14. sütunlarda gg/aa/yyyy biçiminde tarih",
+                               u"a date dd/mm/yyyy in columns 5-14"};
+constexpr Wording kTime{u"13-17. sütunlarda ss:dd biçiminde saat", u"a time hh:mm in columns 13-17"};
+constexpr Wording kExtremeTime{u"16-20. sütunlarda ss:dd biçiminde saat", u"a time hh:mm in columns 16-20"};
+constexpr Wording kLevel{u"23-27. sütunlarda metre olarak seviye", u"a level in metres in columns 23-27"};
+
 int TwoDigits(const char* p) {
   if (!IsDigit(p[0]) || !IsDigit(p[1])) return -1;
   return (p[0] - '0') * 10 + (p[1] - '0');
@@ -142,7 +153,7 @@ class Decoder {
     reading.levelByte = levelByte;
     reading.sourceFile = sourceFile_;
     reading.day = kNoDay;
-    if (const char* expected = ReadFields(text, cut, reading)) return Refuse(expected, reading.day);
+    if (const Wording* expected = ReadFields(text, cut, reading)) return Refuse(expected, reading.day);
     if (text.size() > static_cast<std::size_t>(kFieldsEnd) &&
         HoldsMore(text.substr(static_cast<std::size_t>(kFieldsEnd))) && tally_.joined++ == 0) {
       tally_.firstJoinedLine = line_;
@@ -221,20 +232,20 @@ class Decoder {
   }
 
   /// Fills the reading from a line; null, or what a field should have held.
-  const char* ReadFields(std::string_view text, bool cut, Reading& reading) {
+  const Wording* ReadFields(std::string_view text, bool cut, Reading& reading) {
     const bool maximum = text.starts_with("Max");
     const bool extreme = maximum || text.starts_with("Min");
-    if (text.size() <= static_cast<std::size_t>(kLevelColumn)) return "a line of at least 23 columns";
+    if (text.size() <= static_cast<std::size_t>(kLevelColumn)) return &kColumns;
     if (cut && text.size() < static_cast<std::size_t>(kFieldsEnd)) {
-      return "a whole line; the file ends in the middle of this one";
+      return &kWholeLine;
     }
     const auto day = dates_.Read(text.data() + (extreme ? 4 : 0));
     reading.day = day.value_or(kNoDay);
-    if (!day) return extreme ? "a date dd/mm/yyyy in columns 5-14" : "a date dd/mm/yyyy in columns 1-10";
+    if (!day) return extreme ? &kExtremeDate : &kDate;
     const int minute = MinuteOf(text.data() + (extreme ? 15 : 12));
-    if (minute < 0) return extreme ? "a time hh:mm in columns 16-20" : "a time hh:mm in columns 13-17";
+    if (minute < 0) return extreme ? &kExtremeTime : &kTime;
     const auto level = LevelCm(text.substr(static_cast<std::size_t>(kLevelColumn), kLevelWidth));
-    if (!level) return "a level in metres in columns 23-27";
+    if (!level) return &kLevel;
     reading.minuteOfDay = static_cast<std::int16_t>(minute);
     reading.levelCm = *level;
     reading.flag = text[static_cast<std::size_t>(kLevelColumn) - 1];
@@ -276,7 +287,7 @@ class Decoder {
   }
 
   /// day: of the line, kNoDay when that is what could not be read.
-  LineEnd Refuse(const char* expected, Day day) {
+  LineEnd Refuse(const Wording* expected, Day day) {
     lastWasOrdinary_ = false;  // the remembered date may be this line's
     if (day != kNoDay && Place(day) != Position::Inside) {
       ++tally_.outsideWindow;
@@ -284,7 +295,7 @@ class Decoder {
     }
     ++tally_.refused;
     if (tally_.faults.size() < kMostFaultsKept) {
-      tally_.faults.push_back({line_, QString::fromLatin1(expected)});
+      tally_.faults.push_back({line_, *expected});
     }
     return LineEnd::Next;
   }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "datafiles/reading.h"
+#include "platform/wording.h"
 
 namespace vesk {
 
@@ -20,7 +21,7 @@ struct DayWindow {
 /// A line that could not be read as a reading.
 struct LineFault {
   qint64 line = 0;   ///< 1-based line number in the file
-  QString expected;  ///< which field, and what it should have held
+  Message expected;  ///< which field, and what it should have held
 };
 
 inline constexpr int kHeaderLines = 15;

@@ -125,8 +125,9 @@ Result<GraphFileWritten> WriteGraphFile(const QString& dataDirectory, int waterY
     const bool onlySignBlankLost = level.size() == kLevelField + 1 && level.startsWith(' ');
     if (level.size() > kLevelField && !onlySignBlankLost) written.cutRecords.push_back(written.records);
   }
-  const Status stored = WriteWholeFile(dataDirectory + written.name, content,
-                                       QStringLiteral("The graph data file could not be written"));
+  const Status stored =
+      WriteWholeFile(dataDirectory + written.name, content,
+                     Wording{u"Grafik veri dosyası yazılamadı", u"The graph data file could not be written"});
   if (!stored) return stored.Failure();
   return written;
 }
@@ -148,8 +149,9 @@ std::optional<GraphRecord> GraphRecordAt(QByteArrayView content, qint64 n) {
 }
 
 Result<QByteArray> ReadGraphFile(const QString& path) {
-  const QString what = QStringLiteral("The graph data file could not be read");
-  if (!QFileInfo::exists(path)) return Error{what, path, QStringLiteral("there is no such file")};
+  const Message what = Wording{u"Grafik veri dosyası okunamadı", u"The graph data file could not be read"};
+  if (!QFileInfo::exists(path))
+    return Error{what, path, Wording{u"böyle bir dosya yok", u"there is no such file"}};
   return ReadWholeFile(path, what);
 }
 

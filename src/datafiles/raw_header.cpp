@@ -96,12 +96,13 @@ class HeaderDecoder {
     header_.SampleInterval = ParseNumber(Value(12), regional_);
     header_.RecordInterval = ParseNumber(Value(13), regional_);
     if (lines_.count < kHeaderLines) {
-      Fail(lines_.count + 1, QStringLiteral("15 header lines"));
+      Fail(lines_.count + 1, Wording{u"15 başlık satırı", u"15 header lines"});
       return;
     }
     header_.HeaderEnd = lines_.end + 1;
     if (header_.LastRecordTime < header_.FirstRecordTime) {
-      Fail(10, QStringLiteral("a last record that is not before the first"));
+      Fail(10,
+           Wording{u"ilk kayıttan önce olmayan son kayıt", u"a last record that is not before the first"});
     }
     // In a header that lost or won a line the count would be a date.
     result_.yearsKnown = result_.errorText.isEmpty() && ReadWholeNumber(Value(11)).has_value();
@@ -125,7 +126,8 @@ class HeaderDecoder {
     auto date = ReadDateTime(WithoutSeconds(NormaliseDateText(Value(number, width))));
     if (date && YearOf(std::chrono::floor<std::chrono::days>(*date)) < kFirstPlausibleYear) date.reset();
     if (!date && number <= lines_.count)
-      Fail(number, QStringLiteral("a date dd/mm/yyyy hh:mm from column 27 on"));
+      Fail(number,
+           Wording{u"27. sütundan başlayan gg/aa/yyyy ss:dd", u"a date dd/mm/yyyy hh:mm from column 27 on"});
     return date;
   }
 
@@ -172,10 +174,11 @@ class HeaderDecoder {
     }
   }
 
-  void Fail(int line, const QString& expected) {
+  void Fail(int line, const Message& expected) {
     if (!result_.errorText.isEmpty()) return;
     result_.errorText = UnknownErrorText();
-    result_.detail = QStringLiteral("%1, line %2: expected %3").arg(fileName_).arg(line).arg(expected);
+    result_.detail = Message(Wording{u"%1, %2. satır; beklenen: %3", u"%1, line %2: expected %3"}, fileName_,
+                             line, expected);
   }
 
   const HeaderLines& lines_;
@@ -225,9 +228,12 @@ QString Printable(const QString& text) {
   return result;
 }
 
+/// text: a note as the system words it, the same in both languages.
 void AddMessage(const HeaderSinks& sinks, const QString& text) {
-  if (sinks.messages && !text.isEmpty() && !ListContains(*sinks.messages, text))
-    sinks.messages->push_back(text);
+  if (!sinks.messages || text.isEmpty()) return;
+  const Message message = Message::Verbatim(text);
+  if (std::ranges::find(*sinks.messages, message) == sinks.messages->end())
+    sinks.messages->push_back(message);
 }
 
 /// Replaces a fresh file's marker. A file that cannot be written, or that is only linked to, is read all the
@@ -242,9 +248,9 @@ void StampMarker(const QString& path, QByteArray& bytes) {
 }
 
 void FailToRead(RawHeaderReading& result, const HeaderSinks& sinks, const QString& fileName,
-                const QString& reason) {
+                const Message& reason) {
   result.errorText = UnknownErrorText();
-  result.detail = fileName + QStringLiteral(": ") + reason;
+  result.detail = Error{{}, fileName, reason}.Said();
   AddMessage(sinks, UnknownErrorMessage());
 }
 
@@ -270,8 +276,9 @@ RawHeaderReading DecodeRawHeader(QByteArrayView bytes, const QString& fileName, 
   AddMessage(sinks, CorrectionNote(decoder.CorrectionCode(), scope));
   if (!IsAcceptedVersion(result.header.Version)) {
     result.errorText = VersionErrorText();
-    result.detail = QStringLiteral("%1, line 3: version \"%2\" is not read; expected 10, 11 or 21")
-                        .arg(fileName, Printable(result.header.Version));
+    result.detail = Message(Wording{u"%1, 3. satır: \"%2\" sürümü okunamıyor; beklenen: 10, 11 veya 21",
+                                    u"%1, line 3: version \"%2\" is not read; expected 10, 11 or 21"},
+                            fileName, Printable(result.header.Version));
     AddMessage(sinks, VersionErrorText());
     return result;
   }
@@ -288,12 +295,12 @@ RawHeaderReading ReadRawHeader(const QString& fileName, HeaderScope scope, Heade
   const QFileInfo info(path);
   if (fileName.isEmpty() || !info.exists()) return result;
   if (!info.isFile()) {
-    FailToRead(result, sinks, fileName, QStringLiteral("not a file"));
+    FailToRead(result, sinks, fileName, Wording{u"bu bir dosya değil", u"not a file"});
     return result;
   }
   QFile file;
   if (const Status opened = OpenToRead(file, path, {}); !opened) {
-    FailToRead(result, sinks, fileName, opened.Failure().reason.English());
+    FailToRead(result, sinks, fileName, opened.Failure().reason);
     return result;
   }
   QByteArray bytes = file.read(kFirstLook);

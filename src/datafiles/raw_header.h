@@ -62,7 +62,7 @@ Marker MarkerOf(QByteArrayView firstBytes);
 /// What the reader needs from outside. Null members are left out.
 struct HeaderSinks {
   QString dataDirectory;                     ///< folder of the file, with its trailing separator
-  std::vector<QString>* messages = nullptr;  ///< message list; cleared by every call
+  std::vector<Message>* messages = nullptr;  ///< message list; cleared by every call
   SetupCells* cells = nullptr;               ///< written in full mode
   Regional regional;                         ///< how the header's numbers are read
   QString stationName;                       ///< name shown in the setup cells
@@ -74,7 +74,7 @@ struct HeaderSinks {
 struct RawHeaderReading {
   RawHeader header;
   QString errorText;
-  QString detail;  ///< file, line and what was expected, for the message list; empty when fine
+  Message detail;  ///< file, line and what was expected, for the message list; empty when fine
   bool yearsKnown =
       false;  ///< both water years can be relied on: of a refused header, all but the version is well
   [[nodiscard]] bool Usable() const { return errorText.isEmpty(); }

@@ -22,8 +22,10 @@ Status TidyLock::Take() {
                                                            : TryLock(path, owner, std::chrono::seconds(10));
   if (attempt && std::holds_alternative<LockHolder>(*attempt)) {
     const LockHolder& holder = std::get<LockHolder>(*attempt);
-    return Error{QStringLiteral("The data directory is being tidied by another program"), dataDirectory_,
-                 QStringLiteral("%1, %2, %3").arg(holder.user, holder.host).arg(holder.pid)};
+    return Error{Wording{u"Veri dizinini şu anda başka bir program düzenliyor",
+                         u"The data directory is being tidied by another program"},
+                 dataDirectory_,
+                 Message(Wording{u"%1, %2, %3", u"%1, %2, %3"}, holder.user, holder.host, holder.pid)};
   }
   if (attempt) lock_ = std::move(std::get<FileLock>(*attempt));
   taken_ = true;

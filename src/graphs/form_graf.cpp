@@ -21,7 +21,6 @@
 #include "graphs/graph_output.h"
 #include "graphs/graph_picture.h"
 #include "graphs/graph_print.h"
-#include "shell/error_texts.h"
 
 namespace vesk {
 
@@ -46,8 +45,8 @@ FormGraf::FormGraf(GraphSheet sheet, const Language& language, double mouseAdjus
   DrawPage(Mode::Yeni);
 }
 
-QString FormGraf::Words(const char* turkish, const char* english) const {
-  return Either(language_, QString::fromUtf8(turkish), QString::fromUtf8(english));
+QString FormGraf::InWords(const Message& message) const {
+  return language_.Say(message);
 }
 
 void FormGraf::Say(const QString& message) {
@@ -99,8 +98,8 @@ void FormGraf::AddPage(const GraphPage& page) {
   const bool room = pages_.Add(page);
   DrawPage(Mode::Yeni);
   if (room) return;
-  Say(Words("En çok 11 sayfa olabilir: son sayfanın yerine çizildi.",
-            "There can be 11 pages at most: the last page has been replaced."));
+  Say(Words(Wording{u"En çok 11 sayfa olabilir: son sayfanın yerine çizildi.",
+                    u"There can be 11 pages at most: the last page has been replaced."}));
 }
 
 void FormGraf::DrawFirst() {
@@ -142,13 +141,13 @@ void FormGraf::DrawDates() {
     entry->selectAll();
     QApplication::beep();
   };
-  const QString expected = Words("\"%1\" gün.ay değil", "\"%1\" is no day.month");
+  constexpr Wording kNoDate{u"\"%1\" gün.ay değil", u"\"%1\" is no day.month"};
   const auto start = ReadDayOfWaterYear(startEntry_->text(), sheet_.waterYear);
-  if (!start) return refuse(startEntry_, expected.arg(startEntry_->text()));
+  if (!start) return refuse(startEntry_, Words(kNoDate, startEntry_->text()));
   const auto end = ReadDayOfWaterYear(endEntry_->text(), sheet_.waterYear);
-  if (!end) return refuse(endEntry_, expected.arg(endEntry_->text()));
+  if (!end) return refuse(endEntry_, Words(kNoDate, endEntry_->text()));
   if (*end < *start)
-    return refuse(endEntry_, Words("Bitiş başlangıçtan önce", "The end lies before the start"));
+    return refuse(endEntry_, Words(Wording{u"Bitiş başlangıçtan önce", u"The end lies before the start"}));
   dateMessage_->clear();
   AddPage(PageOfDates(*start, *end, pages_.First().maximumCm));
   picture_->setFocus();
@@ -158,9 +157,9 @@ Status FormGraf::PrintPage(QPrinter& printer) {
   const QString file = printer.outputFileName();
   const Status printed = PrintGraphPage(printer, pages_.Current(), sheet_);
   if (printed && file.isEmpty()) {
-    Say(Words("Yazıcıya gönderildi: %1", "Sent to the printer: %1").arg(printer.printerName()));
+    Say(Words(Wording{u"Yazıcıya gönderildi: %1", u"Sent to the printer: %1"}, printer.printerName()));
   } else if (printed) {
-    Say(Words("Dosyaya yazdırıldı: %1", "Printed to the file: %1").arg(file));
+    Say(Words(Wording{u"Dosyaya yazdırıldı: %1", u"Printed to the file: %1"}, file));
   }
   return printed;
 }
@@ -179,7 +178,7 @@ void FormGraf::Print() {
   dialog.setWindowTitle(language_.Text(Caption::Print));
   if (dialog.exec() != QDialog::Accepted) return;
   if (const Status printed = PrintPage(printer); !printed) {
-    QMessageBox::warning(this, language_.attentionTitle, ErrorText(printed.Failure(), language_));
+    QMessageBox::warning(this, language_.attentionTitle, language_.Say(printed.Failure()));
   }
 }
 
@@ -192,7 +191,7 @@ void FormGraf::Preview() {
   connect(&dialog, &QPrintPreviewDialog::paintRequested, this, [this](QPrinter* paper) {
     const bool onScreen = paper->paintEngine()->type() == QPaintEngine::Picture;
     const Status drawn = onScreen ? PrintGraphPage(*paper, pages_.Current(), sheet_) : PrintPage(*paper);
-    if (!drawn) Say(ErrorText(drawn.Failure(), language_));
+    if (!drawn) Say(language_.Say(drawn.Failure()));
   });
   dialog.resize(size().expandedTo({900, 640}));
   dialog.exec();
@@ -218,13 +217,13 @@ void FormGraf::Save() {
   if (dialog.exec() != QDialog::Accepted) return;
   const QString path = dialog.selectedFiles().value(0);
   const Status saved = SavePage(path);
-  if (saved) return Say(Words("Kaydedildi: %1", "Saved: %1").arg(path));
-  QMessageBox::warning(this, language_.attentionTitle, ErrorText(saved.Failure(), language_));
+  if (saved) return Say(Words(Wording{u"Kaydedildi: %1", u"Saved: %1"}, path));
+  QMessageBox::warning(this, language_.attentionTitle, language_.Say(saved.Failure()));
 }
 
 void FormGraf::Copy() {
   QApplication::clipboard()->setImage(GraphPageImage(pages_.Current(), sheet_, picture_->size()));
-  Say(Words("Grafik panoya kopyalandı", "The graph has been copied"));
+  Say(Words(Wording{u"Grafik panoya kopyalandı", u"The graph has been copied"}));
 }
 
 }  // namespace vesk

@@ -9,6 +9,7 @@
 #include "graphs/graph_pages.h"
 #include "graphs/graph_readout.h"
 #include "graphs/graph_sheet.h"
+#include "platform/wording.h"
 #include "shell/language.h"
 
 class QAction;
@@ -86,7 +87,12 @@ class FormGraf : public QMainWindow {
   void TellReading();
   void ShowReading(ReadoutPlace place, const QString& prefix);
   void Say(const QString& message);
-  [[nodiscard]] QString Words(const char* turkish, const char* english) const;
+  /// In the operator's language, places filled.
+  template <class... Places>
+  [[nodiscard]] QString Words(const Wording& wording, Places&&... places) const {
+    return InWords(Message(wording, std::forward<Places>(places)...));
+  }
+  [[nodiscard]] QString InWords(const Message& message) const;
   void PrepareForPaper(QPrinter& printer) const;
 
   GraphSheet sheet_;

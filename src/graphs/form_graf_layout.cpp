@@ -62,9 +62,11 @@ void FormGraf::CreateActions() {
   dates_ = AddAction("MnuSecformKeyboard", caption(Caption::StartAndFinishDate), {Qt::CTRL | Qt::Key_D},
                      &FormGraf::ShowDateEntry);
   print_ = AddAction("MnuPrint", caption(Caption::Print), QKeySequence::Print, &FormGraf::Print);
-  preview_ = AddAction("MnuPreview", Words("Baskı önizleme", "Print preview"), {}, &FormGraf::Preview);
-  save_ = AddAction("MnuSave", Words("Farklı kaydet...", "Save as..."), QKeySequence::Save, &FormGraf::Save);
-  copy_ = AddAction("MnuCopy", Words("Kopyala", "Copy"), QKeySequence::Copy, &FormGraf::Copy);
+  preview_ =
+      AddAction("MnuPreview", Words(Wording{u"Baskı önizleme", u"Print preview"}), {}, &FormGraf::Preview);
+  save_ = AddAction("MnuSave", Words(Wording{u"Farklı kaydet...", u"Save as..."}), QKeySequence::Save,
+                    &FormGraf::Save);
+  copy_ = AddAction("MnuCopy", Words(Wording{u"Kopyala", u"Copy"}), QKeySequence::Copy, &FormGraf::Copy);
   exit_ = new QAction(caption(Caption::ExitGraph), this);
   exit_->setObjectName(QStringLiteral("MnuCik"));
   connect(exit_, &QAction::triggered, this, &QWidget::close);
@@ -158,10 +160,10 @@ QGroupBox* FormGraf::MakePageFields() {
   QGridLayout* layout = BoxLayout(box);
   const QString time = QStringLiteral("00/00/0000  00:00");
   const QString level = QStringLiteral("000000");
-  const QString start = Words("Başlangıç", "Start");
-  const QString end = Words("Bitiş", "End");
-  const QString bottom = Words("Alt seviye, cm.", "Bottom, cm.");
-  const QString top = Words("Üst seviye, cm.", "Top, cm.");
+  const QString start = Words(Wording{u"Başlangıç", u"Start"});
+  const QString end = Words(Wording{u"Bitiş", u"End"});
+  const QString bottom = Words(Wording{u"Alt seviye, cm.", u"Bottom, cm."});
+  const QString top = Words(Wording{u"Üst seviye, cm.", u"Top, cm."});
   pageStart_ = ShownField(box, QStringLiteral("Text8"), time, start);
   pageEnd_ = ShownField(box, QStringLiteral("Text10"), time, end);
   levelBottom_ = ShownField(box, QStringLiteral("Text9"), level, bottom);
@@ -215,8 +217,8 @@ QGroupBox* FormGraf::MakeDateFields() {
     });
     return field;
   };
-  startEntry_ = entry("Text1", Words("Başlangıç (gün.ay)", "Start (day.month)"));
-  endEntry_ = entry("Text5", Words("Bitiş (gün.ay)", "End (day.month)"));
+  startEntry_ = entry("Text1", Words(Wording{u"Başlangıç (gün.ay)", u"Start (day.month)"}));
+  endEntry_ = entry("Text5", Words(Wording{u"Bitiş (gün.ay)", u"End (day.month)"}));
   auto* draw = new QPushButton(language_.Text(Caption::Ok), box);
   draw->setObjectName(QStringLiteral("Command1"));
   draw->setAutoDefault(false);

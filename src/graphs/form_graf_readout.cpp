@@ -42,7 +42,7 @@ void FormGraf::ShowReading(ReadoutPlace place, const QString& prefix) {
   place_ = place;
   const QString reading = ReadingText(sheet_, place);
   const QString apart = prefix.isEmpty() ? QString() : QStringLiteral("        ");
-  readout_->setText(prefix + apart + Words("Okuma: ", "Reading: ") + reading);
+  readout_->setText(prefix + apart + Words(Wording{u"Okuma: ", u"Reading: "}) + reading);
   const QPointF mark = PointOfReading(sheet_, scale_, place);
   picture_->SetMark(mark.y() >= scale_.PlotTop() ? std::optional(mark) : std::nullopt);
 }
@@ -89,7 +89,8 @@ void FormGraf::SetRectangle(const std::optional<QRectF>& rectangle) {
   ShowCorners();
   if (!changed) return;
   if (!rectangle) return ShowPageMessages();
-  Say(Words("Enter: seçilmiş bölgeyi çiz, Esc: vazgeç", "Enter: draw the selected area, Esc: drop it"));
+  Say(Words(
+      Wording{u"Enter: seçilmiş bölgeyi çiz, Esc: vazgeç", u"Enter: draw the selected area, Esc: drop it"}));
 }
 
 void FormGraf::ShowCorners() {

@@ -15,7 +15,7 @@ namespace vesk {
 namespace {
 
 QString StateTitle(const Language& language) {
-  return Either(language, QStringLiteral("Durum"), QStringLiteral("State"));
+  return language.Say(Wording{u"Durum", u"State"});
 }
 
 }  // namespace
@@ -42,10 +42,10 @@ void FrmGrLis::CreateLists() {
   files_ = list("List1", language_.Text(Caption::List));
   states_ = list("List2", StateTitle(language_));
   stored_ = list("List3", language_.Text(Caption::Files));
-  files_->setToolTip(Either(language_, QStringLiteral("Çift tıklama veya Delete çıkarır"),
-                            QStringLiteral("A double click or Delete takes a file out")));
-  stored_->setToolTip(Either(language_, QStringLiteral("Çift tıklama veya Enter ekler"),
-                             QStringLiteral("A double click or Enter adds a file")));
+  files_->setToolTip(language_.Say(
+      Wording{u"Çift tıklama veya Delete çıkarır", u"A double click or Delete takes a file out"}));
+  stored_->setToolTip(
+      language_.Say(Wording{u"Çift tıklama veya Enter ekler", u"A double click or Enter adds a file"}));
   states_->setSelectionMode(QAbstractItemView::NoSelection);
   states_->setFocusPolicy(Qt::NoFocus);
 }
@@ -118,9 +118,8 @@ void FrmGrLis::FillLists(const QStringList& entries) {
 
 QString FrmGrLis::StateOf(const QString& fileName) const {
   const QFileInfo file(dataDirectory_ + fileName);
-  if (!file.exists()) return Either(language_, QStringLiteral("Dosya yok"), QStringLiteral("Missing"));
-  return Either(language_, QStringLiteral("%1 okuma"), QStringLiteral("%1 readings"))
-      .arg(file.size() / kGraphRecordBytes);
+  if (!file.exists()) return language_.Say(Wording{u"Dosya yok", u"Missing"});
+  return language_.Say(Wording{u"%1 okuma", u"%1 readings"}, file.size() / kGraphRecordBytes);
 }
 
 void FrmGrLis::AddFile(const QString& fileName) {
@@ -155,17 +154,15 @@ void FrmGrLis::Finish() {
   for (int row = 0; row < files_->count(); ++row) {
     const QString name = files_->item(row)->text();
     if (!QFileInfo::exists(dataDirectory_ + name)) {
-      message_->setText(
-          Either(language_, QStringLiteral("Dosya yok: %1"), QStringLiteral("There is no file %1"))
-              .arg(name));
+      message_->setText(language_.Say(Wording{u"Dosya yok: %1", u"There is no file %1"}, name));
       return;
     }
     files.push_back({dataDirectory_ + name, name, StationOfGraphFile(name), WaterYearOfGraphFile(name)});
   }
   if (files.size() > kMostGraphStations) {
-    message_->setText(Either(language_, QStringLiteral("En çok %1 istasyon birlikte çizilebilir"),
-                             QStringLiteral("At most %1 stations can be drawn together"))
-                          .arg(kMostGraphStations));
+    message_->setText(language_.Say(
+        Wording{u"En çok %1 istasyon birlikte çizilebilir", u"At most %1 stations can be drawn together"},
+        kMostGraphStations));
     return;
   }
   chosen_ = std::move(files);

@@ -9,8 +9,8 @@
 #include "datafiles/archive.h"
 #include "datafiles/graph_file.h"
 #include "graphs/graph_notes.h"
+#include "platform/system_reason.h"
 #include "platform/whole_file.h"
-#include "shell/error_texts.h"
 
 namespace vesk {
 namespace {
@@ -18,13 +18,13 @@ namespace {
 constexpr qsizetype kStationWidth = 9;
 constexpr qsizetype kYearWidth = 4;
 
-Error ListFailure(const QString& reason) {
-  return {QStringLiteral("The graph list cannot be drawn"), {}, reason};
+Error ListFailure(const Message& reason) {
+  return {Wording{u"Grafik listesi çizilemez", u"The graph list cannot be drawn"}, {}, reason};
 }
 
 // Loggers of one station number may differ in the prefix alone, which a file name leaves out: the second
 // would overwrite the first.
-Status NoSharedFile(const std::vector<GraphListEntry>& list, const Language& language) {
+Status NoSharedFile(const std::vector<GraphListEntry>& list) {
   const auto fileOf = [](const GraphListEntry& entry) {
     return GraphFileName(entry.waterYear, entry.station);
   };
@@ -34,32 +34,32 @@ Status NoSharedFile(const std::vector<GraphListEntry>& list, const Language& lan
       return QString::compare(fileOf(one), file, Qt::CaseInsensitive) == 0;
     });
     if (earlier == entry) continue;
-    return ListFailure(
-        Either(
-            language,
-            QStringLiteral("%1 ve %2 istasyonlarının %3 su yılı aynı dosyaya yazılacaktı (%4); birini "
-                           "listeden çıkarın"),
-            QStringLiteral("%1 and %2 of water year %3 would be written to the same file (%4); take one of "
-                           "them out of the list"))
-            .arg(earlier->station, entry->station, QString::number(entry->waterYear), file));
+    return ListFailure(Message(
+        Wording{u"%1 ve %2 istasyonlarının %3 su yılı aynı dosyaya yazılacaktı (%4); birini listeden çıkarın",
+                u"%1 and %2 of water year %3 would be written to the same file (%4); take one of them out of "
+                u"the list"},
+        earlier->station, entry->station, QString::number(entry->waterYear), file));
   }
   return {};
 }
 
-Result<std::vector<GraphListEntry>> ReadList(const QStringList& entries, const Language& language) {
-  if (entries.isEmpty()) return ListFailure(QStringLiteral("it is empty"));
+Result<std::vector<GraphListEntry>> ReadList(const QStringList& entries) {
+  if (entries.isEmpty()) return ListFailure(Wording{u"liste boş", u"it is empty"});
   if (entries.size() > kMostGraphStations) {
-    return ListFailure(QStringLiteral("it has %1 entries, at most %2 can be drawn together")
-                           .arg(entries.size())
-                           .arg(kMostGraphStations));
+    return ListFailure({Wording{u"%1 satırı var, en çok %2 grafik birlikte çizilebilir",
+                                u"it has %1 entries, at most %2 can be drawn together"},
+                        entries.size(), kMostGraphStations});
   }
   std::vector<GraphListEntry> list;
   for (const QString& text : entries) {
     const auto entry = ReadGraphListText(text);
-    if (!entry) return ListFailure(QStringLiteral("no station and water year in \"%1\"").arg(text));
+    if (!entry)
+      return ListFailure(
+          {Wording{u"\"%1\" bir istasyon ve su yılı göstermiyor", u"no station and water year in \"%1\""},
+           text});
     list.push_back(*entry);
   }
-  if (const Status apart = NoSharedFile(list, language); !apart) return apart.Failure();
+  if (const Status apart = NoSharedFile(list); !apart) return apart.Failure();
   return list;
 }
 
@@ -77,7 +77,9 @@ QFileInfoList GraphPatternEntries(const QString& dataDirectory) {
 Status DeleteFile(const QString& path) {
   QFile file(path);
   if (file.remove() || !file.exists()) return {};  // another window may have been quicker
-  return Error{QStringLiteral("An earlier graph data file could not be deleted"), path, file.errorString()};
+  return Error{Wording{u"Önceki bir grafik veri dosyası silinemedi",
+                       u"An earlier graph data file could not be deleted"},
+               path, SystemReason(file.errorString())};
 }
 
 // Takes one file of the pattern out of the folder.
@@ -88,14 +90,14 @@ Status ClearFile(const QString& dataDirectory, const QString& name, const Langua
   if (content && IsOwnGraphFile(name, *content)) return DeleteFile(path);
   const Result<QString> moved = MoveToArchive(dataDirectory, name);
   if (moved) {
-    messages.append(Either(language, QStringLiteral("%1: programın grafik dosyası değil, %2 olarak taşındı"),
-                           QStringLiteral("%1: no graph file of the program, moved to %2"))
-                        .arg(name, QLatin1String(kArchiveFolder) + QLatin1Char('/') + *moved));
+    messages.append(language.Say(Wording{u"%1: programın grafik dosyası değil, %2 olarak taşındı",
+                                         u"%1: no graph file of the program, moved to %2"},
+                                 name, QLatin1String(kArchiveFolder) + QLatin1Char('/') + *moved));
   } else {
-    messages.append(Either(language, QStringLiteral("%1: programın grafik dosyası değil, yerinde bırakıldı"),
-                           QStringLiteral("%1: no graph file of the program, left where it is"))
-                        .arg(name) +
-                    QStringLiteral(" (") + ErrorText(moved.Failure(), language) + QLatin1Char(')'));
+    messages.append(language.Say(Wording{u"%1: programın grafik dosyası değil, yerinde bırakıldı",
+                                         u"%1: no graph file of the program, left where it is"},
+                                 name) +
+                    QStringLiteral(" (") + language.Say(moved.Failure()) + QLatin1Char(')'));
   }
   return {};
 }
@@ -103,9 +105,9 @@ Status ClearFile(const QString& dataDirectory, const QString& name, const Langua
 Status ClearGraphFiles(const QString& dataDirectory, const Language& language, QStringList& messages) {
   for (const QFileInfo& entry : GraphPatternEntries(dataDirectory)) {
     if (!IsPlainFile(entry)) {
-      messages.append(Either(language, QStringLiteral("%1: bağlantı ya da klasör, yerinde bırakıldı"),
-                             QStringLiteral("%1: a link or folder, left where it is"))
-                          .arg(entry.fileName()));
+      messages.append(language.Say(
+          Wording{u"%1: bağlantı ya da klasör, yerinde bırakıldı", u"%1: a link or folder, left where it is"},
+          entry.fileName()));
       continue;
     }
     const Status cleared = ClearFile(dataDirectory, entry.fileName(), language, messages);
@@ -120,27 +122,25 @@ Status NothingInTheWay(const QString& dataDirectory, const std::vector<GraphList
     const QFileInfo file(dataDirectory + GraphFileName(entry.waterYear, entry.station));
     const bool there = file.exists() || file.isSymLink();
     if (there && !IsPlainFile(file)) {
-      return Error{QStringLiteral("The graph data file could not be written"), file.filePath(),
-                   QStringLiteral("it is no file")};
+      return Error{Wording{u"Grafik veri dosyası yazılamadı", u"The graph data file could not be written"},
+                   file.filePath(), Wording{u"bu bir dosya değil", u"it is no file"}};
     }
   }
   return {};
 }
 
 QString CutMessage(const GraphFileWritten& written, const Language& language) {
-  return Either(language, QStringLiteral("%1: %2 seviye altı karakterden uzun, başı kesildi; ilki %3. kayıt"),
-                QStringLiteral(
-                    "%1: %2 levels have more than six characters and lost their first ones; the first is "
-                    "record %3"))
-      .arg(written.name)
-      .arg(written.cutRecords.size())
-      .arg(written.cutRecords.front());
+  return language.Say(
+      Wording{
+          u"%1: %2 seviye altı karakterden uzun, başı kesildi; ilki %3. kayıt",
+          u"%1: %2 levels have more than six characters and lost their first ones; the first is record %3"},
+      written.name, written.cutRecords.size(), written.cutRecords.front());
 }
 
 QString RefusedMessage(const QString& file, const Language& language) {
-  return Either(language, QStringLiteral("%1: başlık kabul edilmedi, sonraki dosyalar alınmadı"),
-                QStringLiteral("%1: header refused, later files left out"))
-      .arg(file);
+  return language.Say(Wording{u"%1: başlık kabul edilmedi, sonraki dosyalar alınmadı",
+                              u"%1: header refused, later files left out"},
+                      file);
 }
 
 // One entry of the list with what its load gave.
@@ -166,7 +166,7 @@ Result<std::vector<LoadedEntry>> LoadAll(const std::vector<GraphListEntry>& list
       continue;
     }
     if (!failure) failure = loaded.Failure();
-    const QString leftOut = NameOf(entry) + QStringLiteral(": ") + ErrorText(loaded.Failure(), language);
+    const QString leftOut = NameOf(entry) + QStringLiteral(": ") + language.Say(loaded.Failure());
     built.messages.append(leftOut);
     built.notes.append(leftOut);
   }
@@ -185,7 +185,7 @@ Status WriteOne(const QString& dataDirectory, const LoadedEntry& one, const Lang
   const auto written = WriteGraphFile(dataDirectory, entry.waterYear, entry.station, loaded.grid.Readings());
   if (!written) return written.Failure();
   if (written->records == 0) {
-    tell(Either(language, QStringLiteral("okuma yok"), QStringLiteral("no readings")));
+    tell(language.Say(Wording{u"okuma yok", u"no readings"}));
   }
   if (!written->cutRecords.empty()) tell(CutMessage(*written, language));
   built.files.push_back(
@@ -211,7 +211,7 @@ std::optional<GraphListEntry> ReadGraphListText(const QString& text) {
 
 Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const QStringList& entries,
                                         const LoadWaterYear& load, const Language& language) {
-  const auto list = ReadList(entries, language);
+  const auto list = ReadList(entries);
   if (!list) return list.Failure();
   if (const Status free = NothingInTheWay(dataDirectory, *list); !free) return free.Failure();
   GraphFilesBuilt built;

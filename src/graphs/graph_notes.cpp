@@ -21,9 +21,9 @@ QString TimeText(const GraphSheet& sheet, int minutes) {
 }
 
 QString NegativeNote(const GraphSheet& sheet, const QString& station, const SeriesPoint& point) {
-  return Either(sheet.language, QStringLiteral("%1: çizgi eksi seviyede bitiyor: %2  %3 cm"),
-                QStringLiteral("%1: the line ends at a negative level: %2  %3 cm"))
-      .arg(station, TimeText(sheet, point.minutes), NumberText(point.levelCm));
+  return sheet.language.Say(Wording{u"%1: çizgi eksi seviyede bitiyor: %2  %3 cm",
+                                    u"%1: the line ends at a negative level: %2  %3 cm"},
+                            station, TimeText(sheet, point.minutes), NumberText(point.levelCm));
 }
 
 // The drawable reading nearest to a page that draws none.
@@ -41,8 +41,7 @@ std::optional<SeriesPoint> NearestOutside(const GraphSeries& series, MinuteRange
 // Why a series shows nothing on the page; empty when it shows something.
 QString BlankReason(const GraphSheet& sheet, const GraphSeries& series, MinuteRange page, double topCm) {
   if (series.Empty())
-    return Either(sheet.language, QStringLiteral("Çizilecek okuma yok"),
-                  QStringLiteral("There are no readings to draw"));
+    return sheet.language.Say(Wording{u"Çizilecek okuma yok", u"There are no readings to draw"});
   const SeriesPoint* lowest = nullptr;
   for (const SeriesPoint& point : series.OnPage(page.start, page.end)) {
     if (point.minutes < page.start) continue;
@@ -50,17 +49,15 @@ QString BlankReason(const GraphSheet& sheet, const GraphSeries& series, MinuteRa
     if (lowest == nullptr || point.levelCm < lowest->levelCm) lowest = &point;
   }
   if (lowest != nullptr)
-    return Either(sheet.language,
-                  QStringLiteral("Bu sayfadaki okumaların hepsi üst seviyenin üstünde; en düşüğü %1 cm"),
-                  QStringLiteral("All readings of this page lie above its top; the least is %1 cm"))
-        .arg(NumberText(lowest->levelCm));
-  const QString none = Either(sheet.language, QStringLiteral("Bu sayfada çizilecek okuma yok"),
-                              QStringLiteral("There are no readings to draw on this page"));
+    return sheet.language.Say(Wording{u"Bu sayfadaki okumaların hepsi üst seviyenin üstünde; en düşüğü %1 cm",
+                                      u"All readings of this page lie above its top; the least is %1 cm"},
+                              NumberText(lowest->levelCm));
+  const QString none = sheet.language.Say(
+      Wording{u"Bu sayfada çizilecek okuma yok", u"There are no readings to draw on this page"});
   const auto nearest = NearestOutside(series, page);
   if (!nearest || series.EndedByNegative(page.start, page.end)) return none;
-  return none + Either(sheet.language, QStringLiteral("; en yakın okuma %1"),
-                       QStringLiteral("; the nearest reading is of %1"))
-                    .arg(TimeText(sheet, nearest->minutes));
+  return none + sheet.language.Say(Wording{u"; en yakın okuma %1", u"; the nearest reading is of %1"},
+                                   TimeText(sheet, nearest->minutes));
 }
 
 QString ShortenedTo(QString line, const QFontMetricsF& letters, double width) {
@@ -131,8 +128,7 @@ QStringList WrappedNotes(const QStringList& lines, double width, int mostLines) 
 }
 
 QStringList NotesOfLoad(const LoadedReadings& loaded, const QString& what, const Language& language) {
-  const TwoTexts missing = NotWholeNote(loaded);
-  const QString note = Either(language, missing.turkish, missing.english);
+  const QString note = language.Say(NotWholeNote(loaded));
   if (note.isEmpty()) return {};
   return {what.isEmpty() ? note : what + QStringLiteral(": ") + note};
 }
@@ -140,8 +136,8 @@ QStringList NotesOfLoad(const LoadedReadings& loaded, const QString& what, const
 QString ProposedFileName(const GraphPage& page, const GraphSheet& sheet) {
   QStringList stations = sheet.stationNames;
   stations.removeDuplicates();
-  QString name = Either(sheet.language, QStringLiteral("Seviye-"), QStringLiteral("Level-")) +
-                 stations.join(QLatin1Char('-')) + QLatin1Char('(') + sheet.years + QLatin1Char(')');
+  QString name = sheet.language.Say(Wording{u"Seviye-", u"Level-"}) + stations.join(QLatin1Char('-')) +
+                 QLatin1Char('(') + sheet.years + QLatin1Char(')');
   const GraphPage whole = WholePeriodPage(sheet);
   if (page.start != whole.start || page.end != whole.end) {
     const auto apart = [](DateTime time) {

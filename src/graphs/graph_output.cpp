@@ -14,6 +14,7 @@
 
 #include "datafiles/helpers.h"
 #include "platform/csv.h"
+#include "platform/system_reason.h"
 #include "platform/whole_file.h"
 
 namespace vesk {
@@ -24,8 +25,8 @@ constexpr double kPointsPerUnit = 72.0 / kUnitsPerInch;
 constexpr double kSvgColumnsPerUnit = 10;
 constexpr int kPngQuality = 65;  // quick compression: a page is mostly paper and packs well anyway
 
-QString SaveFailed() {
-  return QStringLiteral("The graph could not be saved");
+Message SaveFailed() {
+  return Wording{u"Grafik kaydedilemedi", u"The graph could not be saved"};
 }
 
 // Greys are the smooth edges of texts; 64 shades of them are as good as 256 and leave room for every other
@@ -111,7 +112,7 @@ Status PaintPng(QIODevice& device, const GraphPage& page, const GraphSheet& shee
   image.setDotsPerMeterX(dotsPerMetre);
   image.setDotsPerMeterY(dotsPerMetre);
   if (image.save(&device, "PNG", kPngQuality)) return {};
-  return Error{{}, {}, device.errorString()};
+  return Error{{}, {}, SystemReason(device.errorString())};
 }
 
 Status PaintPdf(QIODevice& device, const GraphPage& page, const GraphSheet& sheet, PageSize size) {
@@ -121,10 +122,11 @@ Status PaintPdf(QIODevice& device, const GraphPage& page, const GraphSheet& shee
   writer.setPageSize(QPageSize(QSizeF(size.units) * kPointsPerUnit, QPageSize::Point));
   writer.setPageMargins(QMarginsF());
   QPainter painter;
-  if (!painter.begin(&writer)) return Error{{}, {}, QStringLiteral("the page could not be begun")};
+  if (!painter.begin(&writer))
+    return Error{{}, {}, Wording{u"sayfaya başlanamadı", u"the page could not be begun"}};
   painter.scale(double{kPdfDotsPerInch} / kUnitsPerInch, double{kPdfDotsPerInch} / kUnitsPerInch);
   DrawGraphPage(painter, size.units, page, sheet);
-  if (!painter.end()) return Error{{}, {}, QStringLiteral("the page could not be finished")};
+  if (!painter.end()) return Error{{}, {}, Wording{u"sayfa bitirilemedi", u"the page could not be finished"}};
   return {};
 }
 
@@ -136,7 +138,8 @@ Status PaintSvg(QIODevice& device, const GraphPage& page, const GraphSheet& shee
   generator.setViewBox(QRect(QPoint(0, 0), size.units));
   generator.setTitle(sheet.texts.title);
   QPainter painter;
-  if (!painter.begin(&generator)) return Error{{}, {}, QStringLiteral("the page could not be begun")};
+  if (!painter.begin(&generator))
+    return Error{{}, {}, Wording{u"sayfaya başlanamadı", u"the page could not be begun"}};
   DrawGraphPage(painter, size.units, page, sheet, kSvgColumnsPerUnit);
   painter.end();
   return {};
@@ -172,7 +175,7 @@ Status WriteCsv(QIODevice& device, const GraphPage& page, const GraphSheet& shee
     }
   }
   if (device.write(text) == text.size()) return {};
-  return Error{{}, {}, device.errorString()};
+  return Error{{}, {}, SystemReason(device.errorString())};
 }
 
 using PageWriter = Status (*)(QIODevice&, const GraphPage&, const GraphSheet&, PageSize);
@@ -204,7 +207,9 @@ Status SaveGraphPage(const QString& path, const GraphPage& page, const GraphShee
                      int dotsPerInch) {
   const auto write = WriterOf(QFileInfo(path).suffix().toLower());
   if (write == nullptr)
-    return Error{SaveFailed(), path, QStringLiteral("the name must end in .png, .pdf, .svg or .csv")};
+    return Error{SaveFailed(), path,
+                 Wording{u"dosya adı .png, .pdf, .svg veya .csv ile bitmeli",
+                         u"the name must end in .png, .pdf, .svg or .csv"}};
   // Painted in memory first: the writers of PDF and SVG do not tell when a disk is full.
   QBuffer buffer;
   buffer.open(QIODevice::WriteOnly);

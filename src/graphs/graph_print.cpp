@@ -4,13 +4,14 @@
 #include <QPrinter>
 #include <QTemporaryDir>
 
+#include "platform/system_reason.h"
 #include "platform/whole_file.h"
 
 namespace vesk {
 namespace {
 
-QString PrintFailed() {
-  return QStringLiteral("The graph could not be printed");
+Message PrintFailed() {
+  return Wording{u"Grafik yazdırılamadı", u"The graph could not be printed"};
 }
 
 Status Paint(QPrinter& printer, const GraphPage& page, const GraphSheet& sheet, const QString& target) {
@@ -30,7 +31,7 @@ Status Paint(QPrinter& printer, const GraphPage& page, const GraphSheet& sheet, 
 // beside it, and what it wrote takes the name when it is whole.
 Status PaintPdf(QPrinter& printer, const GraphPage& page, const GraphSheet& sheet, const QString& target) {
   const QTemporaryDir beside(target + QStringLiteral(".XXXXXX"));
-  if (!beside.isValid()) return Error{PrintFailed(), target, beside.errorString()};
+  if (!beside.isValid()) return Error{PrintFailed(), target, SystemReason(beside.errorString())};
   const QString path = beside.filePath(QStringLiteral("page.pdf"));
   printer.setOutputFileName(path);
   const Status painted = Paint(printer, page, sheet, target);

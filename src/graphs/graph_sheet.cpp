@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "datafiles/graph_file.h"
-#include "shell/error_texts.h"
 
 namespace vesk {
 namespace {
@@ -94,9 +93,7 @@ void AddStation(GraphSheet& sheet, const QString& station, int waterYear, std::v
 
 QString DamageText(const QString& path, qint64 record, const Language& language) {
   return path + QStringLiteral(": ") +
-         Either(language, QStringLiteral("%1. kayıttan sonrası okunamadı"),
-                QStringLiteral("unreadable from record %1 on"))
-             .arg(record);
+         language.Say(Wording{u"%1. kayıttan sonrası okunamadı", u"unreadable from record %1 on"}, record);
 }
 
 }  // namespace
@@ -173,7 +170,7 @@ GraphSheet ReadMultipleSheet(const std::vector<GraphFileEntry>& files, const Opt
   for (const GraphFileEntry& file : files) {
     const auto content = ReadGraphFile(file.path);
     if (!content) {
-      sheet.notes.append(ErrorText(content.Failure(), language));
+      sheet.notes.append(language.Say(content.Failure()));
       continue;
     }
     FilePoints read = PointsOfFile(*content, sheet.firstDay);

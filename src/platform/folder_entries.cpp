@@ -11,6 +11,8 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/system_reason.h"
+
 namespace vesk {
 namespace {
 
@@ -55,7 +57,7 @@ FolderEntry EntryOf(int folder, const dirent& entry) {
 Status Open(QFile& file, const QString& path, const Message& what, int flags, QFile::OpenMode mode) {
   // O_NONBLOCK: a FIFO that took the file's place must not keep the program waiting.
   const int handle = ::open(QFile::encodeName(path).constData(), flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-  if (handle < 0) return Error{what, path, qt_error_string(errno)};
+  if (handle < 0) return Error{what, path, SystemReason(errno)};
   struct stat info {};
   if (::fstat(handle, &info) != 0 || !S_ISREG(info.st_mode)) {
     ::close(handle);
@@ -64,7 +66,7 @@ Status Open(QFile& file, const QString& path, const Message& what, int flags, QF
   file.setFileName(path);
   if (file.open(handle, mode | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) return {};
   ::close(handle);
-  return Error{what, path, file.errorString()};
+  return Error{what, path, SystemReason(file.errorString())};
 }
 
 }  // namespace

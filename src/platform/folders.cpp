@@ -6,6 +6,7 @@
 
 #include <array>
 
+#include "platform/system_reason.h"
 #include "platform/whole_file.h"
 
 namespace vesk {
@@ -38,7 +39,8 @@ bool IsWritableFolder(const QString& path) {
 
 Status FillProgramFolder(const QString& folder, const QString& installed) {
   if (!QDir().mkpath(folder)) {
-    return Error{QStringLiteral("The program folder could not be made"), folder, {}};
+    return Error{
+        Wording{u"Program klasörü oluşturulamadı", u"The program folder could not be made"}, folder, {}};
   }
   for (const QLatin1String name : kDeliveredFiles) {
     const std::optional<QString> source = FindEntry(installed, name);
@@ -52,8 +54,8 @@ Status LeaveFirstRunMarker(const QString& folder, const QString& settingsFileNam
   if (FindEntry(folder, settingsFileName) || FindEntry(folder, kFirstRunMarker)) return {};
   QFile marker(folder + kFirstRunMarker);
   if (!marker.open(QIODevice::WriteOnly)) {
-    return Error{QStringLiteral("The first-run marker could not be written"), marker.fileName(),
-                 marker.errorString()};
+    return Error{Wording{u"İlk çalışma işareti yazılamadı", u"The first-run marker could not be written"},
+                 marker.fileName(), SystemReason(marker.errorString())};
   }
   return {};
 }
@@ -104,9 +106,10 @@ std::optional<QString> FindEntry(const QString& folder, const QString& name) {
 }
 
 Status CopyNewFile(const QString& from, const QString& to) {
-  const QString what = QStringLiteral("The file could not be copied");
-  if (!QFileInfo::exists(from)) return Error{what, from, QStringLiteral("there is no such file")};
-  if (QFileInfo::exists(to)) return Error{what, to, QStringLiteral("it exists already")};
+  const Message what = Wording{u"Dosya kopyalanamadı", u"The file could not be copied"};
+  if (!QFileInfo::exists(from))
+    return Error{what, from, Wording{u"böyle bir dosya yok", u"there is no such file"}};
+  if (QFileInfo::exists(to)) return Error{what, to, Wording{u"zaten var", u"it exists already"}};
   const Result<QByteArray> content = ReadWholeFile(from, what);
   if (!content) return content.Failure();
   return WriteNewFile(to, *content, what);

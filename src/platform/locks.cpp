@@ -17,6 +17,8 @@
 #include <csignal>
 #include <utility>
 
+#include "platform/system_reason.h"
+
 namespace vesk {
 namespace {
 
@@ -29,8 +31,8 @@ constexpr milliseconds kLongestWriting(1000);
 constexpr qint64 kLongestText = 4096;  // bytes
 constexpr int kTryCount = 16;          // of one attempt, while lock files come and go
 
-QString CannotLock() {
-  return QStringLiteral("The lock could not be taken");
+Message CannotLock() {
+  return Wording{u"Kilit alınamadı", u"The lock could not be taken"};
 }
 
 /// When a process of this machine was started, in the system's own count; empty when there is none of that
@@ -144,11 +146,11 @@ QByteArray ReadLockFile(int handle) {
   return bytes.first(std::max<ssize_t>(count, 0));
 }
 
-QString WhyNoLockFile(int problem) {
+Message WhyNoLockFile(int problem) {
   if (problem == EACCES || problem == EPERM || problem == EROFS)
-    return QStringLiteral("the folder cannot be written");
-  if (problem == ENOENT || problem == ENOTDIR) return QStringLiteral("no such folder");
-  return qt_error_string(problem);
+    return Wording{u"klasöre yazılamıyor", u"the folder cannot be written"};
+  if (problem == ENOENT || problem == ENOTDIR) return Wording{u"böyle bir klasör yok", u"no such folder"};
+  return SystemReason(problem);
 }
 
 }  // namespace
@@ -200,7 +202,7 @@ class LockMaker {
       OpenFile file(OpenExisting(name_));
       if (!file.IsOpen()) {
         if (errno == ENOENT) continue;  // released meanwhile
-        return Error{CannotLock(), path_, qt_error_string(errno)};
+        return Error{CannotLock(), path_, SystemReason(errno)};
       }
       const LockText lock = WaitForWholeText(file);
       if (!IsGone(lock, gone) || TakeHold(file.Get()) == Hold::Refused) return LockAttempt(lock.holder);
@@ -221,7 +223,7 @@ class LockMaker {
     const QByteArray text = TextOfThisProcess(owner_, QFileInfo(path_).owner(),
                                               QUuid::createUuid().toString(QUuid::WithoutBraces));
     if (::write(file.Get(), text.constData(), static_cast<size_t>(text.size())) != text.size()) {
-      const QString reason = qt_error_string(errno);
+      const Message reason = SystemReason(errno);
       ::unlink(name_.constData());
       return Error{CannotLock(), path_, reason};
     }

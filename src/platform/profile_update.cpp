@@ -11,6 +11,7 @@
 
 #include "platform/locks.h"
 #include "platform/profile_file.h"
+#include "platform/system_reason.h"
 #include "platform/whole_file.h"
 
 namespace vesk {
@@ -20,13 +21,13 @@ namespace {
 constexpr std::chrono::milliseconds kPatience(2000);
 constexpr std::chrono::milliseconds kBetweenTries(20);
 
-QString NotWritten() {
-  return QStringLiteral("The settings file could not be written");
+Message NotWritten() {
+  return Wording{u"Ayar dosyası yazılamadı", u"The settings file could not be written"};
 }
 
 Error HeldBy(const QString& path, const LockHolder& holder) {
   return {NotWritten(), path + QStringLiteral(" (%1@%2, %3)").arg(holder.user, holder.host).arg(holder.pid),
-          QStringLiteral("another program is writing it")};
+          Wording{u"başka bir program onu yazıyor", u"another program is writing it"}};
 }
 
 /// The system's lock on the file itself, where no lock file can be made beside it.
@@ -45,17 +46,19 @@ Status ReplaceInPlace(QFile& file, const QByteArray& content) {
                        file.resize(content.size()) && ::fsync(file.handle()) == 0;
   if (written) return {};
   return Error{NotWritten(), file.fileName(),
-               roomy ? file.errorString() : QStringLiteral("No space left on device")};
+               roomy ? SystemReason(file.errorString()) : SystemReason(ENOSPC)};
 }
 
 Status UpdateInPlace(const QString& path, const std::function<void(ProfileText&)>& change) {
   QFile file(path);
   if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
-    return Error{NotWritten(), path, file.errorString()};
+    return Error{NotWritten(), path, SystemReason(file.errorString())};
   if (!LockInPlace(file.handle()))
-    return Error{NotWritten(), path, QStringLiteral("another program is writing it")};
+    return Error{NotWritten(), path,
+                 Wording{u"başka bir program onu yazıyor", u"another program is writing it"}};
   ProfileText profile(file.readAll());
-  if (file.error() != QFileDevice::NoError) return Error{NotWritten(), path, file.errorString()};
+  if (file.error() != QFileDevice::NoError)
+    return Error{NotWritten(), path, SystemReason(file.errorString())};
   const QByteArray before = profile.Content();
   change(profile);
   if (profile.Content() == before) return {};
@@ -65,7 +68,8 @@ Status UpdateInPlace(const QString& path, const std::function<void(ProfileText&)
 }  // namespace
 
 Result<ProfileText> ProfileText::Load(const QString& path) {
-  Result<QByteArray> content = ReadWholeFile(path, QStringLiteral("The settings file could not be read"));
+  Result<QByteArray> content =
+      ReadWholeFile(path, Wording{u"Ayar dosyası okunamadı", u"The settings file could not be read"});
   if (!content) return content.Failure();
   return ProfileText(std::move(*content));
 }

@@ -12,30 +12,32 @@
 #include <cstdio>
 
 #include "platform/folder_entries.h"
+#include "platform/system_reason.h"
 
 namespace vesk {
 namespace {
 
 /// A buffer that found only part of its place is an "Unknown error" to the library.
-QString WhyNotWritten(const QFileDevice& file) {
+Message WhyNotWritten(const QFileDevice& file) {
   const QString told = file.errorString();
-  if (told != QIODevice::tr("Unknown error")) return told;
-  return QStringLiteral("only a part of it could be written; is the disk full?");
+  if (told != QIODevice::tr("Unknown error")) return SystemReason(told);
+  return Wording{u"yalnız bir bölümü yazılabildi; disk dolu mu?",
+                 u"only a part of it could be written; is the disk full?"};
 }
 
 /// Empty: the disk has the bytes, or the file system has nothing to wait for (EINVAL, ENOTSUP). Else why not.
-QString SyncHandle(int handle) {
+Message SyncHandle(int handle) {
   int result = ::fsync(handle);
   while (result != 0 && errno == EINTR) result = ::fsync(handle);
-  return result == 0 || errno == EINVAL || errno == ENOTSUP ? QString() : qt_error_string(errno);
+  return result == 0 || errno == EINVAL || errno == ENOTSUP ? Message() : SystemReason(errno);
 }
 
 /// Writes into a file that is open under a name of its own and waits for the disk. Neither the library's
 /// commit nor its flush tells when the disk could not keep the bytes.
 Status FillAndSync(QFileDevice& file, const QByteArray& content, const QString& path, const Message& what) {
   if (file.write(content) != content.size() || !file.flush()) return Error{what, path, WhyNotWritten(file)};
-  const QString problem = SyncHandle(file.handle());
-  return problem.isEmpty() ? Status() : Error{what, path, problem};
+  const Message problem = SyncHandle(file.handle());
+  return problem.IsEmpty() ? Status() : Error{what, path, problem};
 }
 
 bool LacksExclusiveRename(int problem) {
@@ -70,7 +72,7 @@ int RenameSparing(const char* from, const char* to) {
 Status NameForGood(const QString& temporary, const QString& path, const Message& what) {
   const auto moved = MoveToFreeName(temporary, path, what);
   if (!moved) return moved.Failure();
-  return *moved == Move::Done ? Status() : Error{what, path, QStringLiteral("it exists already")};
+  return *moved == Move::Done ? Status() : Error{what, path, Wording{u"zaten var", u"it exists already"}};
 }
 
 }  // namespace
@@ -78,12 +80,12 @@ Status NameForGood(const QString& temporary, const QString& path, const Message&
 Result<QByteArray> ReadWholeFile(const QString& path, const Message& what) {
   const QFileInfo info(path);
   if (!info.exists()) return QByteArray();
-  if (!info.isFile()) return Error{what, path, QStringLiteral("it is no file")};
-  if (info.size() > kLargestOwnFile) return Error{what, path, QStringLiteral("it is too large")};
+  if (!info.isFile()) return Error{what, path, Wording{u"bu bir dosya değil", u"it is no file"}};
+  if (info.size() > kLargestOwnFile) return Error{what, path, Wording{u"çok büyük", u"it is too large"}};
   QFile file;
   if (const Status opened = OpenToRead(file, path, what); !opened) return opened.Failure();
   const QByteArray content = file.readAll();
-  if (file.error() != QFileDevice::NoError) return Error{what, path, file.errorString()};
+  if (file.error() != QFileDevice::NoError) return Error{what, path, SystemReason(file.errorString())};
   return content;
 }
 
@@ -98,7 +100,8 @@ Status WriteWholeFile(const QString& path, const QByteArray& content, const Mess
 Status WriteNewFile(const QString& path, const QByteArray& content, const Message& what) {
   const QString number = QString::number(QRandomGenerator::global()->generate(), 16);
   QFile file(path + QLatin1Char('.') + number);
-  if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) return Error{what, path, file.errorString()};
+  if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+    return Error{what, path, SystemReason(file.errorString())};
   Status done = FillAndSync(file, content, path, what);
   file.close();
   if (done) done = NameForGood(file.fileName(), path, what);
@@ -108,10 +111,10 @@ Status WriteNewFile(const QString& path, const QByteArray& content, const Messag
 
 Status SyncToDisk(const QString& path, const Message& what) {
   const int handle = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-  if (handle < 0) return Error{what, path, qt_error_string(errno)};
-  const QString problem = SyncHandle(handle);
+  if (handle < 0) return Error{what, path, SystemReason(errno)};
+  const Message problem = SyncHandle(handle);
   ::close(handle);
-  return problem.isEmpty() ? Status() : Error{what, path, problem};
+  return problem.IsEmpty() ? Status() : Error{what, path, problem};
 }
 
 Result<Move> MoveToFreeName(const QString& from, const QString& to, const Message& what) {
@@ -119,7 +122,7 @@ Result<Move> MoveToFreeName(const QString& from, const QString& to, const Messag
   if (problem == 0) return Move::Done;
   if (problem == EEXIST) return Move::NameTaken;
   if (problem == EXDEV) return Move::OtherDisk;
-  return Error{what, from, qt_error_string(problem)};
+  return Error{what, from, SystemReason(problem)};
 }
 
 }  // namespace vesk

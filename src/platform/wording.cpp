@@ -31,7 +31,10 @@ QString Message::In(LanguageChoice language) const {
       text += pattern[i];
       continue;
     }
-    Q_ASSERT(static_cast<std::size_t>(number) <= filled.size());
+    if (static_cast<std::size_t>(number) > filled.size()) {  // a fault of the program, better seen than fatal
+      text += pattern[i];
+      continue;
+    }
     text += filled[static_cast<std::size_t>(number) - 1];
     ++i;
   }

@@ -51,7 +51,6 @@ class Message {
   template <class... Places>
   Message(const Wording& wording, Places&&... places)  // NOLINT: implicit on purpose
       : wording_(wording), places_{Message::Of(std::forward<Places>(places))...} {}
-  Message(const QString& words) : words_(words) {}  // NOLINT: until every text is a Wording
   /// Words that are the same in every language: a name, a figure, what another program said.
   static Message Verbatim(QString words);
   /// One behind the other, parted by between; empty ones are left out.
@@ -67,6 +66,7 @@ class Message {
 
  private:
   static Message Of(Message message) { return message; }
+  static Message Of(const QString& name) { return Verbatim(name); }
   static Message Of(std::integral auto number) { return Verbatim(QString::number(number)); }
 
   std::optional<Wording> wording_;  ///< nothing: words_, or places_ parted by words_

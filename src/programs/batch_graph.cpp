@@ -50,7 +50,9 @@ void AddGraphOptions(QCommandLineParser& parser) {
 }
 
 Error Wrong(const QString& option, const QString& reason) {
-  return {QStringLiteral("graph: --") + option, {}, reason + QStringLiteral(" (see --help)")};
+  return {Message::Verbatim(QStringLiteral("graph: --") + option),
+          {},
+          Message::Verbatim(reason + QStringLiteral(" (see --help)"))};
 }
 
 Result<QSize> ReadSize(const QString& text, const QString& ending) {
@@ -171,9 +173,8 @@ Result<LoadedStations> LoadStations(const GraphRequest& request) {
       if (failure) Complain(failure->English());
       failure = loaded.Failure();
       all.exit = kBatchFailed;
-      all.notes.append(Either(request.language, QStringLiteral("%1: çizilecek okuma yok"),
-                              QStringLiteral("%1: there are no readings to draw"))
-                           .arg(station));
+      all.notes.append(request.language.Say(
+          Wording{u"%1: çizilecek okuma yok", u"%1: there are no readings to draw"}, station));
       continue;
     }
     all.exit = std::max(all.exit, ExitOf(*loaded));

@@ -70,7 +70,7 @@ Result<RawFile> FindRawFile(const QString& folder, const QString& name) {
       return std::move(file);
     }
   }
-  return Error{QStringLiteral("No raw file of that name"), folder + name, {}};
+  return Error{Wording{u"Bu adda ham dosya yok", u"No raw file of that name"}, folder + name, {}};
 }
 
 Result<LoadedReadings> LoadOneFile(const QString& folder, const QString& name) {
@@ -84,7 +84,8 @@ Result<LoadedReadings> LoadOneFile(const QString& folder, const QString& name) {
   if (!loaded) return loaded;
   PrintLoadMessages(*loaded, request.station, name);
   if (!loaded->refusedFile.isEmpty()) {
-    return Error{QStringLiteral("The raw file is refused"), folder + name, loaded->messages.back()};
+    return Error{Wording{u"Ham dosya kabul edilmedi", u"The raw file is refused"}, folder + name,
+                 loaded->messages.back()};
   }
   return loaded;
 }
@@ -126,7 +127,7 @@ int RunFilesVerb(const QStringList& arguments) {
   output.Text() = "file\tstation\tversion\tfirst\tlast\tdays\twater_years\tstatus\n";
   for (const RawFile& file : files) {
     AppendFileLine(output.Text(), file);
-    if (!file.reading.Usable()) Complain(file.reading.detail);
+    if (!file.reading.Usable()) Complain(file.reading.detail.English());
   }
   for (const Message& hidden : HiddenFiles(files)) Complain(hidden.English());
   return Finish(output);
@@ -144,7 +145,7 @@ int RunHeaderVerb(const QStringList& arguments) {
   const auto file = FindRawFile(*folder, parser.positionalArguments().at(1));
   if (!file) return Fail(file.Failure());
   SetupCells cells;
-  std::vector<QString> messages;
+  std::vector<Message> messages;
   HeaderSinks sinks;
   sinks.dataDirectory = *folder;
   sinks.cells = &cells;
@@ -152,8 +153,8 @@ int RunHeaderVerb(const QStringList& arguments) {
   sinks.stationName = StationNameFrom(parser.value(QStringLiteral("register")), file->Station().mid(4));
   const RawHeaderReading reading =
       ReadRawHeader(file->diskName, HeaderScope::SingleFile, HeaderMode::Full, sinks);
-  for (const QString& message : messages) Complain(message);
-  if (!reading.Usable()) return Fail({reading.errorText, {}, reading.detail});
+  for (const Message& message : messages) Complain(message.English());
+  if (!reading.Usable()) return Fail({Message::Verbatim(reading.errorText), {}, reading.detail});
   Output output({});
   for (std::size_t row = 0; row < cells.size(); ++row) {
     output.Text() += (SetupLabels()[row] + QLatin1Char('\t') + cells[row].trimmed()).toUtf8() + '\n';

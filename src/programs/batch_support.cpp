@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "platform/system_reason.h"
 #include "platform/whole_file.h"
 #include "stations/station_register.h"
 
@@ -23,7 +24,8 @@ QCommandLineOption StationOption() {
 
 void ComplainOfRefused(const std::vector<RawFile>& files) {
   for (const RawFile& file : files) {
-    if (!file.reading.Usable()) Complain(file.reading.errorText + QStringLiteral(": ") + file.reading.detail);
+    if (!file.reading.Usable())
+      Complain(file.reading.errorText + QStringLiteral(": ") + file.reading.detail.English());
   }
 }
 
@@ -118,8 +120,9 @@ std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& argu
 Result<QString> ExistingFolder(const QString& argument) {
   const QFileInfo info(argument);
   if (!info.isDir()) {
-    return Error{QStringLiteral("Not a data directory"), argument,
-                 info.exists() ? QStringLiteral("it is a file") : QStringLiteral("no such folder")};
+    return Error{Wording{u"Veri dizini değil", u"Not a data directory"}, argument,
+                 info.exists() ? Wording{u"bu bir dosya", u"it is a file"}
+                               : Wording{u"böyle bir klasör yok", u"no such folder"}};
   }
   return info.absoluteFilePath() +
          (info.absoluteFilePath().endsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/"));
@@ -146,11 +149,15 @@ Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wa
                       QString::compare(entry.mid(4), wanted, Qt::CaseInsensitive) == 0;
     if (same && !found.contains(entry, Qt::CaseInsensitive)) found.push_back(entry);
   }
-  const QString what = QStringLiteral("Station %1").arg(wanted);
-  if (found.isEmpty()) return Error{what, {}, QStringLiteral("no raw file of it in the data directory")};
-  if (found.size() > 1) {
+  const Message what(Wording{u"İstasyon %1", u"Station %1"}, wanted);
+  if (found.isEmpty())
     return Error{
-        what, {}, QStringLiteral("stands for several entries: %1").arg(found.join(QStringLiteral(", ")))};
+        what, {}, Wording{u"veri dizininde ham dosyası yok", u"no raw file of it in the data directory"}};
+  if (found.size() > 1) {
+    return Error{what,
+                 {},
+                 Message(Wording{u"birden çok girdiye uyuyor: %1", u"stands for several entries: %1"},
+                         found.join(QStringLiteral(", ")))};
   }
   return found.front();
 }
@@ -221,14 +228,16 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
   request.waterYears = {QString::number(choice.waterYear)};
   auto loaded = LoadReadings(request);
   if (!loaded) return loaded;
-  const QString what = QStringLiteral("Station %1, water year %2").arg(choice.station).arg(choice.waterYear);
-  PrintLoadMessages(*loaded, choice.station, what);
+  const Message what(Wording{u"İstasyon %1, %2 su yılı", u"Station %1, water year %2"}, choice.station,
+                     choice.waterYear);
+  PrintLoadMessages(*loaded, choice.station, what.English());
   if (!loaded->refusedFile.isEmpty()) {
     Complain(Error{what, folder + loaded->refusedFile,
-                   QStringLiteral("this file is refused and ended the load, so the year may not be whole")}
+                   Wording{u"bu dosya kabul edilmedi ve yüklemeyi bitirdi; yıl eksik olabilir",
+                           u"this file is refused and ended the load, so the year may not be whole"}}
                  .English());
   }
-  if (loaded->grid.ReadingCount() == 0) return Error{what, folder, QStringLiteral("no readings")};
+  if (loaded->grid.ReadingCount() == 0) return Error{what, folder, Wording{u"kayıt yok", u"no readings"}};
   return loaded;
 }
 
@@ -251,11 +260,13 @@ Status Output::Finish() {
     QFile standardOutput;
     if (!standardOutput.open(stdout, QIODevice::WriteOnly) || standardOutput.write(text_) != text_.size() ||
         !standardOutput.flush()) {
-      return Error{QStringLiteral("Standard output"), {}, standardOutput.errorString()};
+      return Error{Message::Verbatim(QStringLiteral("Standard output")),
+                   {},
+                   SystemReason(standardOutput.errorString())};
     }
     return {};
   }
-  return WriteWholeFile(path_, text_, QStringLiteral("The output could not be written"));
+  return WriteWholeFile(path_, text_, Wording{u"Çıktı yazılamadı", u"The output could not be written"});
 }
 
 }  // namespace vesk

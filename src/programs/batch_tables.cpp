@@ -184,7 +184,8 @@ Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
   if (parser.isSet(QStringLiteral("out-dir"))) {
     const QString wanted = parser.value(QStringLiteral("out-dir"));
     if (!QDir().mkpath(wanted))
-      return Error{QStringLiteral("The output folder could not be made"), wanted, {}};
+      return Error{
+          Wording{u"Çıktı klasörü oluşturulamadı", u"The output folder could not be made"}, wanted, {}};
     const auto out = ExistingFolder(wanted);
     if (!out) return out.Failure();
     options.outFolder = *out;

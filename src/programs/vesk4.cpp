@@ -59,7 +59,8 @@ vesk::Result<QString> ProgramFolder(const QCommandLineParser& parser, const QStr
                                        executableName + QStringLiteral(".ini")});
   }
   if (QFileInfo(chosen).isDir()) return QDir(chosen).absolutePath() + QLatin1Char('/');
-  return vesk::Error{QStringLiteral("There is no such program folder"), chosen, {}};
+  return vesk::Error{
+      vesk::Wording{u"Böyle bir program klasörü yok", u"There is no such program folder"}, chosen, {}};
 }
 
 vesk::WindowMakers RealWindows() {

@@ -96,15 +96,17 @@ BrowserReport Browser::SelectStation(int index) {
   ReadHeaders(dataDirectory_, files_);
   for (const RawFile& file : files_) {
     if (file.reading.Usable()) continue;
-    const QString why = file.reading.detail.isEmpty() ? file.listName : file.reading.detail;
-    report.refused.push_back(Message::Joined({file.reading.errorText, why}, QStringLiteral(": ")));
+    const Message why =
+        file.reading.detail.IsEmpty() ? Message::Verbatim(file.listName) : file.reading.detail;
+    report.refused.push_back(
+        Message::Joined({Message::Verbatim(file.reading.errorText), why}, QStringLiteral(": ")));
   }
   waterYears_ = WaterYearsOf(files_, dataDirectory_, station_, words_.converted);
   return report;
 }
 
 bool Browser::SelectRawFile(int index, const QString& stationName, SetupCells& cells,
-                            std::vector<QString>& messages) {
+                            std::vector<Message>& messages) {
   if (index < 0 || index >= static_cast<int>(files_.size())) return false;
   mode_ = SelectionMode::SingleFile;
   chosenYears_.clear();
@@ -118,7 +120,7 @@ bool Browser::SelectRawFile(int index, const QString& stationName, SetupCells& c
   sinks.stationName = stationName;
   sinks.regional = regional_;
   file.reading = ReadRawHeader(file.diskName, HeaderScope::SingleFile, HeaderMode::Full, sinks);
-  if (!file.reading.Usable() && !file.reading.detail.isEmpty()) messages.push_back(file.reading.detail);
+  if (!file.reading.Usable() && !file.reading.detail.IsEmpty()) messages.push_back(file.reading.detail);
   ApplyCaptionRule(BrowserList::ListOrjDos);
   confirm_ = {words_.readFile, true};
   return true;

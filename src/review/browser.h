@@ -71,7 +71,7 @@ class Browser {
   /// Single-file mode: that file is chosen, water years are not. The header stands in the returned record;
   /// cells and messages are filled for the window. False when there is no such file.
   bool SelectRawFile(int index, const QString& stationName, SetupCells& cells,
-                     std::vector<QString>& messages);
+                     std::vector<Message>& messages);
   /// Water-year mode: marks the files that hold one of the years. No index: nothing is chosen any more.
   void SelectWaterYears(const std::vector<int>& indexes);
   /// Water years by their number, such as another window handed over; those not listed are left out.

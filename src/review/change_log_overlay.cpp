@@ -315,7 +315,7 @@ Result<Snapshot> ReadOnce(const QString& path, const StationSeries& series, bool
   if (record) {
     snapshot.record = std::move(*record);
   } else {
-    snapshot.problems.push_back(record.Failure().English());
+    snapshot.problems.push_back(record.Failure().Said());
   }
   if (singleFile) {
     if (Status dates = ReadDates(path, series, HashOf(snapshot.content), snapshot); !dates) {

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "datafiles/helpers.h"
+#include "platform/system_reason.h"
 #include "platform/whole_file.h"
 
 namespace vesk {
@@ -188,7 +189,7 @@ Status EditJournal::Restart(const std::vector<JournalRecord>& records, bool keep
   if (Status written = WriteJournal(path_, records); !written) return written;
   file_.setFileName(path_);
   if (!file_.open(QIODevice::ReadWrite) || !file_.seek(file_.size())) {
-    return JournalError(path_, file_.errorString());
+    return JournalError(path_, SystemReason(file_.errorString()));
   }
   return {};
 }
@@ -229,7 +230,8 @@ Status EditJournal::OpenNew() {
     if (Status aside = SetAside(); !aside) return aside;
   }
   file_.setFileName(path_);
-  if (!file_.open(QIODevice::ReadWrite | QIODevice::NewOnly)) return JournalError(path_, file_.errorString());
+  if (!file_.open(QIODevice::ReadWrite | QIODevice::NewOnly))
+    return JournalError(path_, SystemReason(file_.errorString()));
   Status begun = SyncToDisk(QFileInfo(path_).absolutePath(), NotWritten());
   if (begun) begun = AppendLine(kHeading);
   if (!begun) file_.remove();  // the next record begins anew: without its heading it would not be read
@@ -244,7 +246,7 @@ Status EditJournal::AppendLine(const QByteArray& fields) {
   const QByteArray line = Sealed(fields);
   const bool written = file_.write(line) == line.size() && file_.flush();
   if (written && ::fdatasync(file_.handle()) == 0) return {};
-  const Message reason = written ? qt_error_string(errno) : file_.errorString();
+  const Message reason = written ? SystemReason(errno) : SystemReason(file_.errorString());
   // A line cut short (disk full) would hide every later one.
   if (file_.resize(start)) file_.seek(start);
   return JournalError(path_, reason);

@@ -132,7 +132,7 @@ class Loader {
   /// False when the load ends with this file.
   bool TakeFile(std::size_t i, int year, const DayWindow& window) {
     const RawFile& file = request_.files[i];
-    const std::vector<QString> notesBefore = headerNotes_;
+    const std::vector<Message> notesBefore = headerNotes_;
     const RawHeaderReading reading = ReadHeader(file, HeaderScope::WaterYear);
     if (NotOfYear(reading, year)) {
       headerNotes_ = notesBefore;
@@ -170,7 +170,7 @@ class Loader {
   }
 
   RawHeaderReading ReadHeader(const RawFile& file, HeaderScope scope) {
-    std::vector<QString> notes;
+    std::vector<Message> notes;
     HeaderSinks sinks;
     sinks.dataDirectory = request_.dataDirectory;
     sinks.messages = &notes;
@@ -250,7 +250,7 @@ class Loader {
                  const std::optional<DayWindow>& window) {
     const auto content = bytes_.Read(request_.dataDirectory + file.diskName);
     if (!content) {
-      Miss(file, content.Failure().English());
+      Miss(file, content.Failure().Said());
       return;
     }
     const int firstRow = loaded_.grid.ReadingCount() + 1;
@@ -280,7 +280,7 @@ class Loader {
   FileBytes bytes_;
   SetupCells cells_;
   std::optional<SetupCells> reference_;
-  std::vector<QString> headerNotes_;
+  std::vector<Message> headerNotes_;
   int filesOfYear_ = 0;
   std::size_t filesDone_ = 0;
   std::vector<RowRange> rowsOfYears_;

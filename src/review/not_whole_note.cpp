@@ -13,18 +13,18 @@ QString Listed(const std::vector<QString>& names) {
 
 }  // namespace
 
-TwoTexts NotWholeNote(const LoadedReadings& loaded) {
+Message NotWholeNote(const LoadedReadings& loaded) {
   if (loaded.whole) return {};
-  TwoTexts note{QStringLiteral("Yükleme tam değil."), QStringLiteral("The load is not whole.")};
+  std::vector<Message> sentences{Wording{u"Yükleme tam değil.", u"The load is not whole."}};
   if (!loaded.missedFiles.empty()) {
-    note.turkish += QStringLiteral(" Eksik dosyalar: %1.").arg(Listed(loaded.missedFiles));
-    note.english += QStringLiteral(" Missing files: %1.").arg(Listed(loaded.missedFiles));
+    sentences.emplace_back(Wording{u"Eksik dosyalar: %1.", u"Missing files: %1."},
+                           Listed(loaded.missedFiles));
   }
   if (!loaded.partialFiles.empty()) {
-    note.turkish += QStringLiteral(" Bir bölümü okunan dosyalar: %1.").arg(Listed(loaded.partialFiles));
-    note.english += QStringLiteral(" Files read in part: %1.").arg(Listed(loaded.partialFiles));
+    sentences.emplace_back(Wording{u"Bir bölümü okunan dosyalar: %1.", u"Files read in part: %1."},
+                           Listed(loaded.partialFiles));
   }
-  return note;
+  return Message::Joined(std::move(sentences), QStringLiteral(" "));
 }
 
 }  // namespace vesk

@@ -51,7 +51,7 @@ class FormSec : public QWidget {
     QString file;           ///< single-file mode: the raw file's name in the list
     int waterYear = 0;      ///< the one that a table and a graph are made for; 0 in single-file mode
     std::vector<int> waterYears;
-    TwoTexts notWhole;  ///< what the load does without; empty when nothing
+    Message notWhole;  ///< what the load does without; empty when nothing
   };
 
   // Opening and closing.

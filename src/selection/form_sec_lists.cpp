@@ -159,14 +159,14 @@ void FormSec::ChooseFile() {
   }
   const QString station = browser_.Files()[static_cast<std::size_t>(rows.front())].Station();
   SetupCells cells;
-  std::vector<QString> messages;
+  std::vector<Message> messages;
   if (!browser_.SelectRawFile(rows.front(), StationName(station), cells, messages)) return;
   Select(*c_.ListSuYili, {});
   ShowFileMarks();
   c_.Text5->clear();
   c_.VS_Dosyalar->hide();
   ShowSetup(cells);
-  ShowMessages({messages.begin(), messages.end()});
+  ShowMessages(messages);
   ShowRatingCurve({});
   c_.Text7->setText(run_.settings.ReadSetting(QStringLiteral("Genel"), QStringLiteral("AnahtarDirectory")));
   c_.Text7->setVisible(run_.language.Choice() != LanguageChoice::English);

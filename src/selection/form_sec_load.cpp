@@ -172,7 +172,7 @@ void FormSec::TellHolder() {
   const QString text =
       who + QLatin1Char(' ') +
       Say(Wording{u"Veriler yalnız bakmak için açıldı.", u"The readings are open for looking only."});
-  AddMessage(text);
+  AddMessage(Message::Verbatim(text));
   TellStatus(text);
 }
 
@@ -193,7 +193,7 @@ bool FormSec::LoadAgain() {
 void FormSec::OfferRecovery() {
   const Result<PendingEdits> pending = session_.Pending();
   if (!pending) {
-    AddMessage(run_.language.Say(pending.Failure()));
+    AddMessage(pending.Failure().Said());
     return;
   }
   if (pending->Empty()) return;
@@ -201,13 +201,13 @@ void FormSec::OfferRecovery() {
   switch (questions_->AskToRecover(this, edits)) {
     case RecoverAnswer::Restore:
       if (const int lost = session_.Restore(*pending); lost > 0) {
-        AddMessage(Say(Wording{u"%1 değişiklik yüklenen verilere uymuyor; geri yüklenmedi.",
-                               u"%1 change(s) do not fit the loaded readings and were not restored."},
-                       lost));
+        AddMessage(Message(Wording{u"%1 değişiklik yüklenen verilere uymuyor; geri yüklenmedi.",
+                                   u"%1 change(s) do not fit the loaded readings and were not restored."},
+                           lost));
       }
       break;
     case RecoverAnswer::Discard:
-      if (const Status gone = session_.Discard(); !gone) AddMessage(run_.language.Say(gone.Failure()));
+      if (const Status gone = session_.Discard(); !gone) AddMessage(gone.Failure().Said());
       break;
     case RecoverAnswer::Later:
       break;

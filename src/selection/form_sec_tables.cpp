@@ -70,9 +70,9 @@ void FormSec::MakeTable() {
 }
 
 void FormSec::TellTableMade(const BuildReport& report) {
-  for (const Error& warning : report.warnings) AddMessage(run_.language.Say(warning));
+  for (const Error& warning : report.warnings) AddMessage(warning.Said());
   if (report.hourlyRowsLeftOut > 0) {
-    AddMessage(Say(
+    AddMessage(Message(
         Wording{u"%1 kayıt saatlik sayfaya sığmadı ve orada yok; günlük sayfa eksiksizdir.",
                 u"%1 readings did not fit the hourly sheet and are not on it; the daily sheet is complete."},
         report.hourlyRowsLeftOut));
@@ -91,7 +91,7 @@ bool FormSec::MayDraw(const QStringList& notes) {
 
 void FormSec::DrawGraph() {
   if (busy_ || !loaded_) return;
-  const QString note = Either(run_.language, loaded_->notWhole.turkish, loaded_->notWhole.english);
+  const QString note = run_.language.Say(loaded_->notWhole);
   const QStringList notes = note.isEmpty() ? QStringList() : QStringList(note);
   if (!MayDraw(notes)) return;
   run_.stationMode = StationMode::Single;

@@ -10,7 +10,6 @@
 #include "platform/spreadsheet.h"
 #include "shell/child_windows.h"
 #include "shell/communication.h"
-#include "shell/error_texts.h"
 #include "shell/form_genel_setup.h"
 #include "shell/frm_logo.h"
 
@@ -50,7 +49,7 @@ Anamenu::~Anamenu() {
 void Anamenu::Open(const StartUpReport& report) {
   ShowLogo();
   QStringList texts;
-  for (const Error& problem : report.problems) texts += ErrorText(problem, run_.language);
+  for (const Error& problem : report.problems) texts += run_.language.Say(problem);
   if (!texts.isEmpty()) Tell(texts.join(QStringLiteral("\n\n")));
 }
 
@@ -70,7 +69,7 @@ bool Anamenu::CloseChild(const QString& objectName) {
 void Anamenu::StartCommunication() {
   CloseLogo();
   const Status started = StartCommunicationProgram(run_);
-  if (!started) Tell(ErrorText(started.Failure(), run_.language));
+  if (!started) Tell(run_.language.Say(started.Failure()));
 }
 
 void Anamenu::OpenDataFile() {
@@ -119,7 +118,7 @@ void Anamenu::Switch(LanguageChoice choice) {
   SwitchLanguage(run_, choice);
   ApplyMenuCaptions();
   const Status stored = StoreLanguage(run_);  // behind the toolkit's texts: they word the reason of a failure
-  if (!stored) Tell(ErrorText(stored.Failure(), run_.language));
+  if (!stored) Tell(run_.language.Say(stored.Failure()));
 }
 
 void Anamenu::Exit() {
@@ -129,7 +128,7 @@ void Anamenu::Exit() {
   if (stored) {
     close();
   } else {
-    Tell(ErrorText(stored.Failure(), run_.language), [this] { close(); });
+    Tell(run_.language.Say(stored.Failure()), [this] { close(); });
   }
 }
 

@@ -108,8 +108,7 @@ void Anamenu::ApplyMenuCaptions() {
 
 void Anamenu::ShowDataDirectory() {
   dataDirectory_->setText(
-      Either(run_.language, QStringLiteral("Veri dizini: %1"), QStringLiteral("Data directory: %1"))
-          .arg(run_.dataDirectory));
+      run_.language.Say(Wording{u"Veri dizini: %1", u"Data directory: %1"}, run_.dataDirectory));
 }
 
 void Anamenu::SetMenusEnabled(bool enabled) {

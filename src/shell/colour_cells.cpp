@@ -13,24 +13,23 @@ namespace {
 
 struct NamedColour {
   quint32 number;
-  const char16_t* turkish;
-  const char16_t* english;
+  Wording name;
 };
 
 constexpr NamedColour kNames[] = {
-    {0x80000005, u"pencere zemini", u"window background"},
-    {0x00C0E0FF, u"açık turuncu", u"light orange"},
-    {0x00C0FFFF, u"açık sarı", u"light yellow"},
-    {0x00FFFFC0, u"açık camgöbeği", u"light cyan"},
-    {0x00FFC0C0, u"açık mavi", u"light blue"},
-    {0x00FF8080, u"orta mavi", u"medium blue"},
-    {0x00FF0000, u"mavi", u"blue"},
-    {0x000080FF, u"turuncu", u"orange"},
-    {0x0080C0FF, u"kayısı", u"apricot"},
-    {0x0080FFFF, u"sarı", u"yellow"},
-    {0x000000C0, u"koyu kırmızı", u"dark red"},
-    {0x00808000, u"petrol mavisi", u"teal"},
-    {0x00000000, u"siyah", u"black"},
+    {0x80000005, {u"pencere zemini", u"window background"}},
+    {0x00C0E0FF, {u"açık turuncu", u"light orange"}},
+    {0x00C0FFFF, {u"açık sarı", u"light yellow"}},
+    {0x00FFFFC0, {u"açık camgöbeği", u"light cyan"}},
+    {0x00FFC0C0, {u"açık mavi", u"light blue"}},
+    {0x00FF8080, {u"orta mavi", u"medium blue"}},
+    {0x00FF0000, {u"mavi", u"blue"}},
+    {0x000080FF, {u"turuncu", u"orange"}},
+    {0x0080C0FF, {u"kayısı", u"apricot"}},
+    {0x0080FFFF, {u"sarı", u"yellow"}},
+    {0x000000C0, {u"koyu kırmızı", u"dark red"}},
+    {0x00808000, {u"petrol mavisi", u"teal"}},
+    {0x00000000, {u"siyah", u"black"}},
 };
 
 QColor ContrastTo(const QColor& colour) {
@@ -42,7 +41,7 @@ QColor ContrastTo(const QColor& colour) {
 QString ColourName(qint32 number, const Language& language) {
   for (const NamedColour& named : kNames) {
     if (named.number == static_cast<quint32>(number)) {
-      return Either(language, QString::fromUtf16(named.turkish), QString::fromUtf16(named.english));
+      return language.Say(named.name);
     }
   }
   return DesktopColour(number, QPalette()).name();

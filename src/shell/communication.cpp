@@ -6,7 +6,6 @@
 
 #include "platform/folders.h"
 #include "platform/process_start.h"
-#include "shell/error_texts.h"
 
 namespace vesk {
 namespace {
@@ -15,16 +14,16 @@ constexpr qsizetype kLongestFileName = 80;  // characters
 constexpr qsizetype kFirstBackslash = 3;    // counted from 0; "C:\" is no split point
 
 QString SectionOf(const Language& language) {
-  return Either(language, QStringLiteral("ILETISIM PROGRAMLARI"), QStringLiteral("COMMUNICATION PROGRAMS"));
+  return language.Say(Wording{u"ILETISIM PROGRAMLARI", u"COMMUNICATION PROGRAMS"});
 }
 
 /// An error that also says where the path is set.
-Error Failure(const RunValues& run, const QString& path, const QString& reason) {
-  const QString hint = Either(run.language, QStringLiteral("%1. Ayar: %2, [%3] bölümü, RS232 anahtarı (%4)"),
-                              QStringLiteral("%1. Setting: %2, section [%3], key RS232 (%4)"));
-  return {Either(run.language, QStringLiteral("İletişim programı başlatılamadı"),
-                 QStringLiteral("The communication program could not be started")),
-          path, hint.arg(reason, run.settings.Path(), SectionOf(run.language), run.settings.EncodingName())};
+Error Failure(const RunValues& run, const QString& path, const Message& reason) {
+  return {Wording{u"İletişim programı başlatılamadı", u"The communication program could not be started"},
+          path,
+          Message(Wording{u"%1. Ayar: %2, [%3] bölümü, RS232 anahtarı (%4)",
+                          u"%1. Setting: %2, section [%3], key RS232 (%4)"},
+                  reason, run.settings.Path(), SectionOf(run.language), run.settings.EncodingName())};
 }
 
 /// The file itself, its name matched without regard to case; the text as it is when there is no such file.
@@ -49,8 +48,7 @@ Result<CommunicationProgram> FindCommunicationProgram(const RunValues& run,
                                                       const QStringList& searchFolders) {
   const QString text = run.settings.ReadSetting(SectionOf(run.language), QStringLiteral("RS232")).trimmed();
   if (text.isEmpty()) {
-    return Failure(run, {},
-                   Either(run.language, QStringLiteral("yolu girilmemiş"), QStringLiteral("no path is set")));
+    return Failure(run, {}, Wording{u"yolu girilmemiş", u"no path is set"});
   }
   const QString program = ProgramFile(TranslatePathText(text, run.settings.Home(), run.programFolder));
   if (!SplitProgramPath(text).folder.isEmpty()) {
@@ -60,8 +58,7 @@ Result<CommunicationProgram> FindCommunicationProgram(const RunValues& run,
                             ? program
                             : QStandardPaths::findExecutable(QFileInfo(program).fileName(), searchFolders);
   if (found.isEmpty()) {
-    return Failure(run, text,
-                   Either(run.language, QStringLiteral("bulunamadı"), QStringLiteral("it was not found")));
+    return Failure(run, text, Wording{u"bulunamadı", u"it was not found"});
   }
   return CommunicationProgram{found, run.programFolder};
 }
@@ -72,7 +69,7 @@ Status StartCommunicationProgram(const RunValues& run) {
   if (!found) return found.Failure();
   const Status started = StartProgram(found.Value().program, found.Value().workingFolder);
   if (started) return {};
-  return Failure(run, started.Failure().path, ErrorPart(started.Failure().reason.English(), run.language));
+  return Failure(run, started.Failure().path, started.Failure().reason);
 }
 
 }  // namespace vesk

@@ -10,7 +10,6 @@
 #include <QVBoxLayout>
 
 #include "shell/colour_cells.h"
-#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "shell/wrapped_button.h"
@@ -211,7 +210,7 @@ void FormGenelSetup::Confirm() {
   Options options = run.options;
   PutForm(EditedForm(), options);
   if (const Status saved = SaveOptions(options, run.options, run.settings); !saved) {
-    QMessageBox::warning(this, run.language.attentionTitle, ErrorText(saved.Failure(), run.language));
+    QMessageBox::warning(this, run.language.attentionTitle, run.language.Say(saved.Failure()));
     return;
   }
   run.options = LoadOptions(run.settings);

@@ -67,8 +67,4 @@ QString WithoutAccessKey(const QString& caption) {
   return at < 0 ? caption : caption.first(at) + caption.mid(at + 1, kLongestRest);
 }
 
-QString Either(const Language& language, const QString& turkish, const QString& english) {
-  return language.Choice() == LanguageChoice::English ? english : turkish;
-}
-
 }  // namespace vesk

@@ -48,9 +48,6 @@ class Language {
   std::array<QString, 8> messages_;
 };
 
-/// English beyond the tables: the text for the current language; Turkish when no language is chosen.
-QString Either(const Language& language, const QString& turkish, const QString& english);
-
 /// A menu caption without its first "&" and with at most 200 characters behind it, as the work mode holds it.
 QString WithoutAccessKey(const QString& caption);
 

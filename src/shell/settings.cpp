@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFile>
 
+#include "platform/system_reason.h"
+
 namespace vesk {
 namespace {
 
@@ -12,14 +14,14 @@ void Collect(const Status& status, std::vector<Error>& failures) {
 
 Status MakeFolder(const QString& path) {
   if (QDir().mkpath(path)) return {};
-  return Error{QStringLiteral("The folder could not be made"), path, {}};
+  return Error{Wording{u"Klasör oluşturulamadı", u"The folder could not be made"}, path, {}};
 }
 
 Status DeleteMarker(const QString& programFolder) {
   QFile marker(FindEntry(programFolder, kFirstRunMarker).value_or(programFolder + kFirstRunMarker));
   if (marker.remove()) return {};
-  return Error{QStringLiteral("The first-run marker could not be deleted"), marker.fileName(),
-               marker.errorString()};
+  return Error{Wording{u"İlk çalışma işareti silinemedi", u"The first-run marker could not be deleted"},
+               marker.fileName(), SystemReason(marker.errorString())};
 }
 
 }  // namespace

@@ -31,8 +31,9 @@ void CheckSettingsFile(const RunValues& run, StartUpReport& report) {
   const Result<ProfileText> profile = ProfileText::Load(run.settings.Path());
   if (!profile) AddProblem(report, profile.Failure());
   if (IsWrittenInPlace(run.settings.Path())) {
-    AddProblem(report, Error{QStringLiteral("The settings file is written in place"), run.settings.Path(),
-                             QStringLiteral("the folder cannot be written")});
+    AddProblem(report,
+               Error{Wording{u"Ayar dosyası yerinde yazılıyor", u"The settings file is written in place"},
+                     run.settings.Path(), Wording{u"klasöre yazılamıyor", u"the folder cannot be written"}});
   }
 }
 
@@ -67,8 +68,9 @@ void FallBackFromRegisterFolder(RunValues& run, StartUpReport& report) {
 Status EnsureRegister(const RunValues& run) {
   const auto emptyRegister = FindEntry(run.programFolder, kRegisterTemplate);
   if (!emptyRegister) {
-    return Error{
-        QStringLiteral("The empty station database is missing"), run.programFolder + kRegisterTemplate, {}};
+    return Error{Wording{u"Boş istasyon veri tabanı yok", u"The empty station database is missing"},
+                 run.programFolder + kRegisterTemplate,
+                 {}};
   }
   return CopyNewFile(*emptyRegister, run.stationDatabasePath);
 }

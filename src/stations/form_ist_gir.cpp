@@ -43,9 +43,8 @@ void Form_IstGir::CreateTable() {
   search_ = new QLineEdit(this);
   search_->setObjectName(QStringLiteral("TextAra"));
   search_->setClearButtonEnabled(true);
-  search_->setPlaceholderText(
-      Either(language, QStringLiteral("No veya ad"), QStringLiteral("Number or name")));
-  searchLabel_ = new QLabel(Either(language, QStringLiteral("&Ara:"), QStringLiteral("&Search:")), this);
+  search_->setPlaceholderText(language.Say(Wording{u"No veya ad", u"Number or name"}));
+  searchLabel_ = new QLabel(language.Say(Wording{u"&Ara:", u"&Search:"}), this);
   searchLabel_->setBuddy(search_);
 
   grid_ = new QTableView(this);

@@ -8,6 +8,7 @@
 
 #include <optional>
 
+#include "platform/wording.h"
 #include "stations/station_register.h"
 
 class QLabel;
@@ -50,7 +51,12 @@ class Form_IstGir : public QWidget {
   void ShowOvertaken(const QStringList& lines);
   void ShowMessage(const QString& text, bool isFault);
   void ClearMessage();
-  [[nodiscard]] QString Words(const char16_t* turkish, const char16_t* english) const;
+  /// In the operator's language, places filled.
+  template <class... Places>
+  [[nodiscard]] QString Words(const Wording& wording, Places&&... places) const {
+    return InWords(Message(wording, std::forward<Places>(places)...));
+  }
+  [[nodiscard]] QString InWords(const Message& message) const;
 
   void Reload();
   void ReloadIfOutdated();

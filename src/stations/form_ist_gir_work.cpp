@@ -11,7 +11,6 @@
 
 #include <algorithm>
 
-#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "stations/form_ist_gir.h"
@@ -35,8 +34,8 @@ bool SaysYes(QWidget* parent, const Language& language, const QString& question)
 
 }  // namespace
 
-QString Form_IstGir::Words(const char16_t* turkish, const char16_t* english) const {
-  return Either(frame_.Run().language, QString::fromUtf16(turkish), QString::fromUtf16(english));
+QString Form_IstGir::InWords(const Message& message) const {
+  return frame_.Run().language.Say(message);
 }
 
 void Form_IstGir::ShowMessage(const QString& text, bool isFault) {
@@ -48,21 +47,22 @@ void Form_IstGir::ShowMessage(const QString& text, bool isFault) {
 }
 
 void Form_IstGir::ShowFailure(const Error& error) {
-  ShowMessage(ErrorText(error, frame_.Run().language), true);
+  ShowMessage(frame_.Run().language.Say(error), true);
 }
 
 void Form_IstGir::ShowRefusedChange(const Error& error) {
-  const QString kept = Words(u"Değişiklik tabloda duruyor; kaydedilene dek yeniden denenecek.",
-                             u"The change stays in the table and is tried again until it is stored.");
-  ShowMessage(ErrorText(error, frame_.Run().language) + QLatin1Char('\n') + kept, true);
+  const QString kept =
+      Words(Wording{u"Değişiklik tabloda duruyor; kaydedilene dek yeniden denenecek.",
+                    u"The change stays in the table and is tried again until it is stored."});
+  ShowMessage(frame_.Run().language.Say(error) + QLatin1Char('\n') + kept, true);
   again_.start();
 }
 
 void Form_IstGir::ShowOvertaken(const QStringList& lines) {
   Reload();
   const QString told =
-      Words(u"Başka biri bu istasyonu değiştirdi veya sildi; yazdığınız kaydedilmedi:",
-            u"Somebody else has changed or deleted this station; what you typed was not stored:");
+      Words(Wording{u"Başka biri bu istasyonu değiştirdi veya sildi; yazdığınız kaydedilmedi:",
+                    u"Somebody else has changed or deleted this station; what you typed was not stored:"});
   ShowMessage(told + QLatin1Char('\n') + lines.join(QLatin1Char('\n')), true);
 }
 
@@ -145,9 +145,10 @@ bool Form_IstGir::AskAboutNumber() {
   }
   const DoubtedNumber asked = *doubted_;
   const QString question =
-      Words(u"“%1” bir istasyon numarası değil: numaralar beş rakamdır. Yine de kaydedilsin mi?",
-            u"“%1” is no station number: numbers have five digits. Store it all the same?");
-  const bool wanted = SaysYes(this, frame_.Run().language, question.arg(asked.text));
+      Words(Wording{u"“%1” bir istasyon numarası değil: numaralar beş rakamdır. Yine de kaydedilsin mi?",
+                    u"“%1” is no station number: numbers have five digits. Store it all the same?"},
+            asked.text);
+  const bool wanted = SaysYes(this, frame_.Run().language, question);
   doubted_.reset();
   grid_->setCurrentIndex(asked.index);
   if (wanted) {
@@ -171,9 +172,9 @@ void Form_IstGir::closeEvent(QCloseEvent* event) {
   const Status saved = table_ != nullptr && table_->HasUnsaved() ? table_->SaveUnsaved() : Status();
   if (saved) return event->accept();
   const Language& language = frame_.Run().language;
-  const QString question = Words(u"Bu değişiklik kaydedilemedi. Pencere yine de kapatılsın mı?",
-                                 u"This change could not be saved. Close the window all the same?");
-  const QString text = ErrorText(saved.Failure(), language) + QStringLiteral("\n\n") + question;
+  const QString question = Words(Wording{u"Bu değişiklik kaydedilemedi. Pencere yine de kapatılsın mı?",
+                                         u"This change could not be saved. Close the window all the same?"});
+  const QString text = language.Say(saved.Failure()) + QStringLiteral("\n\n") + question;
   if (SaysYes(this, language, text)) return event->accept();
   ShowRefusedChange(saved.Failure());
   event->ignore();
@@ -201,9 +202,10 @@ void Form_IstGir::DeleteClicked() {
 void Form_IstGir::Arm() {
   const Station station = table_->StationAt(CurrentRow());
   if (CurrentRow() >= 0 && !table_->IsNewRow(CurrentRow())) {
-    const QString told = Words(u"Silinecek: %1. Silmek için “Onayla” düğmesine basın.",
-                               u"To be deleted: %1. Press “Onayla” to delete it.");
-    ShowMessage(told.arg(NameOf(station)), false);
+    const QString told = Words(Wording{u"Silinecek: %1. Silmek için “Onayla” düğmesine basın.",
+                                       u"To be deleted: %1. Press “Onayla” to delete it."},
+                               NameOf(station));
+    ShowMessage(told, false);
     layout()->activate();  // the message takes its room from the list
   }
   KeepCurrentInView();
@@ -243,15 +245,17 @@ void Form_IstGir::DeleteCurrent() {
   if (!deleted) return ShowFailure(deleted.Failure());
   if (!*deleted) {
     Reload();
-    return ShowMessage(Words(u"Başka biri bu istasyonu değiştirdi veya sildi; silinmedi: %1",
-                             u"Somebody else has changed or deleted this station; it was not deleted: %1")
-                           .arg(name),
-                       true);
+    return ShowMessage(
+        Words(Wording{u"Başka biri bu istasyonu değiştirdi veya sildi; silinmedi: %1",
+                      u"Somebody else has changed or deleted this station; it was not deleted: %1"},
+              name),
+        true);
   }
   const int next = std::min(current.row(), filter_->rowCount() - 1);
   grid_->setCurrentIndex(filter_->index(next, current.column()));
-  ShowMessage(Words(u"Silindi: %1. Geri almak için Ctrl+Z.", u"Deleted: %1. Ctrl+Z takes it back.").arg(name),
-              false);
+  ShowMessage(
+      Words(Wording{u"Silindi: %1. Geri almak için Ctrl+Z.", u"Deleted: %1. Ctrl+Z takes it back."}, name),
+      false);
 }
 
 void Form_IstGir::TakeDeletionBack() {
@@ -262,7 +266,7 @@ void Form_IstGir::TakeDeletionBack() {
   const QModelIndex restored = filter_->mapFromSource(table_->index(*row, StationTableModel::Number));
   grid_->setCurrentIndex(restored);
   grid_->scrollTo(restored);
-  ShowMessage(Words(u"Geri alındı: %1", u"Taken back: %1").arg(NameOf(table_->StationAt(*row))), false);
+  ShowMessage(Words(Wording{u"Geri alındı: %1", u"Taken back: %1"}, NameOf(table_->StationAt(*row))), false);
 }
 
 }  // namespace vesk

@@ -12,6 +12,7 @@
 #include <optional>
 
 #include "datafiles/helpers.h"
+#include "platform/system_reason.h"
 
 namespace vesk {
 namespace {
@@ -21,18 +22,39 @@ constexpr char kOldEngineStart[] = "\x00\x01\x00\x00";  // a desktop database of
 constexpr int kBusyMilliseconds = 1000;
 /// The row of a key that still holds what was read; keys of deleted rows are given out again.
 constexpr char kWhereAsRead[] = " WHERE rowid = ? AND No IS ? COLLATE BINARY AND Ad IS ? COLLATE BINARY";
-constexpr char kOpenFailed[] = "The station register could not be opened";
-constexpr char kReadFailed[] = "The station register could not be read";
-constexpr char kWriteFailed[] = "The station register could not be changed";
+constexpr Wording kOpenFailed{u"İstasyon veri tabanı açılamadı", u"The station register could not be opened"};
+constexpr Wording kReadFailed{u"İstasyon veri tabanı okunamadı", u"The station register could not be read"};
+constexpr Wording kWriteFailed{u"Değişiklik istasyon veri tabanına yazılamadı",
+                               u"The station register could not be changed"};
+
+/// What the database engine says, in the operators' languages where it is one of its usual reasons.
+Message SqlReason(const QString& words) {
+  static constexpr Wording kReasons[] = {
+      {u"dosya salt okunur", u"attempt to write a readonly database"},
+      {u"dosya bozuk", u"database disk image is malformed"},
+      {u"dosya başka bir program tarafından kullanılıyor", u"database is locked"},
+      {u"disk dolu", u"database or disk is full"},
+      {u"disk okuma/yazma hatası", u"disk I/O error"},
+      {u"dosya bozuk", u"file is not a database"},
+      {u"IstNoAd tablosu yok", u"no such table: IstNoAd"},
+      {u"dosya açılamıyor", u"unable to open database file"},
+  };
+  for (const Wording& reason : kReasons) {
+    if (words == QStringView(reason.In(LanguageChoice::English))) return reason;
+  }
+  return Message::Verbatim(words);
+}
 
 /// Why a file is no register, by its first bytes; empty when it may be one.
-QString ForeignFormat(QByteArrayView start) {
-  if (start.isEmpty()) return QStringLiteral("the file is empty");
+Message ForeignFormat(QByteArrayView start) {
+  if (start.isEmpty()) return Wording{u"dosya boş", u"the file is empty"};
   if (start.startsWith(QByteArrayView(kSqliteStart, sizeof kSqliteStart))) return {};
   if (start.startsWith(QByteArrayView(kOldEngineStart, 4))) {
-    return QStringLiteral("the file is a database of the old desktop engine; it is left as it is");
+    return Wording{u"dosya eski masaüstü veri tabanı biçiminde; olduğu gibi bırakıldı",
+                   u"the file is a database of the old desktop engine; it is left as it is"};
   }
-  return QStringLiteral("the file is no SQLite database; it is left as it is");
+  return Wording{u"dosya bir SQLite veri tabanı değil; olduğu gibi bırakıldı",
+                 u"the file is no SQLite database; it is left as it is"};
 }
 
 Station StationOf(const QSqlQuery& query) {
@@ -48,14 +70,14 @@ QString Quoted(QString name) {
 }
 
 Status CheckFile(const QString& path) {
-  const QString what = QLatin1String(kOpenFailed);
+  const Message what = kOpenFailed;
   const QFileInfo info(path);
-  if (!info.exists()) return Error{what, path, QStringLiteral("there is no such file")};
-  if (!info.isFile()) return Error{what, path, QStringLiteral("it is no file")};
+  if (!info.exists()) return Error{what, path, Wording{u"böyle bir dosya yok", u"there is no such file"}};
+  if (!info.isFile()) return Error{what, path, Wording{u"bu bir dosya değil", u"it is no file"}};
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return Error{what, path, file.errorString()};
-  const QString foreign = ForeignFormat(file.read(sizeof kSqliteStart));
-  if (!foreign.isEmpty()) return Error{what, path, foreign};
+  if (!file.open(QIODevice::ReadOnly)) return Error{what, path, SystemReason(file.errorString())};
+  const Message foreign = ForeignFormat(file.read(sizeof kSqliteStart));
+  if (!foreign.IsEmpty()) return Error{what, path, foreign};
   return {};
 }
 
@@ -115,7 +137,7 @@ class StationRegister::Connection {
     return Run(query, QStringLiteral("SELECT rowid, No, Ad FROM IstNoAd LIMIT 1"), {}, kOpenFailed);
   }
 
-  Status Run(QSqlQuery& query, const QString& sql, const QVariantList& values, const char* what) const {
+  Status Run(QSqlQuery& query, const QString& sql, const QVariantList& values, const Wording& what) const {
     query.setForwardOnly(true);
     bool ok = query.prepare(sql);
     for (const QVariant& value : values) query.addBindValue(value);
@@ -134,10 +156,10 @@ class StationRegister::Connection {
     return std::optional<Station>();
   }
 
-  [[nodiscard]] Error Failure(const char* what, const QSqlError& error) const {
+  [[nodiscard]] Error Failure(const Wording& what, const QSqlError& error) const {
     QString reason = error.databaseText().trimmed();
     if (reason.isEmpty()) reason = error.text().trimmed();
-    return {QString(QLatin1String(what)), path_, reason};
+    return {what, path_, SqlReason(reason)};
   }
 
  private:

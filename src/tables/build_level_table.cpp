@@ -10,6 +10,7 @@
 #include <memory>
 #include <system_error>
 
+#include "platform/system_reason.h"
 #include "platform/whole_file.h"
 #include "tables/level_table_workbook.h"
 #include "tables/table_record.h"
@@ -22,8 +23,8 @@ constexpr int kWritten = 80;
 constexpr int kCalculated = 90;
 constexpr int kSaved = 98;
 
-QString NotPlaced() {
-  return QStringLiteral("The level table could not be put in its place");
+Message NotPlaced() {
+  return Wording{u"Seviye tablosu yerine konamadı", u"The level table could not be put in its place"};
 }
 
 BuildMessage WorkbooksAreOpen() {
@@ -49,9 +50,10 @@ Result<QString> FindTemplate(const BuildInput& input) {
   const QDir folder(input.templateDirectory);
   const QStringList found = folder.entryList({input.templateName}, QDir::Files);
   if (!found.isEmpty()) return folder.filePath(found.front());
-  return Error{QStringLiteral("The template of the level table is missing"),
+  return Error{Wording{u"Seviye tablosunun şablonu yok", u"The template of the level table is missing"},
                folder.filePath(input.templateName),
-               folder.exists() ? QStringLiteral("no such file") : QStringLiteral("no such folder")};
+               folder.exists() ? Wording{u"böyle bir dosya yok", u"no such file"}
+                               : Wording{u"böyle bir klasör yok", u"no such folder"}};
 }
 
 /// Folders of the making that a killed program left behind. Those of a day ago belong to nobody any more.
@@ -123,19 +125,20 @@ class TableBuild {
     const Result<QString> source = FindTemplate(input_);
     if (!source) return source.Failure();
     if (!folder_.isValid()) {
-      return Error{QStringLiteral("The level table cannot be written"), input_.tableDirectory,
-                   folder_.errorString()};
+      return Error{Wording{u"Seviye tablosu yazılamıyor", u"The level table cannot be written"},
+                   input_.tableDirectory, SystemReason(folder_.errorString())};
     }
     copy_ = folder_.filePath(fileName_);
     QFile file(*source);
     if (!file.copy(copy_)) {
-      return Error{QStringLiteral("The template of the level table could not be copied"), *source,
-                   file.errorString()};
+      return Error{Wording{u"Seviye tablosunun şablonu kopyalanamadı",
+                           u"The template of the level table could not be copied"},
+                   *source, SystemReason(file.errorString())};
     }
     // A template may be installed read-only; its copy is to be written.
     if (!QFile::setPermissions(copy_, QFile::permissions(copy_) | QFile::ReadOwner | QFile::WriteOwner)) {
-      return Error{QStringLiteral("The level table cannot be written"), copy_,
-                   QStringLiteral("it is read-only")};
+      return Error{Wording{u"Seviye tablosu yazılamıyor", u"The level table cannot be written"}, copy_,
+                   Wording{u"salt okunur", u"it is read-only"}};
     }
     return {};
   }
@@ -202,13 +205,15 @@ class TableBuild {
   Status PutInPlace() {
     if (const TableFound now = LookAtTable(report_.path);
         now.origin != TableOrigin::Own && now.digest != before_.digest) {
-      return Error{NotPlaced(), report_.path, QStringLiteral("it was changed while the new one was made")};
+      return Error{NotPlaced(), report_.path,
+                   Wording{u"yenisi yapılırken değiştirildi; olduğu gibi bırakıldı",
+                           u"it was changed while the new one was made"}};
     }
     Forgive(RememberTable(copy_, report_.path));
     std::error_code failed;
     std::filesystem::rename(NativePath(copy_), NativePath(report_.path), failed);
     if (!failed) return {};
-    return Error{NotPlaced(), report_.path, QString::fromStdString(failed.message())};
+    return Error{NotPlaced(), report_.path, SystemReason(failed.value())};
   }
 
   /// The finished table is opened under its own name before the window of its making goes away.

@@ -10,7 +10,6 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
-#include "shell/error_texts.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "shell/tab_order.h"
@@ -108,8 +107,8 @@ void Form2::OpenSelected() {
   const Language& language = frame_.Run().language;
   const QString path = SelectedPath();
   if (path.isEmpty()) {
-    Tell(Either(language, QStringLiteral("Önce listeden bir dosya seçiniz."),
-                QStringLiteral("Please choose a file in the list first.")));
+    Tell(language.Say(
+        Wording{u"Önce listeden bir dosya seçiniz.", u"Please choose a file in the list first."}));
     return;
   }
   Tell({});
@@ -117,8 +116,8 @@ void Form2::OpenSelected() {
   const Status opened = OpenStoredTable(frame_.Office(), path);
   QApplication::restoreOverrideCursor();
   if (opened) return;
-  Tell(Either(language, QStringLiteral("Dosya açılamadı."), QStringLiteral("The file could not be opened.")) +
-       QLatin1Char(' ') + ErrorText(opened.Failure(), language));
+  Tell(language.Say(Wording{u"Dosya açılamadı.", u"The file could not be opened."}) + QLatin1Char(' ') +
+       language.Say(opened.Failure()));
 }
 
 void Form2::DeleteSelected() {
@@ -130,15 +129,13 @@ void Form2::DeleteSelected() {
   const Result<Removal> removed = RemoveStoredTable(path, trash);
   ListTables();
   if (!removed) {
-    Tell(Either(language, QStringLiteral("Dosya silinemedi."),
-                QStringLiteral("The file could not be deleted.")) +
-         QLatin1Char(' ') + ErrorText(removed.Failure(), language));
+    Tell(language.Say(Wording{u"Dosya silinemedi.", u"The file could not be deleted."}) + QLatin1Char(' ') +
+         language.Say(removed.Failure()));
   } else if (*removed == Removal::Trashed) {
-    Tell(Either(language, QStringLiteral("Çöp kutusuna taşındı: "), QStringLiteral("Moved to the trash: ")) +
-         name);
+    Tell(language.Say(Wording{u"Çöp kutusuna taşındı: ", u"Moved to the trash: "}) + name);
   } else {
-    Tell(Either(language, QStringLiteral("Çöp kutusu yok; kalıcı olarak silindi: "),
-                QStringLiteral("There is no trash; deleted for good: ")) +
+    Tell(language.Say(
+             Wording{u"Çöp kutusu yok; kalıcı olarak silindi: ", u"There is no trash; deleted for good: "}) +
          name);
   }
 }

@@ -41,7 +41,7 @@ Form5::Form5(MainFrame& frame) : frame_(frame) {
 
 void Form5::CreateControls() {
   const Language& language = frame_.Run().language;
-  Drive1_ = new DriveList(Either(language, QStringLiteral("Ev dizini"), QStringLiteral("Home")), this);
+  Drive1_ = new DriveList(language.Say(Wording{u"Ev dizini", u"Home"}), this);
   Drive1_->setObjectName(QStringLiteral("Drive1"));
   Dir1_ = new DirList(this);
   Dir1_->setObjectName(QStringLiteral("Dir1"));
@@ -101,10 +101,9 @@ void Form5::ShowFolder(const QString& folder) {
   for (const QString& name : ListRatingCurves(folder_)) File1_->addItem(name);
   Command2_->setEnabled(false);
   const Language& language = frame_.Run().language;
-  noFiles_->setText(File1_->count() > 0
-                        ? language.Text(Caption::Files)
-                        : Either(language, QStringLiteral("Bu dizinde anahtar eğrisi yok (E*.dat)"),
-                                 QStringLiteral("No rating curve here (E*.dat)")));
+  noFiles_->setText(File1_->count() > 0 ? language.Text(Caption::Files)
+                                        : language.Say(Wording{u"Bu dizinde anahtar eğrisi yok (E*.dat)",
+                                                               u"No rating curve here (E*.dat)"}));
 }
 
 void Form5::Accept() {

@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 
+#include "platform/system_reason.h"
+
 namespace vesk {
 namespace {
 
@@ -39,12 +41,14 @@ Result<Removal> RemoveStoredTable(const QString& path, const TrashFunction& tras
   if (trash(path)) return Removal::Trashed;
   QFile file(path);
   if (file.remove()) return Removal::Deleted;
-  return Error{QStringLiteral("The workbook could not be deleted"), path, file.errorString()};
+  return Error{Wording{u"Tablo dosyası silinemedi", u"The workbook could not be deleted"}, path,
+               SystemReason(file.errorString())};
 }
 
 Status OpenStoredTable(Spreadsheet& office, const QString& path) {
   if (!QFileInfo(path).isFile()) {
-    return Error{QStringLiteral("The workbook could not be opened"), path, QStringLiteral("No such file")};
+    return Error{Wording{u"Tablo dosyası açılamadı", u"The workbook could not be opened"}, path,
+                 Wording{u"Böyle bir dosya yok", u"No such file"}};
   }
   Result<std::unique_ptr<Workbook>> workbook = office.Open(path, Macros::AsTheOfficeSays);
   if (!workbook) return workbook.Failure();

@@ -9,7 +9,7 @@ namespace {
 
 constexpr qsizetype kMostDays = 20;  ///< named one by one; a cell is no report
 
-QString Contradictions(const ReviewGrid& grid, bool turkish) {
+Message Contradictions(const ReviewGrid& grid) {
   QStringList days;
   qsizetype count = 0;
   for (const RecordContradiction& found : FindContradictions(grid)) {
@@ -20,23 +20,21 @@ QString Contradictions(const ReviewGrid& grid, bool turkish) {
   }
   if (count == 0) return {};
   if (count > kMostDays) days += QStringLiteral("+%1").arg(count - kMostDays);
-  const QString sentence = turkish ? QStringLiteral(
-                                         "Cihazın uç değer kayıtları düzeltilen seviyelerle çelişiyor "
-                                         "(kayıt → düzeltilen, cm): %1")
-                                   : QStringLiteral(
-                                         "The logger's extreme records contradict corrected levels "
-                                         "(record → corrected, cm): %1");
-  return sentence.arg(days.join(QStringLiteral("; ")));
+  return {Wording{u"Cihazın uç değer kayıtları düzeltilen seviyelerle çelişiyor (kayıt → düzeltilen, cm): %1",
+                  u"The logger's extreme records contradict corrected levels (record → corrected, cm): %1"},
+          days.join(QStringLiteral("; "))};
 }
 
 }  // namespace
 
-std::vector<QString> NotesOfTable(const TwoTexts& notWhole, const ReviewGrid& grid, ExtremeMode mode,
+std::vector<QString> NotesOfTable(const Message& notWhole, const ReviewGrid& grid, ExtremeMode mode,
                                   bool turkish) {
   std::vector<QString> notes;
-  const QString missing = turkish ? notWhole.turkish : notWhole.english;
+  const LanguageChoice language = turkish ? LanguageChoice::Turkish : LanguageChoice::English;
+  const QString missing = notWhole.In(language);
   if (!missing.isEmpty()) notes.push_back(missing);
-  const QString contradictions = mode == ExtremeMode::Recorded ? Contradictions(grid, turkish) : QString();
+  const QString contradictions =
+      mode == ExtremeMode::Recorded ? Contradictions(grid).In(language) : QString();
   if (!contradictions.isEmpty()) notes.push_back(contradictions);
   return notes;
 }

@@ -15,7 +15,7 @@ namespace vesk {
 /// The weightiest first; empty when there is nothing to say. notWhole: what the load does without. Records
 /// that contradict corrected readings matter only where the logger's extremes are taken. turkish: the table's
 /// language.
-std::vector<QString> NotesOfTable(const TwoTexts& notWhole, const ReviewGrid& grid, ExtremeMode mode,
+std::vector<QString> NotesOfTable(const Message& notWhole, const ReviewGrid& grid, ExtremeMode mode,
                                   bool turkish);
 
 }  // namespace vesk

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "platform/system_reason.h"
 #include "platform/whole_file.h"
 
 namespace vesk {
@@ -14,15 +15,16 @@ constexpr qsizetype kDigestLetters = 64;
 constexpr qint64 kLongRecord = 64 * 1024;  // bytes; a record that grew beyond is cut
 constexpr qsizetype kLinesKept = 50;
 
-QString NotRemembered() {
-  return QStringLiteral("The record of the level table could not be written");
+Message NotRemembered() {
+  return Wording{u"Seviye tablosunun yazıldığı kaydedilemedi",
+                 u"The record of the level table could not be written"};
 }
 
 Result<QByteArray> DigestOf(const QString& path) {
   QFile file(path);
   QCryptographicHash digest(QCryptographicHash::Sha256);
   if (file.open(QIODevice::ReadOnly) && digest.addData(&file)) return digest.result().toHex();
-  return Error{NotRemembered(), path, file.errorString()};
+  return Error{NotRemembered(), path, SystemReason(file.errorString())};
 }
 
 /// Digest and name of each whole line. Two processes may append at once, and a power cut may tear a line.
@@ -55,7 +57,7 @@ TableFound LookAtTable(const QString& tablePath) {
   if (!QFileInfo(tablePath).exists()) return {};
   const Result<QByteArray> digest = DigestOf(tablePath);
   if (!digest) return {TableOrigin::Unknown, {}};
-  const Result<QByteArray> record = ReadWholeFile(TableRecordPath(tablePath), QString());
+  const Result<QByteArray> record = ReadWholeFile(TableRecordPath(tablePath), {});
   if (!record || record->isEmpty()) return {TableOrigin::Unknown, *digest};
   return {Knows(*record, *digest) ? TableOrigin::Own : TableOrigin::Changed, *digest};
 }
@@ -69,7 +71,7 @@ Status RememberTable(const QString& copyPath, const QString& tablePath) {
   // The line break before makes a torn line of an earlier run harmless; the line goes out in one write.
   const QByteArray line = '\n' + *digest + "  " + QFileInfo(tablePath).fileName().toUtf8() + '\n';
   if (!record.open(QIODevice::Append | QIODevice::Unbuffered) || record.write(line) != line.size()) {
-    return Error{NotRemembered(), path, record.errorString()};
+    return Error{NotRemembered(), path, SystemReason(record.errorString())};
   }
   record.close();
   return SyncToDisk(path, NotRemembered());

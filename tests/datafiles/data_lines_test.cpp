@@ -90,9 +90,9 @@ TEST(DataLines, EveryLineIsAccountedFor) {
   EXPECT_EQ(decoded.tally.afterEnd, 2) << "the end mark and what follows it";
   ASSERT_EQ(decoded.tally.faults.size(), 5U);
   EXPECT_EQ(decoded.tally.faults[0].line, 19);
-  EXPECT_TRUE(decoded.tally.faults[0].expected.contains(QStringLiteral("dd/mm/yyyy")));
-  EXPECT_TRUE(decoded.tally.faults[1].expected.contains(QStringLiteral("hh:mm")));
-  EXPECT_TRUE(decoded.tally.faults[2].expected.contains(QStringLiteral("level")));
+  EXPECT_TRUE(decoded.tally.faults[0].expected.English().contains(QStringLiteral("dd/mm/yyyy")));
+  EXPECT_TRUE(decoded.tally.faults[1].expected.English().contains(QStringLiteral("hh:mm")));
+  EXPECT_TRUE(decoded.tally.faults[2].expected.English().contains(QStringLiteral("level")));
 }
 
 TEST(DataLines, ACutLastLineGivesNoFigure) {

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include "datafiles/header_checks.h"
+#include "support/english.h"
 #include "support/raw_file_writer.h"
 
 namespace vesk {
@@ -39,7 +40,7 @@ class RawHeaderTest : public testing::Test {
   }
 
   QTemporaryDir folder_;
-  std::vector<QString> messages_;
+  std::vector<Message> messages_;
   SetupCells cells_;
   HeaderSinks sinks_;
   test::RawFileSketch sketch_;
@@ -73,9 +74,10 @@ TEST_F(RawHeaderTest, AcceptsTheVersionsInUseOnly) {
     EXPECT_EQ(reading.header.WaterYearsText, QStringLiteral(" 2008 - 2009"));
     if (accepted) continue;
     EXPECT_EQ(reading.errorText, QStringLiteral("Version Hatasi"));
-    EXPECT_EQ(messages_, std::vector{QStringLiteral("Version Hatasi")});
+    EXPECT_EQ(InEnglish(messages_), std::vector{QStringLiteral("Version Hatasi")});
     EXPECT_EQ(reading.header.DaysCovered, 0);
-    EXPECT_TRUE(reading.detail.contains(QStringLiteral("line 3"))) << reading.detail.toStdString();
+    EXPECT_TRUE(reading.detail.English().contains(QStringLiteral("line 3")))
+        << reading.detail.English().toStdString();
   }
 }
 
@@ -95,7 +97,7 @@ TEST_F(RawHeaderTest, NotesCorrectionCodesOnce) {
     sketch_.firstLine = row.firstLine;
     for (int round = 0; round < 2; ++round) {
       EXPECT_TRUE(Decode(test::SketchContent(sketch_), row.scope).Usable());
-      EXPECT_EQ(messages_.empty() ? "" : messages_[0].toStdString(), row.note);
+      EXPECT_EQ(messages_.empty() ? "" : messages_[0].English().toStdString(), row.note);
       EXPECT_LE(messages_.size(), 1U) << row.firstLine;
     }
   }
@@ -122,8 +124,8 @@ TEST_F(RawHeaderTest, BadHeadersAreNamedAndNeverCrash) {
     const RawHeaderReading reading = Decode(row.content);
     EXPECT_FALSE(reading.Usable()) << row.name;
     EXPECT_FALSE(messages_.empty()) << row.name;
-    EXPECT_TRUE(reading.detail.contains(QLatin1String(row.expectedInDetail)))
-        << row.name << ": " << reading.detail.toStdString();
+    EXPECT_TRUE(reading.detail.English().contains(QLatin1String(row.expectedInDetail)))
+        << row.name << ": " << reading.detail.English().toStdString();
   }
   EXPECT_TRUE(Decode(QByteArray(good).replace("\r\n", "\n")).Usable()) << "LF line ends are read";
 }
@@ -147,7 +149,7 @@ TEST_F(RawHeaderTest, FoldersAreToldAndMissingFilesAreNoError) {
   ASSERT_TRUE(QDir(folder_.path()).mkdir(name));
   const RawHeaderReading reading = Read(name);
   EXPECT_EQ(reading.errorText, UnknownErrorText());
-  EXPECT_TRUE(reading.detail.contains(name));
+  EXPECT_TRUE(reading.detail.English().contains(name));
 }
 
 }  // namespace

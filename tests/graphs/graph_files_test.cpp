@@ -37,11 +37,12 @@ class BuildGraphs : public testing::Test {
   Result<GraphFilesBuilt> Build(const char* list) const {
     const auto load = [](const GraphListEntry& entry) -> Result<LoadedReadings> {
       if (entry.station == QLatin1String("000-00000"))
-        return Error{QStringLiteral("No raw file of the station"), entry.station, {}};
+        return Error{
+            Wording{u"İstasyonun ham dosyası yok", u"No raw file of the station"}, entry.station, {}};
       LoadedReadings loaded;
       loaded.whole = entry.station != QLatin1String("009-99999");
       loaded.grid.Append({.levelCm = 100, .day = WaterYearFirstDay(entry.waterYear)});
-      loaded.messages.push_back(QStringLiteral("a note"));
+      loaded.messages.push_back(Message::Verbatim(QStringLiteral("a note")));
       return loaded;
     };
     return BuildGraphFiles(directory_, QString::fromLatin1(list).split(QLatin1Char(' '), Qt::SkipEmptyParts),
@@ -70,7 +71,7 @@ TEST_F(BuildGraphs, AListThatCannotBeDrawnIsRefusedBeforeAnythingIsDeleted) {
   for (const auto& [list, reason] :
        {std::pair("", "empty"), std::pair("001-12345/2010 nonsense", "nonsense"),
         std::pair("001-1/2001 001-1/2002 001-1/2003 001-1/2004 001-1/2005", "5 entries"),
-        std::pair("001-12345/2011 001-22222/2011 002-12345/2011", "001-12345 ve 002-12345")}) {
+        std::pair("001-12345/2011 001-22222/2011 002-12345/2011", "001-12345 and 002-12345")}) {
     const auto built = Build(list);
     ASSERT_FALSE(built) << list;
     EXPECT_TRUE(built.Failure().reason.English().contains(QString::fromUtf8(reason))) << list;

@@ -9,6 +9,7 @@
 
 #include <cerrno>
 
+#include "platform/system_reason.h"
 #include "support/failing_sync.h"
 #include "support/full_disk.h"
 
@@ -30,7 +31,7 @@ class Translated : public QTranslator {
 TEST(WholeFile, AFullDiskLeavesTheFileThatWasThere) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("changes.txt"));
-  const QString what = QStringLiteral("The change log could not be saved");
+  const Message what = Message::Verbatim(QStringLiteral("The change log could not be saved"));
   ASSERT_TRUE(WriteWholeFile(path, "old", what).Ok());
   for (const int bytes : {5000, 100'000}) {  // refused when the last buffer goes out, and before
     Status written;
@@ -40,7 +41,7 @@ TEST(WholeFile, AFullDiskLeavesTheFileThatWasThere) {
       written = WriteWholeFile(path, QByteArray(bytes, 'x'), what);
     }
     ASSERT_FALSE(written.Ok()) << bytes;
-    EXPECT_EQ(written.Failure().what.English(), what);
+    EXPECT_EQ(written.Failure().what, what);
     EXPECT_EQ(written.Failure().path, path);
     EXPECT_FALSE(written.Failure().reason.English().endsWith(QStringLiteral("Unknown error")));
     EXPECT_EQ(ReadWholeFile(path, what).Value(), "old");
@@ -52,13 +53,13 @@ TEST(WholeFile, ASyncThatFailsIsAWriteThatFailed) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("changes.txt"));
   const QString copy = folder.filePath(QStringLiteral("copy.txt"));
-  const QString what = QStringLiteral("The change log could not be saved");
+  const Message what = Message::Verbatim(QStringLiteral("The change log could not be saved"));
   ASSERT_TRUE(WriteWholeFile(path, "old", what).Ok());
   for (const int problem : {ENOSPC, EIO}) {
     const test::FailingSync failing(test::FailingSync::Of::Files, problem);
     const Status written = WriteWholeFile(path, "new", what);
     ASSERT_FALSE(written.Ok());
-    EXPECT_EQ(written.Failure().reason.English(), qt_error_string(problem));
+    EXPECT_EQ(written.Failure().reason, SystemReason(problem));
     EXPECT_FALSE(WriteNewFile(copy, "new", what).Ok());
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList(QStringLiteral("changes.txt")));
     EXPECT_EQ(ReadWholeFile(path, what).Value(), "old") << "what the disk has is still in place";

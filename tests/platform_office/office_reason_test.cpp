@@ -27,7 +27,7 @@ TEST(OfficeReason, ACodeIsWordedWithTheOfficesOwnTextBehind) {
   };
   for (const auto& row : kCases) {
     const QString told = QString::fromLatin1(row.told);
-    EXPECT_EQ(WordOfficeReason(told, row.path).toStdString(),
+    EXPECT_EQ(WordOfficeReason(told, row.path).English().toStdString(),
               std::string(row.worded) + " [" + row.told + "]");
   }
   for (const char* plain : {"the macro failed", "", "row 0x is no code"}) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "review/data_folder_fixture.h"
+#include "support/english.h"
 
 namespace vesk {
 namespace {
@@ -100,7 +101,7 @@ TEST_F(BrowserTest, ConfirmCaptionFollowsModeAndLastList) {
     browser.SelectWaterYears({0});
     expect(c.year, true);
     SetupCells cells;
-    std::vector<QString> messages;
+    std::vector<Message> messages;
     ASSERT_TRUE(browser.SelectRawFile(0, {}, cells, messages));
     expect("Read Data File", true);
     EXPECT_TRUE(browser.ChosenYears().empty());
@@ -116,13 +117,13 @@ TEST_F(BrowserTest, ARawFileShowsItsHeaderWithNumbersAsTheRegionWritesThem) {
       SketchContent(sketch).replace("Sampling                  60", "Sampling                  2,5"));
   Browser browser = Open(WorkMode::DataFile, {.decimalSign = QLatin1Char(',')});
   SetupCells cells;
-  std::vector<QString> messages;
+  std::vector<Message> messages;
   ASSERT_TRUE(browser.SelectRawFile(0, QStringLiteral("Kemer"), cells, messages));
   EXPECT_EQ(cells[0], QStringLiteral("10"));
   EXPECT_EQ(cells[6], QStringLiteral("Kemer"));
   EXPECT_EQ(cells[10], QStringLiteral(" 8 Gün"));
   EXPECT_EQ(cells[12], QStringLiteral("2.5 Dak."));
-  EXPECT_THAT(Plain(messages), ElementsAre("-Bu dosyada zaman düzeltmesi yapılmış."));
+  EXPECT_THAT(Plain(InEnglish(messages)), ElementsAre("-Bu dosyada zaman düzeltmesi yapılmış."));
   const auto request = browser.Request();
   ASSERT_TRUE(request);
   EXPECT_TRUE(request->waterYears.empty());

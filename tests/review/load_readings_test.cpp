@@ -108,9 +108,12 @@ TEST_F(LoadReadingsTest, ARefusedFileEndsTheWholeLoadAndIsNamedOnce) {
   EXPECT_EQ(loaded.missedFiles, missed) << "the first one holds a day of 2010, too";
   ASSERT_EQ(loaded.messages.size(), 4U);
   EXPECT_EQ(loaded.messages[0].English(), QStringLiteral("Version Hatasi"));
-  EXPECT_TRUE(loaded.messages[2].English().contains(QStringLiteral("081001.txt: not loaded for water year 2010")));
-  EXPECT_TRUE(loaded.messages[3].English().contains(QStringLiteral("081003.txt: not loaded for water year 2009")));
-  for (const QString& name : missed) EXPECT_TRUE(NotWholeNote(loaded).turkish.contains(name));
+  EXPECT_TRUE(
+      loaded.messages[2].English().contains(QStringLiteral("081001.txt: not loaded for water year 2010")));
+  EXPECT_TRUE(
+      loaded.messages[3].English().contains(QStringLiteral("081003.txt: not loaded for water year 2009")));
+  for (const QString& name : missed)
+    EXPECT_TRUE(NotWholeNote(loaded).In(LanguageChoice::Turkish).contains(name));
   EXPECT_EQ(loaded.changeLogs.size(), 2U) << "the corrections of both years stay";
 }
 
@@ -158,7 +161,7 @@ TEST_F(LoadReadingsTest, WhatWasCutOrLeftUnreadIsToldWithWhatTheHeaderPromised) 
     const QString told = loaded.messages.empty() ? QString() : loaded.messages.front().English();
     EXPECT_EQ(loaded.whole, row.told == nullptr) << row.name << told.toStdString();
     EXPECT_EQ(loaded.partialFiles.size(), row.told ? 1U : 0U) << row.name;
-    EXPECT_EQ(NotWholeNote(loaded).english.isEmpty(), row.told == nullptr) << row.name;
+    EXPECT_EQ(NotWholeNote(loaded).IsEmpty(), row.told == nullptr) << row.name;
     if (row.told == nullptr) continue;
     EXPECT_TRUE(told.startsWith(QStringLiteral("001-12345-081001.txt, line "))) << row.name;
     EXPECT_TRUE(told.contains(QLatin1String(row.told))) << row.name << ": " << told.toStdString();
@@ -177,7 +180,8 @@ TEST_F(LoadReadingsTest, AtMostTwentyFilesAndTheRestIsTold) {
   EXPECT_EQ(loaded.files.size(), 20U);
   EXPECT_FALSE(loaded.whole);
   ASSERT_EQ(loaded.messages.size(), 1U);
-  EXPECT_TRUE(loaded.messages[0].English().contains(QStringLiteral("001-12345-081020"))) << "the one left out is named";
+  EXPECT_TRUE(loaded.messages[0].English().contains(QStringLiteral("001-12345-081020")))
+      << "the one left out is named";
 }
 
 TEST_F(LoadReadingsTest, TheNoteIsThatOfTheFileReadLast) {

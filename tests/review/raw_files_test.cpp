@@ -11,6 +11,7 @@
 
 #include "datafiles/archive.h"
 #include "review/data_folder_fixture.h"
+#include "support/english.h"
 #include "support/invalid_name.h"
 
 namespace vesk {
@@ -114,7 +115,7 @@ TEST_F(RawFilesTest, NamesThatDifferInCaseOnlyAreNamed) {
               QStringLiteral("001-12345-010203=0002.TXT"));
   const QString before = OnDisk();
   EXPECT_EQ(
-      HiddenFiles(ListRawFiles(folder_)),
+      InEnglish(HiddenFiles(ListRawFiles(folder_))),
       std::vector{QStringLiteral("001-12345-010203=0002.txt is not read; 001-12345-010203=0002.TXT goes "
                                  "under the same name")});
   RenameRawFiles(folder_);
@@ -172,8 +173,8 @@ TEST_F(RawFilesTest, AMarkerInALineOfAnotherLengthIsLeftAndNamed) {
     WriteSketch(folder_, sketch, QStringLiteral("001-12345-010203=0002.txt"));
     const TidyReport report = RenameRawFiles(folder_);
     ASSERT_EQ(report.failures.size(), 1U) << line;
-    EXPECT_TRUE(
-        report.failures[0].English().startsWith(QStringLiteral("001-12345-010203=0002.txt, line 1: the marker")));
+    EXPECT_TRUE(report.failures[0].English().startsWith(
+        QStringLiteral("001-12345-010203=0002.txt, line 1: the marker")));
     QFile file(folder_ + QStringLiteral("001-12345-010203=0002.txt"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), SketchContent(sketch)) << line;

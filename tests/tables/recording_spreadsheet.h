@@ -100,7 +100,8 @@ class RecordingSpreadsheet : public Spreadsheet {
    public:
     Book(RecordingSpreadsheet& office, QString path) : office_(office), path_(std::move(path)) {}
     Result<std::unique_ptr<Worksheet>> Sheet(const QString& name) override {
-      if (!office_.sheets.contains(name)) return Error{QStringLiteral("No sheet"), path_, name};
+      if (!office_.sheets.contains(name))
+        return Error{Message::Verbatim(QStringLiteral("No sheet")), path_, Message::Verbatim(name)};
       return std::unique_ptr<Worksheet>(new Page(office_, name));
     }
     Status ShowWindow() override { return office_.Do(QStringLiteral("window")); }
@@ -109,7 +110,7 @@ class RecordingSpreadsheet : public Spreadsheet {
       if (const Status done = office_.Do(QStringLiteral("save ") + path_); !done) return done;
       QFile file(path_);
       if (!file.open(QIODevice::WriteOnly) || file.write("saved") != 5)
-        return Error{{}, path_, file.errorString()};
+        return Error{{}, path_, Message::Verbatim(file.errorString())};
       return {};
     }
     Status Close() override { return office_.Do(QStringLiteral("close ") + path_); }
@@ -124,7 +125,8 @@ class RecordingSpreadsheet : public Spreadsheet {
     for (const QString& refused : std::as_const(failing)) {
       if (!step.startsWith(refused)) continue;
       const QString path = step.section(QLatin1Char(' '), 1);
-      return Error{QStringLiteral("Refused"), path.startsWith(QLatin1Char('/')) ? path : QString(), refused};
+      return Error{Message::Verbatim(QStringLiteral("Refused")),
+                   path.startsWith(QLatin1Char('/')) ? path : QString(), Message::Verbatim(refused)};
     }
     return {};
   }

@@ -61,7 +61,8 @@ TEST(SampleData, EveryFileIsReadWithoutALeftover) {
       SCOPED_TRACE(RawFileName(plan).toStdString());
       const Decoded decoded = Decode(plan);
       EXPECT_EQ(RawFileName(plan).left(9), station.entry);
-      EXPECT_EQ(decoded.header.Usable(), plan.version != "12") << decoded.header.detail.toStdString();
+      EXPECT_EQ(decoded.header.Usable(), plan.version != "12")
+          << decoded.header.detail.English().toStdString();
       EXPECT_EQ(decoded.header.header.StationNo, station.entry.right(5));
       EXPECT_EQ(decoded.tally.refused, 0);
       EXPECT_EQ(decoded.tally.blank, 0);

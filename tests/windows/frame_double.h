@@ -24,7 +24,7 @@ class NoOffice : public Spreadsheet {
  public:
   bool HasOpenWindow() override { return false; }
   Result<std::unique_ptr<Workbook>> Open(const QString& path, Macros /*macros*/) override {
-    return Error{QStringLiteral("No office in this test"), path, {}};
+    return Error{Message::Verbatim(QStringLiteral("No office in this test")), path, {}};
   }
   Status Show() override { return {}; }
   Status Recalculate() override { return {}; }

@@ -44,13 +44,15 @@ class OfficeSpreadsheet : public Spreadsheet {
 
   Status Recalculate() override {
     if (!session_) return {};
-    return session_->Ask(QStringLiteral("The workbooks could not be recalculated"), QString(), [this] {
-      ForEachDocument([](const Reference<css::uno::XInterface>& document) {
-        const Reference<css::sheet::XCalculatable> workbook(document, UNO_QUERY);
-        if (workbook.is()) workbook->calculateAll();
-        return true;
-      });
-    });
+    return session_->Ask(
+        Wording{u"Tablo dosyaları yeniden hesaplanamadı", u"The workbooks could not be recalculated"},
+        QString(), [this] {
+          ForEachDocument([](const Reference<css::uno::XInterface>& document) {
+            const Reference<css::sheet::XCalculatable> workbook(document, UNO_QUERY);
+            if (workbook.is()) workbook->calculateAll();
+            return true;
+          });
+        });
   }
 
  protected:
@@ -108,7 +110,7 @@ class InteractiveSpreadsheet final : public OfficeSpreadsheet {
     // An office that runs and cannot be asked counts as one with windows: better to stop than to disturb it.
     if (!MakeReady()) return true;
     bool open = false;
-    const Status asked = session_->Ask(QString(), QString(), [&] {
+    const Status asked = session_->Ask({}, {}, [&] {
       ForEachDocument([&open](const Reference<css::uno::XInterface>& document) {
         const Reference<css::sheet::XSpreadsheetDocument> workbook(document, UNO_QUERY);
         const Reference<css::frame::XModel> model(document, UNO_QUERY);
@@ -123,7 +125,7 @@ class InteractiveSpreadsheet final : public OfficeSpreadsheet {
   Status Quit() override {
     if (!session_) return {};
     bool hasDocuments = false;
-    const Status asked = session_->Ask(QString(), QString(), [&] {
+    const Status asked = session_->Ask({}, {}, [&] {
       ForEachDocument([&hasDocuments](const Reference<css::uno::XInterface>& document) {
         hasDocuments = Reference<css::frame::XModel>(document, UNO_QUERY).is();
         return !hasDocuments;

@@ -16,6 +16,8 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include "platform/system_reason.h"
+
 namespace vesk {
 namespace {
 
@@ -92,8 +94,9 @@ QProcessEnvironment PrivateEnvironment() {
   return environment;
 }
 
-Error StartFailure(const QString& program, const QString& reason) {
-  return {QStringLiteral("The spreadsheet application could not be started"), program, reason};
+Error StartFailure(const QString& program, const Message& reason) {
+  return {Wording{u"Tablolama programı başlatılamadı", u"The spreadsheet application could not be started"},
+          program, reason};
 }
 
 QString ListenArgument(const QString& pipeName) {
@@ -129,8 +132,9 @@ Result<std::unique_ptr<PrivateOffice>> PrivateOffice::Start() {
   SweepForsakenProfiles();
   std::unique_ptr<PrivateOffice> office(new PrivateOffice);
   if (!office->profile_.isValid()) {
-    return StartFailure(QDir::tempPath(), QStringLiteral("no temporary folder for its profile: ") +
-                                              office->profile_.errorString());
+    return StartFailure(QDir::tempPath(), {Wording{u"profili için geçici klasör yok: %1",
+                                                   u"no temporary folder for its profile: %1"},
+                                           SystemReason(office->profile_.errorString())});
   }
   if (const Status launched = office->Launch(); !launched) return launched.Failure();
   return office;
@@ -138,7 +142,8 @@ Result<std::unique_ptr<PrivateOffice>> PrivateOffice::Start() {
 
 Status PrivateOffice::Launch() {
   process_.start(QIODevice::NotOpen);
-  if (!process_.waitForStarted()) return StartFailure(process_.program(), process_.errorString());
+  if (!process_.waitForStarted())
+    return StartFailure(process_.program(), SystemReason(process_.errorString()));
   group_ = static_cast<int>(process_.processId());
   return {};
 }
@@ -187,7 +192,7 @@ Status LetOperatorOfficeListen(const QString& pipeName) {
   starter.setStandardOutputFile(QProcess::nullDevice());
   starter.setStandardErrorFile(QProcess::nullDevice());
   if (starter.startDetached()) return {};
-  return StartFailure(starter.program(), QStringLiteral("is it installed?"));
+  return StartFailure(starter.program(), Wording{u"kurulu mu?", u"is it installed?"});
 }
 
 }  // namespace vesk

@@ -27,56 +27,59 @@ enum class CodeClass : unsigned {
 };
 
 /// Reading and writing fail for many reasons; those that can be seen from outside come first.
-QString SeenFromOutside(const QString& path) {
+Message SeenFromOutside(const QString& path) {
   if (path.isEmpty()) return {};
   const QFileInfo file(path);
   const QString folder = file.absolutePath();
-  if (!QFileInfo(folder).isDir()) return QStringLiteral("its folder is no longer there");
+  if (!QFileInfo(folder).isDir())
+    return Wording{u"klasörü artık yerinde değil", u"its folder is no longer there"};
   const QStorageInfo volume(folder);
-  if (volume.isValid() && volume.isReadOnly()) return QStringLiteral("the disk is read-only");
-  if (volume.isValid() && volume.bytesAvailable() < kHardlyAnyRoom) return QStringLiteral("the disk is full");
+  if (volume.isValid() && volume.isReadOnly()) return Wording{u"disk salt okunur", u"the disk is read-only"};
+  if (volume.isValid() && volume.bytesAvailable() < kHardlyAnyRoom)
+    return Wording{u"disk dolu", u"the disk is full"};
   const bool mayWrite = QFileInfo(folder).isWritable() && (!file.exists() || file.isWritable());
-  return mayWrite ? QString() : QStringLiteral("there is no permission to write it");
+  return mayWrite ? Message() : Wording{u"yazma izni yok", u"there is no permission to write it"};
 }
 
-QString Worded(CodeClass codeClass, const QString& path) {
+Message Worded(CodeClass codeClass, const QString& path) {
   switch (codeClass) {
     case CodeClass::Space:
-      return QStringLiteral("the disk is full");
+      return Wording{u"disk dolu", u"the disk is full"};
     case CodeClass::Access:
-      return QStringLiteral("there is no permission to read or write it");
+      return Wording{u"okuma veya yazma izni yok", u"there is no permission to read or write it"};
     case CodeClass::Locking:
-      return QStringLiteral("another program is using it");
+      return Wording{u"dosyayı başka bir program kullanıyor", u"another program is using it"};
     case CodeClass::NotExists:
     case CodeClass::Path:
-      return QStringLiteral("the file or its folder is not there");
+      return Wording{u"dosya veya klasörü yerinde değil", u"the file or its folder is not there"};
     case CodeClass::AlreadyExists:
-      return QStringLiteral("a file of that name is in the way");
+      return Wording{u"bu adda bir dosya var", u"a file of that name is in the way"};
     case CodeClass::Version:
     case CodeClass::Format:
-      return QStringLiteral("it is no workbook, or a damaged one");
+      return Wording{u"tablo dosyası değil veya bozuk", u"it is no workbook, or a damaged one"};
     case CodeClass::General:
     case CodeClass::Read:
     case CodeClass::Write:
     case CodeClass::Create:
       break;
   }
-  const QString seen = SeenFromOutside(path);
-  return seen.isEmpty() ? QStringLiteral("the spreadsheet application could not read or write it whole")
+  const Message seen = SeenFromOutside(path);
+  return seen.IsEmpty() ? Wording{u"tablolama programı dosyayı eksiksiz okuyamadı veya yazamadı",
+                                  u"the spreadsheet application could not read or write it whole"}
                         : seen;
 }
 
 }  // namespace
 
-QString WordOfficeReason(const QString& told, const QString& path) {
+Message WordOfficeReason(const QString& told, const QString& path) {
   static const QRegularExpression kCode(QStringLiteral("\\b0x([0-9a-fA-F]{3,8})\\b"));
   const QRegularExpressionMatch code = kCode.match(told);
-  if (!code.hasMatch()) return told;
+  if (!code.hasMatch()) return Message::Verbatim(told);
   constexpr unsigned kClassShift = 8;
   constexpr unsigned kClassBits = 0x1F;
   const auto codeClass =
       static_cast<CodeClass>((code.captured(1).toUInt(nullptr, 16) >> kClassShift) & kClassBits);
-  return QStringLiteral("%1 [%2]").arg(Worded(codeClass, path), told);
+  return {Wording{u"%1 [%2]", u"%1 [%2]"}, Worded(codeClass, path), told};
 }
 
 }  // namespace vesk

@@ -59,8 +59,7 @@ OfficeSession::~OfficeSession() {
   if (office_) {
     (void)EndOffice();
   } else if (bridge_.is()) {
-    (void)Ask(QString(), QString(),
-              [this] { Reference<css::lang::XComponent>(bridge_, UNO_QUERY_THROW)->dispose(); });
+    (void)Ask({}, {}, [this] { Reference<css::lang::XComponent>(bridge_, UNO_QUERY_THROW)->dispose(); });
   }
 }
 
@@ -80,7 +79,8 @@ Result<std::shared_ptr<OfficeSession>> OfficeSession::Bind(const OfficeLimits& l
 }
 
 Status OfficeSession::Connect(const QString& pipeName) {
-  const QString what = QStringLiteral("The spreadsheet application cannot be reached");
+  const Message what =
+      Wording{u"Tablolama programına ulaşılamıyor", u"The spreadsheet application cannot be reached"};
   QElapsedTimer waiting;
   waiting.start();
   runningLimit_ = limits_.start;
@@ -91,9 +91,9 @@ Status OfficeSession::Connect(const QString& pipeName) {
     connection_ = made;  // the watchdog sleeps now, and it reads this
     if (made.is()) break;
     if (office_ && !office_->IsRunning())
-      return Failure(what, QString(), QStringLiteral("it ended at its start"));
+      return Failure(what, QString(), Wording{u"başlarken kapandı", u"it ended at its start"});
     if (waiting.hasExpired(limits_.start.count()))
-      return Failure(what, QString(), QStringLiteral("no answer in time"));
+      return Failure(what, QString(), Wording{u"zamanında yanıt yok", u"no answer in time"});
     std::this_thread::sleep_for(kPause);
   }
   const Status reached = Ask(what, QString(), [this] {
@@ -115,35 +115,37 @@ void OfficeSession::GiveUp() {
   }
 }
 
-Error OfficeSession::Failure(const QString& what, const QString& path, const QString& reason) const {
+Error OfficeSession::Failure(const Message& what, const QString& path, const Message& reason) const {
   if (!watchdog_.TimedOut()) return {what, path, reason};
-  return {what, path, QStringLiteral("no answer in time")};
+  return {what, path, Wording{u"zamanında yanıt yok", u"no answer in time"}};
 }
 
-Status OfficeSession::Ask(const QString& what, const QString& path, const std::function<void()>& exchange) {
-  if (watchdog_.TimedOut()) return Failure(what, path, QString());
-  QString reason;
+Status OfficeSession::Ask(const Message& what, const QString& path, const std::function<void()>& exchange) {
+  if (watchdog_.TimedOut()) return Failure(what, path, {});
+  Message reason;
   bool done = false;
   watchdog_.Arm(runningLimit_);
   try {
     exchange();
     done = true;
   } catch (const css::lang::DisposedException&) {
-    reason = QStringLiteral("the spreadsheet application has ended");
+    reason = Wording{u"tablolama programı kapandı", u"the spreadsheet application has ended"};
   } catch (const css::uno::Exception& exception) {
     reason = WordOfficeReason(FromOffice(exception.Message), path);
   } catch (const std::exception& exception) {
-    reason = QString::fromLocal8Bit(exception.what());
+    reason = Message::Verbatim(QString::fromLocal8Bit(exception.what()));
   }
   watchdog_.Disarm();
   if (done) return {};
   return Failure(what, path,
-                 reason.isEmpty() ? QStringLiteral("the spreadsheet application refused") : reason);
+                 reason.IsEmpty() ? Message(Wording{u"tablolama programı kabul etmedi",
+                                                    u"the spreadsheet application refused"})
+                                  : reason);
 }
 
 bool OfficeSession::IsAlive() {
   if (office_ && !office_->IsRunning()) return false;
-  return desktop_.is() && Ask(QString(), QString(), [this] { (void)desktop_->getCurrentFrame(); }).Ok();
+  return desktop_.is() && Ask({}, QString(), [this] { (void)desktop_->getCurrentFrame(); }).Ok();
 }
 
 Status OfficeSession::EndOffice() {
@@ -151,17 +153,17 @@ Status OfficeSession::EndOffice() {
   bool agreed = true;
   Status asked;
   if (desktop_.is()) {
-    asked = Ask(QStringLiteral("The spreadsheet application does not end"), QString(), [&] {
-      try {
-        agreed = desktop_->terminate();
-      } catch (const css::lang::DisposedException&) {
-        agreed = true;  // it ended before it could answer
-      }
-    });
+    asked = Ask(Wording{u"Tablolama programı kapanmıyor", u"The spreadsheet application does not end"},
+                QString(), [&] {
+                  try {
+                    agreed = desktop_->terminate();
+                  } catch (const css::lang::DisposedException&) {
+                    agreed = true;  // it ended before it could answer
+                  }
+                });
   }
   if (bridge_.is()) {
-    (void)Ask(QString(), QString(),
-              [this] { Reference<css::lang::XComponent>(bridge_, UNO_QUERY_THROW)->dispose(); });
+    (void)Ask({}, {}, [this] { Reference<css::lang::XComponent>(bridge_, UNO_QUERY_THROW)->dispose(); });
   }
   desktop_.clear();
   if (office_) {
@@ -169,8 +171,8 @@ Status OfficeSession::EndOffice() {
     return {};
   }
   if (asked && !agreed)
-    return Failure(QStringLiteral("The spreadsheet application does not end"), QString(),
-                   QStringLiteral("it has other work open"));
+    return Failure(Wording{u"Tablolama programı kapanmıyor", u"The spreadsheet application does not end"},
+                   QString(), Wording{u"başka açık belgeleri var", u"it has other work open"});
   return asked;
 }
 

@@ -48,7 +48,7 @@ class OfficeSession {
   [[nodiscard]] const css::uno::Reference<css::uno::XComponentContext>& Context() const { return context_; }
 
   /// Runs an exchange with the office; whatever it throws becomes an error with that what and path.
-  Status Ask(const QString& what, const QString& path, const std::function<void()>& exchange);
+  Status Ask(const Message& what, const QString& path, const std::function<void()>& exchange);
   /// Asks the office to end. A private one is ended for sure.
   Status EndOffice();
 
@@ -56,7 +56,7 @@ class OfficeSession {
   OfficeSession(std::unique_ptr<PrivateOffice> office, const OfficeLimits& limits);
   Status Connect(const QString& pipeName);
   void GiveUp();
-  [[nodiscard]] Error Failure(const QString& what, const QString& path, const QString& reason) const;
+  [[nodiscard]] Error Failure(const Message& what, const QString& path, const Message& reason) const;
 
   std::unique_ptr<PrivateOffice> office_;
   OfficeLimits limits_;

@@ -100,12 +100,15 @@ QString MacroAddress(const Reference<css::sheet::XSpreadsheetDocument>& document
 }
 
 /// The office refuses a file without a word; this tells the usual causes apart.
-Error Unreadable(const QString& what, const QString& path) {
+Error Unreadable(const Message& what, const QString& path) {
   const QFileInfo file(path);
-  if (!file.exists()) return {what, path, QStringLiteral("no such file")};
+  if (!file.exists()) return {what, path, Wording{u"böyle bir dosya yok", u"no such file"}};
   const QString lock = file.dir().filePath(QStringLiteral(".~lock.%1#").arg(file.fileName()));
-  if (QFileInfo::exists(lock)) return {what, lock, QStringLiteral("it is open elsewhere; this is its lock")};
-  return {what, path, QStringLiteral("it is no workbook, or it cannot be read")};
+  if (QFileInfo::exists(lock))
+    return {what, lock,
+            Wording{u"başka yerde açık; kilidi bu dosya", u"it is open elsewhere; this is its lock"}};
+  return {what, path,
+          Wording{u"tablo dosyası değil veya okunamıyor", u"it is no workbook, or it cannot be read"}};
 }
 
 }  // namespace
@@ -120,7 +123,7 @@ OfficeWorkbook::~OfficeWorkbook() {
 Result<std::unique_ptr<OfficeWorkbook>> OfficeWorkbook::Load(std::shared_ptr<OfficeSession> session,
                                                              const QString& path, Macros macros) {
   std::unique_ptr<OfficeWorkbook> workbook(new OfficeWorkbook(std::move(session), path));
-  const QString what = QStringLiteral("The workbook could not be opened");
+  const Message what = Wording{u"Tablo dosyası açılamadı", u"The workbook could not be opened"};
   OfficeSession& office = *workbook->session_;
   const Status loaded = office.Ask(what, path, [&] {
     // Never hidden, a headless office has no screen anyway: a hidden workbook is saved without its active
@@ -143,30 +146,36 @@ Result<std::unique_ptr<OfficeWorkbook>> OfficeWorkbook::Load(std::shared_ptr<Off
 
 Result<std::unique_ptr<Worksheet>> OfficeWorkbook::Sheet(const QString& name) {
   Reference<css::sheet::XSpreadsheet> sheet;
-  const Status found = session_->Ask(QStringLiteral("The workbook's sheet cannot be used"), path_, [&] {
-    const Reference<css::sheet::XSpreadsheets> sheets = document_->getSheets();
-    if (sheets->hasByName(ToOffice(name))) sheet.set(sheets->getByName(ToOffice(name)), UNO_QUERY_THROW);
-  });
+  const Status found = session_->Ask(
+      Wording{u"Tablo dosyasının sayfası kullanılamıyor", u"The workbook's sheet cannot be used"}, path_,
+      [&] {
+        const Reference<css::sheet::XSpreadsheets> sheets = document_->getSheets();
+        if (sheets->hasByName(ToOffice(name))) sheet.set(sheets->getByName(ToOffice(name)), UNO_QUERY_THROW);
+      });
   if (!found) return found.Failure();
   if (!sheet.is()) {
-    return Error{QStringLiteral("The workbook has no such sheet"), path_, name};
+    return Error{Wording{u"Tablo dosyasında bu sayfa yok", u"The workbook has no such sheet"}, path_,
+                 Message::Verbatim(name)};
   }
   return std::unique_ptr<Worksheet>(new OfficeWorksheet(session_, document_, sheet, path_));
 }
 
 Status OfficeWorkbook::ShowWindow() {
   if (session_->IsPrivate()) return {};
-  return session_->Ask(QStringLiteral("The workbook's window could not be shown"), path_, [&] {
-    const Reference<css::awt::XWindow> window = FrameOf(document_)->getContainerWindow();
-    window->setVisible(true);
-    const Reference<css::awt::XTopWindow> top(window, UNO_QUERY);
-    if (top.is()) top->toFront();
-  });
+  return session_->Ask(
+      Wording{u"Tablo dosyasının penceresi gösterilemedi", u"The workbook's window could not be shown"},
+      path_, [&] {
+        const Reference<css::awt::XWindow> window = FrameOf(document_)->getContainerWindow();
+        window->setVisible(true);
+        const Reference<css::awt::XTopWindow> top(window, UNO_QUERY);
+        if (top.is()) top->toFront();
+      });
 }
 
 Status OfficeWorkbook::RunMacro(const QString& name) {
   QString address;
-  const QString what = QStringLiteral("The workbook's macro could not be run");
+  const Message what =
+      Wording{u"Tablo dosyasının makrosu çalıştırılamadı", u"The workbook's macro could not be run"};
   const Status ran = session_->Ask(what, path_, [&] {
     address = MacroAddress(document_, name);
     if (address.isEmpty()) return;
@@ -177,22 +186,24 @@ Status OfficeWorkbook::RunMacro(const QString& name) {
     Sequence<Any> results;
     (void)script->invoke({}, positions, results);
   });
-  if (ran && address.isEmpty()) return Error{what, path_, QStringLiteral("the workbook has no such macro")};
+  if (ran && address.isEmpty())
+    return Error{what, path_, Wording{u"tablo dosyasında bu makro yok", u"the workbook has no such macro"}};
   return ran;
 }
 
 Status OfficeWorkbook::Save() {
-  return session_->Ask(QStringLiteral("The workbook could not be saved"), path_,
+  return session_->Ask(Wording{u"Tablo dosyası kaydedilemedi", u"The workbook could not be saved"}, path_,
                        [&] { Reference<css::frame::XStorable>(document_, UNO_QUERY_THROW)->store(); });
 }
 
 Status OfficeWorkbook::Close() {
   if (!document_.is()) return {};
   const Reference<css::sheet::XSpreadsheetDocument> document = std::exchange(document_, {});
-  return session_->Ask(QStringLiteral("The workbook could not be closed"), path_, [&] {
-    Reference<css::util::XModifiable>(document, UNO_QUERY_THROW)->setModified(false);
-    Reference<css::util::XCloseable>(document, UNO_QUERY_THROW)->close(true);
-  });
+  return session_->Ask(Wording{u"Tablo dosyası kapatılamadı", u"The workbook could not be closed"}, path_,
+                       [&] {
+                         Reference<css::util::XModifiable>(document, UNO_QUERY_THROW)->setModified(false);
+                         Reference<css::util::XCloseable>(document, UNO_QUERY_THROW)->close(true);
+                       });
 }
 
 }  // namespace vesk

@@ -113,12 +113,12 @@ OfficeWorksheet::OfficeWorksheet(std::shared_ptr<OfficeSession> session,
     : session_(std::move(session)), document_(document), sheet_(sheet), path_(std::move(path)) {}
 
 Status OfficeWorksheet::Select() {
-  return session_->Ask(QStringLiteral("The sheet could not be selected"), path_,
+  return session_->Ask(Wording{u"Sayfa seçilemedi", u"The sheet could not be selected"}, path_,
                        [&] { ViewOf(document_)->setActiveSheet(sheet_); });
 }
 
 Status OfficeWorksheet::SelectCell(int row, int column) {
-  return session_->Ask(QStringLiteral("The cell could not be selected"), path_, [&] {
+  return session_->Ask(Wording{u"Hücre seçilemedi", u"The cell could not be selected"}, path_, [&] {
     const Reference<css::view::XSelectionSupplier> view(ViewOf(document_), UNO_QUERY_THROW);
     view->select(Any(sheet_->getCellByPosition(column - 1, row - 1)));
   });
@@ -130,7 +130,7 @@ Status OfficeWorksheet::PutValue(int row, int column, const CellValue& value) {
 
 Status OfficeWorksheet::PutBlock(int row, int column, const CellBlock& block) {
   if (block.empty() || block.front().empty()) return {};
-  return session_->Ask(QStringLiteral("The cells could not be written"), path_, [&] {
+  return session_->Ask(Wording{u"Hücreler yazılamadı", u"The cells could not be written"}, path_, [&] {
     const auto rows = static_cast<sal_Int32>(block.size());
     const auto columns = static_cast<sal_Int32>(block.front().size());
     const Reference<css::sheet::XCellRangeData> range(
@@ -164,7 +164,7 @@ void OfficeWorksheet::ShowDatesAsDates(int row, int column, const CellBlock& blo
 }
 
 Status OfficeWorksheet::SetProperty(const std::vector<CellRange>& ranges, const char* property,
-                                    const Any& value, const QString& what) {
+                                    const Any& value, const Message& what) {
   if (ranges.empty()) return {};
   return session_->Ask(what, path_, [&] {
     const Reference<css::sheet::XCellRangeAddressable> addressable(sheet_, UNO_QUERY_THROW);
@@ -184,9 +184,10 @@ Status OfficeWorksheet::SetProperty(const std::vector<CellRange>& ranges, const 
 }
 
 Status OfficeWorksheet::SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) {
-  const QString what = QStringLiteral("The font colour could not be set");
+  const Message what = Wording{u"Yazı rengi verilemedi", u"The font colour could not be set"};
   if (colourIndex < 1 || colourIndex > static_cast<int>(kPalette.size())) {
-    return Error{what, path_, QStringLiteral("there is no colour %1").arg(colourIndex)};
+    return Error{what, path_,
+                 Message(Wording{u"%1 numaralı renk yok", u"there is no colour %1"}, colourIndex)};
   }
   return SetProperty(ranges, "CharColor", Any(kPalette[static_cast<std::size_t>(colourIndex - 1)]), what);
 }
@@ -197,27 +198,28 @@ Status OfficeWorksheet::SetBorder(const std::vector<CellRange>& ranges, Border b
   line.LineWidth = static_cast<sal_uInt32>(line.OuterLineWidth);
   line.LineStyle = css::table::BorderLineStyle::SOLID;
   return SetProperty(ranges, BorderProperty(border), Any(line),
-                     QStringLiteral("The border could not be drawn"));
+                     Wording{u"Kenarlık çizilemedi", u"The border could not be drawn"});
 }
 
 Status OfficeWorksheet::MakeTextBlock(const CellRange& range, double heightCm, double points) {
-  return session_->Ask(QStringLiteral("The note's cell could not be laid out"), path_, [&] {
-    const Reference<css::table::XCellRange> cells(
-        sheet_->getCellRangeByPosition(range.firstColumn - 1, range.firstRow - 1, range.lastColumn - 1,
-                                       range.lastRow - 1),
-        css::uno::UNO_SET_THROW);
-    Reference<css::util::XMergeable>(cells, UNO_QUERY_THROW)->merge(true);
-    const Reference<css::beans::XPropertySet> looks(cells, UNO_QUERY_THROW);
-    looks->setPropertyValue(ToOffice("IsTextWrapped"), Any(true));
-    looks->setPropertyValue(ToOffice("CharHeight"), Any(static_cast<float>(points)));
-    const Reference<css::table::XColumnRowRange> lines(cells, UNO_QUERY_THROW);
-    const Reference<css::beans::XPropertySet> row(lines->getRows()->getByIndex(0), UNO_QUERY_THROW);
-    row->setPropertyValue(ToOffice("Height"), Any(static_cast<sal_Int32>(std::lround(heightCm * 1000))));
-  });
+  return session_->Ask(
+      Wording{u"Not hücresi biçimlendirilemedi", u"The note's cell could not be laid out"}, path_, [&] {
+        const Reference<css::table::XCellRange> cells(
+            sheet_->getCellRangeByPosition(range.firstColumn - 1, range.firstRow - 1, range.lastColumn - 1,
+                                           range.lastRow - 1),
+            css::uno::UNO_SET_THROW);
+        Reference<css::util::XMergeable>(cells, UNO_QUERY_THROW)->merge(true);
+        const Reference<css::beans::XPropertySet> looks(cells, UNO_QUERY_THROW);
+        looks->setPropertyValue(ToOffice("IsTextWrapped"), Any(true));
+        looks->setPropertyValue(ToOffice("CharHeight"), Any(static_cast<float>(points)));
+        const Reference<css::table::XColumnRowRange> lines(cells, UNO_QUERY_THROW);
+        const Reference<css::beans::XPropertySet> row(lines->getRows()->getByIndex(0), UNO_QUERY_THROW);
+        row->setPropertyValue(ToOffice("Height"), Any(static_cast<sal_Int32>(std::lround(heightCm * 1000))));
+      });
 }
 
 Status OfficeWorksheet::SetFormulaR1C1(int row, int column, const QString& formula) {
-  return session_->Ask(QStringLiteral("The formula could not be set"), path_, [&] {
+  return session_->Ask(Wording{u"Formül yazılamadı", u"The formula could not be set"}, path_, [&] {
     const Reference<css::table::XCell> cell = sheet_->getCellByPosition(column - 1, row - 1);
     if (!formula.startsWith(QLatin1Char('='))) {
       cell->setFormula(ToOffice(formula));
@@ -238,26 +240,27 @@ Status OfficeWorksheet::SetFormulaR1C1(int row, int column, const QString& formu
 }
 
 Status OfficeWorksheet::ReenterFormulas() {
-  return session_->Ask(QStringLiteral("The formulas could not be entered again"), path_, [&] {
-    const Reference<css::sheet::XCellRangesQuery> query(sheet_, UNO_QUERY_THROW);
-    const Reference<css::sheet::XSheetCellRanges> formulas = FormulasOf(query);
-    if (!formulas->getRangeAddresses().hasElements()) return;
-    const Reference<css::sheet::XCalculatable> calculation(document_, UNO_QUERY_THROW);
-    const bool automatic = calculation->isAutomaticCalculationEnabled();
-    calculation->enableAutomaticCalculation(false);  // once at the end, not once a formula
-    const std::vector<FormattedCells> formatted = FormattedFormulas();
-    for (const FormattedCells& cells : formatted) SetNumberFormat(cells.cells, Any(kGeneralFormat));
-    // Replacing each equals sign by itself enters every formula anew, all in one call.
-    const Reference<css::util::XReplaceable> cells(formulas, UNO_QUERY_THROW);
-    const Reference<css::util::XReplaceDescriptor> same(cells->createReplaceDescriptor(),
-                                                        css::uno::UNO_SET_THROW);
-    same->setSearchString(ToOffice("="));
-    same->setReplaceString(ToOffice("="));
-    (void)cells->replaceAll(Reference<css::util::XSearchDescriptor>(same, UNO_QUERY_THROW));
-    calculation->calculate();  // now, while the formats are away
-    for (const FormattedCells& each : formatted) SetNumberFormat(each.cells, each.format);
-    calculation->enableAutomaticCalculation(automatic);
-  });
+  return session_->Ask(
+      Wording{u"Formüller yeniden girilemedi", u"The formulas could not be entered again"}, path_, [&] {
+        const Reference<css::sheet::XCellRangesQuery> query(sheet_, UNO_QUERY_THROW);
+        const Reference<css::sheet::XSheetCellRanges> formulas = FormulasOf(query);
+        if (!formulas->getRangeAddresses().hasElements()) return;
+        const Reference<css::sheet::XCalculatable> calculation(document_, UNO_QUERY_THROW);
+        const bool automatic = calculation->isAutomaticCalculationEnabled();
+        calculation->enableAutomaticCalculation(false);  // once at the end, not once a formula
+        const std::vector<FormattedCells> formatted = FormattedFormulas();
+        for (const FormattedCells& cells : formatted) SetNumberFormat(cells.cells, Any(kGeneralFormat));
+        // Replacing each equals sign by itself enters every formula anew, all in one call.
+        const Reference<css::util::XReplaceable> cells(formulas, UNO_QUERY_THROW);
+        const Reference<css::util::XReplaceDescriptor> same(cells->createReplaceDescriptor(),
+                                                            css::uno::UNO_SET_THROW);
+        same->setSearchString(ToOffice("="));
+        same->setReplaceString(ToOffice("="));
+        (void)cells->replaceAll(Reference<css::util::XSearchDescriptor>(same, UNO_QUERY_THROW));
+        calculation->calculate();  // now, while the formats are away
+        for (const FormattedCells& each : formatted) SetNumberFormat(each.cells, each.format);
+        calculation->enableAutomaticCalculation(automatic);
+      });
 }
 
 /// Formulas whose cells have a number format of their own. Such a cell stores its result as a number,

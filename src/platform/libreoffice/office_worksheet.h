@@ -29,7 +29,7 @@ class OfficeWorksheet : public Worksheet {
 
  private:
   Status SetProperty(const std::vector<CellRange>& ranges, const char* property, const css::uno::Any& value,
-                     const QString& what);
+                     const Message& what);
   struct FormattedCells {
     css::uno::Reference<css::sheet::XSheetCellRanges> cells;
     css::uno::Any format;
