@@ -31,7 +31,7 @@ TEST(OfficeReason, ACodeIsWordedWithTheOfficesOwnTextBehind) {
               std::string(row.worded) + " [" + row.told + "]");
   }
   for (const char* plain : {"the macro failed", "", "row 0x is no code"}) {
-    EXPECT_EQ(WordOfficeReason(QString::fromLatin1(plain), there), QString::fromLatin1(plain));
+    EXPECT_EQ(WordOfficeReason(QString::fromLatin1(plain), there).English(), QString::fromLatin1(plain));
   }
 }
 
