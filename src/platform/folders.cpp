@@ -14,6 +14,16 @@ namespace {
 constexpr std::array<QLatin1String, 3> kDeliveredFiles = {kRegisterTemplate, QLatin1String("Sablon.xls"),
                                                           QLatin1String("Sablon_E.xls")};
 
+constexpr Wording kNoProgramFolder{u"Program klasörü oluşturulamadı",
+                                   u"The program folder could not be made"};
+constexpr Wording kNotCopied{u"Dosya kopyalanamadı", u"The file could not be copied"};
+constexpr Wording kNoSuchFile{u"böyle bir dosya yok", u"there is no such file"};
+constexpr Wording kExists{u"zaten var", u"it exists already"};
+constexpr Wording kNoMarker{u"İlk çalışma işareti yazılamadı", u"The first-run marker could not be written"};
+constexpr Wording kNotDelivered{u"Programla birlikte gelen dosya bulunamadı",
+                                u"A file that comes with the program was not found"};
+constexpr Wording kLookedIn{u"bakılan yerler: %1", u"looked in %1"};
+
 bool StartsWithDrive(const QString& text) {
   return text.size() >= 2 && text[1] == QLatin1Char(':') && text[0].unicode() < 0x80 && text[0].isLetter();
 }
@@ -23,12 +33,17 @@ bool StartsAtDriveRoot(const QString& text) {
   return text.startsWith(QLatin1Char('\\')) && !text.startsWith(QLatin1String("\\\\"));
 }
 
-/// Folder that the program's files were installed into.
+/// Folder that the program's files were installed into; the executable's when they are nowhere.
 QString InstalledFolder(const QString& executableFolder) {
-  if (FindEntry(executableFolder, kRegisterTemplate)) return executableFolder;
-  const QString shared =
-      WithTrailingSlash(QDir::cleanPath(executableFolder + QLatin1String("../share/vesk4")));
-  return FindEntry(shared, kRegisterTemplate) ? shared : executableFolder;
+  for (const QString& folder : DeliveryFolders(executableFolder)) {
+    if (FindEntry(folder, kRegisterTemplate)) return folder;
+  }
+  return executableFolder;
+}
+
+Error NotDelivered(const QString& name, const std::vector<QString>& lookedIn) {
+  const QString places = QStringList(lookedIn.begin(), lookedIn.end()).join(QLatin1String(", "));
+  return {kNotDelivered, name, Message(kLookedIn, places)};
 }
 
 bool IsWritableFolder(const QString& path) {
@@ -36,13 +51,12 @@ bool IsWritableFolder(const QString& path) {
   return info.isDir() && info.isWritable();
 }
 
-Status FillProgramFolder(const QString& folder, const QString& installed) {
-  if (!QDir().mkpath(folder)) {
-    return Error{QStringLiteral("The program folder could not be made"), folder, {}};
-  }
+Status FillProgramFolder(const QString& folder, const QString& executableFolder) {
+  if (!QDir().mkpath(folder)) return Error{kNoProgramFolder, folder, {}};
   for (const QLatin1String name : kDeliveredFiles) {
-    const std::optional<QString> source = FindEntry(installed, name);
-    if (!source || FindEntry(folder, name)) continue;
+    if (FindEntry(folder, name)) continue;
+    const Result<QString> source = FindDeliveredFile(executableFolder, name);
+    if (!source) continue;  // MissingDeliveredFiles tells
     if (Status copied = CopyNewFile(*source, folder + name); !copied) return copied;
   }
   return {};
@@ -52,8 +66,7 @@ Status LeaveFirstRunMarker(const QString& folder, const QString& settingsFileNam
   if (FindEntry(folder, settingsFileName) || FindEntry(folder, kFirstRunMarker)) return {};
   QFile marker(folder + kFirstRunMarker);
   if (!marker.open(QIODevice::WriteOnly)) {
-    return Error{QStringLiteral("The first-run marker could not be written"), marker.fileName(),
-                 marker.errorString()};
+    return Error{kNoMarker, marker.fileName(), Message::Verbatim(marker.errorString())};
   }
   return {};
 }
@@ -103,10 +116,37 @@ std::optional<QString> FindEntry(const QString& folder, const QString& name) {
   return std::nullopt;
 }
 
+std::vector<QString> DeliveryFolders(const QString& executableFolder) {
+  const QString beside = WithTrailingSlash(executableFolder);
+  return {beside, WithTrailingSlash(QDir::cleanPath(beside + QLatin1String("../share/vesk4")))};
+}
+
+Result<QString> FindDeliveredFile(const QString& executableFolder, const QString& name) {
+  const std::vector<QString> folders = DeliveryFolders(executableFolder);
+  for (const QString& folder : folders) {
+    if (const std::optional<QString> path = FindEntry(folder, name)) return *path;
+  }
+  return NotDelivered(name, folders);
+}
+
+std::vector<Error> MissingDeliveredFiles(const QString& programFolder, const QString& executableFolder) {
+  std::vector<QString> folders = {programFolder};
+  if (!executableFolder.isEmpty()) {
+    for (const QString& folder : DeliveryFolders(executableFolder)) {
+      if (folder != programFolder) folders.push_back(folder);
+    }
+  }
+  std::vector<Error> missing;
+  for (const QLatin1String name : kDeliveredFiles) {
+    if (!FindEntry(programFolder, name)) missing.push_back(NotDelivered(name, folders));
+  }
+  return missing;
+}
+
 Status CopyNewFile(const QString& from, const QString& to) {
-  const QString what = QStringLiteral("The file could not be copied");
-  if (!QFileInfo::exists(from)) return Error{what, from, QStringLiteral("there is no such file")};
-  if (QFileInfo::exists(to)) return Error{what, to, QStringLiteral("it exists already")};
+  if (!QFileInfo::exists(from)) return Error{kNotCopied, from, kNoSuchFile};
+  if (QFileInfo::exists(to)) return Error{kNotCopied, to, kExists};
+  const QString what = Message(kNotCopied).English();
   const Result<QByteArray> content = ReadWholeFile(from, what);
   if (!content) return content.Failure();
   return WriteNewFile(to, *content, what);
@@ -118,8 +158,8 @@ Result<QString> ResolveProgramFolder(const ProgramPlaces& places) {
   QString folder = executableFolder;
   if (installed != executableFolder || !IsWritableFolder(executableFolder)) {
     folder = WithTrailingSlash(places.userDataFolder) + QLatin1String("vesk4/");
-    if (const Status filled = FillProgramFolder(folder, installed); !filled) return filled.Failure();
   }
+  if (const Status filled = FillProgramFolder(folder, executableFolder); !filled) return filled.Failure();
   if (const Status marked = LeaveFirstRunMarker(folder, places.settingsFileName); !marked) {
     return marked.Failure();
   }

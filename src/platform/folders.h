@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 #include "platform/result.h"
 
@@ -39,6 +40,18 @@ std::optional<QString> FindEntry(const QString& folder, const QString& name);
 /// Copies a file; never overwrites one. The copy appears whole or not at all.
 Status CopyNewFile(const QString& from, const QString& to);
 
+/// Folders that the program's files come in, the one to look into first in front: beside the executable, and
+/// "../share/vesk4/" from there, where the build and a package put them. Each with one trailing "/".
+std::vector<QString> DeliveryFolders(const QString& executableFolder);
+
+/// Path of a file that comes with the program, its name matched without regard to case. The error names every
+/// folder that was looked into.
+Result<QString> FindDeliveredFile(const QString& executableFolder, const QString& name);
+
+/// An error for each file that comes with the program and is not in the program folder.
+/// executableFolder: where a missing one should have come from; empty when it was looked for nowhere else.
+std::vector<Error> MissingDeliveredFiles(const QString& programFolder, const QString& executableFolder);
+
 /// Where the files of the program may lie.
 struct ProgramPlaces {
   QString executableFolder;  ///< folder of the running executable
@@ -47,9 +60,9 @@ struct ProgramPlaces {
 };
 
 /// The program folder, with one trailing "/": the executable's folder when it can be written and the
-/// program's files are not installed elsewhere, otherwise "vesk4/" in the user's data folder, filled from the
-/// installed files. A folder without a settings file gets the first-run marker, as an installer would leave
-/// it.
+/// program's files are not installed elsewhere, otherwise "vesk4/" in the user's data folder. What it lacks
+/// of the delivered files is copied into it. A folder without a settings file gets the first-run marker, as
+/// an installer would leave it.
 Result<QString> ResolveProgramFolder(const ProgramPlaces& places);
 
 }  // namespace vesk

@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "platform/csv.h"
+#include "platform/folders.h"
 #include "platform/libreoffice/office.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
@@ -131,13 +132,6 @@ struct TableOptions {
   ExtremeMode mode = ExtremeMode::Recorded;
 };
 
-/// Beside the program, or where a package puts it.
-QString DefaultTemplates() {
-  const QString beside = QCoreApplication::applicationDirPath() + QLatin1Char('/');
-  if (QFileInfo::exists(beside + QStringLiteral("Sablon.xls"))) return beside;
-  return beside + QStringLiteral("../share/vesk4/");
-}
-
 /// The exit code that the load asks for, once the table is made.
 Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Spreadsheet& office) {
   const QString number = choice.station.mid(4);
@@ -175,6 +169,15 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
   return ExitOf(*loaded);
 }
 
+/// The one that was asked for, or where the program's own template lies.
+Result<QString> TemplateFolder(const QCommandLineParser& parser, const QString& templateName) {
+  const QString option = QStringLiteral("templates");
+  if (parser.isSet(option)) return ExistingFolder(parser.value(option));
+  const auto found = FindDeliveredFile(QCoreApplication::applicationDirPath(), templateName);
+  if (!found) return found.Failure();
+  return WithTrailingSlash(QFileInfo(*found).path());
+}
+
 Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
   TableOptions options;
   const auto folder = DataFolder(parser.positionalArguments().front());
@@ -189,12 +192,6 @@ Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
     if (!out) return out.Failure();
     options.outFolder = *out;
   }
-  options.templates = DefaultTemplates();
-  if (parser.isSet(QStringLiteral("templates"))) {
-    const auto templates = ExistingFolder(parser.value(QStringLiteral("templates")));
-    if (!templates) return templates.Failure();
-    options.templates = *templates;
-  }
   options.registerPath = parser.value(QStringLiteral("register"));
   options.hourly = parser.isSet(QStringLiteral("hourly"));
   options.replace = parser.isSet(QStringLiteral("replace"));
@@ -207,6 +204,9 @@ Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
     language.FillTurkish();
   }
   options.templateName = language.templateName;
+  const auto templates = TemplateFolder(parser, options.templateName);
+  if (!templates) return templates.Failure();
+  options.templates = *templates;
   return options;
 }
 

@@ -106,5 +106,10 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "vesk4: %s\n", qPrintable(folder.Failure().English()));
     return kFailed;
   }
+  const bool ownFolder = parser.isSet(QStringLiteral("program-folder"));  // only what is in it counts
+  const QString from = ownFolder ? QString() : QApplication::applicationDirPath();
+  for (const vesk::Error& missing : vesk::MissingDeliveredFiles(folder.Value(), from)) {
+    std::fprintf(stderr, "vesk4: %s\n", qPrintable(missing.English()));  // the windows do without it
+  }
   return Run(folder.Value(), executableName);
 }

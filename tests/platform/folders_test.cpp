@@ -85,5 +85,24 @@ TEST_F(Folders, TheProgramFolderIsTheUsersOwnFilledOnceWhenTheFilesAreInstalledE
   EXPECT_FALSE(QFile::exists(Path("user/vesk4/ilk.sil")));
 }
 
+TEST_F(Folders, AFileThatCameWithTheProgramIsFoundInEitherPlaceOrBothAreNamed) {
+  const QString name = QStringLiteral("Sablon_E.xls");
+  const auto find = [&] { return FindDeliveredFile(Path("bin"), name); };
+  ASSERT_FALSE(find());
+  const QString told = find().Failure().English();
+  for (const QString& part : {name, Path("bin/"), Path("share/vesk4/")})
+    EXPECT_TRUE(told.contains(part)) << told.toStdString();
+  Make("share/vesk4/SABLON_E.XLS");
+  EXPECT_EQ(*find(), Path("share/vesk4/SABLON_E.XLS"));
+  Make("bin/Sablon_E.xls");
+  EXPECT_EQ(*find(), Path("bin/Sablon_E.xls"));
+
+  Make("own/Sablon.xls");
+  const std::vector<Error> missing = MissingDeliveredFiles(Path("own/"), Path("bin"));
+  ASSERT_EQ(missing.size(), 2U) << "not the one that is there";
+  EXPECT_EQ(missing.front().path, QStringLiteral("IstSbl.mdb"));
+  EXPECT_TRUE(missing.front().English().contains(Path("own/")));
+}
+
 }  // namespace
 }  // namespace vesk

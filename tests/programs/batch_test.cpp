@@ -4,6 +4,8 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QSet>
 #include <QTemporaryDir>
@@ -23,15 +25,19 @@ struct Outcome {
   [[nodiscard]] QStringList Lines() const { return out.split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
 };
 
-Outcome Batch(const QStringList& arguments) {
+Outcome RunProgram(const QString& program, const QStringList& arguments) {
   QProcess process;
-  process.start(QStringLiteral(VESK_BATCH_PROGRAM), arguments);
+  process.start(program, arguments);
   Outcome run;
   if (!process.waitForFinished(60'000)) return run;
   run.exit = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
   run.out = QString::fromUtf8(process.readAllStandardOutput());
   run.err = QString::fromUtf8(process.readAllStandardError());
   return run;
+}
+
+Outcome Batch(const QStringList& arguments) {
+  return RunProgram(QStringLiteral(VESK_BATCH_PROGRAM), arguments);
 }
 
 /// Names and contents of everything in a folder.
@@ -189,6 +195,33 @@ TEST_F(BatchTest, AWaterYearIsFourDigitsForEveryVerb) {
       const Outcome run = Batch(call);
       EXPECT_EQ(run.exit, 2) << verb << ' ' << year << run.err.toStdString();
     }
+  }
+}
+
+TEST_F(BatchTest, TemplatesAreFoundWhereTheBuildAndAPackagePutThem) {
+  // No such station: the verb ends behind the look for its template, without an office.
+  const QStringList call = {QStringLiteral("table"),        Folder(),
+                            QStringLiteral("--station"),    QStringLiteral("99999"),
+                            QStringLiteral("--water-year"), QStringLiteral("2024")};
+  EXPECT_FALSE(Batch(call).err.contains(QStringLiteral("Sablon"))) << "as built";
+  const QString program = QFileInfo(QStringLiteral(VESK_BATCH_PROGRAM)).path();
+  EXPECT_TRUE(QFileInfo::exists(program + QStringLiteral("/../share/vesk4/Sablon.xls")));
+
+  const QDir tree(Folder());
+  const QString moved = tree.filePath(QStringLiteral("bin/vesk4-batch"));
+  ASSERT_TRUE(tree.mkpath(QStringLiteral("bin")) && tree.mkpath(QStringLiteral("share/vesk4")));
+  ASSERT_TRUE(QFile::copy(QStringLiteral(VESK_BATCH_PROGRAM), moved));
+  const Outcome nowhere = RunProgram(moved, call);
+  EXPECT_EQ(nowhere.exit, 1);
+  for (const char* told : {"Sablon.xls", "/bin/", "/share/vesk4/"})
+    EXPECT_TRUE(nowhere.err.contains(QLatin1String(told))) << nowhere.err.toStdString();
+  for (const char* place : {"share/vesk4/SABLON.XLS", "bin/Sablon.xls"}) {
+    QFile file(tree.filePath(QLatin1String(place)));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const Outcome found = RunProgram(moved, call);
+    EXPECT_FALSE(found.err.contains(QStringLiteral("Sablon"))) << place << found.err.toStdString();
+    EXPECT_TRUE(found.err.contains(QStringLiteral("99999"))) << place << found.err.toStdString();
+    ASSERT_TRUE(file.remove());
   }
 }
 
