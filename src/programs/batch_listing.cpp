@@ -68,7 +68,7 @@ Result<RawFile> FindRawFile(const QString& folder, const QString& name) {
       return std::move(file);
     }
   }
-  return Error{QStringLiteral("No raw file of that name"), folder + name, {}};
+  return InEnglish(QStringLiteral("No raw file of that name"), folder + name, {});
 }
 
 Result<LoadedReadings> LoadOneFile(const QString& folder, const QString& name) {
@@ -82,7 +82,8 @@ Result<LoadedReadings> LoadOneFile(const QString& folder, const QString& name) {
   if (!loaded) return loaded;
   TellLoadMessages(*loaded, request.station, name);
   if (!loaded->refusedFile.isEmpty()) {
-    return Error{QStringLiteral("The raw file is refused"), folder + name, loaded->messages.back()};
+    return Error{Message::Verbatim(QStringLiteral("The raw file is refused")), folder + name,
+                 loaded->messages.back()};
   }
   return loaded;
 }

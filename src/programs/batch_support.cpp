@@ -85,6 +85,10 @@ void Complain(const QString& text) {
   std::fputs(bytes.constData(), stderr);
 }
 
+Error InEnglish(const QString& what, const QString& path, const QString& reason) {
+  return {Message::Verbatim(what), path, Message::Verbatim(reason)};
+}
+
 int Fail(const Error& error) {
   Complain(error.English());
   return kBatchFailed;
@@ -138,8 +142,8 @@ std::optional<int> ParseVerb(QCommandLineParser& parser, const QStringList& argu
 Result<QString> ExistingFolder(const QString& argument) {
   const QFileInfo info(argument);
   if (!info.isDir()) {
-    return Error{QStringLiteral("Not a data directory"), argument,
-                 info.exists() ? QStringLiteral("it is a file") : QStringLiteral("no such folder")};
+    return InEnglish(QStringLiteral("Not a data directory"), argument,
+                     info.exists() ? QStringLiteral("it is a file") : QStringLiteral("no such folder"));
   }
   return info.absoluteFilePath() +
          (info.absoluteFilePath().endsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/"));
@@ -165,10 +169,10 @@ Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wa
     if (same) found.push_back(entry);
   }
   const QString what = QStringLiteral("Station %1").arg(wanted);
-  if (found.isEmpty()) return Error{what, {}, QStringLiteral("no raw file of it in the data directory")};
+  if (found.isEmpty()) return InEnglish(what, {}, QStringLiteral("no raw file of it in the data directory"));
   if (found.size() > 1) {
-    return Error{
-        what, {}, QStringLiteral("stands for several entries: %1").arg(found.join(QStringLiteral(", ")))};
+    return InEnglish(what, {},
+                     QStringLiteral("stands for several entries: %1").arg(found.join(QStringLiteral(", "))));
   }
   return found.front();
 }
@@ -280,11 +284,11 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
   const QString what = QStringLiteral("Station %1, water year %2").arg(choice.station).arg(choice.waterYear);
   TellLoadMessages(*loaded, choice.station, what, tell);
   if (!loaded->refusedFile.isEmpty()) {
-    tell(Error{what, folder + loaded->refusedFile,
-               QStringLiteral("this file is refused and ended the load, so the year may not be whole")}
+    tell(InEnglish(what, folder + loaded->refusedFile,
+                   QStringLiteral("this file is refused and ended the load, so the year may not be whole"))
              .English());
   }
-  if (loaded->grid.ReadingCount() == 0) return Error{what, folder, QStringLiteral("no readings")};
+  if (loaded->grid.ReadingCount() == 0) return InEnglish(what, folder, QStringLiteral("no readings"));
   return loaded;
 }
 
@@ -307,7 +311,7 @@ Status Output::Finish() {
     QFile standardOutput;
     if (!standardOutput.open(stdout, QIODevice::WriteOnly) || standardOutput.write(text_) != text_.size() ||
         !standardOutput.flush()) {
-      return Error{QStringLiteral("Standard output"), {}, standardOutput.errorString()};
+      return InEnglish(QStringLiteral("Standard output"), {}, standardOutput.errorString());
     }
     return {};
   }

@@ -20,6 +20,8 @@ namespace vesk {
 void Complain(const QString& text);
 /// Takes what there is to say; Complain, or somebody who keeps it until its turn comes.
 using Teller = std::function<void(const QString& text)>;
+/// An error in words that only the command line says; it speaks English.
+Error InEnglish(const QString& what, const QString& path, const QString& reason);
 /// Complains, and gives the exit code that goes with it.
 int Fail(const Error& error);
 int WrongUse(const QString& text);

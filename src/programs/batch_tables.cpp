@@ -111,7 +111,7 @@ Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
   if (parser.isSet(QStringLiteral("out-dir"))) {
     const QString wanted = parser.value(QStringLiteral("out-dir"));
     if (!QDir().mkpath(wanted))
-      return Error{QStringLiteral("The output folder could not be made"), wanted, {}};
+      return InEnglish(QStringLiteral("The output folder could not be made"), wanted, {});
     const auto out = ExistingFolder(wanted);
     if (!out) return out.Failure();
     options.outFolder = *out;

@@ -59,7 +59,7 @@ vesk::Result<QString> ProgramFolder(const QCommandLineParser& parser, const QStr
                                        executableName + QStringLiteral(".ini")});
   }
   if (QFileInfo(chosen).isDir()) return QDir(chosen).absolutePath() + QLatin1Char('/');
-  return vesk::Error{QStringLiteral("There is no such program folder"), chosen, {}};
+  return vesk::Error{vesk::Message::Verbatim(QStringLiteral("There is no such program folder")), chosen, {}};
 }
 
 vesk::WindowMakers RealWindows() {
