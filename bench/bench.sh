@@ -37,12 +37,12 @@ best_of() {
 }
 
 megabytes=$(du -cb "$many"/*.txt | awk 'END{printf "%.1f", $1 / 1e6}')
-ours100=$(best_of 9 "$bin/vesk4-batch" daily "$many" --all)
-ours10=$(best_of 9 "$bin/vesk4-batch" daily "$few" --all)
+ours100=$(best_of 9 "$bin/vesk4-batch" daily "$many" --all --jobs 1)
+ours10=$(best_of 9 "$bin/vesk4-batch" daily "$few" --all --jobs 1)
 start=$(best_of 9 "$bin/vesk4-batch" --version)
 awk100=$(best_of 3 mawk -f bench/daily.awk "$many"/*.txt)
 pandas10=$(best_of 1 /usr/bin/python3 bench/daily_pandas.py "$few")
-memory=$(/usr/bin/time -f %M "$bin/vesk4-batch" daily "$many" --all 2>&1 >/dev/null)
+memory=$(/usr/bin/time -f %M "$bin/vesk4-batch" daily "$many" --all --jobs 1 2>&1 >/dev/null)
 pandas100=$(awk "BEGIN{print $pandas10 * 10}")
 
 echo "== daily --all, 100 files x 35,040 readings, $megabytes MB, one core"

@@ -17,6 +17,7 @@ namespace {
 
 constexpr QSize kPictureSize(1600, 900);
 constexpr QSize kPaperSize(1123, 794);  // A4 landscape
+constexpr Wording kNothingToDraw{u"%1: çizilecek okuma yok", u"%1: there are no readings to draw"};
 constexpr int kLeastSide = 160;
 constexpr int kMostSide = 20000;
 
@@ -173,8 +174,7 @@ Result<LoadedStations> LoadStations(const GraphRequest& request) {
       if (failure) Complain(failure->English());
       failure = loaded.Failure();
       all.exit = kBatchFailed;
-      all.notes.append(request.language.Say(
-          Wording{u"%1: çizilecek okuma yok", u"%1: there are no readings to draw"}, station));
+      all.notes.append(request.language.Say(kNothingToDraw, station));
       continue;
     }
     all.exit = std::max(all.exit, ExitOf(*loaded));
@@ -226,14 +226,12 @@ int RunGraphVerb(const QStringList& arguments) {
   }
   const auto folder = DataFolder(parser.positionalArguments().front());
   if (!folder) {
-    Complain(folder.Failure().English());
-    return kBatchFailed;
+    return Fail(folder.Failure());
   }
   request->folder = *folder;
   const auto drawn = DrawGraph(*request);
   if (drawn) return *drawn;
-  Complain(drawn.Failure().English());
-  return kBatchFailed;
+  return Fail(drawn.Failure());
 }
 
 }  // namespace vesk

@@ -40,9 +40,7 @@ void AppendFileLine(QByteArray& text, const RawFile& file) {
 
 int Finish(Output& output) {
   const Status written = output.Finish();
-  if (written) return kBatchDone;
-  Complain(written.Failure().English());
-  return kBatchFailed;
+  return written ? kBatchDone : Fail(written.Failure());
 }
 
 QCommandLineOption OutOption() {
@@ -82,7 +80,7 @@ Result<LoadedReadings> LoadOneFile(const QString& folder, const QString& name) {
   request.files = {*file};
   auto loaded = LoadReadings(request);
   if (!loaded) return loaded;
-  PrintLoadMessages(*loaded, request.station, name);
+  TellLoadMessages(*loaded, request.station, name);
   if (!loaded->refusedFile.isEmpty()) {
     return Error{Wording{u"Ham dosya kabul edilmedi", u"The raw file is refused"}, folder + name,
                  loaded->messages.back()};
@@ -106,11 +104,6 @@ QString WrongReadings(const QCommandLineParser& parser) {
     return QStringLiteral("give either --station and --water-year or --file");
   }
   return file ? QString() : WrongChoice(parser);
-}
-
-int Fail(const Error& error) {
-  Complain(error.English());
-  return kBatchFailed;
 }
 
 }  // namespace
@@ -173,8 +166,7 @@ int RunReadingsVerb(const QStringList& arguments) {
   parser.addOption(OutOption());
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
   if (const QString wrong = WrongReadings(parser); !wrong.isEmpty()) {
-    Complain(QStringLiteral("readings: %1 (see --help)").arg(wrong));
-    return kBatchWrongUse;
+    return WrongUse(QStringLiteral("readings: ") + wrong);
   }
   const auto folder = DataFolder(parser.positionalArguments().front());
   if (!folder) return Fail(folder.Failure());

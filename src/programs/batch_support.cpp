@@ -9,9 +9,13 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
+#include <thread>
+#include <utility>
 
 #include "platform/system_reason.h"
 #include "platform/whole_file.h"
+#include "programs/ordered_work.h"
 #include "stations/station_register.h"
 
 namespace vesk {
@@ -22,40 +26,45 @@ QCommandLineOption StationOption() {
           QStringLiteral("Station: five-character number or nine-character entry."), QStringLiteral("S")};
 }
 
-void ComplainOfRefused(const std::vector<RawFile>& files) {
-  for (const RawFile& file : files) {
-    if (!file.reading.Usable())
-      Complain(file.reading.errorText + QStringLiteral(": ") + file.reading.detail.English());
+/// Files of one station, their headers read, and what there is to say of them.
+struct StationFiles {
+  QString station;  ///< nine-character entry
+  std::vector<RawFile> files;
+  std::vector<QString> complaints;
+  [[nodiscard]] bool Usable() const {
+    return std::all_of(files.begin(), files.end(), [](const RawFile& file) { return file.reading.Usable(); });
   }
+};
+
+/// Reads the headers; may run on several threads at a time.
+StationFiles WithHeaders(const QString& folder, StationFiles found) {
+  ReadHeaders(folder, found.files);
+  for (const RawFile& file : found.files) {
+    if (file.reading.Usable()) continue;
+    found.complaints.push_back(file.reading.errorText + QStringLiteral(": ") + file.reading.detail.English());
+  }
+  for (const Message& hidden : HiddenFiles(found.files)) found.complaints.push_back(hidden.English());
+  return found;
 }
 
-/// Those of the list that belong to the station, their headers read.
-std::vector<RawFile> FilesOfStation(const QString& folder, const std::vector<RawFile>& files,
-                                    const QString& station) {
-  std::vector<RawFile> result;
-  std::copy_if(files.begin(), files.end(), std::back_inserter(result), [&](const RawFile& file) {
-    return QString::compare(file.Station(), station, Qt::CaseInsensitive) == 0;
-  });
-  ReadHeaders(folder, result);
-  ComplainOfRefused(result);
-  for (const Message& hidden : HiddenFiles(result)) Complain(hidden.English());
-  return result;
+/// The stations of the list in its order.
+std::vector<QString> StationsOfFiles(const std::vector<RawFile>& files) {
+  std::vector<QString> names;
+  for (const RawFile& file : files) names.push_back(file.listName);
+  return StationsOf(names);
 }
 
 /// The files of each station, stations in list order. Names match without regard to case.
-std::vector<std::pair<QString, std::vector<RawFile>>> ByStation(const std::vector<RawFile>& files) {
-  std::vector<std::pair<QString, std::vector<RawFile>>> stations;
+std::vector<StationFiles> ByStation(const std::vector<RawFile>& files) {
+  std::vector<StationFiles> stations;
   QHash<QString, std::size_t> places;
+  for (const QString& station : StationsOfFiles(files)) {
+    places.insert(station.toCaseFolded(), stations.size());
+    stations.push_back({station, {}, {}});
+  }
   for (const RawFile& file : files) {
-    const QString entry = file.Station();
-    if (!IsStationEntry(entry)) continue;
-    const auto place = places.constFind(entry.toCaseFolded());
-    if (place != places.cend()) {
-      stations[*place].second.push_back(file);
-      continue;
-    }
-    places.insert(entry.toCaseFolded(), stations.size());
-    stations.push_back({entry, {file}});
+    const auto place = places.constFind(file.Station().toCaseFolded());
+    if (place != places.cend()) stations[*place].files.push_back(file);
   }
   return stations;
 }
@@ -75,6 +84,16 @@ void Complain(const QString& text) {
   EndProgressLine();
   const QByteArray bytes = QByteArrayLiteral("vesk4-batch: ") + text.toUtf8() + '\n';
   std::fputs(bytes.constData(), stderr);
+}
+
+int Fail(const Error& error) {
+  Complain(error.English());
+  return kBatchFailed;
+}
+
+int WrongUse(const QString& text) {
+  Complain(text + QStringLiteral(" (see --help)"));
+  return kBatchWrongUse;
 }
 
 void ShowProgressLine(const QString& text) {
@@ -142,12 +161,10 @@ std::optional<int> ReadWaterYear(const QString& text) {
 
 Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wanted) {
   QStringList found;
-  for (const RawFile& file : files) {
-    const QString entry = file.Station();
-    if (!IsStationEntry(entry)) continue;
+  for (const QString& entry : StationsOfFiles(files)) {
     const bool same = QString::compare(entry, wanted, Qt::CaseInsensitive) == 0 ||
                       QString::compare(entry.mid(4), wanted, Qt::CaseInsensitive) == 0;
-    if (same && !found.contains(entry, Qt::CaseInsensitive)) found.push_back(entry);
+    if (same) found.push_back(entry);
   }
   const Message what(Wording{u"İstasyon %1", u"Station %1"}, wanted);
   if (found.isEmpty())
@@ -166,7 +183,13 @@ Result<StationYear> ChooseStationYear(const QString& folder, const std::vector<R
                                       const QString& wantedStation, int waterYear) {
   const auto station = FindStation(inUse, wantedStation);
   if (!station) return station.Failure();
-  return StationYear{*station, waterYear, FilesOfStation(folder, inUse, *station)};
+  StationFiles found{*station, {}, {}};
+  std::copy_if(inUse.begin(), inUse.end(), std::back_inserter(found.files), [&](const RawFile& file) {
+    return QString::compare(file.Station(), *station, Qt::CaseInsensitive) == 0;
+  });
+  found = WithHeaders(folder, std::move(found));
+  for (const QString& complaint : found.complaints) Complain(complaint);
+  return StationYear{*station, waterYear, std::move(found.files)};
 }
 
 void AddStationOptions(QCommandLineParser& parser, bool withAll) {
@@ -191,7 +214,38 @@ QString WrongChoice(const QCommandLineParser& parser) {
   return {};
 }
 
-Result<Choice> ChooseStationYears(const QCommandLineParser& parser, const QString& folder) {
+QCommandLineOption ExtremesOption() {
+  return {QStringLiteral("extremes"),
+          QStringLiteral("TF: the logger's own daily extremes (default); FT: computed from the readings."),
+          QStringLiteral("TF|FT"), QStringLiteral("TF")};
+}
+
+QString WrongChoiceOrExtremes(const QCommandLineParser& parser) {
+  if (QString wrong = WrongChoice(parser); !wrong.isEmpty()) return wrong;
+  const QString value = parser.value(QStringLiteral("extremes"));
+  if (value == QLatin1String("TF") || value == QLatin1String("FT")) return {};
+  return QStringLiteral("--extremes is TF or FT");
+}
+
+QCommandLineOption JobsOption() {
+  return {QStringLiteral("jobs"), QStringLiteral("Threads that work side by side (as many as cores)."),
+          QStringLiteral("N")};
+}
+
+Result<int> ReadJobs(const QCommandLineParser& parser) {
+  constexpr int kMostJobs = 256;
+  const QString option = QStringLiteral("jobs");
+  if (!parser.isSet(option)) {
+    return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostJobs);  // 0: unknown
+  }
+  static const QRegularExpression number(QStringLiteral("\\A[1-9][0-9]{0,2}\\z"));
+  const QString text = parser.value(option);
+  if (number.match(text).hasMatch() && text.toInt() <= kMostJobs) return text.toInt();
+  return Error{
+      Message::Verbatim(QStringLiteral("--jobs: expected a number from 1 to %1").arg(kMostJobs)), {}, {}};
+}
+
+Result<Choice> ChooseStationYears(const QCommandLineParser& parser, const QString& folder, int jobs) {
   const std::vector<RawFile> inUse = FilesInUse(ListRawFiles(folder));
   Choice choice;
   if (const auto year = ReadWaterYear(parser.value(QStringLiteral("water-year")))) {
@@ -200,26 +254,28 @@ Result<Choice> ChooseStationYears(const QCommandLineParser& parser, const QStrin
     choice.years.push_back(*one);
     return choice;
   }
-  for (const auto& [station, files] : ByStation(inUse)) {
-    const std::vector<RawFile> read = FilesOfStation(folder, files, station);
-    const bool usable =
-        std::all_of(read.begin(), read.end(), [](const RawFile& file) { return file.reading.Usable(); });
-    if (!usable) choice.exit = kBatchFailed;
-    AppendYears(folder, station, read, choice.years);
+  const std::vector<StationFiles> stations = ByStation(inUse);
+  OrderedWork<StationFiles> work(stations.size(), jobs,
+                                 [&](std::size_t i) { return WithHeaders(folder, stations[i]); });
+  for (std::size_t i = 0; i < stations.size(); ++i) {
+    const StationFiles read = work.Next();
+    for (const QString& complaint : read.complaints) Complain(complaint);
+    if (!read.Usable()) choice.exit = kBatchFailed;
+    AppendYears(folder, read.station, read.files, choice.years);
   }
   return choice;
 }
 
-void PrintLoadMessages(const LoadedReadings& loaded, const QString& station, const QString& label) {
+void TellLoadMessages(const LoadedReadings& loaded, const QString& station, const QString& label,
+                      const Teller& tell) {
   for (const Message& said : loaded.messages) {
     const QString message = said.English();
-    Complain(message.contains(station, Qt::CaseInsensitive) ? message
-                                                            : label + QStringLiteral(": ") + message);
+    tell(message.contains(station, Qt::CaseInsensitive) ? message : label + QStringLiteral(": ") + message);
   }
 }
 
 Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear& choice,
-                                       const QString& stationName) {
+                                       const QString& stationName, const Teller& tell) {
   LoadRequest request;
   request.dataDirectory = folder;
   request.station = choice.station;
@@ -230,12 +286,12 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
   if (!loaded) return loaded;
   const Message what(Wording{u"İstasyon %1, %2 su yılı", u"Station %1, water year %2"}, choice.station,
                      choice.waterYear);
-  PrintLoadMessages(*loaded, choice.station, what.English());
+  TellLoadMessages(*loaded, choice.station, what.English(), tell);
   if (!loaded->refusedFile.isEmpty()) {
-    Complain(Error{what, folder + loaded->refusedFile,
-                   Wording{u"bu dosya kabul edilmedi ve yüklemeyi bitirdi; yıl eksik olabilir",
-                           u"this file is refused and ended the load, so the year may not be whole"}}
-                 .English());
+    tell(Error{what, folder + loaded->refusedFile,
+               Wording{u"bu dosya kabul edilmedi ve yüklemeyi bitirdi; yıl eksik olabilir",
+                       u"this file is refused and ended the load, so the year may not be whole"}}
+             .English());
   }
   if (loaded->grid.ReadingCount() == 0) return Error{what, folder, Wording{u"kayıt yok", u"no readings"}};
   return loaded;

@@ -18,6 +18,11 @@ namespace vesk {
 
 /// Prints "vesk4-batch: text" on standard error.
 void Complain(const QString& text);
+/// Takes what there is to say; Complain, or somebody who keeps it until its turn comes.
+using Teller = std::function<void(const QString& text)>;
+/// Complains, and gives the exit code that goes with it.
+int Fail(const Error& error);
+int WrongUse(const QString& text);
 /// Shows or replaces a progress line on standard error when that is a terminal.
 void ShowProgressLine(const QString& text);
 void EndProgressLine();
@@ -57,6 +62,18 @@ void AddStationOptions(QCommandLineParser& parser, bool withAll);
 /// Wrong use of --station, --water-year and --all; empty when they are right.
 QString WrongChoice(const QCommandLineParser& parser);
 
+/// Option --extremes: whose daily extremes.
+QCommandLineOption ExtremesOption();
+
+/// The same as WrongChoice, --extremes included.
+QString WrongChoiceOrExtremes(const QCommandLineParser& parser);
+
+/// Option --jobs: threads that work side by side.
+QCommandLineOption JobsOption();
+
+/// Its value, 1 to 256; as many as there are cores when it is not given. Any other value is wrong use.
+Result<int> ReadJobs(const QCommandLineParser& parser);
+
 /// What the options, which are right, choose.
 struct Choice {
   std::vector<StationYear> years;
@@ -64,20 +81,22 @@ struct Choice {
 };
 
 /// Refused files of the chosen stations, and files that others hide, are complained about.
-Result<Choice> ChooseStationYears(const QCommandLineParser& parser, const QString& folder);
+/// jobs: stations whose files are looked into side by side.
+Result<Choice> ChooseStationYears(const QCommandLineParser& parser, const QString& folder, int jobs = 1);
 
-/// Loads one of them; what the load has to say is printed. Fails when there is no reading at all. A refused
-/// file ends a load: what was read before it is there, and the caller's exit code tells (ExitOf).
+/// Loads one of them; what the load has to say is told. May run on several threads at a time. Fails when
+/// there is no reading at all. A refused file ends a load: what was read before it is there, and the caller's
+/// exit code tells (ExitOf).
 Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear& choice,
-                                       const QString& stationName = {});
+                                       const QString& stationName = {}, const Teller& tell = Complain);
 
 /// kBatchFailed when a file or a part of one is missing from the load, or a saved correction found no
 /// reading.
 int ExitOf(const LoadedReadings& loaded);
 
-/// Prints the messages of a load on standard error. One that names neither station nor file gets `label`
-/// before it.
-void PrintLoadMessages(const LoadedReadings& loaded, const QString& station, const QString& label);
+/// Tells the messages of a load. One that names neither station nor file gets `label` before it.
+void TellLoadMessages(const LoadedReadings& loaded, const QString& station, const QString& label,
+                      const Teller& tell = Complain);
 
 /// Name of a station as the register has it; empty without a register.
 QString StationNameFrom(const QString& registerPath, const QString& stationNumber);

@@ -1,96 +1,20 @@
-// Verbs that compute: daily values and level tables.
+// The verb that makes level tables.
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cmath>
 
-#include "platform/csv.h"
 #include "platform/folders.h"
 #include "platform/libreoffice/office.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
 #include "shell/language.h"
 #include "tables/build_level_table.h"
-#include "tables/level_table.h"
 #include "tables/table_notes.h"
 
 namespace vesk {
 namespace {
-
-QCommandLineOption ExtremesOption() {
-  return {QStringLiteral("extremes"),
-          QStringLiteral("TF: the logger's own daily extremes (default); FT: computed from the readings."),
-          QStringLiteral("TF|FT"), QStringLiteral("TF")};
-}
-
-int Fail(const Error& error) {
-  Complain(error.English());
-  return kBatchFailed;
-}
-
-int WrongUse(const QString& text) {
-  Complain(text + QStringLiteral(" (see --help)"));
-  return kBatchWrongUse;
-}
-
-bool IsExtremesValue(const QString& value) {
-  return value == QLatin1String("TF") || value == QLatin1String("FT");
-}
-
-void AppendTwoDigits(QByteArray& line, int value) {
-  line += static_cast<char>('0' + value / 10);
-  line += static_cast<char>('0' + value % 10);
-}
-
-/// Levels are whole centimetres but for a few: those skip the general number text.
-void AppendNumber(QByteArray& line, double value) {
-  const auto whole = static_cast<qint64>(value);
-  constexpr double kExactLimit = 1e14;
-  if (std::abs(value) < kExactLimit && static_cast<double>(whole) == value) {
-    std::array<char, 24> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), whole).ptr;
-    line.append(digits.data(), end - digits.data());
-  } else {
-    line += NumberText(value).toLatin1();
-  }
-}
-
-/// A level of the daily sheet as "time,level"; two empty fields when the day has none.
-void AppendLevelAt(QByteArray& line, const std::optional<LevelAt>& level) {
-  line += ',';
-  if (level) {
-    AppendTwoDigits(line, level->minuteOfDay / 60);
-    line += ':';
-    AppendTwoDigits(line, level->minuteOfDay % 60);
-  }
-  line += ',';
-  if (level) AppendNumber(line, level->levelCm);
-}
-
-void AppendDays(const QString& stationNumber, const LevelTable& table, QByteArray& text) {
-  QByteArray prefix;
-  AppendCsv(prefix, stationNumber);
-  prefix += ',' + QByteArray::number(table.waterYear) + ',';
-  for (const DayRecord& day : table.days) {
-    text += prefix;
-    text += DateText(day.day).toLatin1();
-    AppendLevelAt(text, day.maximum);
-    AppendLevelAt(text, day.minimum);
-    text += ',';
-    if (day.meanCm) AppendNumber(text, *day.meanCm);
-    text += ',';
-    AppendNumber(text, day.readings);
-    text += ',';
-    AppendNumber(text, day.weightedSum);
-    text += ',';
-    AppendNumber(text, day.lastMinute);
-    text += '\n';
-  }
-}
 
 /// Answers the build's questions from the options; nobody sits in front of it.
 class UnattendedAnswers : public BuildQuestions {
@@ -227,56 +151,7 @@ void AddTableOptions(QCommandLineParser& parser) {
       {QStringLiteral("templates"), QStringLiteral("Folder of the table templates."), QStringLiteral("D")});
 }
 
-/// Wrong use of the options that choose what to compute; empty when they are right.
-QString WrongChoiceOrExtremes(const QCommandLineParser& parser) {
-  if (QString wrong = WrongChoice(parser); !wrong.isEmpty()) return wrong;
-  if (!IsExtremesValue(parser.value(QStringLiteral("extremes"))))
-    return QStringLiteral("--extremes is TF or FT");
-  return {};
-}
-
 }  // namespace
-
-int RunDailyVerb(const QStringList& arguments) {
-  QCommandLineParser parser;
-  parser.setApplicationDescription(
-      QStringLiteral("Writes what the daily sheet of a level table holds (CSV)."));
-  AddStationOptions(parser, true);
-  parser.addOption(ExtremesOption());
-  parser.addOption({QStringLiteral("out"), QStringLiteral("Writes to this file instead of standard output."),
-                    QStringLiteral("FILE")});
-  if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
-  if (const QString wrong = WrongChoiceOrExtremes(parser); !wrong.isEmpty())
-    return WrongUse(QStringLiteral("daily: ") + wrong);
-  const auto folder = DataFolder(parser.positionalArguments().front());
-  if (!folder) return Fail(folder.Failure());
-  const auto chosen = ChooseStationYears(parser, *folder);
-  if (!chosen) return Fail(chosen.Failure());
-
-  Output output(parser.value(QStringLiteral("out")));
-  output.Text() =
-      "station,water_year,date,max_time,max_cm,min_time,min_cm,mean_cm,readings,weighted_sum,last_minute\n";
-  const ExtremeMode mode = ExtremeModeOf(parser.value(QStringLiteral("extremes")));
-  int exit = chosen->exit;
-  bool anyYear = false;
-  for (const StationYear& choice : chosen->years) {
-    ShowProgressLine(QStringLiteral("%1 %2").arg(choice.station).arg(choice.waterYear));
-    const auto loaded = LoadStationYear(*folder, choice);
-    if (!loaded) {
-      exit = Fail(loaded.Failure());
-      continue;
-    }
-    exit = std::max(exit, ExitOf(*loaded));
-    anyYear = true;
-    AppendDays(choice.station.mid(4), ComputeLevelTable(loaded->grid, choice.waterYear, mode, {}, false),
-               output.Text());
-  }
-  EndProgressLine();
-  // Headings over nothing would take the place of an older file's figures.
-  if (!anyYear && exit != kBatchDone && parser.isSet(QStringLiteral("out"))) return exit;
-  if (const Status written = output.Finish(); !written) return Fail(written.Failure());
-  return exit;
-}
 
 int RunTableVerb(const QStringList& arguments) {
   QCommandLineParser parser;

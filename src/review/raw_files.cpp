@@ -250,16 +250,23 @@ bool IsStationEntry(const QString& entry) {
   return ParseNumber(entry) > 0;
 }
 
-std::vector<QString> ListStations(const QString& dataDirectory) {
+std::vector<QString> StationsOf(const std::vector<QString>& fileNames) {
   std::vector<QString> stations;
   QSet<QString> listed;
-  for (const FolderEntry& file : TextFiles(dataDirectory)) {
-    QString entry = file.name.left(kStationEntryLength);
-    if (!IsStationEntry(entry) || listed.contains(entry)) continue;
-    listed.insert(entry);
+  for (const QString& name : fileNames) {
+    QString entry = name.left(kStationEntryLength);
+    const QString folded = entry.toCaseFolded();
+    if (!IsStationEntry(entry) || listed.contains(folded)) continue;
+    listed.insert(folded);
     stations.push_back(std::move(entry));
   }
   return stations;
+}
+
+std::vector<QString> ListStations(const QString& dataDirectory) {
+  std::vector<QString> names;
+  for (const FolderEntry& file : TextFiles(dataDirectory)) names.push_back(file.name);
+  return StationsOf(names);
 }
 
 std::vector<RawFile> ListRawFiles(const QString& dataDirectory, const QString& station) {

@@ -32,8 +32,11 @@ struct WaterYearEntry {
 /// 0.
 bool IsStationEntry(const QString& entry);
 
-/// First nine characters of every "*.txt" name of the folder that can be a station entry, each once, in list
-/// order.
+/// The stations of these file names: their first nine characters where that can be a station entry, each once
+/// without regard to case, as the first one spells it.
+std::vector<QString> StationsOf(const std::vector<QString>& fileNames);
+
+/// The stations of every "*.txt" name of the folder, in list order.
 std::vector<QString> ListStations(const QString& dataDirectory);
 
 /// Raw files of the folder in list order; station: a nine-character entry, or empty for all. Nothing on disk

@@ -13,32 +13,12 @@
 #include <array>
 #include <string_view>
 
+#include "programs/batch_run.h"
 #include "support/invalid_name.h"
 #include "tools/sample_data.h"
 
 namespace vesk {
 namespace {
-
-struct Outcome {
-  int exit = -1;
-  QString out, err;
-  [[nodiscard]] QStringList Lines() const { return out.split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
-};
-
-Outcome RunProgram(const QString& program, const QStringList& arguments) {
-  QProcess process;
-  process.start(program, arguments);
-  Outcome run;
-  if (!process.waitForFinished(60'000)) return run;
-  run.exit = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-  run.out = QString::fromUtf8(process.readAllStandardOutput());
-  run.err = QString::fromUtf8(process.readAllStandardError());
-  return run;
-}
-
-Outcome Batch(const QStringList& arguments) {
-  return RunProgram(QStringLiteral(VESK_BATCH_PROGRAM), arguments);
-}
 
 /// Names and contents of everything in a folder.
 QByteArray Fingerprint(const QString& folder) {

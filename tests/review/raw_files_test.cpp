@@ -216,11 +216,14 @@ TEST_F(RawFilesTest, SeveralThatTidyAtOnceLoseNothing) {
 }
 
 TEST_F(RawFilesTest, StationsAreNamesThatBeginWithANumberAboveZero) {
-  for (const char* name : {"001-12345-010203.txt", "001-12345-Degisiklikler2009.txt", "ABC-12345-010203.txt",
-                           "000-00000-010203.txt", "7.TXT", "001-20000.dat"}) {
+  for (const char* name :
+       {"001-12345-010203.txt", "001-12345-Degisiklikler2009.txt", "ABC-12345-010203.txt",
+        "000-00000-010203.txt", "7.TXT", "001-20000.dat", "002-ab001-010203.txt", "002-AB001-010204.txt"}) {
     Put(QLatin1String(name));
   }
-  EXPECT_EQ(ListStations(folder_), (std::vector{QStringLiteral("001-12345"), QStringLiteral("7.TXT")}));
+  EXPECT_EQ(ListStations(folder_),
+            (std::vector{QStringLiteral("001-12345"), QStringLiteral("002-ab001"), QStringLiteral("7.TXT")}))
+      << "case does not make another station";
 }
 
 }  // namespace
