@@ -28,7 +28,7 @@ GraphSheet Sheet(int stations, int points) {
   sheet.texts = {QStringLiteral("Water Year:2011"), QStringLiteral("Time"), QStringLiteral("Level, cm."), {}};
   std::uint32_t random = 1;
   for (int s = 0; s < stations; ++s) {
-    std::vector<SeriesPoint> series;
+    std::vector<GraphPoint> series;
     for (int i = 0; i < points; ++i) {
       random = random * 1664525U + 1013904223U;
       const auto minutes = static_cast<std::int32_t>(1440 + std::int64_t{365} * 1440 * i / points);

@@ -115,10 +115,10 @@ void LoadToPaintedGrid(benchmark::State& state) {
       state.SkipWithError("the readings could not be loaded");
       break;
     }
-    screen.session.Begin(*loaded);
+    screen.session.Begin(std::move(*loaded));
     screen.view.GoTo(1, GridColumn::Level, true);
     screen.Paint();
-    rows = screen.session.Grid().ReadingCount();
+    rows = screen.session.Series().ReadingCount();
   }
   state.counters["rows"] = rows;
 }
@@ -130,7 +130,7 @@ void StepThrough(benchmark::State& state, Step step) {
   static Screen* screen = [] {
     auto* made = new Screen;
     auto loaded = LoadReadings(RequestOf(Year(1)));
-    if (loaded) made->session.Begin(*loaded);
+    if (loaded) made->session.Begin(std::move(*loaded));
     return made;
   }();
   int n = 0;

@@ -45,8 +45,8 @@ void Must(const Status& status) {
   if (!status) Give(status.Failure());
 }
 
-ReviewGrid WholeYear() {
-  ReviewGrid grid;
+StationSeries WholeYear() {
+  std::vector<Reading> readings;
   for (int day = 0; day < kDays; ++day) {
     Reading reading;
     reading.day = WaterYearFirstDay(2011) + std::chrono::days(day);
@@ -54,16 +54,16 @@ ReviewGrid WholeYear() {
       reading.kind = ReadingKind::Ordinary;
       reading.minuteOfDay = static_cast<std::int16_t>(std::min(i * 15, 1439));
       reading.levelCm = 100 + (day * 7 + i * 3) % 250;
-      grid.Append(reading);
+      readings.push_back(reading);
     }
     reading.kind = ReadingKind::Maximum;
     reading.levelCm = 360;
-    grid.Append(reading);
+    readings.push_back(reading);
     reading.kind = ReadingKind::Minimum;
     reading.levelCm = 99;
-    grid.Append(reading);
+    readings.push_back(reading);
   }
-  return grid;
+  return StationSeries(std::move(readings));
 }
 
 class SilentQuestions : public BuildQuestions {
@@ -231,7 +231,7 @@ int Run() {
   if (!connected) Give(connected.Failure());
   const std::shared_ptr<OfficeSession> session = *connected;
   const QTemporaryDir folder;
-  const ReviewGrid grid = WholeYear();
+  const StationSeries grid = WholeYear();
   SharedOffice shared(session);
   SilentQuestions questions;
   const BuildInput input{grid,

@@ -182,7 +182,8 @@ Status WriteOne(const QString& dataDirectory, const LoadedEntry& one, const Lang
   };
   for (const Message& message : loaded.messages) tell(language.Say(message));
   if (!loaded.refusedFile.isEmpty()) tell(RefusedMessage(loaded.refusedFile, language));
-  const auto written = WriteGraphFile(dataDirectory, entry.waterYear, entry.station, loaded.grid.Readings());
+  const auto written =
+      WriteGraphFile(dataDirectory, entry.waterYear, entry.station, loaded.series.ReadingsAsShown());
   if (!written) return written.Failure();
   if (written->records == 0) {
     tell(language.Say(Wording{u"okuma yok", u"no readings"}));

@@ -20,21 +20,21 @@ QString TimeText(const GraphSheet& sheet, int minutes) {
   return DateTimeText(TimeOfCoordinate(sheet.firstDay, minutes * kMinuteUnits));
 }
 
-QString NegativeNote(const GraphSheet& sheet, const QString& station, const SeriesPoint& point) {
+QString NegativeNote(const GraphSheet& sheet, const QString& station, const GraphPoint& point) {
   return sheet.language.Say(Wording{u"%1: çizgi eksi seviyede bitiyor: %2  %3 cm",
                                     u"%1: the line ends at a negative level: %2  %3 cm"},
                             station, TimeText(sheet, point.minutes), NumberText(point.levelCm));
 }
 
 // The drawable reading nearest to a page that draws none.
-std::optional<SeriesPoint> NearestOutside(const GraphSeries& series, MinuteRange page) {
+std::optional<GraphPoint> NearestOutside(const GraphSeries& series, MinuteRange page) {
   const int after = series.ReadableFrom(page.end);
   const int before = series.ReadableFrom(page.start) - 1;
   const bool hasAfter = after < series.ReadableCount();
   if (before < 0) return hasAfter ? std::optional(series.Readable(after)) : std::nullopt;
-  const SeriesPoint& early = series.Readable(before);
+  const GraphPoint& early = series.Readable(before);
   if (!hasAfter) return early;
-  const SeriesPoint& late = series.Readable(after);
+  const GraphPoint& late = series.Readable(after);
   return page.start - early.minutes <= late.minutes - page.end ? early : late;
 }
 
@@ -42,8 +42,8 @@ std::optional<SeriesPoint> NearestOutside(const GraphSeries& series, MinuteRange
 QString BlankReason(const GraphSheet& sheet, const GraphSeries& series, MinuteRange page, double topCm) {
   if (series.Empty())
     return sheet.language.Say(Wording{u"Çizilecek okuma yok", u"There are no readings to draw"});
-  const SeriesPoint* lowest = nullptr;
-  for (const SeriesPoint& point : series.OnPage(page.start, page.end)) {
+  const GraphPoint* lowest = nullptr;
+  for (const GraphPoint& point : series.OnPage(page.start, page.end)) {
     if (point.minutes < page.start) continue;
     if (point.levelCm <= topCm) return {};
     if (lowest == nullptr || point.levelCm < lowest->levelCm) lowest = &point;

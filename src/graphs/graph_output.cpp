@@ -166,12 +166,12 @@ Status WriteCsv(QIODevice& device, const GraphPage& page, const GraphSheet& shee
     QByteArray station;
     AppendCsv(station, sheet.stationNames.value(static_cast<qsizetype>(i)));
     station += ',';
-    for (const SeriesPoint& point : sheet.series[i].OnPage(start, end)) {
+    for (const GraphPoint& point : sheet.series[i].OnPage(start, end)) {
       if (point.minutes < start) continue;
       QByteArray time =
           DateTimeText(TimeOfCoordinate(sheet.firstDay, point.minutes * kMinuteUnits)).toLatin1();
       text += station + time.replace(' ', ',') + ',' + NumberText(point.levelCm).toLatin1() + ',' +
-              KindName(point.kind) + '\n';
+              KindName(point.Kind()) + '\n';
     }
   }
   if (device.write(text) == text.size()) return {};

@@ -52,17 +52,11 @@ std::optional<Day> DateOf(QByteArrayView text) {
 
 }  // namespace
 
-std::optional<GraphPoint> LoadGridPoint(const ReviewGrid& grid, int row, Day firstDay) {
-  if (!grid.IsReading(row)) return std::nullopt;
-  const Reading& reading = grid.At(row);
-  GraphPoint point;
-  point.date = reading.day;
-  point.hour = reading.minuteOfDay / 60;
-  point.minute = reading.minuteOfDay % 60;
-  point.levelCm = reading.levelCm;
-  point.kind = reading.kind;
-  point.dayNumber = static_cast<int>((reading.day - firstDay).count()) + 1;
-  return point;
+std::optional<GraphPoint> LoadGridPoint(const StationSeries& series, int row, Day firstDay) {
+  if (!series.IsReading(row)) return std::nullopt;
+  const Reading reading = series.At(row);
+  const int dayNumber = static_cast<int>((reading.day - firstDay).count()) + 1;
+  return GraphPoint(reading.levelCm, GraphTime(dayNumber, reading.minuteOfDay), reading.kind, row);
 }
 
 FilePoint LoadFilePoint(QByteArrayView content, qint64 n, Day firstDay, ReadingKind previousKind) {
@@ -71,14 +65,11 @@ FilePoint LoadFilePoint(QByteArrayView content, qint64 n, Day firstDay, ReadingK
   if (!record) return {FilePointState::End, {}};
   const auto date = DateOf(record->date);
   if (!date || record->level.size() < kLevelWidth) return {FilePointState::Unreadable, {}};
-  GraphPoint point;
-  point.date = *date;
-  point.hour = TwoDigits(record->clock.first(std::min<qsizetype>(2, record->clock.size())));
-  point.minute = TwoDigits(record->clock.last(std::min<qsizetype>(2, record->clock.size())));
-  point.dayNumber = FileDayNumber(firstDay, *date);
-  point.kind = KindOf(record->label, previousKind);
-  point.levelCm = LevelOf(record->level);
-  return {FilePointState::Point, point};
+  const int hour = TwoDigits(record->clock.first(std::min<qsizetype>(2, record->clock.size())));
+  const int minute = TwoDigits(record->clock.last(std::min<qsizetype>(2, record->clock.size())));
+  return {FilePointState::Point,
+          GraphPoint(LevelOf(record->level), GraphTime(FileDayNumber(firstDay, *date), hour * 60 + minute),
+                     KindOf(record->label, previousKind), n)};
 }
 
 }  // namespace vesk

@@ -1,37 +1,46 @@
-// Readings as points of a graph, from the review grid or from a graph data file.
+// Readings as points of a graph, from a series or from a graph data file.
 #pragma once
 
 #include <QByteArrayView>
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 
 #include "datafiles/reading.h"
-#include "review/review_grid.h"
+#include "review/station_series.h"
 
 namespace vesk {
 
-/// One reading as a graph takes it.
+/// One reading as a graph takes it, in 16 bytes: a page walks over many of them.
 struct GraphPoint {
-  int dayNumber = 0;  ///< days from the water year's first day, that day = 1
-  int hour = 0;       ///< 0 to 23
-  int minute = 0;     ///< 0 to 59
-  ReadingKind kind = ReadingKind::Ordinary;
   double levelCm = 0;
-  Day date{};
+  std::int32_t minutes = 0;  ///< time: 1440 is 00:00 of the water year's first day
+  /// Row of the series, or number of the record in its file; both count from 1, below 2^30.
+  [[nodiscard]] int Row() const { return static_cast<int>(rowAndKind_ >> 2U); }
+  [[nodiscard]] ReadingKind Kind() const { return static_cast<ReadingKind>(rowAndKind_ & 3U); }
 
-  /// t x 100, whole minutes: 1440 is 00:00 of the water year's first day. A date centuries away stays in
-  /// range.
-  [[nodiscard]] int Minutes() const {
-    return std::clamp(dayNumber, -500000, 500000) * 1440 + hour * 60 + minute;
-  }
-  /// The horizontal coordinate: a day is 14.4, an hour 0.6, a minute 0.01.
-  [[nodiscard]] double X() const { return dayNumber * 14.4 + hour * 0.6 + minute * 0.01; }
+  GraphPoint() = default;
+  GraphPoint(double level, std::int32_t time, ReadingKind kind = ReadingKind::Ordinary, qint64 row = 0)
+      : levelCm(level),
+        minutes(time),
+        rowAndKind_(static_cast<std::uint32_t>(row) << 2U | static_cast<std::uint32_t>(kind)) {}
+
+  bool operator==(const GraphPoint&) const = default;
+
+ private:
+  std::uint32_t rowAndKind_ = 0;
 };
 
-/// Point of a grid row (from 1); firstDay is the first day of the water year drawn. Nothing for the spare row
-/// and beyond: the rows are exhausted.
-std::optional<GraphPoint> LoadGridPoint(const ReviewGrid& grid, int row, Day firstDay);
+/// Minutes of a graph's time: dayNumber counts the water year's first day as 1. A date centuries away stays
+/// in range.
+constexpr std::int32_t GraphTime(int dayNumber, int minuteOfDay) {
+  return std::clamp(dayNumber, -500000, 500000) * 1440 + minuteOfDay;
+}
+
+/// Point of a row as shown (from 1); firstDay is the first day of the water year drawn. Nothing for the spare
+/// row and beyond: the rows are exhausted.
+std::optional<GraphPoint> LoadGridPoint(const StationSeries& series, int row, Day firstDay);
 
 enum class FilePointState {
   None,  ///< the record number is below 1

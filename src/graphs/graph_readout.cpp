@@ -12,7 +12,7 @@ const GraphSeries& SeriesOf(const GraphSheet& sheet, int index) {
   return sheet.series[static_cast<std::size_t>(index)];
 }
 
-const SeriesPoint& PointAt(const GraphSheet& sheet, ReadoutPlace place) {
+const GraphPoint& PointAt(const GraphSheet& sheet, ReadoutPlace place) {
   return SeriesOf(sheet, place.series).Readable(place.position);
 }
 
@@ -75,7 +75,7 @@ class NearestSearch {
  private:
   // False when this one and all behind it are too far away in time.
   bool Try(const GraphSeries::PageRange& page, ReadoutPlace place) {
-    const SeriesPoint& reading = PointAt(sheet_, place);
+    const GraphPoint& reading = PointAt(sheet_, place);
     const double awayX = (reading.minutes - cursorMinutes_) * perMinute_;
     if (awayX * awayX > nearest_) return false;
     const double awayY = (reading.levelCm - cursorCm_) * perCm_;
@@ -164,7 +164,7 @@ ReadoutPlace StepSeries(const GraphSheet& sheet, const PageScale& scale, Readout
 }
 
 QPointF PointOfReading(const GraphSheet& sheet, const PageScale& scale, ReadoutPlace place) {
-  const SeriesPoint& point = PointAt(sheet, place);
+  const GraphPoint& point = PointAt(sheet, place);
   return {XOfTime(scale, point.minutes * kMinuteUnits), YOfLevel(scale, point.levelCm)};
 }
 
@@ -174,7 +174,7 @@ QString CursorText(const GraphCorner& corner) {
 }
 
 QString ReadingText(const GraphSheet& sheet, ReadoutPlace place) {
-  const SeriesPoint& point = PointAt(sheet, place);
+  const GraphPoint& point = PointAt(sheet, place);
   const QString station =
       sheet.series.size() > 1 ? sheet.stationNames.value(place.series) + QStringLiteral("  ") : QString();
   return station + DateTimeText(TimeOfCoordinate(sheet.firstDay, point.minutes * kMinuteUnits)) +

@@ -5,10 +5,10 @@
 
 namespace vesk {
 
-GraphSeries::GraphSeries(std::vector<SeriesPoint> points, bool withExtremes) : points_(std::move(points)) {
-  for (const SeriesPoint& point : points_) highestCm_ = std::max(highestCm_, point.levelCm);
+GraphSeries::GraphSeries(std::vector<GraphPoint> points, bool withExtremes) : points_(std::move(points)) {
+  for (const GraphPoint& point : points_) highestCm_ = std::max(highestCm_, point.levelCm);
   if (!withExtremes) {
-    std::erase_if(points_, [](const SeriesPoint& point) { return point.kind != ReadingKind::Ordinary; });
+    std::erase_if(points_, [](const GraphPoint& point) { return point.Kind() != ReadingKind::Ordinary; });
   }
   latestSoFar_.reserve(points_.size());
   std::vector<std::uint32_t> ordinary;
@@ -16,10 +16,10 @@ GraphSeries::GraphSeries(std::vector<SeriesPoint> points, bool withExtremes) : p
   ordinary.reserve(points_.size());
   std::int32_t latest = std::numeric_limits<std::int32_t>::min();
   for (std::size_t i = 0; i < points_.size(); ++i) {
-    const SeriesPoint& point = points_[i];
+    const GraphPoint& point = points_[i];
     latest = std::max(latest, point.minutes);
     latestSoFar_.push_back(latest);
-    auto& list = point.levelCm < 0 ? negatives_ : point.kind == ReadingKind::Ordinary ? ordinary : extremes;
+    auto& list = point.levelCm < 0 ? negatives_ : point.Kind() == ReadingKind::Ordinary ? ordinary : extremes;
     list.push_back(static_cast<std::uint32_t>(i));
   }
   MergeByTime(std::move(ordinary), std::move(extremes));
@@ -59,18 +59,18 @@ GraphSeries::PageRange GraphSeries::RangeOf(int startMinutes, int endMinutes) co
   return range;
 }
 
-std::span<const SeriesPoint> GraphSeries::OnPage(int startMinutes, int endMinutes) const {
+std::span<const GraphPoint> GraphSeries::OnPage(int startMinutes, int endMinutes) const {
   const PageRange range = RangeOf(startMinutes, endMinutes);
   return std::span(points_).subspan(range.first, range.last - range.first);
 }
 
-std::optional<SeriesPoint> GraphSeries::EndedByNegative(int startMinutes, int endMinutes) const {
+std::optional<GraphPoint> GraphSeries::EndedByNegative(int startMinutes, int endMinutes) const {
   const PageRange range = RangeOf(startMinutes, endMinutes);
   if (!range.endsNegative) return std::nullopt;
   return points_[range.last];
 }
 
-const SeriesPoint& GraphSeries::Readable(int position) const {
+const GraphPoint& GraphSeries::Readable(int position) const {
   return points_[byTime_[static_cast<std::size_t>(position)]];
 }
 

@@ -10,29 +10,22 @@
 
 namespace vesk {
 
-/// One reading, in 16 bytes.
-struct SeriesPoint {
-  double levelCm = 0;
-  std::int32_t minutes = 0;  ///< time coordinate x 100
-  ReadingKind kind = ReadingKind::Ordinary;
-};
-
 class GraphSeries {
  public:
   GraphSeries() = default;
   /// points in record order; extremes are left out unless withExtremes.
-  GraphSeries(std::vector<SeriesPoint> points, bool withExtremes);
+  GraphSeries(std::vector<GraphPoint> points, bool withExtremes);
 
-  [[nodiscard]] const std::vector<SeriesPoint>& Points() const { return points_; }
+  [[nodiscard]] const std::vector<GraphPoint>& Points() const { return points_; }
   [[nodiscard]] bool Empty() const { return points_.empty(); }
   [[nodiscard]] double HighestCm() const { return highestCm_; }  ///< 0 when no level is above it
 
   /// Records that a page from startMinutes to endMinutes looks at, in record order: from the first one that
   /// is not before the page up to the first one behind it, or to the first negative level. Records before the
   /// page may still lie between, where read-outs overlap; the caller passes over them.
-  [[nodiscard]] std::span<const SeriesPoint> OnPage(int startMinutes, int endMinutes) const;
+  [[nodiscard]] std::span<const GraphPoint> OnPage(int startMinutes, int endMinutes) const;
   /// The negative level that ends the series on that page.
-  [[nodiscard]] std::optional<SeriesPoint> EndedByNegative(int startMinutes, int endMinutes) const;
+  [[nodiscard]] std::optional<GraphPoint> EndedByNegative(int startMinutes, int endMinutes) const;
 
   /// The records that OnPage gives, and the page: which readings are drawn on it.
   struct PageRange {
@@ -45,7 +38,7 @@ class GraphSeries {
   /// Drawable readings (no negative level) in time order: how the read-out walks.
   [[nodiscard]] int ReadableCount() const { return static_cast<int>(byTime_.size()); }
   /// position: 0 to ReadableCount() - 1.
-  [[nodiscard]] const SeriesPoint& Readable(int position) const;
+  [[nodiscard]] const GraphPoint& Readable(int position) const;
   /// Position of the first reading that is not before that time; ReadableCount() when there is none.
   [[nodiscard]] int ReadableFrom(int minutes) const;
   /// Whether the page draws that reading: behind a negative level, or where a later read-out lies before an
@@ -55,7 +48,7 @@ class GraphSeries {
  private:
   void MergeByTime(std::vector<std::uint32_t> ordinary, std::vector<std::uint32_t> extremes);
 
-  std::vector<SeriesPoint> points_;
+  std::vector<GraphPoint> points_;
   std::vector<std::int32_t> latestSoFar_;  ///< per record: the latest time up to it, so that it only grows
   std::vector<std::uint32_t> negatives_;   ///< records with a negative level
   std::vector<std::uint32_t> byTime_;

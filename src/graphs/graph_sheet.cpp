@@ -17,22 +17,18 @@ GraphTexts AxisTexts(const Language& language) {
   return {{}, language.Text(Caption::TimeAxis), language.Text(Caption::LevelAxis), {}};
 }
 
-SeriesPoint PointOf(const GraphPoint& point) {
-  return {point.levelCm, point.Minutes(), point.kind};
-}
-
-std::vector<SeriesPoint> PointsOfGrid(const ReviewGrid& grid, Day firstDay) {
-  std::vector<SeriesPoint> points;
-  points.reserve(static_cast<std::size_t>(grid.ReadingCount()));
+std::vector<GraphPoint> PointsOfGrid(const StationSeries& series, Day firstDay) {
+  std::vector<GraphPoint> points;
+  points.reserve(static_cast<std::size_t>(series.ReadingCount()));
   for (int row = 1;; ++row) {
-    const auto point = LoadGridPoint(grid, row, firstDay);
+    const auto point = LoadGridPoint(series, row, firstDay);
     if (!point) return points;
-    points.push_back(PointOf(*point));
+    points.push_back(*point);
   }
 }
 
 struct FilePoints {
-  std::vector<SeriesPoint> points;
+  std::vector<GraphPoint> points;
   qint64 damagedRecord = 0;  // number of the first record that cannot be read; 0 when all can
 };
 
@@ -44,8 +40,8 @@ FilePoints PointsOfFile(const QByteArray& content, Day firstDay) {
     const FilePoint record = LoadFilePoint(content, n, firstDay, kind);
     if (record.state == FilePointState::Unreadable) result.damagedRecord = n;
     if (record.state != FilePointState::Point) return result;
-    kind = record.point.kind;
-    result.points.push_back(PointOf(record.point));
+    kind = record.point.Kind();
+    result.points.push_back(record.point);
   }
 }
 
@@ -83,7 +79,7 @@ GraphSheet EmptyMultipleSheet(const Sources& sources, const Options& options, co
 }
 
 // Where the years differ, the legend tells each station's.
-void AddStation(GraphSheet& sheet, const QString& station, int waterYear, std::vector<SeriesPoint> points) {
+void AddStation(GraphSheet& sheet, const QString& station, int waterYear, std::vector<GraphPoint> points) {
   sheet.series.emplace_back(std::move(points), sheet.style.withExtremes);
   sheet.stationNames.append(station);
   QString entry = station + QLatin1Char(' ') + sheet.language.Text(Caption::GaugingStation);
@@ -138,19 +134,19 @@ double GraphSheet::HighestCm() const {
   return highest;
 }
 
-GraphSheet MakeSingleSheet(const ReviewGrid& grid, const GraphStation& station, const Options& options,
+GraphSheet MakeSingleSheet(const StationSeries& series, const GraphStation& station, const Options& options,
                            const Language& language, const QStringList& notes) {
   GraphSheet sheet = EmptySheet(options, language, notes);
-  const bool yearFromReadings = station.waterYear == 0 && grid.ReadingCount() > 0;
-  const int year = yearFromReadings ? WaterYearOf(grid.At(1).day) : station.waterYear;
-  const int lastYear = yearFromReadings ? WaterYearOf(grid.At(grid.ReadingCount()).day) : year;
+  const bool yearFromReadings = station.waterYear == 0 && series.ReadingCount() > 0;
+  const int year = yearFromReadings ? WaterYearOf(series.At(1).day) : station.waterYear;
+  const int lastYear = yearFromReadings ? WaterYearOf(series.At(series.ReadingCount()).day) : year;
   SetYears(sheet, year, year, std::max(year, lastYear));
   sheet.years = YearText(year);
   if (lastYear > year) sheet.years += QLatin1Char('-') + YearText(lastYear);
   sheet.texts.title = station.number + QLatin1Char(' ') + station.name + QStringLiteral(" AGI  (") +
                       language.Text(Caption::WaterYearTitle) + QLatin1Char(':') + sheet.years +
                       QLatin1Char(')');
-  sheet.series.emplace_back(PointsOfGrid(grid, sheet.firstDay), sheet.style.withExtremes);
+  sheet.series.emplace_back(PointsOfGrid(series, sheet.firstDay), sheet.style.withExtremes);
   sheet.stationNames.append(station.number);
   return sheet;
 }
@@ -159,7 +155,7 @@ GraphSheet MakeMultipleSheet(const std::vector<GraphSource>& sources, const Opti
                              const Language& language, const QStringList& notes) {
   GraphSheet sheet = EmptyMultipleSheet(sources, options, language, notes);
   for (const GraphSource& source : sources) {
-    AddStation(sheet, source.station, source.waterYear, PointsOfGrid(*source.grid, sheet.firstDay));
+    AddStation(sheet, source.station, source.waterYear, PointsOfGrid(source.series, sheet.firstDay));
   }
   return sheet;
 }

@@ -12,7 +12,7 @@
 #include "graphs/graph_files.h"
 #include "graphs/graph_series.h"
 #include "graphs/graph_station.h"
-#include "review/review_grid.h"
+#include "review/station_series.h"
 #include "shell/language.h"
 #include "shell/options.h"
 
@@ -55,14 +55,14 @@ struct GraphSheet {
 };
 
 /// One station's grid (station mode "Tekli"). notes: of the load, drawn on every page.
-GraphSheet MakeSingleSheet(const ReviewGrid& grid, const GraphStation& station, const Options& options,
+GraphSheet MakeSingleSheet(const StationSeries& series, const GraphStation& station, const Options& options,
                            const Language& language, const QStringList& notes = {});
 
 /// One series of a multiple-station graph that is at hand already.
 struct GraphSource {
   QString station;  ///< station number as the legend shows it
   int waterYear = 0;
-  std::shared_ptr<const ReviewGrid> grid;
+  StationSeries series;
 };
 
 /// Several stations from their grids, without files; sources: 1 to kMostGraphStations.

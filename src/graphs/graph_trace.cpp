@@ -127,7 +127,7 @@ SeriesTrace TraceSeries(const GraphSeries& series, const PageScale& scale, doubl
   const auto startMinutes = static_cast<int>(std::lround(scale.startT / kMinuteUnits));
   const auto endMinutes = static_cast<int>(std::lround(scale.endT / kMinuteUnits));
   int previous = std::numeric_limits<int>::min() / 2;
-  for (const SeriesPoint& point : series.OnPage(startMinutes, endMinutes)) {
+  for (const GraphPoint& point : series.OnPage(startMinutes, endMinutes)) {
     if (point.minutes < startMinutes) continue;
     // A step back by more than the gap joins nothing either: two read-outs that overlap, or lie in another
     // order.
@@ -135,10 +135,10 @@ SeriesTrace TraceSeries(const GraphSeries& series, const PageScale& scale, doubl
     previous = point.minutes;
     const double x = xMap.Of(point.minutes);
     const double y = yMap.Of(point.levelCm);
-    if (point.kind == ReadingKind::Ordinary) {
+    if (point.Kind() == ReadingKind::Ordinary) {
       column.Add(static_cast<int>(x * columnsPerUnit), x, y);
     } else if (y >= scale.PlotTop()) {
-      (point.kind == ReadingKind::Maximum ? trace.maxima : trace.minima).emplace_back(x, y);
+      (point.Kind() == ReadingKind::Maximum ? trace.maxima : trace.minima).emplace_back(x, y);
     }
   }
   column.Break();

@@ -17,12 +17,12 @@ void Open(MainFrame& frame, GraphSheet sheet) {
 
 }  // namespace
 
-void OpenSingleGraph(MainFrame& frame, const std::shared_ptr<const ReviewGrid>& grid,
-                     const GraphStation& station, const QStringList& notes) {
+void OpenSingleGraph(MainFrame& frame, const StationSeries& series, const GraphStation& station,
+                     const QStringList& notes) {
   if (!frame.CloseChild(QStringLiteral("FormGraf"))) return;
   RunValues& run = frame.Run();
   run.stationMode = StationMode::Single;
-  Open(frame, MakeSingleSheet(*grid, station, run.options, run.language, notes));
+  Open(frame, MakeSingleSheet(series, station, run.options, run.language, notes));
 }
 
 void OpenMultipleGraph(MainFrame& frame, const std::vector<GraphFileEntry>& files, const QStringList& notes) {

@@ -8,7 +8,7 @@
 
 #include "graphs/graph_files.h"
 #include "graphs/graph_station.h"
-#include "review/review_grid.h"
+#include "review/station_series.h"
 
 namespace vesk {
 
@@ -17,8 +17,8 @@ class MainFrame;
 /// Opens the graph window on a loaded grid (station mode "Tekli"). A graph window that is already open is
 /// closed first. The grid is read once, before the call returns; later edits show when the graph is opened
 /// again. notes: what the picture has to say on every page and device (NotesOfLoad), in the run's language.
-void OpenSingleGraph(MainFrame& frame, const std::shared_ptr<const ReviewGrid>& grid,
-                     const GraphStation& station, const QStringList& notes = {});
+void OpenSingleGraph(MainFrame& frame, const StationSeries& series, const GraphStation& station,
+                     const QStringList& notes = {});
 
 /// Opens the graph window on graph data files (station mode "Çoklu"); a file that cannot be read is reported
 /// and left out. notes: as above (GraphFilesBuilt::notes).

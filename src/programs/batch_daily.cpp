@@ -85,7 +85,7 @@ DailyYear MakeDailyYear(const QString& folder, const StationYear& choice, Extrem
   }
   made.exit = ExitOf(*loaded);
   made.loaded = true;
-  AppendDays(choice.station.mid(4), ComputeLevelTable(loaded->grid, choice.waterYear, mode, {}, false),
+  AppendDays(choice.station.mid(4), ComputeLevelTable(loaded->series, choice.waterYear, mode, {}, false),
              made.text);
   return made;
 }

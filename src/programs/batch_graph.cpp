@@ -179,8 +179,7 @@ Result<LoadedStations> LoadStations(const GraphRequest& request) {
     }
     all.exit = std::max(all.exit, ExitOf(*loaded));
     all.notes += NotesOfLoad(*loaded, station, request.language);
-    all.sources.push_back(
-        {station, request.waterYear, std::make_shared<const ReviewGrid>(std::move(loaded->grid))});
+    all.sources.push_back({station, request.waterYear, std::move(loaded->series)});
   }
   if (all.sources.empty()) return *failure;
   if (failure) Complain(failure->English());
@@ -194,7 +193,7 @@ GraphSheet MakeSheet(const GraphRequest& request, const LoadedStations& loaded) 
   const GraphSource& only = loaded.sources.front();
   const GraphStation station{only.station, StationNameFrom(request.registerPath, only.station),
                              request.waterYear};
-  return MakeSingleSheet(*only.grid, station, request.options, request.language, loaded.notes);
+  return MakeSingleSheet(only.series, station, request.options, request.language, loaded.notes);
 }
 
 /// The exit code of a graph that has been drawn and saved.

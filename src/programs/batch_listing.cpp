@@ -48,13 +48,13 @@ QCommandLineOption OutOption() {
           QStringLiteral("FILE")};
 }
 
-void AppendReadings(const ReviewGrid& grid, QByteArray& text) {
+void AppendReadings(const StationSeries& series, QByteArray& text) {
   text += "date,time,level_cm,discharge,label,code,baseline_cm\n";
-  text.reserve(text.size() + grid.ReadingCount() * qsizetype{48});
-  for (int row = 1; row <= grid.ReadingCount(); ++row) {
+  text.reserve(text.size() + series.ReadingCount() * qsizetype{48});
+  for (int row = 1; row <= series.ReadingCount(); ++row) {
     for (int column = 0; column < kGridColumns; ++column) {
       if (column > 0) text += ',';
-      AppendCsv(text, grid.Text(row, static_cast<GridColumn>(column)));
+      AppendCsv(text, CellText(series, row, static_cast<GridColumn>(column)));
     }
     text += '\n';
   }
@@ -173,7 +173,7 @@ int RunReadingsVerb(const QStringList& arguments) {
   const auto loaded = LoadChosen(parser, *folder);
   if (!loaded) return Fail(loaded.Failure());
   Output output(parser.value(QStringLiteral("out")));
-  AppendReadings(loaded->grid, output.Text());
+  AppendReadings(loaded->series, output.Text());
   return std::max(Finish(output), ExitOf(*loaded));
 }
 

@@ -293,7 +293,7 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
                        u"this file is refused and ended the load, so the year may not be whole"}}
              .English());
   }
-  if (loaded->grid.ReadingCount() == 0) return Error{what, folder, Wording{u"kayıt yok", u"no readings"}};
+  if (loaded->series.ReadingCount() == 0) return Error{what, folder, Wording{u"kayıt yok", u"no readings"}};
   return loaded;
 }
 

@@ -62,7 +62,7 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
   const QString name = StationNameFrom(options.registerPath, number);
   const auto loaded = LoadStationYear(options.folder, choice, name);
   if (!loaded) return loaded.Failure();
-  const BuildInput input{.grid = loaded->grid,
+  const BuildInput input{.series = loaded->series,
                          .stationNumber = number,
                          .stationName = name,
                          .waterYear = choice.waterYear,
@@ -71,7 +71,7 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
                          .templateDirectory = options.templates,
                          .templateName = options.templateName,
                          .afterSave = AfterSave::Close,
-                         .notes = NotesOfTable(NotWholeNote(*loaded), loaded->grid, options.mode,
+                         .notes = NotesOfTable(NotWholeNote(*loaded), loaded->series, options.mode,
                                                options.language != LanguageChoice::English)};
   UnattendedAnswers answers(options.hourly, options.replace,
                             QStringLiteral("%1 %2").arg(number).arg(choice.waterYear));

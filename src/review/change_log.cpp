@@ -10,16 +10,19 @@
 #include "platform/code_page.h"
 #include "platform/whole_file.h"
 #include "review/change_log_rows.h"
+#include "review/review_grid.h"
 
 namespace vesk {
 namespace {
 
 constexpr int kLastMinute = 1439;
 
-QString LineText(const ReviewGrid& grid, int row) {
+QString LineText(const StationSeries& series, int row) {
   const QLatin1Char tab('\t');
-  return grid.Text(row, GridColumn::Date) + tab + grid.Text(row, GridColumn::Time) + tab +
-         grid.Text(row, GridColumn::Level) + tab + grid.Text(row, GridColumn::Discharge).simplified();
+  const Discharge discharge = series.DischargeOf(row);
+  return CellText(series, row, GridColumn::Date) + tab + CellText(series, row, GridColumn::Time) + tab +
+         CellText(series, row, GridColumn::Level) + tab +
+         (discharge.origin == DischargeOrigin::ChangeLog ? discharge.text.simplified() : QString());
 }
 
 bool ChangedSinceSave(const RowState& state) {
@@ -34,7 +37,7 @@ class LogFormer {
 
   void AddShown(int shownRow) {
     const RowRef row = series_.RefOf(shownRow);
-    AddLine({EncodeWindows1254(LineText(series_.Shown(), shownRow)), Recorded(row)});
+    AddLine({EncodeWindows1254(LineText(series_, shownRow)), Recorded(row)});
   }
   void AddHidden(const RowRef& row) { log_.state.hidden.push_back(Recorded(row)); }
   void AddKept() {
@@ -127,10 +130,9 @@ std::optional<ChangeLogLine> ReadChangeLogLine(QByteArrayView bytes, Message& ex
 ChangeLogToSave FormChangeLog(const StationSeries& series, const ChangeLogOverlay& overlay,
                               const Authorship& author, const RowRange& within) {
   LogFormer former(series, overlay, author);
-  const ReviewGrid& shown = series.Shown();
-  const int last = std::min(within.last, shown.ReadingCount());
+  const int last = std::min(within.last, series.ReadingCount());
   for (int row = within.first; row <= last; ++row) {
-    if (shown.IsChanged(row)) former.AddShown(row);
+    if (series.IsChanged(row)) former.AddShown(row);
   }
   for (const RowRef& row : HiddenChanges(series)) former.AddHidden(row);
   former.AddKept();

@@ -128,7 +128,7 @@ class Overlay {
   void LayOver(const RowRef& row, const ChangeLogLine& line, const Authorship& by) {
     RowState state = series_.StateOf(row).value_or(RowState{});
     state.levelCm = line.levelCm;
-    state.discharge = line.discharge;
+    state.discharge = DischargeOfLog(line.discharge);
     state.mark.editCode = kSavedCode;
     state.mark.shade = RowShade::Changed;
     states_.emplace_back(row, std::move(state));
@@ -178,13 +178,11 @@ class Overlay {
 
   void PutExtreme(const RowRef& row, const Correction& correction, double levelCm, const QString& discharge) {
     const auto minute = correction.time - std::chrono::floor<std::chrono::days>(correction.time);
-    series_.PutExtreme(row.extreme, {.levelCm = levelCm,
-                                     .minuteOfDay = static_cast<int>(minute.count()),
-                                     .mark = {.rawCm = correction.rawCm,
-                                              .baselineCm = levelCm,
-                                              .editCode = kSavedCode,
-                                              .shade = RowShade::Changed},
-                                     .discharge = discharge});
+    const RowMark mark = {
+        .rawCm = correction.rawCm, .baselineCm = levelCm, .editCode = kSavedCode, .shade = RowShade::Changed};
+    series_.PutExtreme(row.extreme,
+                       {.minuteOfDay = static_cast<int>(minute.count()),
+                        .state = {.levelCm = levelCm, .mark = mark, .discharge = DischargeOfLog(discharge)}});
   }
 
   /// Corrections that the log's lines cannot hold, because their rows are not on the screen.

@@ -15,12 +15,12 @@ bool IsReadingOf(const StationSeries& series, int rawRow, const Correction& corr
 
 /// Which of the readings of its file, time and kind a raw row is, counted from 1.
 int OccurrenceOf(const StationSeries& series, int rawRow) {
-  const ReviewGrid& raw = series.Raw();
-  const Reading& reading = raw.At(rawRow);
+  const RawRows& raw = series.Raw();
+  const Reading reading = raw.At(rawRow);
   int occurrence = 1;
   // They stand close to each other: a file's days follow one another.
   for (int row = rawRow - 1; row >= 1 && raw.At(row).sourceFile == reading.sourceFile; --row) {
-    const Reading& other = raw.At(row);
+    const Reading other = raw.At(row);
     if (other.Time() == reading.Time() && other.kind == reading.kind) ++occurrence;
     if (other.day + std::chrono::days(2) < reading.day) break;
   }
@@ -34,10 +34,11 @@ bool IsSameLevel(double aCm, double bCm) {
   return std::abs(aCm - bCm) <= kSameLevelCm;
 }
 
-RowIndex::RowIndex(const ReviewGrid& grid, const RowRange& within) {
-  const int last = std::min(within.last, grid.ReadingCount());
+template <class Rows>
+RowIndex::RowIndex(const Rows& rows, const RowRange& within) {
+  const int last = std::min(within.last, rows.ReadingCount());
   entries_.reserve(static_cast<std::size_t>(std::max(last - within.first + 1, 0)));
-  for (int row = within.first; row <= last; ++row) entries_.emplace_back(grid.At(row).Time(), row);
+  for (int row = within.first; row <= last; ++row) entries_.emplace_back(rows.At(row).Time(), row);
   if (!std::is_sorted(entries_.begin(), entries_.end())) std::sort(entries_.begin(), entries_.end());
 }
 
@@ -56,10 +57,10 @@ Correction CorrectionOf(const StationSeries& series, const RowRef& row, const Au
   Correction correction{.rawFile = series.Files().empty() ? QString() : series.Files().front().rawFile,
                         .rawCm = state.mark.rawCm,
                         .levelCm = state.levelCm,
-                        .discharge = state.discharge,
+                        .discharge = state.discharge.text,
                         .by = author};
   if (row.rawRow > 0) {
-    const Reading& reading = series.Raw().At(row.rawRow);
+    const Reading reading = series.Raw().At(row.rawRow);
     correction.rawFile = series.FileOf(row.rawRow);
     correction.time = reading.Time();
     correction.kind = reading.kind;
@@ -137,11 +138,11 @@ std::vector<int> RowFinder::LatestRows(const std::vector<DateTime>& times) const
 // A log can have been saved for several years in one: lines that fit none of its own rows go to rows of the
 // other years, but to none that has a line already.
 int RowFinder::RowOfOtherYears(DateTime time) {
-  const int last = series_.Shown().ReadingCount();
+  const int last = series_.ReadingCount();
   if (within_.first > within_.last || (within_.first == 1 && within_.last >= last)) return 0;
-  if (!all_) all_.emplace(series_.Shown(), RowRange{});
+  if (!all_) all_.emplace(series_, RowRange{});
   int row = all_->Find(time, 1);
-  while (row > 0 && (!IsFree(row) || series_.Shown().Mark(row).editCode == kSavedCode)) {
+  while (row > 0 && (!IsFree(row) || series_.Mark(row).editCode == kSavedCode)) {
     row = all_->Find(time, row + 1);
   }
   const bool alone = row == 0 || all_->Find(time, row + 1) == 0;
@@ -150,9 +151,8 @@ int RowFinder::RowOfOtherYears(DateTime time) {
 
 /// True when the free rows of that time from first to last are all readings, or all of one kind of record.
 bool RowFinder::AreOfOneKind(DateTime time, int first, int last) const {
-  const ReviewGrid& grid = series_.Shown();
   for (int row = first; row > 0 && row <= last; row = shown_->Find(time, row + 1)) {
-    if (IsFree(row) && grid.At(row).kind != grid.At(first).kind) return false;
+    if (IsFree(row) && series_.At(row).kind != series_.At(first).kind) return false;
   }
   return true;
 }
@@ -161,7 +161,7 @@ bool RowFinder::AreOfOneKind(DateTime time, int first, int last) const {
 // of its minute wherever another line lies between. Where the order leaves both open, neither is taken: the
 // reading must not get a level that was meant for the record.
 std::vector<RowByTime> RowFinder::TakeByTime(const std::vector<DateTime>& times) {
-  if (!shown_) shown_.emplace(series_.Shown(), within_);
+  if (!shown_) shown_.emplace(series_, within_);
   const std::vector<int> earliest = EarliestRows(times);
   const std::vector<int> latest = LatestRows(times);
   std::vector<RowByTime> rows(times.size());

@@ -10,10 +10,12 @@
 
 namespace vesk {
 
-/// Rows of a grid by time, so that a line is found at once wherever it stands.
+/// Rows by time, so that a line is found at once wherever it stands.
 class RowIndex {
  public:
-  RowIndex(const ReviewGrid& grid, const RowRange& within);
+  /// rows: the raw ones, or a series as shown.
+  template <class Rows>
+  RowIndex(const Rows& rows, const RowRange& within);
 
   /// First row at or after startRow with that time; 0 when there is none.
   [[nodiscard]] int Find(DateTime time, int startRow) const;

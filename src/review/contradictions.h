@@ -6,7 +6,7 @@
 
 #include <vector>
 
-#include "review/review_grid.h"
+#include "review/station_series.h"
 
 namespace vesk {
 
@@ -19,9 +19,9 @@ struct RecordContradiction {
   int minuteOfDay = 0;    ///< when that reading was taken
 };
 
-/// Records, in grid order, that the readings of their file and day contradict: a record nobody has edited
-/// that lies beyond all of them while a reading of its raw level or of its minute has been corrected, or one
-/// that a corrected reading exceeds.
-std::vector<RecordContradiction> FindContradictions(const ReviewGrid& grid);
+/// Records, in the order of the rows, that the readings of their file and day contradict: a record nobody has
+/// edited that lies beyond all of them while a reading of its raw level or of its minute has been corrected,
+/// or one that a corrected reading exceeds.
+std::vector<RecordContradiction> FindContradictions(const StationSeries& series);
 
 }  // namespace vesk

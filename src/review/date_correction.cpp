@@ -14,128 +14,54 @@ using std::chrono::seconds;
 
 constexpr double kDayMaximumStart = 0;
 constexpr double kDayMinimumStart = 9999;
-constexpr std::uint8_t kInsertedFile = 1;  // inserted extremes are labelled "01-"
 
-/// A row on its way through the correction: what moves with its reading.
-struct CarriedRow {
-  Reading reading;
-  RowMark mark;
-  QString discharge;
-  int rawRow = 0;
-};
-
-void SetTime(Reading& reading, DateTime time) {
-  reading.day = floor<std::chrono::days>(time);
-  reading.minuteOfDay = static_cast<std::int16_t>((time - reading.day).count());
-}
-
-/// All rows with their new times, in the order of those times; rows of one minute keep their order.
-std::vector<CarriedRow> RetimedRows(const ReviewGrid& grid, const ReadingSpan& span, DateTime target) {
-  std::vector<CarriedRow> rows;
-  rows.reserve(static_cast<std::size_t>(grid.ReadingCount()));
-  for (int row = 1; row <= grid.ReadingCount(); ++row) {
-    CarriedRow carried{grid.At(row), grid.Mark(row), grid.Discharge(row), row};
-    SetTime(carried.reading, RetimedReading(carried.reading.Time(), span, target));
-    // A changed level stays marked: operators go from change to change in a re-timed grid, too.
-    if (carried.mark.shade != RowShade::Changed) carried.mark.shade = RowShade::Corrected;
-    rows.push_back(std::move(carried));
+/// All raw rows with their new times, in the order of those times; rows of one minute keep their order.
+std::vector<RetimedRow> RowsByNewTime(const RawRows& raw, const ReadingSpan& span, DateTime target) {
+  std::vector<RetimedRow> rows;
+  rows.reserve(raw.Readings().size());
+  for (const Reading& reading : raw.Readings()) {
+    rows.push_back({.time = RetimedReading(reading.Time(), span, target),
+                    .rawRow = static_cast<int>(rows.size()) + 1,
+                    .kind = reading.kind});
   }
-  std::stable_sort(rows.begin(), rows.end(), [](const CarriedRow& a, const CarriedRow& b) {
-    return a.reading.Time() < b.reading.Time();
-  });
+  std::stable_sort(rows.begin(), rows.end(),
+                   [](const RetimedRow& a, const RetimedRow& b) { return a.time < b.time; });
   return rows;
 }
 
 /// Greatest and least level of the day that is being walked through.
 class DayExtremes {
  public:
-  void Take(const Reading& reading) {
-    if (empty_) maximum_.minuteOfDay = minimum_.minuteOfDay = reading.minuteOfDay;
+  void Take(DateTime time, double levelCm) {
+    if (empty_) maximum_.time = minimum_.time = time;
     empty_ = false;
-    if (reading.levelCm > maximum_.levelCm) Set(maximum_, reading);
-    if (reading.levelCm < minimum_.levelCm) Set(minimum_, reading);
+    if (levelCm > maximum_.computedCm) Set(maximum_, time, levelCm);
+    if (levelCm < minimum_.computedCm) Set(minimum_, time, levelCm);
   }
 
-  /// The maximum and the minimum row of a day.
-  [[nodiscard]] std::array<Reading, 2> Rows(Day day) const {
-    std::array<Reading, 2> rows = {maximum_, minimum_};
-    rows[0].kind = ReadingKind::Maximum;
-    rows[1].kind = ReadingKind::Minimum;
-    for (Reading& row : rows) {
-      row.day = day;
-      row.sourceFile = kInsertedFile;
-    }
-    return rows;
-  }
+  /// The maximum and the minimum row of the day.
+  [[nodiscard]] std::array<RetimedRow, 2> Rows() const { return {maximum_, minimum_}; }
 
  private:
-  static void Set(Reading& extreme, const Reading& reading) {
-    extreme.levelCm = reading.levelCm;
-    extreme.minuteOfDay = reading.minuteOfDay;
+  static void Set(RetimedRow& extreme, DateTime time, double levelCm) {
+    extreme.time = time;
+    extreme.computedCm = levelCm;
   }
 
-  Reading maximum_{.levelCm = kDayMaximumStart};
-  Reading minimum_{.levelCm = kDayMinimumStart};
+  RetimedRow maximum_{.computedCm = kDayMaximumStart, .kind = ReadingKind::Maximum};
+  RetimedRow minimum_{.computedCm = kDayMinimumStart, .kind = ReadingKind::Minimum};
   bool empty_ = true;
 };
 
-/// A computed extreme, or what the operator put in its place.
-CarriedRow ExtremeRow(const Reading& computed, const ExtremeEdits& edits) {
-  CarriedRow row{
-      .reading = computed,
-      .mark = {.rawCm = computed.levelCm, .baselineCm = computed.levelCm, .shade = RowShade::Corrected},
-      .discharge = {}};
-  const auto edit = edits.find({computed.day, computed.kind});
-  if (edit == edits.end()) return row;
-  row.reading.levelCm = edit->second.levelCm;
-  row.reading.minuteOfDay = static_cast<std::int16_t>(edit->second.minuteOfDay);
-  row.mark = edit->second.mark;
-  row.discharge = edit->second.discharge;
-  return row;
-}
-
-/// The rows of the rebuilt grid: readings, with a pair of extremes behind every day that another one follows.
-std::vector<CarriedRow> WithDailyExtremes(std::vector<CarriedRow> rows, const ExtremeEdits& edits) {
-  std::vector<CarriedRow> rebuilt;
-  if (rows.empty()) return rebuilt;
-  rebuilt.reserve(rows.size());
-  DayExtremes extremes;
-  Day previousDay = rows.front().reading.day;
-  for (CarriedRow& row : rows) {
-    if (row.reading.day != previousDay) {
-      for (const Reading& extreme : extremes.Rows(previousDay)) rebuilt.push_back(ExtremeRow(extreme, edits));
-      extremes = {};
-    }
-    previousDay = row.reading.day;
-    extremes.Take(row.reading);
-    if (row.reading.kind == ReadingKind::Ordinary) rebuilt.push_back(std::move(row));
-  }
-  return rebuilt;
-}
-
-RetimedView ViewOf(const std::vector<CarriedRow>& rows) {
-  RetimedView view;
-  std::vector<Reading> readings;
-  readings.reserve(rows.size());
-  view.rawRows.reserve(rows.size());
-  for (const CarriedRow& row : rows) {
-    readings.push_back(row.reading);
-    view.rawRows.push_back(row.rawRow);
-  }
-  view.grid.Assign(std::move(readings));
-  int number = 0;
-  for (const CarriedRow& row : rows) {
-    view.grid.SetMark(++number, row.mark);
-    if (!row.discharge.isEmpty()) view.grid.SetDischarge(number, row.discharge);
-  }
-  return view;
+Day DayOfRow(const RetimedRow& row) {
+  return floor<std::chrono::days>(row.time);
 }
 
 }  // namespace
 
-std::optional<ReadingSpan> SpanOf(const ReviewGrid& grid) {
+std::optional<ReadingSpan> SpanOf(const RawRows& raw) {
   const auto ordinary = [](const Reading& reading) { return reading.kind == ReadingKind::Ordinary; };
-  const std::vector<Reading>& readings = grid.Readings();
+  const std::vector<Reading>& readings = raw.Readings();
   const auto first = std::find_if(readings.begin(), readings.end(), ordinary);
   if (first == readings.end()) return std::nullopt;
   const auto last = std::find_if(readings.rbegin(), readings.rend(), ordinary);
@@ -150,7 +76,7 @@ DateTime RetimedReading(DateTime time, const ReadingSpan& span, DateTime target)
   return span.first + floor<minutes>(seconds(std::llround(from * trueLength / length * 60)));
 }
 
-Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& raw) {
+Result<DateTime> ReadCorrectionTarget(const QString& text, const RawRows& raw) {
   const Message what = Wording{u"Tarihler düzeltilmedi", u"The dates were not corrected"};
   const auto refuse = [&what](const Message& reason) { return Error{what, {}, reason}; };
   const auto span = SpanOf(raw);
@@ -173,10 +99,24 @@ Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& raw
   return *target;
 }
 
-RetimedView RetimeReadings(const ReviewGrid& raw, DateTime target, const ExtremeEdits& edits) {
+std::vector<RetimedRow> RetimeReadings(const RawRows& raw, DateTime target) {
   const auto span = SpanOf(raw);
   if (!span || span->first == span->last) return {};
-  return ViewOf(WithDailyExtremes(RetimedRows(raw, *span, target), edits));
+  const std::vector<RetimedRow> byTime = RowsByNewTime(raw, *span, target);
+  std::vector<RetimedRow> rows;
+  rows.reserve(byTime.size());
+  DayExtremes extremes;
+  Day previousDay = DayOfRow(byTime.front());
+  for (const RetimedRow& row : byTime) {
+    if (DayOfRow(row) != previousDay) {
+      for (const RetimedRow& extreme : extremes.Rows()) rows.push_back(extreme);
+      extremes = {};
+    }
+    previousDay = DayOfRow(row);
+    extremes.Take(row.time, raw.At(row.rawRow).levelCm);
+    if (row.kind == ReadingKind::Ordinary) rows.push_back(row);
+  }
+  return rows;
 }
 
 }  // namespace vesk

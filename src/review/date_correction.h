@@ -9,8 +9,9 @@
 #include <tuple>
 #include <vector>
 
+#include "datafiles/helpers.h"
 #include "platform/result.h"
-#include "review/review_grid.h"
+#include "review/raw_rows.h"
 
 namespace vesk {
 
@@ -21,8 +22,8 @@ struct ReadingSpan {
   DateTime last{};
 };
 
-/// Nothing when the grid has no ordinary reading.
-std::optional<ReadingSpan> SpanOf(const ReviewGrid& grid);
+/// Nothing when there is no ordinary reading.
+std::optional<ReadingSpan> SpanOf(const RawRows& raw);
 
 /// Time of a reading after the correction, to the minute: first + (time - first) x (target - first)/(last -
 /// first). last must differ from first.
@@ -31,9 +32,9 @@ DateTime RetimedReading(DateTime time, const ReadingSpan& span, DateTime target)
 /// Reads the operator's text (dd/mm/yyyy hh:mm) and checks it against the readings as the raw file has them.
 /// Refused (the reason says why): a text that is no date-time, a time not after the first reading, readings
 /// whose last one does not lie after the first.
-Result<DateTime> ReadCorrectionTarget(const QString& text, const ReviewGrid& raw);
+Result<DateTime> ReadCorrectionTarget(const QString& text, const RawRows& raw);
 
-/// A daily extreme that a re-timed grid computes; it is told by its day and its kind.
+/// A daily extreme that a corrected clock has computed; it is told by its day and its kind.
 struct ExtremeKey {
   Day day{};
   ReadingKind kind = ReadingKind::Maximum;
@@ -46,25 +47,24 @@ struct ExtremeKey {
 
 /// An operator's level in place of a computed extreme; it stays at the minute at which it was edited.
 struct ExtremeEdit {
-  double levelCm = 0;
   int minuteOfDay = 0;
-  RowMark mark;
-  QString discharge;
+  RowState state;
 };
 
 using ExtremeEdits = std::map<ExtremeKey, ExtremeEdit>;
 
-/// A re-timed grid, and the raw row of each of its rows (0: a computed extreme).
-struct RetimedView {
-  ReviewGrid grid;
-  std::vector<int> rawRows;
+/// A row as a corrected clock shows it: a raw reading at another time, or an extreme computed of a day.
+struct RetimedRow {
+  DateTime time{};
+  double computedCm = 0;  ///< level of a computed extreme, cm
+  int rawRow = 0;         ///< 0: a computed extreme
+  ReadingKind kind = ReadingKind::Ordinary;
 };
 
-/// Re-times and re-orders the readings and replaces the logger's extreme records by computed ones at every
-/// change of day. Levels, discharges and marks go along with their readings; rows that nobody edited are
-/// shaded Corrected. However often the clock was corrected, times are cut to the minute once: target is the
-/// true time of the last raw reading, as ReadCorrectionTarget gives it. edits: extremes that are not what is
-/// computed.
-RetimedView RetimeReadings(const ReviewGrid& raw, DateTime target, const ExtremeEdits& edits = {});
+/// Re-times and re-orders the readings and puts computed extremes, of the levels as corrected, in the place
+/// of the logger's records at every change of day. However often the clock was corrected, times are cut to
+/// the minute once: target is the true time of the last raw reading, as ReadCorrectionTarget gives it.
+/// Nothing when the readings have no span.
+std::vector<RetimedRow> RetimeReadings(const RawRows& raw, DateTime target);
 
 }  // namespace vesk

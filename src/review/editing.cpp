@@ -43,17 +43,16 @@ QString NormaliseTypedLevel(const QString& typed) {
 
 EditSession::EditSession(QObject* parent) : QObject(parent) {}
 
-void EditSession::Begin(LoadedReadings& loaded) {
-  logs_ = loaded.changeLogs;
+void EditSession::Begin(LoadedReadings loaded) {
   singleFile_ = loaded.waterYear == 0;
   whole_ = loaded.whole;
   journals_.Use(loaded);
+  logs_ = std::move(loaded.changeLogs);
   journalFailed_ = false;
   ResetSteps();
   edited_.clear();
   Q_EMIT GridAboutToBeReplaced();
-  series_ = loaded.retimed ? std::move(*loaded.retimed)
-                           : StationSeries(std::move(loaded.grid), std::move(loaded.rawFiles));
+  series_ = std::move(loaded.series);
   Q_EMIT GridReplaced();
   locks_.clear();
   lockPaths_.clear();
@@ -64,8 +63,7 @@ void EditSession::Begin(LoadedReadings& loaded) {
 }
 
 void EditSession::Clear() {
-  LoadedReadings nothing;
-  Begin(nothing);
+  Begin({});
 }
 
 void EditSession::ResetSteps() {
@@ -74,7 +72,7 @@ void EditSession::ResetSteps() {
 }
 
 bool EditSession::IsEditable(int row, GridColumn column) const {
-  return column == GridColumn::Level && Grid().IsReading(row);
+  return column == GridColumn::Level && series_.IsReading(row);
 }
 
 Result<bool> EditSession::EditLevel(int row, const QString& typed) {
@@ -87,14 +85,14 @@ Result<bool> EditSession::EditLevel(int row, const QString& typed) {
 }
 
 Result<bool> EditSession::RestoreRawLevel(int row) {
-  if (!Grid().IsReading(row))
+  if (!series_.IsReading(row))
     return Error{NotChanged(), {}, Wording{u"bu satırda kayıt yok", u"the row holds no reading"}};
-  return Edit(row, Grid().RawLevel(row));
+  return Edit(row, series_.RawLevel(row));
 }
 
 Result<bool> EditSession::Edit(int row, double levelCm) {
   const RowRef ref = series_.RefOf(row);
-  if (NumberText(levelCm) == NumberText(Grid().At(row).levelCm)) return false;
+  if (NumberText(levelCm) == NumberText(series_.At(row).levelCm)) return false;
   if (const Status may = MayEdit(); !may) return may.Failure();
   ApplyEdit(ref, levelCm);
   JournalLastStep();
@@ -119,7 +117,7 @@ bool EditSession::ApplyEdit(const RowRef& row, double levelCm) {
 
 JournalRecord EditSession::RecordOf(const RowRef& row, double levelCm) const {
   if (row.rawRow > 0) {
-    const Reading& reading = series_.Raw().At(row.rawRow);
+    const Reading reading = series_.Raw().At(row.rawRow);
     return {.row = row.rawRow,
             .rawFile = series_.FileOf(row.rawRow),
             .time = reading.Time(),
@@ -246,7 +244,7 @@ std::optional<int> EditSession::RedoStep() {
 void EditSession::UndoAll() {
   if (HasUnsavedCorrection()) RetimeTo(SavedTarget());
   std::vector<std::pair<RowRef, RowState>> states;
-  const ReviewGrid& raw = series_.Raw();
+  const RawRows& raw = series_.Raw();
   states.reserve(static_cast<std::size_t>(raw.ReadingCount()));
   for (int row = 1; row <= raw.ReadingCount(); ++row) {
     const RowRef ref{.rawRow = row};
@@ -254,7 +252,7 @@ void EditSession::UndoAll() {
   }
   for (const auto& [key, edit] : series_.EditedExtremes()) {
     const RowRef ref{.extreme = key};
-    states.emplace_back(ref, Undone(*series_.StateOf(ref), edit.mark.editCode));
+    states.emplace_back(ref, Undone(*series_.StateOf(ref), edit.state.mark.editCode));
   }
   series_.SetStates(states);
   ResetSteps();
@@ -264,16 +262,16 @@ void EditSession::UndoAll() {
 }
 
 int EditSession::NextChange(int fromRow) const {
-  for (int row = std::max(fromRow + 1, 1); row <= Grid().ReadingCount(); ++row) {
-    const RowShade shade = Grid().Mark(row).shade;
+  for (int row = std::max(fromRow + 1, 1); row <= series_.ReadingCount(); ++row) {
+    const RowShade shade = series_.Mark(row).shade;
     if (shade == RowShade::Changed || shade == RowShade::Grey) return row;
   }
   return 0;
 }
 
 int EditSession::PreviousChange(int fromRow) const {
-  for (int row = std::min(fromRow - 1, Grid().ReadingCount()); row >= 1; --row) {
-    if (Grid().Mark(row).shade == RowShade::Changed) return row;
+  for (int row = std::min(fromRow - 1, series_.ReadingCount()); row >= 1; --row) {
+    if (series_.Mark(row).shade == RowShade::Changed) return row;
   }
   return 0;
 }
@@ -283,10 +281,9 @@ DateJump EditSession::GoToDate(const QString& typed) const {
   DateJump jump{.text = NormaliseDateText(typed).trimmed()};
   const auto day = ReadDate(jump.text);
   if (!day) return jump;
-  const auto& readings = Grid().Readings();
-  const auto found =
-      std::find_if(readings.begin(), readings.end(), [&](const Reading& r) { return r.day == *day; });
-  if (found != readings.end()) jump.row = static_cast<int>(found - readings.begin()) + 1;
+  for (int row = 1; row <= series_.ReadingCount() && jump.row == 0; ++row) {
+    if (series_.At(row).day == *day) jump.row = row;
+  }
   return jump;
 }
 

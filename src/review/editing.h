@@ -13,6 +13,7 @@
 #include "platform/regional.h"
 #include "platform/result.h"
 #include "review/load_readings.h"
+#include "review/review_grid.h"
 #include "review/session_journals.h"
 #include "review/station_series.h"
 
@@ -36,10 +37,9 @@ class EditSession : public QObject {
 
   /// Takes over the readings and the change logs of a load; everything of the load before is dropped, locks
   /// included. Each change log is locked for this session where nobody else has it.
-  void Begin(LoadedReadings& loaded);
+  void Begin(LoadedReadings loaded);
   void Clear();
 
-  [[nodiscard]] const ReviewGrid& Grid() const { return series_.Shown(); }
   [[nodiscard]] const StationSeries& Series() const { return series_; }
 
   /// Who works on these corrections; nothing when this session does. While somebody does, the readings are
@@ -86,7 +86,7 @@ class EditSession : public QObject {
   /// Gives every reading its raw time back; false when the readings are not re-timed.
   Result<bool> RemoveDateCorrection();
   /// True for a single-file load: only such a grid can be re-timed.
-  [[nodiscard]] bool CanCorrectDates() const { return singleFile_ && Grid().ReadingCount() > 0; }
+  [[nodiscard]] bool CanCorrectDates() const { return singleFile_ && series_.ReadingCount() > 0; }
 
   /// True while the grid's readings are re-timed, by this session or as saved.
   [[nodiscard]] bool IsCorrected() const { return series_.Target().has_value(); }

@@ -59,7 +59,7 @@ bool EditSession::IsSaved(const std::vector<JournalRecord>& records) const {
 // A raw file that came in between shifts the rows. Then a reading counts as found only when it is the one of
 // its kind at that minute in its file, or in all of them when its file is told by nothing: files can overlap.
 int EditSession::ResolveRawRow(const JournalRecord& record) const {
-  const ReviewGrid& raw = series_.Raw();
+  const RawRows& raw = series_.Raw();
   const auto isMeant = [&](int row) {
     return raw.At(row).Time() == record.time && raw.At(row).kind == record.readingKind &&
            series_.FileOf(row).compare(record.rawFile, Qt::CaseInsensitive) == 0;

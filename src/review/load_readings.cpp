@@ -10,6 +10,7 @@
 #include "platform/whole_file.h"
 #include "review/contradictions.h"
 #include "review/load_gaps.h"
+#include "review/review_grid.h"
 #include "review/setup_parameters.h"
 
 namespace vesk {
@@ -36,17 +37,17 @@ class Loader {
 
   /// False when the load ends with this year.
   bool LoadWaterYear(const QString& entry) {
-    const int first = loaded_.grid.ReadingCount() + 1;
+    const int first = RowCount() + 1;
     const bool goesOn = LoadFilesOf(entry);
     ++yearsDone_;
-    rowsOfYears_.push_back({first, loaded_.grid.ReadingCount()});
+    rowsOfYears_.push_back({first, RowCount()});
     return goesOn;
   }
 
   /// Lays the log of every chosen year over the rows that came in with it. An extreme record's own date may
   /// be the other side of a year's end, and another year's reading may have its minute.
   Status LayChangeLogs() {
-    series_ = StationSeries(std::move(loaded_.grid), loaded_.rawFiles);
+    loaded_.series = StationSeries(std::move(readings_), std::move(rawFiles_));
     if (request_.waterYears.empty()) return LayChangeLog({}, {});
     rowsOfYears_.resize(request_.waterYears.size(), {1, 0});  // years that the load did not get to have none
     for (std::size_t i = 0; i < rowsOfYears_.size(); ++i) {
@@ -58,14 +59,8 @@ class Loader {
   LoadedReadings Finish() {
     // The notes are those of the file read last; a further file's reading clears the list.
     loaded_.messages.insert(loaded_.messages.begin(), headerNotes_.begin(), headerNotes_.end());
-    series_.TakeBaseline();
-    if (series_.IsPlain()) {
-      loaded_.grid = series_.TakeRaw();
-    } else {
-      loaded_.grid = series_.Shown();
-      loaded_.retimed = std::move(series_);
-    }
-    LevelRange(loaded_.grid, loaded_.levels);
+    loaded_.series.TakeBaseline();
+    LevelRange(loaded_.series, loaded_.levels);
     TellContradictions();
     return std::move(loaded_);
   }
@@ -76,8 +71,8 @@ class Loader {
     LoadedChangeLog log;
     log.rows = rows;
     log.saveTo = ChangeLogPath(request_.dataDirectory, request_.station, entry);
-    auto overlay = LoadChangeLog(ChangeLogToRead(request_.dataDirectory, request_.station, entry), series_,
-                                 entry.isEmpty(), rows);
+    auto overlay = LoadChangeLog(ChangeLogToRead(request_.dataDirectory, request_.station, entry),
+                                 loaded_.series, entry.isEmpty(), rows);
     if (!overlay) return overlay.Failure();
     log.overlay = std::move(*overlay);
     loaded_.messages.insert(loaded_.messages.end(), log.overlay.messages.begin(), log.overlay.messages.end());
@@ -86,7 +81,7 @@ class Loader {
   }
 
   void TellContradictions() {
-    for (const RecordContradiction& found : FindContradictions(loaded_.grid)) {
+    for (const RecordContradiction& found : FindContradictions(loaded_.series)) {
       Tell(Message(Wording{u"%1: cihazın %2 kaydı %3 cm, ancak düzeltilen kayıtlara göre %4 cm",
                            u"%1: the logger's %2 record is %3 cm, but by the corrected readings it is %4 cm"},
                    DateText(found.day), KindText(found.kind), NumberText(found.recordedCm),
@@ -104,7 +99,7 @@ class Loader {
     if (!corrections) return corrections.Failure();
     for (const SavedCorrection& clock : *corrections) {
       if (!clock.target) continue;
-      for (const RawFileRows& rows : loaded_.rawFiles) {
+      for (const RawFileRows& rows : loaded_.series.Files()) {
         if (rows.rawFile.compare(clock.rawFile, Qt::CaseInsensitive) != 0) continue;
         Tell(Message(Wording{u"%1: kendi tarih düzeltmesi var (son kayıt %2); su yılı bunu almaz, zamanlar "
                              u"cihazınkilerdir",
@@ -163,6 +158,8 @@ class Loader {
     ReadLines(file, reading.header, static_cast<std::uint8_t>(number), window);
     return true;
   }
+
+  [[nodiscard]] int RowCount() const { return static_cast<int>(readings_.size()); }
 
   void TellFileDone(std::size_t filesInAll) {
     ++filesDone_;
@@ -253,13 +250,12 @@ class Loader {
       Miss(file, content.Failure().Said());
       return;
     }
-    const int firstRow = loaded_.grid.ReadingCount() + 1;
-    std::vector<Reading>& readings = loaded_.grid.LoaderReadings();
+    const int firstRow = RowCount() + 1;
     constexpr qsizetype kBytesPerLine = 29;
-    readings.reserve(readings.size() + static_cast<std::size_t>(content->size() / kBytesPerLine));
-    const DataLineTally tally = DecodeDataLines(*content, header.HeaderEnd, number, window, readings);
+    readings_.reserve(readings_.size() + static_cast<std::size_t>(content->size() / kBytesPerLine));
+    const DataLineTally tally = DecodeDataLines(*content, header.HeaderEnd, number, window, readings_);
     loaded_.files.push_back(file.listName);
-    loaded_.rawFiles.push_back({file.listName.left(kStemLength), firstRow, loaded_.grid.ReadingCount()});
+    rawFiles_.push_back({file.listName.left(kStemLength), firstRow, RowCount()});
     loaded_.refusedLines += tally.refused;
     const FileGaps gaps = GapsOf(file.diskName, header, tally, window);
     for (const Message& message : gaps.messages) Tell(message);
@@ -276,7 +272,8 @@ class Loader {
 
   const LoadRequest& request_;
   LoadedReadings loaded_;
-  StationSeries series_;  ///< from the change logs on; before, the readings gather in loaded_.grid
+  std::vector<Reading> readings_;      ///< until the change logs are laid
+  std::vector<RawFileRows> rawFiles_;  ///< which raw file they came from
   FileBytes bytes_;
   SetupCells cells_;
   std::optional<SetupCells> reference_;

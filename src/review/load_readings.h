@@ -36,13 +36,11 @@ struct LoadedChangeLog {
 };
 
 struct LoadedReadings {
-  ReviewGrid grid;                       ///< the rows as operators see them
-  std::vector<RawFileRows> rawFiles;     ///< which raw file the rows came from, in the raw order
-  std::optional<StationSeries> retimed;  ///< where the rows are not the raw ones; grid is what it shows
-  SetupCells setup;                      ///< "--" where the files of a water year differ
-  std::vector<QString> files;            ///< names of the files used, in file-number order
-  std::vector<Message> messages;         ///< for the message list
-  RawHeader header;                      ///< of the last file read
+  StationSeries series;           ///< the readings, with the saved corrections laid over them
+  SetupCells setup;               ///< "--" where the files of a water year differ
+  std::vector<QString> files;     ///< names of the files used, in file-number order
+  std::vector<Message> messages;  ///< for the message list
+  RawHeader header;               ///< of the last file read
   /// False when a file or a part of one is missing from the load; NotWholeNote (not_whole_note.h) words it.
   bool whole = true;
   /// Disk names, those of good files behind a refused one that ended the load among them.

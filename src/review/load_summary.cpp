@@ -5,9 +5,10 @@
 namespace vesk {
 namespace {
 
-std::set<Day> DaysWithReadings(const ReviewGrid& grid) {
+std::set<Day> DaysWithReadings(const StationSeries& series) {
   std::set<Day> days;
-  for (const Reading& reading : grid.Readings()) {
+  for (int row = 1; row <= series.ReadingCount(); ++row) {
+    const Reading reading = series.At(row);
     if (reading.kind == ReadingKind::Ordinary) days.insert(days.end(), reading.day);
   }
   return days;
@@ -20,10 +21,10 @@ int DaysOfYear(int waterYear) {
 }  // namespace
 
 LoadSummary SummaryOf(const LoadedReadings& loaded) {
-  const std::set<Day> days = DaysWithReadings(loaded.grid);
+  const std::set<Day> days = DaysWithReadings(loaded.series);
   LoadSummary summary{.daysPresent = static_cast<int>(days.size()),
                       .refusedLines = loaded.refusedLines,
-                      .retimed = loaded.retimed && loaded.retimed->Target()};
+                      .retimed = loaded.series.Target().has_value()};
   int daysInAll = days.empty() ? 0 : static_cast<int>((*days.rbegin() - *days.begin()).count()) + 1;
   if (!loaded.waterYears.empty()) daysInAll = 0;
   for (const int year : loaded.waterYears) daysInAll += DaysOfYear(year);

@@ -90,8 +90,8 @@ int ReviewGridModel::ColumnWidthPixels(GridColumn column) {
 }
 
 int ReviewGridModel::rowCount(const QModelIndex& parent) const {
-  if (parent.isValid() || session_.Grid().ReadingCount() == 0) return 0;
-  return session_.Grid().RowCount() - 1;  // the titles are the header
+  if (parent.isValid() || session_.Series().ReadingCount() == 0) return 0;
+  return session_.Series().RowCount() - 1;  // the titles are the header
 }
 
 int ReviewGridModel::columnCount(const QModelIndex& parent) const {
@@ -100,26 +100,26 @@ int ReviewGridModel::columnCount(const QModelIndex& parent) const {
 
 QVariant ReviewGridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
-  const ReviewGrid& grid = session_.Grid();
+  const StationSeries& series = session_.Series();
   const int row = GridRow(index);
   const auto column = static_cast<GridColumn>(index.column());
-  if (role == Qt::DisplayRole || role == Qt::EditRole) return grid.Text(row, column);
+  if (role == Qt::DisplayRole || role == Qt::EditRole) return CellText(series, row, column);
   if (role == Qt::TextAlignmentRole) return QVariant(AlignmentOf(column));
-  if (!grid.IsReading(row)) {  // the empty row behind the last reading is painted with the others
+  if (!series.IsReading(row)) {  // the empty row behind the last reading is painted with the others
     return role == Qt::BackgroundRole && session_.IsCorrected() ? QVariant(kLightGreen) : QVariant();
   }
-  const ReadingKind kind = grid.At(row).kind;
+  const ReadingKind kind = series.At(row).kind;
   switch (role) {
     case Qt::BackgroundRole:
-      if (column == GridColumn::Level) return LevelBackColour(grid.Mark(row).shade);
+      if (column == GridColumn::Level) return LevelBackColour(series.Mark(row).shade);
       return session_.IsCorrected() ? kLightGreen : kWhite;
     case Qt::ForegroundRole:
       return TextColour(kind, session_.IsCorrected());
     case Qt::FontRole:
       return kind == ReadingKind::Ordinary ? QVariant() : BoldFont();
     case Qt::ToolTipRole:
-      if (!rawLevelText_ || column != GridColumn::Level || !grid.IsCorrected(row)) return {};
-      return rawLevelText_(grid.RawLevel(row));
+      if (!rawLevelText_ || column != GridColumn::Level || !series.IsCorrected(row)) return {};
+      return rawLevelText_(series.RawLevel(row));
     case BorderColourRole:
       return HasBorder(kind, session_.IsCorrected()) ? QVariant(kMinimumBorder) : QVariant();
     default:
@@ -131,7 +131,7 @@ QVariant ReviewGridModel::headerData(int section, Qt::Orientation orientation, i
   if (role != Qt::DisplayRole) return {};
   if (orientation == Qt::Vertical) return section + 1;
   if (section < 0 || section >= kGridColumns) return {};
-  return session_.Grid().Text(0, static_cast<GridColumn>(section));
+  return CellText(session_.Series(), 0, static_cast<GridColumn>(section));
 }
 
 Qt::ItemFlags ReviewGridModel::flags(const QModelIndex& index) const {
@@ -158,7 +158,7 @@ QString ReviewGridModel::SelectionText(const QItemSelection& selection) const {
     for (int row = block.top(); row <= block.bottom(); ++row) {
       QStringList cells;
       for (int column = block.left(); column <= block.right(); ++column) {
-        cells += session_.Grid().Text(row + 1, static_cast<GridColumn>(column));
+        cells += CellText(session_.Series(), row + 1, static_cast<GridColumn>(column));
       }
       lines += cells.join(QLatin1Char('\t'));
     }

@@ -9,7 +9,7 @@ void SessionJournals::Use(const LoadedReadings& loaded) {
   journals_.clear();
   rows_.clear();
   const bool singleFile = loaded.waterYear == 0;
-  const auto& files = loaded.retimed ? loaded.retimed->Files() : loaded.rawFiles;
+  const auto& files = loaded.series.Files();
   const QString rawFile = singleFile && !files.empty() ? files.front().rawFile : QString();
   for (const LoadedChangeLog& log : loaded.changeLogs) {
     rows_.push_back(log.rows);

@@ -10,8 +10,9 @@
 #include <tuple>
 #include <vector>
 
+#include "datafiles/helpers.h"
 #include "review/date_correction.h"
-#include "review/review_grid.h"
+#include "review/raw_rows.h"
 
 namespace vesk {
 
@@ -33,26 +34,35 @@ struct RowRef {
   }
 };
 
-/// What can be changed of a row.
-struct RowState {
-  double levelCm = 0;
-  RowMark mark{};
-  QString discharge{};
-};
-
+/// Rows count from 1, as shown; one empty row stands behind the last reading, so RowCount() is
+/// ReadingCount() + 2, the titles included.
 class StationSeries {
  public:
   StationSeries() = default;
-  explicit StationSeries(ReviewGrid raw, std::vector<RawFileRows> files = {});
+  explicit StationSeries(std::vector<Reading> raw, std::vector<RawFileRows> files = {});
 
   /// The rows as operators see them: the raw ones, or re-timed with computed extremes.
-  [[nodiscard]] const ReviewGrid& Shown() const { return target_ ? view_.grid : raw_; }
-  [[nodiscard]] const ReviewGrid& Raw() const { return raw_; }
-  /// The raw grid, moved out; the series is not to be used afterwards.
-  [[nodiscard]] ReviewGrid TakeRaw() { return std::move(raw_); }
+  [[nodiscard]] int ReadingCount() const;
+  [[nodiscard]] int RowCount() const { return ReadingCount() + 2; }
+  [[nodiscard]] bool IsReading(int row) const { return row >= 1 && row <= ReadingCount(); }
+  /// row: 1 to ReadingCount(), here and below. Level as corrected, time as shown.
+  [[nodiscard]] Reading At(int row) const { return target_ ? RetimedAt(row) : raw_.At(row); }
+  [[nodiscard]] RowMark Mark(int row) const;
+  [[nodiscard]] Discharge DischargeOf(int row) const;
+  /// Level of a row as its raw file has it, cm; of an extreme, as it was computed.
+  [[nodiscard]] double RawLevel(int row) const { return Mark(row).rawCm; }
+  /// True where the level is no longer the raw file's.
+  [[nodiscard]] bool IsCorrected(int row) const { return At(row).levelCm != RawLevel(row); }
+  [[nodiscard]] int CodeValue(int row) const { return vesk::CodeValue(At(row), Mark(row)); }
+  [[nodiscard]] bool IsChanged(int row) const { return CodeValue(row) > 0; }
+
+  /// Every row as shown, one after the other.
+  [[nodiscard]] std::vector<Reading> ReadingsAsShown() const;
+
+  /// The readings with their own times, each with what corrects it.
+  [[nodiscard]] const RawRows& Raw() const { return raw_; }
   [[nodiscard]] const std::vector<RawFileRows>& Files() const { return files_; }
 
-  /// shownRow: 1 to Shown().ReadingCount().
   [[nodiscard]] RowRef RefOf(int shownRow) const;
   /// 0 when the row is not on the screen: a logger's record behind a clock correction.
   [[nodiscard]] int ShownRowOf(const RowRef& row) const;
@@ -79,20 +89,22 @@ class StationSeries {
   /// Time of the last reading as shown; nothing without readings.
   [[nodiscard]] std::optional<DateTime> LastReading() const;
 
-  /// True when the shown rows are the raw ones and nothing is kept besides.
-  [[nodiscard]] bool IsPlain() const { return !target_ && edits_.empty(); }
   /// Every level as it is now becomes its baseline; done once a load is complete.
   void TakeBaseline();
 
  private:
   void Store(const RowRef& row, const RowState& state);
   void FormView();
+  [[nodiscard]] const RetimedRow& Retimed(int row) const { return view_[static_cast<std::size_t>(row - 1)]; }
+  [[nodiscard]] Reading RetimedAt(int row) const;
+  /// What the operator put in the place of a computed extreme; null when nothing.
+  [[nodiscard]] const ExtremeEdit* EditOf(const RetimedRow& extreme) const;
 
-  ReviewGrid raw_;
+  RawRows raw_;
   std::vector<RawFileRows> files_;
   std::optional<DateTime> target_;
   ExtremeEdits edits_;
-  RetimedView view_;  ///< while target_ is set
+  std::vector<RetimedRow> view_;  ///< while target_ is set
 };
 
 }  // namespace vesk

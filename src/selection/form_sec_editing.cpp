@@ -21,7 +21,7 @@ namespace vesk {
 
 void FormSec::ShowEditState() {
   const bool unsaved = session_.HasUnsavedChanges();
-  const bool rows = session_.Grid().ReadingCount() > 0;
+  const bool rows = session_.Series().ReadingCount() > 0;
   c_.Command4->setEnabled(unsaved);
   c_.CmdUndo->setEnabled(unsaved);
   c_.Command6->setEnabled(rows);
@@ -75,13 +75,13 @@ void FormSec::TellRefusal(const Error& error) {
 }
 
 void FormSec::ShowRowLabel(int row) {
-  const ReviewGrid& grid = session_.Grid();
+  const StationSeries& series = session_.Series();
   QString text;
-  if (grid.IsReading(row)) {
-    text = Say(Wording{u"Satır %1 / %2", u"Row %1 / %2"}, row, grid.ReadingCount());
-    if (grid.IsCorrected(row)) {
+  if (series.IsReading(row)) {
+    text = Say(Wording{u"Satır %1 / %2", u"Row %1 / %2"}, row, series.ReadingCount());
+    if (series.IsCorrected(row)) {
       text += QStringLiteral("  ·  ") +
-              Say(Wording{u"ham seviye %1 cm", u"raw level %1 cm"}, NumberText(grid.RawLevel(row)));
+              Say(Wording{u"ham seviye %1 cm", u"raw level %1 cm"}, NumberText(series.RawLevel(row)));
     }
   }
   c_.RowLabel->setText(text);
@@ -91,10 +91,11 @@ void FormSec::ShowRowLabel(int row) {
 // the logger's extremes would publish it.
 void FormSec::OfferRecordCorrection(int row) {
   TellStatus({});  // what was said of an earlier attempt
-  const ReviewGrid& grid = session_.Grid();
-  if (!grid.IsReading(row) || grid.At(row).kind != ReadingKind::Ordinary) return;
-  for (const RecordContradiction& found : FindContradictions(grid)) {
-    if (found.day != grid.At(row).day || grid.At(found.row).sourceFile != grid.At(row).sourceFile) continue;
+  const StationSeries& series = session_.Series();
+  if (!series.IsReading(row) || series.At(row).kind != ReadingKind::Ordinary) return;
+  for (const RecordContradiction& found : FindContradictions(series)) {
+    if (found.day != series.At(row).day || series.At(found.row).sourceFile != series.At(row).sourceFile)
+      continue;
     const QString text = Say(Wording{u"Cihazın %1 günü için kaydettiği uç değer (%2) %3 cm; düzeltilen "
                                      u"kayıtlara göre %4 cm (%5). Uç değer kaydı da düzeltilsin mi?",
                                      u"The logger's own record of %1 (%2) is %3 cm; by the readings as "
@@ -116,7 +117,7 @@ void FormSec::RestoreRawLevels() {
   }
   int restored = 0;
   for (const int row : rows) {
-    if (!session_.Grid().IsReading(row) || !session_.Grid().IsCorrected(row)) continue;
+    if (!session_.Series().IsReading(row) || !session_.Series().IsCorrected(row)) continue;
     const Result<bool> done = session_.RestoreRawLevel(row);
     if (!done) return TellRefusal(done.Failure());
     ++restored;

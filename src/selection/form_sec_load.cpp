@@ -52,7 +52,7 @@ void FormSec::Load(const LoadRequest& request, int timesLoaded) {
   }
   c_.Text6->clear();
   ShowLoaded(request, *loaded);
-  session_.Begin(*loaded);
+  session_.Begin(std::move(*loaded));
   if (session_.IsOutdated() &&
       ++timesLoaded < kMostLoads) {  // somebody saved while the files were being read
     Load(request, timesLoaded);
@@ -262,7 +262,7 @@ void FormSec::UpdateCommands() {
   c_.CmdTamam->setText(confirm.caption);
   c_.CmdTamam->setEnabled(confirm.enabled && !busy_);
   c_.CmdVazgec->setEnabled(!busy_);
-  const bool rows = session_.Grid().ReadingCount() > 0;
+  const bool rows = session_.Series().ReadingCount() > 0;
   const bool ready = rows && ChoiceIsLoaded() && !busy_;
   c_.Command3->setEnabled(ready && loaded_->waterYear > 0);
   c_.CmdGrf->setEnabled(ready);

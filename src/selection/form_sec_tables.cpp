@@ -38,7 +38,7 @@ void FormSec::MakeTable() {
   UpdateCommands();
   const ExtremeMode mode = ExtremeModeOf(run_.options.Slot(8));
   const bool turkish = run_.language.Choice() != LanguageChoice::English;
-  const BuildInput input{.grid = session_.Grid(),
+  const BuildInput input{.series = session_.Series(),
                          .stationNumber = StationNumberOf(loaded_->station),
                          .stationName = loaded_->stationName,
                          .waterYear = loaded_->waterYear,
@@ -47,7 +47,7 @@ void FormSec::MakeTable() {
                          .templateDirectory = run_.programFolder,
                          .templateName = run_.language.templateName,
                          .afterSave = AfterSaveOf(run_.options.Slot(9)),
-                         .notes = NotesOfTable(loaded_->notWhole, session_.Grid(), mode, turkish)};
+                         .notes = NotesOfTable(loaded_->notWhole, session_.Series(), mode, turkish)};
   const Result<BuildReport> report = [&] {
     WindowBuildQuestions asking(*this, *questions_, run_.language, UnchosenExtremes(run_));
     return BuildLevelTable(input, frame_.Office(), asking);
@@ -96,8 +96,7 @@ void FormSec::DrawGraph() {
   if (!MayDraw(notes)) return;
   run_.stationMode = StationMode::Single;
   // The graph window reads the grid before the call returns, so the session's own one will do.
-  const std::shared_ptr<const ReviewGrid> grid(std::shared_ptr<void>(), &session_.Grid());
-  OpenSingleGraph(frame_, grid,
+  OpenSingleGraph(frame_, session_.Series(),
                   GraphStation{.number = StationNumberOf(loaded_->station),
                                .name = WithoutDash(loaded_->stationName),
                                .waterYear = loaded_->waterYear},

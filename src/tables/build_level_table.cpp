@@ -155,8 +155,8 @@ class TableBuild {
 
   Status Fill() {
     const QString title = input_.stationNumber + QStringLiteral(" - ") + input_.stationName;
-    LevelTable table =
-        ComputeLevelTable(input_.grid, input_.waterYear, input_.extremeMode, title, report_.withHourlyValues);
+    LevelTable table = ComputeLevelTable(input_.series, input_.waterYear, input_.extremeMode, title,
+                                         report_.withHourlyValues);
     table.note = QStringList(input_.notes.begin(), input_.notes.end()).join(QStringLiteral(" • "));
     const auto progress = [this](TablePart part, int percent) {
       return GoesOn(part == TablePart::Hourly ? BuildStep::HourlySheet : BuildStep::DailySheet,

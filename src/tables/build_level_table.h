@@ -8,7 +8,7 @@
 
 #include "platform/result.h"
 #include "platform/spreadsheet.h"
-#include "review/review_grid.h"
+#include "review/station_series.h"
 #include "tables/level_table.h"
 #include "tables/table_record.h"
 
@@ -25,10 +25,10 @@ enum class AfterSave {
 AfterSave AfterSaveOf(const QString& optionText);
 
 struct BuildInput {
-  const ReviewGrid& grid;  ///< readings of one station and water year
-  QString stationNumber;   ///< five characters
-  QString stationName;     ///< from the station register; may be empty
-  int waterYear = 0;       ///< calendar year in which the water year ends, four digits
+  const StationSeries& series;  ///< readings of one station and water year
+  QString stationNumber;        ///< five characters
+  QString stationName;          ///< from the station register; may be empty
+  int waterYear = 0;            ///< calendar year in which the water year ends, four digits
   ExtremeMode extremeMode = ExtremeMode::Recorded;
   QString tableDirectory;  ///< where the table file goes: the data directory, unless another one is asked for
   QString templateDirectory;  ///< where the template lies: the program folder

@@ -12,21 +12,20 @@ constexpr int kFirstDailyRow = 5;
 constexpr int kMonthsPerYear = 12;
 constexpr int kDailyRows = kRowsPerMonth * kMonthsPerYear + kFirstDailyRow;
 
-/// Walks the grid once, in grid order, and closes a day at its minimum record.
+/// Walks the series once, in its order, and closes a day at its minimum record.
 class TableBuilder {
  public:
-  TableBuilder(const ReviewGrid& grid, ExtremeMode mode, bool withHourly, LevelTable& table)
-      : grid_(grid), mode_(mode), withHourly_(withHourly), table_(table) {}
+  TableBuilder(const StationSeries& series, ExtremeMode mode, bool withHourly, LevelTable& table)
+      : series_(series), mode_(mode), withHourly_(withHourly), table_(table) {}
 
   void Build() {
-    const std::vector<Reading>& readings = grid_.Readings();
-    if (readings.empty()) return;
-    if (withHourly_) table_.hourly.reserve(readings.size());
+    const int count = series_.ReadingCount();
+    if (count == 0) return;
+    if (withHourly_) table_.hourly.reserve(static_cast<std::size_t>(count));
     const Day first = WaterYearFirstDay(table_.waterYear);
     const Day last = WaterYearLastDay(table_.waterYear);
-    int row = 0;
-    for (const Reading& reading : readings) {
-      ++row;
+    for (int row = 1; row <= count; ++row) {
+      const Reading reading = series_.At(row);
       if (reading.day < first || reading.day > last) continue;  // of another year loaded along with this one
       if (readings_ > 0 && reading.day != readingDay_) EndDayWithoutExtremes();
       switch (reading.kind) {
@@ -46,8 +45,8 @@ class TableBuilder {
 
  private:
   [[nodiscard]] LevelAt ValueOf(int row) const {
-    const Reading& reading = grid_.At(row);
-    return {reading.minuteOfDay, reading.levelCm, grid_.Discharge(row)};
+    const Reading reading = series_.At(row);
+    return {reading.minuteOfDay, reading.levelCm, series_.DischargeOf(row).text};
   }
 
   /// One record a day, also for a day that comes twice: its row on the daily sheet is written over.
@@ -137,7 +136,7 @@ class TableBuilder {
 
   [[nodiscard]] int HourlyRow() const { return kFirstHourlyRow - 1 + hourlyCount_; }
 
-  const ReviewGrid& grid_;
+  const StationSeries& series_;
   const ExtremeMode mode_;
   const bool withHourly_;
   LevelTable& table_;
@@ -174,12 +173,12 @@ int DailySheetRow(Day day) {
   return kRowsPerMonth * (WaterYearMonth(MonthOf(day)) - 1) + DayOf(day) + kFirstDailyRow - 1;
 }
 
-LevelTable ComputeLevelTable(const ReviewGrid& grid, int waterYear, ExtremeMode mode, const QString& title,
-                             bool withHourly) {
+LevelTable ComputeLevelTable(const StationSeries& series, int waterYear, ExtremeMode mode,
+                             const QString& title, bool withHourly) {
   LevelTable table;
   table.waterYear = waterYear;
   table.title = title;
-  TableBuilder(grid, mode, withHourly, table).Build();
+  TableBuilder(series, mode, withHourly, table).Build();
   return table;
 }
 

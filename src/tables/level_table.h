@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "review/review_grid.h"
+#include "review/station_series.h"
 
 namespace vesk {
 
@@ -68,7 +68,7 @@ int MinutesOfDay(QStringView clock);
 /// Row of a date on the daily sheet: 35 rows a month, 1 October is row 5.
 int DailySheetRow(Day day);
 
-LevelTable ComputeLevelTable(const ReviewGrid& grid, int waterYear, ExtremeMode mode, const QString& title,
-                             bool withHourly = true);
+LevelTable ComputeLevelTable(const StationSeries& series, int waterYear, ExtremeMode mode,
+                             const QString& title, bool withHourly = true);
 
 }  // namespace vesk

@@ -3,16 +3,17 @@
 #include <QStringList>
 
 #include "review/contradictions.h"
+#include "review/review_grid.h"
 
 namespace vesk {
 namespace {
 
 constexpr qsizetype kMostDays = 20;  ///< named one by one; a cell is no report
 
-Message Contradictions(const ReviewGrid& grid) {
+Message Contradictions(const StationSeries& series) {
   QStringList days;
   qsizetype count = 0;
-  for (const RecordContradiction& found : FindContradictions(grid)) {
+  for (const RecordContradiction& found : FindContradictions(series)) {
     if (++count > kMostDays) continue;
     days += QStringLiteral("%1 %2 %3 → %4")
                 .arg(DateText(found.day), KindText(found.kind), NumberText(found.recordedCm),
@@ -27,14 +28,14 @@ Message Contradictions(const ReviewGrid& grid) {
 
 }  // namespace
 
-std::vector<QString> NotesOfTable(const Message& notWhole, const ReviewGrid& grid, ExtremeMode mode,
+std::vector<QString> NotesOfTable(const Message& notWhole, const StationSeries& series, ExtremeMode mode,
                                   bool turkish) {
   std::vector<QString> notes;
   const LanguageChoice language = turkish ? LanguageChoice::Turkish : LanguageChoice::English;
   const QString missing = notWhole.In(language);
   if (!missing.isEmpty()) notes.push_back(missing);
   const QString contradictions =
-      mode == ExtremeMode::Recorded ? Contradictions(grid).In(language) : QString();
+      mode == ExtremeMode::Recorded ? Contradictions(series).In(language) : QString();
   if (!contradictions.isEmpty()) notes.push_back(contradictions);
   return notes;
 }

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "review/not_whole_note.h"
-#include "review/review_grid.h"
+#include "review/station_series.h"
 #include "tables/level_table.h"
 
 namespace vesk {
@@ -15,7 +15,7 @@ namespace vesk {
 /// The weightiest first; empty when there is nothing to say. notWhole: what the load does without. Records
 /// that contradict corrected readings matter only where the logger's extremes are taken. turkish: the table's
 /// language.
-std::vector<QString> NotesOfTable(const Message& notWhole, const ReviewGrid& grid, ExtremeMode mode,
+std::vector<QString> NotesOfTable(const Message& notWhole, const StationSeries& series, ExtremeMode mode,
                                   bool turkish);
 
 }  // namespace vesk

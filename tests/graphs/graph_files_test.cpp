@@ -41,7 +41,7 @@ class BuildGraphs : public testing::Test {
             Wording{u"İstasyonun ham dosyası yok", u"No raw file of the station"}, entry.station, {}};
       LoadedReadings loaded;
       loaded.whole = entry.station != QLatin1String("009-99999");
-      loaded.grid.Append({.levelCm = 100, .day = WaterYearFirstDay(entry.waterYear)});
+      loaded.series = StationSeries({{.levelCm = 100, .day = WaterYearFirstDay(entry.waterYear)}});
       loaded.messages.push_back(Message::Verbatim(QStringLiteral("a note")));
       return loaded;
     };

@@ -22,7 +22,7 @@ class GraphNotes : public testing::Test {
     sheet_.years = QStringLiteral("2011");
     sheet_.language.FillEnglish();
   }
-  void Add(const char* station, std::vector<SeriesPoint> points) {
+  void Add(const char* station, std::vector<GraphPoint> points) {
     sheet_.series.emplace_back(std::move(points), true);
     sheet_.stationNames.append(QString::fromUtf8(station));
   }

@@ -22,7 +22,7 @@ constexpr QSize kSize(1000, 600);
 constexpr auto kOrdinary = ReadingKind::Ordinary;
 
 // Stations without texts on white paper with a grey scale, so that coloured ink is the stations'.
-GraphSheet PlainSheet(const std::vector<std::vector<SeriesPoint>>& stations) {
+GraphSheet PlainSheet(const std::vector<std::vector<GraphPoint>>& stations) {
   GraphSheet sheet;
   sheet.firstDay = WaterYearFirstDay(2011);
   sheet.start = sheet.firstDay;
@@ -30,7 +30,7 @@ GraphSheet PlainSheet(const std::vector<std::vector<SeriesPoint>>& stations) {
   sheet.style.background = Qt::white;
   sheet.style.scale = QColor(200, 200, 200);
   sheet.style.stations = {QColor(0, 160, 0), QColor(200, 0, 200), QColor(0, 200, 200), QColor(150, 150, 0)};
-  for (const std::vector<SeriesPoint>& points : stations) sheet.series.emplace_back(points, true);
+  for (const std::vector<GraphPoint>& points : stations) sheet.series.emplace_back(points, true);
   return sheet;
 }
 
@@ -47,7 +47,7 @@ bool HasInkNear(const QImage& image, QPointF point, const QColor& colour) {
 }
 
 TEST(GraphPageDrawing, EveryStationHasInkOfItsColourWhereItsReadingsLie) {
-  std::vector<std::vector<SeriesPoint>> stations;
+  std::vector<std::vector<GraphPoint>> stations;
   for (const double level : {20, 40, 60, 80})
     stations.push_back({{level, 60000, kOrdinary}, {level, 63000, kOrdinary}, {level, 200000, kOrdinary}});
   stations[1].push_back({95, 201000, ReadingKind::Maximum});
@@ -101,7 +101,7 @@ TEST(GraphPageDrawing, TheLegendCoversNoReadingWhereverTheyRun) {
     return static_cast<int>((random >> 8U) % below);
   };
   for (int round = 0; round < 24; ++round) {
-    std::vector<std::vector<SeriesPoint>> stations(1 + static_cast<std::size_t>(round) % 4);
+    std::vector<std::vector<GraphPoint>> stations(1 + static_cast<std::size_t>(round) % 4);
     for (auto& points : stations) {
       double level = 20 + next(180);
       for (int minute = 1440; minute < 366 * 1440; minute += 360 + next(3000)) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace vesk {
 namespace {
 
@@ -12,18 +14,16 @@ constexpr auto kMaximum = ReadingKind::Maximum;
 constexpr auto kMinimum = ReadingKind::Minimum;
 const Day kFirst = Day(2008y / 10 / 1);
 
-TEST(GridPoint, CarriesDayClockKindAndCoordinateUpToTheSpareRow) {
-  ReviewGrid grid;
-  grid.Assign({{.levelCm = 100, .day = kFirst},
-               {.levelCm = 101.5, .day = kFirst, .minuteOfDay = 750, .kind = kMaximum}});
+TEST(GridPoint, CarriesRowTimeAndKindUpToTheSpareRow) {
+  const StationSeries grid({{.levelCm = 100, .day = kFirst},
+                            {.levelCm = 101.5, .day = kFirst, .minuteOfDay = 750, .kind = kMaximum}});
   ASSERT_TRUE(LoadGridPoint(grid, 1, kFirst));
-  EXPECT_DOUBLE_EQ(LoadGridPoint(grid, 1, kFirst)->X(), 14.4);
+  EXPECT_EQ(LoadGridPoint(grid, 1, kFirst)->minutes, 1440);
   const auto second = LoadGridPoint(grid, 2, kFirst);
   ASSERT_TRUE(second);
-  EXPECT_EQ(second->dayNumber, 1);
-  EXPECT_DOUBLE_EQ(second->X(), 21.9);
-  EXPECT_EQ(second->Minutes(), 2190);
-  EXPECT_EQ(second->kind, kMaximum);
+  EXPECT_EQ(second->minutes, 2190);
+  EXPECT_EQ(second->Row(), 2);
+  EXPECT_EQ(second->Kind(), kMaximum);
   EXPECT_DOUBLE_EQ(second->levelCm, 101.5);
   for (const int row : {0, 3, 4}) EXPECT_FALSE(LoadGridPoint(grid, row, kFirst)) << row;
 }
@@ -52,19 +52,19 @@ TEST(FilePoint, ARecordIsAPointOrNamedAsDamaged) {
     const FilePoint read = LoadFilePoint(one.record, 1, kFirst, kMinimum);
     EXPECT_EQ(read.state, one.state) << one.record;
     if (read.state != kPoint) continue;
-    EXPECT_NEAR(read.point.X(), one.x, 1e-9) << one.record;
+    EXPECT_EQ(read.point.minutes, std::lround(one.x * 100)) << one.record;
     EXPECT_EQ(read.point.levelCm, one.levelCm) << one.record;
-    EXPECT_EQ(read.point.kind, one.kind) << one.record;
+    EXPECT_EQ(read.point.Kind(), one.kind) << one.record;
   }
 }
 
 TEST(FilePoint, RecordsAreReadByNumberAndCountOneDayLessThanTheGridInTheFallbackCalendar) {
   const Day first = Day(1387y / 10 / 1);
-  ReviewGrid grid;
-  grid.Append({.levelCm = 100, .day = first + std::chrono::days(3)});
-  EXPECT_EQ(LoadGridPoint(grid, 1, first)->dayNumber, 4);
+  const StationSeries grid({{.levelCm = 100, .day = first + std::chrono::days(3)}});
+  EXPECT_EQ(LoadGridPoint(grid, 1, first)->minutes, 4 * 1440);
   const QByteArray content = "02/10/1387,12:30,  12.5,01-ort\r\n04/10/1387,00:00,   100,01-ort\r\n";
-  EXPECT_EQ(LoadFilePoint(content, 2, first, {}).point.dayNumber, 3);
+  EXPECT_EQ(LoadFilePoint(content, 2, first, {}).point.minutes, 3 * 1440);
+  EXPECT_EQ(LoadFilePoint(content, 2, first, {}).point.Row(), 2);
   EXPECT_EQ(LoadFilePoint(content, 0, first, {}).state, FilePointState::None);
   EXPECT_EQ(LoadFilePoint(content, 3, first, {}).state, FilePointState::End);
 }

@@ -8,7 +8,7 @@ namespace vesk {
 namespace {
 
 GraphSeries Station(double levelCm, const std::vector<int>& times) {
-  std::vector<SeriesPoint> points;
+  std::vector<GraphPoint> points;
   for (const int time : times) points.push_back({levelCm, time, ReadingKind::Ordinary});
   return {std::move(points), true};
 }
@@ -21,7 +21,7 @@ int TimeOf(const GraphSheet& sheet, ReadoutPlace place) {
 std::optional<double> LeastDistance(const GraphSheet& sheet, const PageScale& page, QPointF cursor) {
   std::optional<double> least;
   for (const GraphSeries& series : sheet.series) {
-    for (const SeriesPoint& point : series.OnPage(1000, 2000)) {
+    for (const GraphPoint& point : series.OnPage(1000, 2000)) {
       if (point.minutes < 1000 || point.levelCm > page.topCm) continue;
       const QPointF at(XOfTime(page, point.minutes * 0.01), YOfLevel(page, point.levelCm));
       const double away = std::hypot(at.x() - cursor.x(), at.y() - cursor.y());
@@ -34,7 +34,7 @@ std::optional<double> LeastDistance(const GraphSheet& sheet, const PageScale& pa
 TEST(Readout, TakesTheNearestDrawnReadingOnThePictureOrNone) {
   GraphSheet sheet;
   sheet.series = {Station(100, {1600, 2010, 990, 1400}), Station(150, {999, 1900, 2005})};
-  std::vector<SeriesPoint> restless;  // with a spike, levels above the page and a negative end
+  std::vector<GraphPoint> restless;  // with a spike, levels above the page and a negative end
   for (int minute = 1000; minute < 1900; minute += 7) {
     const double level = minute % 11 == 0 ? 230 : 40.0 + minute % 50;
     restless.push_back({minute < 1750 ? level : -1, minute, ReadingKind::Ordinary});
@@ -62,9 +62,9 @@ TEST(Readout, KeysWalkTheReadingsThatThePageDraws) {
   GraphSheet sheet;
   sheet.series = {Station(100, {1400, 1600, 2010}), Station(150, {999, 999, 1900, 2005}),
                   Station(50, {10, 999, 2001})};
-  std::vector<SeriesPoint> ended = {{80, 1450, ReadingKind::Ordinary},
-                                    {-1, 1500, ReadingKind::Ordinary},
-                                    {80, 1550, ReadingKind::Ordinary}};
+  std::vector<GraphPoint> ended = {{80, 1450, ReadingKind::Ordinary},
+                                   {-1, 1500, ReadingKind::Ordinary},
+                                   {80, 1550, ReadingKind::Ordinary}};
   sheet.series.emplace_back(ended, true);
   const PageScale page = MakePageScale({1200, 700}, 10, 20, 200);
   EXPECT_EQ(TimeOf(sheet, EdgeReading(sheet, page, false).value()), 1400);

@@ -10,9 +10,9 @@ namespace {
 constexpr auto kOrdinary = ReadingKind::Ordinary;
 
 // The rule of a page, reading by reading.
-std::vector<int> TimesOneByOne(const std::vector<SeriesPoint>& points, int start, int end) {
+std::vector<int> TimesOneByOne(const std::vector<GraphPoint>& points, int start, int end) {
   std::vector<int> times;
-  for (const SeriesPoint& point : points) {
+  for (const GraphPoint& point : points) {
     if (point.minutes < start) continue;
     if (point.minutes > end || point.levelCm < 0) break;
     times.push_back(point.minutes);
@@ -21,7 +21,7 @@ std::vector<int> TimesOneByOne(const std::vector<SeriesPoint>& points, int start
 }
 
 TEST(GraphSeries, APageHoldsWhatAWalkThroughAllRecordsWouldFind) {
-  std::vector<SeriesPoint> points;
+  std::vector<GraphPoint> points;
   for (int i = 0; i < 40; ++i) points.push_back({100.0 + i, i * 10, kOrdinary});
   for (int i = 30; i < 80; ++i)
     points.push_back({100.0 + i, i * 10 + 5, kOrdinary});  // an overlapping read-out
@@ -30,7 +30,7 @@ TEST(GraphSeries, APageHoldsWhatAWalkThroughAllRecordsWouldFind) {
   for (int start = -20; start < 820; start += 13) {
     for (const int length : {0, 5, 60, 300, 2000}) {
       std::vector<int> times;
-      for (const SeriesPoint& point : series.OnPage(start, start + length)) {
+      for (const GraphPoint& point : series.OnPage(start, start + length)) {
         if (point.minutes >= start) times.push_back(point.minutes);
       }
       ASSERT_EQ(times, TimesOneByOne(points, start, start + length)) << start << '+' << length;
@@ -39,7 +39,7 @@ TEST(GraphSeries, APageHoldsWhatAWalkThroughAllRecordsWouldFind) {
 }
 
 TEST(GraphSeries, ReadingsAreWalkedInTimeWhateverTheirRecordsOrder) {
-  std::vector<SeriesPoint> points;
+  std::vector<GraphPoint> points;
   std::uint32_t random = 3;
   for (int i = 0; i < 3000; ++i) {
     random = random * 1664525U + 1013904223U;
@@ -50,11 +50,11 @@ TEST(GraphSeries, ReadingsAreWalkedInTimeWhateverTheirRecordsOrder) {
         {(random & 255U) == 0 ? -1.0 : i, day + minute, extreme ? ReadingKind::Maximum : kOrdinary});
   }
   const GraphSeries series(points, true);
-  std::vector<SeriesPoint> expected;
-  for (const SeriesPoint& point : points) {
+  std::vector<GraphPoint> expected;
+  for (const GraphPoint& point : points) {
     if (point.levelCm >= 0) expected.push_back(point);
   }
-  std::ranges::stable_sort(expected, {}, &SeriesPoint::minutes);
+  std::ranges::stable_sort(expected, {}, &GraphPoint::minutes);
   ASSERT_EQ(series.ReadableCount(), static_cast<int>(expected.size()));
   for (int i = 0; i < series.ReadableCount(); ++i) {
     ASSERT_EQ(series.Readable(i).levelCm, expected[static_cast<std::size_t>(i)].levelCm) << i;
@@ -62,7 +62,7 @@ TEST(GraphSeries, ReadingsAreWalkedInTimeWhateverTheirRecordsOrder) {
 }
 
 TEST(GraphSeries, ExtremesCountForTheHighestLevelEvenWhenTheyAreNotDrawn) {
-  const std::vector<SeriesPoint> points = {{10, 100, kOrdinary}, {99, 150, ReadingKind::Maximum}};
+  const std::vector<GraphPoint> points = {{10, 100, kOrdinary}, {99, 150, ReadingKind::Maximum}};
   const GraphSeries without(points, false);
   EXPECT_EQ(without.OnPage(0, 1000).size(), 1U);
   EXPECT_EQ(without.HighestCm(), 99);

@@ -45,9 +45,8 @@ class GraphSheets : public testing::Test {
  protected:
   GraphSheets() { language_.FillEnglish(); }
   GraphSheet Single(std::vector<Reading> readings, int waterYear) const {
-    ReviewGrid grid;
-    grid.Assign(std::move(readings));
-    return MakeSingleSheet(grid, {QStringLiteral("12345"), QStringLiteral("Göksu"), waterYear}, WithColours(),
+    return MakeSingleSheet(StationSeries(std::move(readings)),
+                           {QStringLiteral("12345"), QStringLiteral("Göksu"), waterYear}, WithColours(),
                            language_);
   }
   GraphFileEntry Write(const char* station, int waterYear, const std::vector<Reading>& readings) const {
@@ -95,10 +94,10 @@ TEST_F(GraphSheets, FilesOfDifferentYearsShareOneTimeAxisAndWhatIsMissingIsNamed
   EXPECT_EQ(sheet.HighestCm(), 177);
   ASSERT_EQ(sheet.series.at(1).Points().size(), 2U);
   for (std::size_t i = 0; i < 2; ++i) {
-    const SeriesPoint& point = sheet.series[1].Points()[i];
+    const GraphPoint& point = sheet.series[1].Points()[i];
     EXPECT_EQ(TimeOfCoordinate(sheet.firstDay, point.minutes * kMinuteUnits), kReadings[i].Time());
     EXPECT_EQ(point.levelCm, kReadings[i].levelCm);
-    EXPECT_EQ(point.kind, kReadings[i].kind);
+    EXPECT_EQ(point.Kind(), kReadings[i].kind);
   }
   ASSERT_EQ(sheet.notes.size(), 2);
   EXPECT_TRUE(sheet.notes[0].contains(missing.path));

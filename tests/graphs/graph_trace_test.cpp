@@ -25,9 +25,10 @@ TEST(SeriesTrace, GapsAboveSixtyHoursStayOpen) {
   for (const Case& one : {Case{{0, 59}, 9, 1, 0}, Case{{0, 60}, 9, 1, 0}, Case{{0, 61}, 9, 0, 2},
                           Case{{0, 61, 62}, 1, 0, 2},    // an extreme does not bridge a gap
                           Case{{70, 0, 1}, 9, 1, 1}}) {  // a read-out that starts anew is not joined
-    std::vector<SeriesPoint> points;
-    for (const int hour : one.hours) points.push_back({100, 5000 + hour * 60, kOrdinary});
-    if (one.extreme < points.size()) points[one.extreme].kind = kMaximum;
+    std::vector<GraphPoint> points;
+    for (const int hour : one.hours) {
+      points.emplace_back(100, 5000 + hour * 60, points.size() == one.extreme ? kMaximum : kOrdinary);
+    }
     const SeriesTrace trace = TraceSeries(GraphSeries(points, true), YearScale(200000), 1);
     EXPECT_EQ(trace.lines.size(), one.lines) << one.hours.back();
     EXPECT_EQ(trace.dots.size(), one.dots) << one.hours.back();
@@ -35,7 +36,7 @@ TEST(SeriesTrace, GapsAboveSixtyHoursStayOpen) {
 }
 
 TEST(SeriesTrace, APeakOfOneReadingStaysAtEveryWidth) {
-  std::vector<SeriesPoint> points;
+  std::vector<GraphPoint> points;
   for (int minute = kYearStart; minute <= kYearEnd; minute += 5) points.push_back({50, minute, kOrdinary});
   points[70001].levelCm = 200;
   points[30003].levelCm = 10;

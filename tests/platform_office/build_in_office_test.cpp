@@ -31,20 +31,25 @@ Reading Row(const char* time, double levelCm, ReadingKind kind = ReadingKind::Or
   return reading;
 }
 
+void SetDischarge(StationSeries& grid, int row, const QString& text) {
+  RowState state = grid.Raw().StateOf(row);
+  state.discharge = DischargeOfLog(text);
+  grid.SetState({.rawRow = row}, state);
+}
+
 /// Two whole days, a day without extremes, a leap day.
-ReviewGrid SmallGrid() {
-  ReviewGrid grid;
-  grid.Assign({Row("01/10/2011 06:00", 100), Row("01/10/2011 12:00", 110), Row("01/10/2011 23:59", 120),
-               Row("01/10/2011 18:30", 131.5, ReadingKind::Maximum),
-               Row("01/10/2011 03:15", 90, ReadingKind::Minimum), Row("02/10/2011 12:00", 150),
-               Row("02/10/2011 23:59", 160), Row("03/10/2011 12:00", 140), Row("03/10/2011 23:59", 141),
-               Row("03/10/2011 20:00", 142, ReadingKind::Maximum),
-               Row("03/10/2011 01:00", 139, ReadingKind::Minimum), Row("29/02/2012 12:00", 80),
-               Row("29/02/2012 23:59", 70), Row("29/02/2012 11:00", 81, ReadingKind::Maximum),
-               Row("29/02/2012 23:00", 69, ReadingKind::Minimum)});
-  grid.SetDischarge(1, QStringLiteral("12.5"));
-  grid.SetDischarge(2, QStringLiteral("yok"));
-  grid.SetDischarge(4, QStringLiteral("20"));
+StationSeries SmallGrid() {
+  StationSeries grid({Row("01/10/2011 06:00", 100), Row("01/10/2011 12:00", 110),
+                      Row("01/10/2011 23:59", 120), Row("01/10/2011 18:30", 131.5, ReadingKind::Maximum),
+                      Row("01/10/2011 03:15", 90, ReadingKind::Minimum), Row("02/10/2011 12:00", 150),
+                      Row("02/10/2011 23:59", 160), Row("03/10/2011 12:00", 140),
+                      Row("03/10/2011 23:59", 141), Row("03/10/2011 20:00", 142, ReadingKind::Maximum),
+                      Row("03/10/2011 01:00", 139, ReadingKind::Minimum), Row("29/02/2012 12:00", 80),
+                      Row("29/02/2012 23:59", 70), Row("29/02/2012 11:00", 81, ReadingKind::Maximum),
+                      Row("29/02/2012 23:00", 69, ReadingKind::Minimum)});
+  SetDischarge(grid, 1, QStringLiteral("12.5"));
+  SetDischarge(grid, 2, QStringLiteral("yok"));
+  SetDischarge(grid, 4, QStringLiteral("20"));
   return grid;
 }
 
@@ -109,7 +114,7 @@ class OfficeTable : public testing::Test {
 
   QTemporaryDir folder_;
   QString path_ = folder_.filePath(QStringLiteral("Tablo-12345(2012).xls"));
-  ReviewGrid grid_ = SmallGrid();
+  StationSeries grid_ = SmallGrid();
 };
 
 TEST_F(OfficeTable, ReadsBackAsWrittenAndItsMacroStillEmptiesEmptyTexts) {

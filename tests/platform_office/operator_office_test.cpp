@@ -58,9 +58,8 @@ class OperatorOfficeTest : public testing::Test {
 };
 
 TEST_F(OperatorOfficeTest, IsStartedForATableAndLeftToItsOperatorWhileTheTableIsOpen) {
-  ReviewGrid grid;
-  grid.Append({.levelCm = 120, .day = WaterYearFirstDay(2011), .minuteOfDay = 720});
-  const BuildInput input{.grid = grid,
+  const StationSeries grid({{.levelCm = 120, .day = WaterYearFirstDay(2011), .minuteOfDay = 720}});
+  const BuildInput input{.series = grid,
                          .stationNumber = QStringLiteral("12345"),
                          .stationName = {},
                          .waterYear = 2011,

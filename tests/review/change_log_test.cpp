@@ -25,10 +25,10 @@ const QString kFile = QStringLiteral("001-12345-010203");
 
 class ChangeLog : public testing::Test {
  protected:
-  static ReviewGrid TwoDays() { return HourlyGrid("01/10/2010 00:00", 48); }
+  static StationSeries TwoDays() { return HourlyGrid("01/10/2010 00:00", 48); }
   /// The readings as one raw file's, with the log laid over them.
-  StationSeries Load(const ReviewGrid& raw, const QString& file = kFile) {
-    StationSeries series(raw, {{file, 1, raw.ReadingCount()}});
+  StationSeries Load(const StationSeries& raw, const QString& file = kFile) {
+    StationSeries series(raw.Raw().Readings(), {{file, 1, raw.ReadingCount()}});
     auto overlay = LoadChangeLog(path_, series, singleFile_);
     EXPECT_TRUE(overlay);
     overlay_ = std::move(*overlay);
@@ -81,7 +81,7 @@ TEST_F(ChangeLog, ReadsTheNewestNameThatAYearHasHad) {
 
 TEST_F(ChangeLog, ALineWithoutARecordGoesToTheNextFreeRowOfItsTime) {
   // The same stretch twice, as two overlapping files give it.
-  std::vector<Reading> readings = TwoDays().Readings();
+  std::vector<Reading> readings = TwoDays().Raw().Readings();
   const std::vector<Reading> again = readings;
   readings.insert(readings.end(), again.begin(), again.end());
   ASSERT_TRUE(WriteContent(path_,
@@ -91,14 +91,14 @@ TEST_F(ChangeLog, ALineWithoutARecordGoesToTheNextFreeRowOfItsTime) {
                            "01/10/2010\t01:00\t3\t\r\n"     // row 2 lies before: an extreme of old, perhaps
                            "09/10/2011\t00:00\t4\t\r\n"     // nowhere
                            "01/10/2010\t04:00\t5\t\r\n"));  // still from row 52 on: row 53
-  const ReviewGrid grid = Load(test::GridOf(readings)).Shown();
+  const StationSeries grid = Load(test::GridOf(readings));
   EXPECT_EQ(overlay_.applied, 3);
   EXPECT_EQ(overlay_.orphans.size(), 3U);
   for (const auto& [row, text] : {std::pair(25, "1/999*"), std::pair(52, "2.5/999*"), std::pair(53, "5/999*"),
                                   std::pair(2, "101/"), std::pair(4, "103/")}) {
     EXPECT_EQ(LevelAndCode(grid, row), text) << row;
   }
-  EXPECT_EQ(grid.Text(25, GridColumn::Discharge), QStringLiteral("3.2"));
+  EXPECT_EQ(CellText(grid, 25, GridColumn::Discharge), QStringLiteral("3.2"));
 }
 
 /// Two readings with the records of their minutes.
@@ -116,7 +116,7 @@ TEST_F(ChangeLog, EveryRowComesBackAsItWasAndNoOtherIsMarked) {
     for (const int row : changed) Edit(series, row, 500 + row);
     Save(series);
     EXPECT_EQ(ContentOf(path_).count('\n'), static_cast<qsizetype>(changed.size()));
-    EXPECT_EQ(TextOf(Load(test::GridOf(WithRecords())).Shown()), TextOf(series.Shown())) << changed.front();
+    EXPECT_EQ(TextOf(Load(test::GridOf(WithRecords()))), TextOf(series)) << changed.front();
   }
 }
 
@@ -126,11 +126,11 @@ TEST_F(ChangeLog, ARecordThatHasMovedDoesNotLeaveItsCorrectionToAReading) {
   Save(series);
   std::vector<Reading> readings = WithRecords();
   readings[2].minuteOfDay = 90;  // the raw file has come again
-  EXPECT_EQ(TextOf(Load(test::GridOf(readings)).Shown()), TextOf(test::GridOf(readings)));
+  EXPECT_EQ(TextOf(Load(test::GridOf(readings))), TextOf(test::GridOf(readings)));
   EXPECT_TRUE(Told("log.txt, line 1: 01/10/2010 02:00 999 belongs to no reading"));
   readings = WithRecords();
   readings[2].levelCm = 25;
-  EXPECT_EQ(LevelAndCode(Load(test::GridOf(readings)).Shown(), 3), "999/999*");
+  EXPECT_EQ(LevelAndCode(Load(test::GridOf(readings)), 3), "999/999*");
   EXPECT_TRUE(Told("line 1: the raw level is 25 cm now; it was 21 cm when it was corrected"));
 }
 
@@ -139,23 +139,22 @@ TEST_F(ChangeLog, ACorrectionStaysWithItsRawFile) {
   Edit(series, 2, 7);
   Save(series);
   // Of a file that is gone, the only equal reading takes it, and that is said; not where two could be meant.
-  EXPECT_EQ(LevelAndCode(Load(test::GridOf(WithRecords()), QStringLiteral("001-12345-020304")).Shown(), 2),
-            "7/999*");
+  EXPECT_EQ(LevelAndCode(Load(test::GridOf(WithRecords()), QStringLiteral("001-12345-020304")), 2), "7/999*");
   EXPECT_TRUE(Told("of 001-12345-010203, which is not loaded"));
   std::vector<Reading> twice = WithRecords();
   twice.push_back(twice[1]);
-  EXPECT_EQ(TextOf(Load(test::GridOf(twice), QStringLiteral("001-12345-020304")).Shown()),
+  EXPECT_EQ(TextOf(Load(test::GridOf(twice), QStringLiteral("001-12345-020304"))),
             TextOf(test::GridOf(twice)));
   // Single files of a station share one log.
   singleFile_ = true;
   series = Load(test::GridOf(WithRecords()), QStringLiteral("001-12345-020304"));
-  EXPECT_EQ(TextOf(series.Shown()), TextOf(test::GridOf(WithRecords())));
+  EXPECT_EQ(TextOf(series), TextOf(test::GridOf(WithRecords())));
   EXPECT_TRUE(overlay_.messages.empty());
   Edit(series, 1, 3);
   Save(series);
   EXPECT_EQ(ContentOf(path_), "01/10/2010\t01:00\t3\t\r\n01/10/2010\t02:00\t7\t\r\n");
-  EXPECT_EQ(LevelAndCode(Load(test::GridOf(WithRecords())).Shown(), 2), "7/999*");
-  EXPECT_EQ(LevelAndCode(Load(test::GridOf(WithRecords())).Shown(), 1), "10/");
+  EXPECT_EQ(LevelAndCode(Load(test::GridOf(WithRecords())), 2), "7/999*");
+  EXPECT_EQ(LevelAndCode(Load(test::GridOf(WithRecords())), 1), "10/");
 }
 
 TEST_F(ChangeLog, TheRecordFitsTheLogThatIsThereWhereverASaveIsCut) {
@@ -163,11 +162,11 @@ TEST_F(ChangeLog, TheRecordFitsTheLogThatIsThereWhereverASaveIsCut) {
   Edit(series, 3, 999);
   Save(series);
   const QByteArray oldLog = ContentOf(path_);
-  const QString before = TextOf(series.Shown());
+  const QString before = TextOf(series);
   Edit(series, 2, 998);
   Save(series, "mehmet");
   ASSERT_TRUE(WriteContent(path_, oldLog));  // killed behind the record
-  EXPECT_EQ(TextOf(Load(test::GridOf(WithRecords())).Shown()), before);
+  EXPECT_EQ(TextOf(Load(test::GridOf(WithRecords()))), before);
   EXPECT_TRUE(overlay_.messages.empty());
   EXPECT_EQ(overlay_.authors.at({.rawRow = 3}).login, QStringLiteral("ayse"));
 }
@@ -179,7 +178,7 @@ TEST_F(ChangeLog, ALogThatAnOlderHandHasChangedKeepsWhatTheRecordKnows) {
   Edit(series, 4, 999);
   Save(series);
   ASSERT_TRUE(WriteContent(path_, "01/10/2010\t01:30\t5\t\r\n01/10/2010\t02:00\t30\t\r\n"));
-  const ReviewGrid grid = Load(test::GridOf(readings)).Shown();
+  const StationSeries grid = Load(test::GridOf(readings));
   for (const auto& [row, text] :
        {std::pair(1, "10/"), std::pair(2, "5/999*"), std::pair(3, "20/"), std::pair(4, "30/999*")}) {
     EXPECT_EQ(LevelAndCode(grid, row), text) << row;
@@ -198,7 +197,7 @@ TEST_F(ChangeLog, TheOrderOfALogTellsAReadingFromARecordWhereItCan) {
                 {"01/10/2010\t01:00\t6\t\r\n", {"10/", "20/", "21/", "9/"}}};
   for (const auto& c : kCases) {
     ASSERT_TRUE(WriteContent(path_, c.log));
-    const ReviewGrid grid = Load(test::GridOf(WithRecords())).Shown();
+    const StationSeries grid = Load(test::GridOf(WithRecords()));
     for (int row = 1; row <= 4; ++row) {
       EXPECT_EQ(LevelAndCode(grid, row), c.rows[static_cast<std::size_t>(row - 1)]) << c.log << row;
     }
@@ -215,7 +214,7 @@ TEST_F(ChangeLog, ADamagedRecordIsToldAndKept) {
   for (const QByteArray& damaged : {whole.first(whole.size() / 2), QByteArray("x"), QByteArray("{}")}) {
     ASSERT_TRUE(WriteContent(path, damaged));
     series = Load(test::GridOf(WithRecords()));
-    EXPECT_EQ(TextOf(series.Shown()), TextOf(test::GridOf(WithRecords())));
+    EXPECT_EQ(TextOf(series), TextOf(test::GridOf(WithRecords())));
     EXPECT_TRUE(Told("The review record could not be read"));
     EXPECT_TRUE(Told("line 1: 01/10/2010 02:00 999 can be meant for the reading or for the extreme record"));
     Save(series);
@@ -255,14 +254,14 @@ TEST_F(ChangeLog, SavesChangedRowsInGridOrderAndWhatItCouldNotPlace) {
   StationSeries series = Load(TwoDays());
   Edit(series, 30, 12.5, 2);
   RowState state = *series.StateOf({.rawRow = 3});
-  state.discharge = QStringLiteral("ğ\t1");
+  state.discharge = DischargeOfLog(QStringLiteral("ğ\t1"));
   series.SetState({.rawRow = 3}, state);
   Edit(series, 3, 102, 998);
   for (int round = 0; round < 2; ++round) {
     Save(series);
     EXPECT_EQ(ContentOf(path_), "01/10/2010\t02:00\t102\t\xF0 1\r\n02/10/2010\t05:00\t12.5\t\r\norphan\r\n");
   }
-  const ReviewGrid& grid = series.Shown();
+  const StationSeries& grid = series;
   EXPECT_EQ(LevelAndCode(grid, 30), "12.5/999*");
   EXPECT_EQ(grid.Mark(30).baselineCm, 12.5);
   EXPECT_EQ(LevelAndCode(grid, 3), "102/999*");

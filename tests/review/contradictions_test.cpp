@@ -13,7 +13,7 @@ using test::ReadingAt;
 constexpr int kDropOut = 2, kNoon = 3, kMinimum = 5;
 
 /// A day with a drop-out of the sensor, its records, and the next day of another file.
-ReviewGrid DayWithDropOut() {
+StationSeries DayWithDropOut() {
   std::vector<Reading> readings = {ReadingAt("05/01/2024 10:00", 570),
                                    ReadingAt("05/01/2024 10:15", 30),
                                    ReadingAt("05/01/2024 12:00", 572),
@@ -35,7 +35,7 @@ std::string Text(const std::vector<RecordContradiction>& found) {
 }
 
 TEST(Contradictions, ARecordBeyondTheCorrectedReadingsIsFound) {
-  ReviewGrid grid = DayWithDropOut();
+  StationSeries grid = DayWithDropOut();
   EXPECT_EQ(Text(FindContradictions(grid)), "");
   Change(grid, kDropOut, 571);
   EXPECT_EQ(Text(FindContradictions(grid)), "5: 30 -> 570 at 10:00");
@@ -44,13 +44,13 @@ TEST(Contradictions, ARecordBeyondTheCorrectedReadingsIsFound) {
 }
 
 TEST(Contradictions, TheRecordsMinuteTellsToo) {
-  ReviewGrid grid = DayWithDropOut();
+  StationSeries grid = DayWithDropOut();
   Change(grid, kNoon, 560);  // 572 at the minute of the Max record, which says 573
   EXPECT_EQ(Text(FindContradictions(grid)), "4: 573 -> 570 at 10:00");
 }
 
 TEST(Contradictions, ARecordThatACorrectedReadingExceedsIsFound) {
-  ReviewGrid grid = DayWithDropOut();
+  StationSeries grid = DayWithDropOut();
   Change(grid, 1, 600);
   EXPECT_EQ(Text(FindContradictions(grid)), "4: 573 -> 600 at 10:00");
   Change(grid, 1, 571);  // an ordinary correction within the records says nothing against them

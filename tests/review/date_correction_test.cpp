@@ -15,10 +15,10 @@ DateTime At(const char* text) {
 }
 
 /// "dd/mm hh:mm level label" of every row, one after the other.
-QString Rows(const ReviewGrid& grid) {
+QString Rows(const StationSeries& grid) {
   QStringList rows;
   for (int row = 1; row <= grid.ReadingCount(); ++row) {
-    const auto cell = [&](GridColumn column) { return grid.Text(row, column); };
+    const auto cell = [&](GridColumn column) { return CellText(grid, row, column); };
     rows += QStringList({cell(GridColumn::Date).left(5), cell(GridColumn::Time), cell(GridColumn::Level),
                          cell(GridColumn::Label)})
                 .join(QLatin1Char(' '));
@@ -47,12 +47,12 @@ TEST(DateCorrection, StretchesLinearlyAndCutsToTheMinute) {
 }
 
 TEST(DateCorrection, RebuildsTheGridWithDailyExtremes) {
-  ReviewGrid grid =
+  StationSeries grid =
       test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 12:00", 70),
                     ReadingAt("02/01/2010 00:00", 60),
                     ReadingAt("01/01/2010 13:00", 75, ReadingKind::Maximum),  // the logger's own
                     ReadingAt("02/01/2010 12:00", 40), ReadingAt("03/01/2010 00:00", 45)});
-  grid = RetimeReadings(grid, At("05/01/2010 00:00")).grid;  // factor 2
+  grid.SetTarget(At("05/01/2010 00:00"));  // factor 2
   EXPECT_EQ(Rows(grid), QStringLiteral("01/01 00:00 50 01-ort, 01/01 00:00 50 01-Max, 01/01 00:00 50 01-Min, "
                                        "02/01 00:00 70 01-ort, 02/01 02:00 75 01-Max, 02/01 00:00 70 01-Min, "
                                        "03/01 00:00 60 01-ort, 03/01 00:00 60 01-Max, 03/01 00:00 60 01-Min, "
@@ -62,48 +62,47 @@ TEST(DateCorrection, RebuildsTheGridWithDailyExtremes) {
 }
 
 TEST(DateCorrection, CarriesWhatTheOperatorAddedToAReading) {
-  ReviewGrid grid =
+  StationSeries grid =
       test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 12:00", 70, {}, 'a'),
                     ReadingAt("03/01/2010 00:00", 60)});
   test::Change(grid, 3, 61, 2);
-  grid.SetDischarge(3, QStringLiteral("1.5"));
-  grid = RetimeReadings(grid, At("02/01/2010 00:00")).grid;
+  test::SetDischarge(grid, 3, QStringLiteral("1.5"));
+  grid.SetTarget(At("02/01/2010 00:00"));
   const int last = grid.ReadingCount();
   ASSERT_TRUE(Rows(grid).endsWith(QStringLiteral("02/01 00:00 61 01-ort")));
-  EXPECT_EQ(grid.Text(last, GridColumn::Code), QStringLiteral("2"));
+  EXPECT_EQ(CellText(grid, last, GridColumn::Code), QStringLiteral("2"));
   EXPECT_EQ(grid.Mark(last).baselineCm, 60);
-  EXPECT_EQ(grid.Discharge(last), QStringLiteral("1.5"));
-  EXPECT_EQ(grid.Text(2, GridColumn::Code), QStringLiteral("a"));
-  EXPECT_EQ(grid.Text(3, GridColumn::Code), QString());  // the inserted maximum
+  EXPECT_EQ(grid.DischargeOf(last).text, QStringLiteral("1.5"));
+  EXPECT_EQ(CellText(grid, 2, GridColumn::Code), QStringLiteral("a"));
+  EXPECT_EQ(CellText(grid, 3, GridColumn::Code), QString());  // the inserted maximum
   EXPECT_FALSE(grid.IsChanged(3));
 }
 
 TEST(DateCorrection, TheRecordsBehindTheLastReadingAreNotTheLastReading) {
-  const ReviewGrid grid = test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 20:00", 60),
-                                        ReadingAt("01/01/2010 18:00", 70, ReadingKind::Maximum),
-                                        ReadingAt("01/01/2010 05:00", 40, ReadingKind::Minimum)});
-  StationSeries series(grid);
+  StationSeries series = test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 20:00", 60),
+                                       ReadingAt("01/01/2010 18:00", 70, ReadingKind::Maximum),
+                                       ReadingAt("01/01/2010 05:00", 40, ReadingKind::Minimum)});
   series.SetTarget(At("01/01/2010 20:00"));  // its own time
   EXPECT_FALSE(series.Target());
-  EXPECT_EQ(series.Shown().ReadingCount(), 4);
+  EXPECT_EQ(series.ReadingCount(), 4);
   series.SetTarget(At("01/01/2010 22:00"));
-  EXPECT_EQ(Rows(series.Shown()), QStringLiteral("01/01 00:00 50 01-ort, 01/01 22:00 60 01-ort"));
+  EXPECT_EQ(Rows(series), QStringLiteral("01/01 00:00 50 01-ort, 01/01 22:00 60 01-ort"));
 }
 
 TEST(DateCorrection, RefusesWhatIsNoTimeBehindTheFirstReading) {
-  const ReviewGrid grid = test::HourlyGrid("02/01/2010 00:00", 30);
+  const StationSeries grid = test::HourlyGrid("02/01/2010 00:00", 30);
   for (const char* text : {"", "x", "2010-01-05 10:00", "05/01/2010", "31/02/2010 10:00", "05/01/2010 10:61",
                            "01/01/2010 23:59", "02/01/2010 00:00"}) {
-    const auto target = ReadCorrectionTarget(QString::fromLatin1(text), grid);
+    const auto target = ReadCorrectionTarget(QString::fromLatin1(text), grid.Raw());
     ASSERT_FALSE(target) << text;
     EXPECT_TRUE(target.Failure().reason.English().contains(QStringLiteral("dd/mm/yyyy hh:mm"))) << text;
   }
-  const auto target = ReadCorrectionTarget(QStringLiteral(" 2.1.2010 00:01 "), grid);
+  const auto target = ReadCorrectionTarget(QStringLiteral(" 2.1.2010 00:01 "), grid.Raw());
   ASSERT_TRUE(target);
   EXPECT_EQ(*target, At("02/01/2010 00:01"));
-  EXPECT_FALSE(ReadCorrectionTarget(QStringLiteral("05/01/2010 10:00"), ReviewGrid()));
-  EXPECT_FALSE(
-      ReadCorrectionTarget(QStringLiteral("05/01/2010 10:00"), test::HourlyGrid("02/01/2010 00:00", 1)));
+  EXPECT_FALSE(ReadCorrectionTarget(QStringLiteral("05/01/2010 10:00"), RawRows()));
+  EXPECT_FALSE(ReadCorrectionTarget(QStringLiteral("05/01/2010 10:00"),
+                                    test::HourlyGrid("02/01/2010 00:00", 1).Raw()));
 }
 
 }  // namespace

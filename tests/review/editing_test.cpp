@@ -31,7 +31,7 @@ TEST_F(Editing, TakesTypedNumbersAndRefusesTheRest) {
     LoadYear();
     const auto edited = session_.EditLevel(2, QString::fromUtf8(c.typed));
     EXPECT_EQ(edited.Ok(), c.stored != nullptr) << c.typed;
-    EXPECT_EQ(session_.Grid().Text(2, GridColumn::Level), QLatin1String(c.stored ? c.stored : "101"))
+    EXPECT_EQ(CellText(session_.Series(), 2, GridColumn::Level), QLatin1String(c.stored ? c.stored : "101"))
         << c.typed;
     EXPECT_EQ(session_.HasUnsavedChanges(), c.stored != nullptr) << c.typed;
   }
@@ -50,12 +50,12 @@ TEST_F(Editing, AnEditIsCountedListedAndShaded) {
   EXPECT_EQ(session_.ChangeCount(), 3);
   EXPECT_EQ(session_.ChangedRows(), std::vector<int>({2, 5, 5}));
   EXPECT_EQ(Row(5), "12/2*");
-  EXPECT_EQ(session_.Grid().Mark(5).baselineCm, 104);
+  EXPECT_EQ(session_.Series().Mark(5).baselineCm, 104);
   EXPECT_TRUE(session_.HasUnsavedChanges());
 }
 
 TEST_F(Editing, UndoAllTakesOneOffEveryCode) {
-  std::vector<Reading> readings = TwoDays().Readings();
+  std::vector<Reading> readings = TwoDays().Raw().Readings();
   readings[9].flag = 'a';
   readings[10].flag = '2';
   Load(test::GridOf(readings), {2011});
@@ -125,7 +125,7 @@ TEST_F(Editing, NavigatesFromChangeToChangeAndToADate) {
 // A record of the last day of 2010 came in behind the first reading of 2011, so it is a row of 2011's. A
 // reading of 2010 has its minute.
 TEST_F(Editing, EachYearOfALoadHasItsOwnLogAndJournal) {
-  std::vector<Reading> readings = HourlyGrid("30/09/2010 22:00", 6).Readings();
+  std::vector<Reading> readings = HourlyGrid("30/09/2010 22:00", 6).Raw().Readings();
   readings.insert(readings.begin() + 3, test::ReadingAt("30/09/2010 22:00", 9, ReadingKind::Minimum));
   const auto load = [&] { Load(test::GridOf(readings), {2010, 2011}); };
   load();
@@ -157,21 +157,21 @@ TEST_F(Editing, ADateCorrectionIsAStepLikeAnother) {
   EXPECT_FALSE(session_.CorrectDates(QStringLiteral("05/10/2010 00:00")));  // several files may be loaded
   LoadFile();
   Edit(2, "7");
-  const QString before = TextOf(session_.Grid());
+  const QString before = TextOf(session_.Series());
   CorrectDates("03/10/2010 22:00");
   Edit(3, "8");
-  const QString after = TextOf(session_.Grid());
+  const QString after = TextOf(session_.Series());
   EXPECT_EQ(session_.UndoStep(), 3);
   EXPECT_EQ(session_.UndoStep(), 0);
   EXPECT_FALSE(session_.IsCorrected());
-  EXPECT_EQ(TextOf(session_.Grid()), before);
+  EXPECT_EQ(TextOf(session_.Series()), before);
   EXPECT_EQ(session_.RedoStep(), 0);
   EXPECT_EQ(session_.RedoStep(), 3);
   EXPECT_TRUE(session_.HasUnsavedCorrection());
-  EXPECT_EQ(TextOf(session_.Grid()), after);
+  EXPECT_EQ(TextOf(session_.Series()), after);
   session_.UndoAll();
   EXPECT_EQ(Row(2), "101/0");
-  EXPECT_EQ(session_.Grid().Text(3, GridColumn::Time), QStringLiteral("02:00"));
+  EXPECT_EQ(CellText(session_.Series(), 3, GridColumn::Time), QStringLiteral("02:00"));
 }
 
 TEST_F(Editing, ASavedDateCorrectionComesBackWithItsEdits) {
@@ -181,16 +181,17 @@ TEST_F(Editing, ASavedDateCorrectionComesBackWithItsEdits) {
   Edit(3, "8");
   CorrectDates("03/10/2010 22:00");
   ASSERT_TRUE(session_.Save());
-  const QString saved = TextOf(session_.Grid());
+  const QString saved = TextOf(session_.Series());
   LoadFile();
   EXPECT_FALSE(session_.HasUnsavedChanges());
-  EXPECT_EQ(TextOf(session_.Grid()), saved);
+  EXPECT_EQ(TextOf(session_.Series()), saved);
 
   Edit(5, "9");  // 04:04 by now
   CorrectDates("03/10/2010 20:30");
   ASSERT_TRUE(session_.Save());
   LoadFile();
-  EXPECT_EQ(DateTimeText(session_.Grid().Readings().back().Time()), QStringLiteral("03/10/2010 20:30"));
+  EXPECT_EQ(DateTimeText(session_.Series().ReadingsAsShown().back().Time()),
+            QStringLiteral("03/10/2010 20:30"));
   for (const auto& [row, text] : {std::pair(2, "7/999*"), std::pair(3, "8/999*"), std::pair(5, "9/999*")}) {
     EXPECT_EQ(Row(row), text);
   }
@@ -198,47 +199,47 @@ TEST_F(Editing, ASavedDateCorrectionComesBackWithItsEdits) {
   // Another raw file of the station has its own clock, and none of these corrections.
   const QString before = TextOf(HourlyGrid("01/10/2010 00:00", 48));
   Load(TwoDays(), {}, {{QStringLiteral("001-12345-020304"), 1, 48}});
-  EXPECT_EQ(TextOf(session_.Grid()), before);
-  EXPECT_TRUE(session_.Series().IsPlain());
+  EXPECT_EQ(TextOf(session_.Series()), before);
+  EXPECT_FALSE(session_.Series().Target());
 }
 
 // Corrections compose from the raw times, with one cut to the minute in all.
 TEST_F(Editing, ADateCorrectionWhoseLineWasCutIsToldAndNotApplied) {
   LoadFile();
-  const QString raw = TextOf(session_.Grid());
+  const QString raw = TextOf(session_.Series());
   CorrectDates("05/10/2010 08:01");
   ASSERT_TRUE(session_.Save());
   const QByteArray line = ContentOf(SavedCorrectionPath(logPath_)).trimmed();
   for (qsizetype length = 1; length < line.size(); ++length) {
     ASSERT_TRUE(test::WriteContent(SavedCorrectionPath(logPath_), line.first(length)));
     const LoadedReadings loaded = test::LoadOf(TwoDays(), folder_.path() + QLatin1Char('/'), {});
-    EXPECT_EQ(TextOf(loaded.grid), raw) << length;
+    EXPECT_EQ(TextOf(loaded.series), raw) << length;
     EXPECT_EQ(loaded.changeLogs.front().overlay.messages.size(), 1U) << length;
   }
 }
 
 TEST_F(Editing, ACorrectionThatIsTakenBackGivesTheRawTimesBack) {
   LoadFile();
-  const QString raw = TextOf(session_.Grid());
+  const QString raw = TextOf(session_.Series());
   for (const char* target : {"03/10/2010 22:17", "01/10/2010 23:11", "05/10/2010 08:01"})
     CorrectDates(target);
   ASSERT_TRUE(session_.Save());
   LoadFile();
   CorrectDates("02/10/2010 23:00");  // the last reading's own time
-  EXPECT_EQ(TextOf(session_.Grid()), raw);
+  EXPECT_EQ(TextOf(session_.Series()), raw);
   session_.UndoStep();
   EXPECT_TRUE(session_.IsCorrected());
   EXPECT_TRUE(*session_.RemoveDateCorrection());
   ASSERT_TRUE(session_.Save());
   LoadFile();
-  EXPECT_EQ(TextOf(session_.Grid()), raw);
+  EXPECT_EQ(TextOf(session_.Series()), raw);
   EXPECT_FALSE(*session_.RemoveDateCorrection());
 }
 
 // What the screen shows at a save is what the next load shows, computed extremes and logger's records
 // included.
 TEST_F(Editing, ExtremesOfARetimedFileComeBackAsTheyStood) {
-  std::vector<Reading> readings = TwoDays().Readings();
+  std::vector<Reading> readings = TwoDays().Raw().Readings();
   readings[9].levelCm = 9999;
   readings.insert(readings.begin() + 24, test::ReadingAt("01/10/2010 09:00", 300, ReadingKind::Maximum));
   const auto load = [&] { Load(test::GridOf(readings), {}); };
@@ -247,18 +248,18 @@ TEST_F(Editing, ExtremesOfARetimedFileComeBackAsTheyStood) {
   CorrectDates("03/10/2010 00:00");
   const auto rowOf = [this](ReadingKind kind) {
     int row = 1;
-    while (session_.Grid().At(row).kind != kind) ++row;
+    while (session_.Series().At(row).kind != kind) ++row;
     return row;
   };
-  EXPECT_EQ(session_.Grid().At(rowOf(ReadingKind::Maximum)).levelCm, 9999);
+  EXPECT_EQ(session_.Series().At(rowOf(ReadingKind::Maximum)).levelCm, 9999);
   Edit(10, "1017");
-  EXPECT_EQ(session_.Grid().At(rowOf(ReadingKind::Maximum)).levelCm, 1018) << "follows the readings";
+  EXPECT_EQ(session_.Series().At(rowOf(ReadingKind::Maximum)).levelCm, 1018) << "follows the readings";
   Edit(rowOf(ReadingKind::Minimum), "55");
   for (const char* level : {"20", "30"}) {
     ASSERT_TRUE(session_.Save());
-    const QString saved = TextOf(session_.Grid());
+    const QString saved = TextOf(session_.Series());
     load();
-    EXPECT_EQ(TextOf(session_.Grid()), saved);
+    EXPECT_EQ(TextOf(session_.Series()), saved);
     Edit(3, level);
     session_.UndoStep();
     session_.RedoStep();
@@ -269,7 +270,7 @@ TEST_F(Editing, ExtremesOfARetimedFileComeBackAsTheyStood) {
   load();
   EXPECT_EQ(Row(25), "1018/999*");
   CorrectDates("03/10/2010 00:00");
-  EXPECT_EQ(session_.Grid().At(rowOf(ReadingKind::Minimum)).levelCm, 55) << "kept while it had no row";
+  EXPECT_EQ(session_.Series().At(rowOf(ReadingKind::Minimum)).levelCm, 55) << "kept while it had no row";
 }
 
 TEST_F(Editing, TheSecondSessionOnOneLogOnlyLooks) {
@@ -277,17 +278,17 @@ TEST_F(Editing, TheSecondSessionOnOneLogOnlyLooks) {
   EditSession other;
   LoadedReadings loaded = test::LoadOf(TwoDays(), folder_.path() + QLatin1Char('/'), {2011});
   LoadedReadings again = loaded;
-  other.Begin(loaded);
+  other.Begin(std::move(loaded));
   ASSERT_TRUE(other.Holder());
   EXPECT_TRUE(other.Pending()->Empty()) << "the journal is the other one's";
   EXPECT_FALSE(other.EditLevel(2, QStringLiteral("8")));
-  EXPECT_EQ(other.Grid().At(2).levelCm, 101);
+  EXPECT_EQ(other.Series().At(2).levelCm, 101);
   ASSERT_TRUE(session_.Save());
   session_.Clear();
   EXPECT_FALSE(other.EditLevel(2, QStringLiteral("8")));
   EXPECT_TRUE(other.IsOutdated()) << "free by now, but no longer what was loaded";
   again = test::LoadOf(TwoDays(), folder_.path() + QLatin1Char('/'), {2011});
-  other.Begin(again);
+  other.Begin(std::move(again));
   EXPECT_FALSE(other.Holder() || other.IsOutdated());
   ASSERT_TRUE(other.EditLevel(3, QStringLiteral("8")));
   // Someone without locks writes: nothing is overwritten, and the work waits in the journal.

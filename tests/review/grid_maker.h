@@ -22,14 +22,12 @@ inline Reading ReadingAt(const char* time, double levelCm, ReadingKind kind = Re
   return reading;
 }
 
-inline ReviewGrid GridOf(std::vector<Reading> readings) {
-  ReviewGrid grid;
-  grid.Assign(std::move(readings));
-  return grid;
+inline StationSeries GridOf(std::vector<Reading> readings) {
+  return StationSeries(std::move(readings));
 }
 
 /// Hourly readings from a start on: 100, 101, 102 ... cm.
-inline ReviewGrid HourlyGrid(const char* start, int count) {
+inline StationSeries HourlyGrid(const char* start, int count) {
   std::vector<Reading> readings;
   const DateTime first = ReadDateTime(QString::fromLatin1(start)).value();
   for (int i = 0; i < count; ++i) {
@@ -39,15 +37,30 @@ inline ReviewGrid HourlyGrid(const char* start, int count) {
   return GridOf(std::move(readings));
 }
 
+/// The same rows, corrections included, as they came from those files.
+inline StationSeries WithFiles(const StationSeries& grid, std::vector<RawFileRows> files) {
+  StationSeries series(grid.Raw().Readings(), std::move(files));
+  for (int row = 1; row <= grid.Raw().ReadingCount(); ++row) {
+    if (grid.Raw().IsChanged(row)) series.SetState({.rawRow = row}, grid.Raw().StateOf(row));
+  }
+  return series;
+}
+
+inline void SetDischarge(StationSeries& grid, int row, const QString& text) {
+  RowState state = *grid.StateOf(grid.RefOf(row));
+  state.discharge = DischargeOfLog(text);
+  grid.SetState(grid.RefOf(row), state);
+}
+
 /// A load as the loader hands it over: the change logs of the water years, or of a single file, laid over it.
 /// A year's rows end before the first one of a later year.
 /// files: which raw file the rows came from; one when nothing is said.
-inline LoadedReadings LoadOf(ReviewGrid grid, const QString& folder, const std::vector<int>& waterYears,
-                             std::vector<RawFileRows> files = {}) {
+inline LoadedReadings LoadOf(const StationSeries& grid, const QString& folder,
+                             const std::vector<int>& waterYears, std::vector<RawFileRows> files = {}) {
   if (files.empty()) files = {{QStringLiteral("001-12345-010203"), 1, grid.ReadingCount()}};
   LoadedReadings loaded;
   loaded.files = {QStringLiteral("001-12345-010203=0001.txt")};
-  StationSeries series(std::move(grid), std::move(files));
+  StationSeries series = WithFiles(grid, std::move(files));
   const int count = series.Raw().ReadingCount();
   loaded.waterYear = waterYears.empty() ? 0 : waterYears.back();
   int next = 1;
@@ -65,9 +78,7 @@ inline LoadedReadings LoadOf(ReviewGrid grid, const QString& folder, const std::
     loaded.changeLogs.push_back(std::move(log));
   }
   series.TakeBaseline();
-  loaded.rawFiles = series.Files();
-  loaded.grid = series.Shown();
-  if (!series.IsPlain()) loaded.retimed = std::move(series);
+  loaded.series = std::move(series);
   return loaded;
 }
 
@@ -82,30 +93,31 @@ inline bool WriteContent(const QString& path, const QByteArray& content) {
 }
 
 /// "level/code" of a row and "*" where its level is shaded as changed: what editing changes.
-inline std::string LevelAndCode(const ReviewGrid& grid, int row) {
+inline std::string LevelAndCode(const StationSeries& grid, int row) {
   const QString shade = grid.Mark(row).shade == RowShade::Changed ? QStringLiteral("*") : QString();
-  return (grid.Text(row, GridColumn::Level) + QLatin1Char('/') + grid.Text(row, GridColumn::Code) + shade)
+  return (CellText(grid, row, GridColumn::Level) + QLatin1Char('/') + CellText(grid, row, GridColumn::Code) +
+          shade)
       .toStdString();
 }
 
 /// The cells of every row, up to a column.
-inline QString TextOf(const ReviewGrid& grid, GridColumn last = GridColumn::Baseline) {
+inline QString TextOf(const StationSeries& grid, GridColumn last = GridColumn::Baseline) {
   QString text;
   for (int row = 1; row <= grid.ReadingCount(); ++row) {
     for (int column = 0; column <= static_cast<int>(last); ++column)
-      text += grid.Text(row, GridColumn(column)) + QLatin1Char(' ');
+      text += CellText(grid, row, GridColumn(column)) + QLatin1Char(' ');
     text += QLatin1Char('\n');
   }
   return text;
 }
 
 /// A row as an operator's edit leaves it.
-inline void Change(ReviewGrid& grid, int row, double levelCm, int editCode = 1) {
-  grid.SetLevel(row, levelCm);
-  RowMark mark = grid.Mark(row);
-  mark.editCode = editCode;
-  mark.shade = RowShade::Changed;
-  grid.SetMark(row, mark);
+inline void Change(StationSeries& grid, int row, double levelCm, int editCode = 1) {
+  RowState state = *grid.StateOf(grid.RefOf(row));
+  state.levelCm = levelCm;
+  state.mark.editCode = editCode;
+  state.mark.shade = RowShade::Changed;
+  grid.SetState(grid.RefOf(row), state);
 }
 
 }  // namespace vesk::test

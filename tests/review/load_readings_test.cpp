@@ -45,16 +45,17 @@ TEST_F(LoadReadingsTest, AWaterYearTakesItsDaysFromEveryFileThatHoldsThem) {
   Write("090901", "29/09/2009 01:00", "02/10/2009 23:00");
   Write("120101", "01/01/2012 01:00", "02/01/2012 23:00");
   const LoadedReadings loaded = LoadYear2009();
-  const ReviewGrid& grid = loaded.grid;
+  const StationSeries& grid = loaded.series;
   EXPECT_EQ(loaded.files.size(), 2U);
   EXPECT_EQ(loaded.waterYear, 2009);
   ASSERT_GT(grid.ReadingCount(), 0);
-  EXPECT_EQ(grid.Text(1, GridColumn::Date), QStringLiteral("01/10/2008"));
-  EXPECT_EQ(grid.Text(1, GridColumn::Label), QStringLiteral("01-ort"));
-  EXPECT_EQ(grid.Text(grid.ReadingCount(), GridColumn::Label), QStringLiteral("02-Min"));
-  EXPECT_EQ(grid.Text(grid.ReadingCount(), GridColumn::Date), QStringLiteral("30/09/2009"));
+  EXPECT_EQ(CellText(grid, 1, GridColumn::Date), QStringLiteral("01/10/2008"));
+  EXPECT_EQ(CellText(grid, 1, GridColumn::Label), QStringLiteral("01-ort"));
+  EXPECT_EQ(CellText(grid, grid.ReadingCount(), GridColumn::Label), QStringLiteral("02-Min"));
+  EXPECT_EQ(CellText(grid, grid.ReadingCount(), GridColumn::Date), QStringLiteral("30/09/2009"));
   EXPECT_EQ(grid.RowCount(), grid.ReadingCount() + 2);
-  EXPECT_EQ(grid.Text(grid.RowCount() - 1, GridColumn::Date), QString()) << "one empty row behind the last";
+  EXPECT_EQ(CellText(grid, grid.RowCount() - 1, GridColumn::Date), QString())
+      << "one empty row behind the last";
   EXPECT_EQ(loaded.setup[kSetupWaterYearsRow], QStringLiteral("--"));
   EXPECT_EQ(loaded.setup[5], QStringLiteral("12345"));
   EXPECT_EQ(loaded.setup[8], QStringLiteral("--")) << "first records differ";
@@ -68,9 +69,9 @@ TEST_F(LoadReadingsTest, LevelRangeAndBaselineComeAfterTheChangeLog) {
   const LoadedReadings loaded = LoadYear2009();
   EXPECT_EQ(loaded.levels.highestCm, 777);
   EXPECT_EQ(loaded.levels.lowestCm, 50.5);
-  EXPECT_EQ(loaded.grid.Text(3, GridColumn::Baseline), QStringLiteral("777"));
-  EXPECT_EQ(loaded.grid.Text(3, GridColumn::Code), QStringLiteral("999"));
-  EXPECT_EQ(loaded.grid.Text(4, GridColumn::Level), QStringLiteral("103"));
+  EXPECT_EQ(CellText(loaded.series, 3, GridColumn::Baseline), QStringLiteral("777"));
+  EXPECT_EQ(CellText(loaded.series, 3, GridColumn::Code), QStringLiteral("999"));
+  EXPECT_EQ(CellText(loaded.series, 4, GridColumn::Level), QStringLiteral("103"));
   ASSERT_EQ(loaded.changeLogs.size(), 1U);
   EXPECT_EQ(loaded.changeLogs[0].overlay.applied, 2);
 }
@@ -84,10 +85,11 @@ TEST_F(LoadReadingsTest, OfSeveralYearsEachHasItsOwnLogAndWhatTheOtherLogSaysOfI
   const LoadedReadings loaded = Load(Request({QStringLiteral("2009 "), QStringLiteral("2010 ")}));
   ASSERT_EQ(loaded.changeLogs.size(), 2U);
   EXPECT_EQ(loaded.changeLogs[0].rows.last + 1, loaded.changeLogs[1].rows.first);
-  EXPECT_EQ(loaded.grid.At(12).levelCm, 7);
-  EXPECT_EQ(loaded.grid.At(13).levelCm, 10);
-  const int noon = loaded.grid.FindRow(WaterYearFirstDay(2010), 12 * 60, 1);
-  EXPECT_EQ(loaded.grid.At(noon).levelCm, 11);
+  EXPECT_EQ(loaded.series.At(12).levelCm, 7);
+  EXPECT_EQ(loaded.series.At(13).levelCm, 10);
+  int noon = 1;
+  while (loaded.series.At(noon).Time() != DateTime(WaterYearFirstDay(2010)) + std::chrono::hours(12)) ++noon;
+  EXPECT_EQ(loaded.series.At(noon).levelCm, 11);
   EXPECT_TRUE(loaded.changeLogs[0].overlay.orphans.empty());
   EXPECT_EQ(loaded.changeLogs[1].overlay.orphans,
             std::vector<RecordedLine>({{"30/09/2009\t12:00\t9\t", std::nullopt}}));
@@ -220,7 +222,7 @@ TEST_F(LoadReadingsTest, UnreadableLinesAreNamedAndCounted) {
   ASSERT_EQ(loaded.messages.size(), 21U);
   EXPECT_TRUE(loaded.messages[0].English().contains(QStringLiteral("line 16: not loaded; expected a date")));
   EXPECT_TRUE(loaded.messages[20].English().endsWith(QStringLiteral(": 23 lines were not loaded in all")));
-  EXPECT_EQ(loaded.grid.Text(1, GridColumn::Label), QStringLiteral("01-Max"));
+  EXPECT_EQ(CellText(loaded.series, 1, GridColumn::Label), QStringLiteral("01-Max"));
   EXPECT_EQ(loaded.waterYear, 0) << "a single file has no water year";
   EXPECT_EQ(loaded.partialFiles, std::vector{QStringLiteral("001-12345-081001.txt")});
 }

@@ -15,7 +15,7 @@ using test::WriteContent;
 class Recovery : public test::SessionTest {
  protected:
   /// Dates, times and levels: what a crash must not lose.
-  QString Text() const { return test::TextOf(session_.Grid(), GridColumn::Level); }
+  QString Text() const { return test::TextOf(session_.Series(), GridColumn::Level); }
   static QString Raw() { return QStringLiteral("001-12345-010203"); }
 };
 
@@ -26,11 +26,11 @@ TEST_F(Recovery, UnsavedWorkComesBackAfterACrash) {
   session_.UndoStep();
   CorrectDates("03/10/2010 22:00");
   Edit(5, "9,25");
-  const QString lost = test::TextOf(session_.Grid());
+  const QString lost = test::TextOf(session_.Series());
   LoadFile();  // the next run
   EXPECT_EQ(Pending(), 3U);
   EXPECT_EQ(RestorePending(), 0);
-  EXPECT_EQ(test::TextOf(session_.Grid()), lost);
+  EXPECT_EQ(test::TextOf(session_.Series()), lost);
   EXPECT_TRUE(session_.HasUnsavedChanges());
   session_.UndoStep();
   EXPECT_EQ(Pending(), 2U);  // the journal went on
@@ -78,7 +78,7 @@ TEST_F(Recovery, ASaveWithADateCorrectionCanBeCutAnywhere) {
   const QString datesPath = SavedCorrectionPath(logPath_);
   const QByteArray dates = ContentOf(datesPath);
   LoadFile();
-  const ReviewGrid raw = TwoDays();
+  const StationSeries raw = TwoDays();
   const SavedCorrection none{
       .rawFile = Raw(), .first = raw.At(1).Time(), .last = raw.At(48).Time(), .target = {}};
   const DateTime target = ReadDateTime(QStringLiteral("04/10/2010 22:00")).value();
@@ -130,7 +130,7 @@ TEST_F(Recovery, ADateCorrectionThatCannotBeSavedLeavesTheChangeLog) {
 
 TEST_F(Recovery, APlanOfAnotherFileIsSettledBeforeTheChangeLogGoes) {
   LoadFile();
-  const ReviewGrid other = HourlyGrid("01/03/2011 00:00", 10);
+  const StationSeries other = HourlyGrid("01/03/2011 00:00", 10);
   const SavedCorrection saved{.rawFile = QStringLiteral("001-12345-110301"),
                               .first = other.At(1).Time(),
                               .last = other.At(10).Time(),
@@ -200,7 +200,7 @@ TEST_F(Recovery, SavedWorkIsNotOfferedWhereItsJournalOutlivedTheSave) {
 
 /// Two files of a water year, the second with an extreme record at its third reading's minute.
 std::vector<Reading> TwoFiles() {
-  std::vector<Reading> readings = HourlyGrid("01/10/2010 00:00", 6).Readings();
+  std::vector<Reading> readings = HourlyGrid("01/10/2010 00:00", 6).Raw().Readings();
   readings.push_back(ReadingAt("01/10/2010 05:00", 200, ReadingKind::Maximum));
   for (std::size_t i = 0; i < readings.size(); ++i) readings[i].sourceFile = i < 3 ? 1 : 2;
   return readings;
@@ -222,7 +222,7 @@ TEST_F(Recovery, AFileThatComesInBetweenDoesNotKeepTheWorkFromItsReadings) {
   Edit(2, "11");
   Edit(6, "12");
   Edit(7, "13");
-  Load(test::GridOf(BehindOthers(HourlyGrid("30/09/2010 20:00", 4).Readings())), {2011},
+  Load(test::GridOf(BehindOthers(HourlyGrid("30/09/2010 20:00", 4).Raw().Readings())), {2011},
        {{c, 1, 4}, {a, 5, 7}, {b, 8, 11}});
   EXPECT_EQ(RestorePending(), 0);
   for (const auto& [row, text] : {std::pair(6, "11/1*"), std::pair(10, "12/1*"), std::pair(11, "13/1*")}) {

@@ -14,15 +14,16 @@ namespace vesk::test {
 class SessionTest : public testing::Test {
  protected:
   /// waterYears empty: the readings of a single file.
-  void Load(ReviewGrid grid, const std::vector<int>& waterYears, std::vector<RawFileRows> files = {}) {
+  void Load(StationSeries grid, const std::vector<int>& waterYears, std::vector<RawFileRows> files = {}) {
     LoadedReadings loaded =
         LoadOf(std::move(grid), folder_.path() + QLatin1Char('/'), waterYears, std::move(files));
     logPath_ = loaded.changeLogs.front().saveTo;
-    journalPath_ = JournalPath(logPath_, waterYears.empty() ? loaded.rawFiles.front().rawFile : QString());
-    session_.Begin(loaded);
+    journalPath_ =
+        JournalPath(logPath_, waterYears.empty() ? loaded.series.Files().front().rawFile : QString());
+    session_.Begin(std::move(loaded));
   }
   /// 48 hourly readings from 01/10/2010 on.
-  static ReviewGrid TwoDays() { return HourlyGrid("01/10/2010 00:00", 48); }
+  static StationSeries TwoDays() { return HourlyGrid("01/10/2010 00:00", 48); }
   void LoadFile() { Load(TwoDays(), {}); }
   void LoadYear() { Load(TwoDays(), {2011}); }
   /// Four hours of the night in which a water year ends, and two of the next one.
@@ -34,7 +35,7 @@ class SessionTest : public testing::Test {
     EXPECT_TRUE(*edited) << typed;
   }
   void CorrectDates(const char* target) { ASSERT_TRUE(session_.CorrectDates(QLatin1String(target))); }
-  std::string Row(int row) const { return LevelAndCode(session_.Grid(), row); }
+  std::string Row(int row) const { return LevelAndCode(session_.Series(), row); }
   std::size_t Pending() { return session_.Pending()->records.size(); }
   int RestorePending() {
     const auto pending = session_.Pending();

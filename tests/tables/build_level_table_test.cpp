@@ -12,10 +12,7 @@ namespace {
 
 class BuildLevelTableTest : public testing::Test {
  protected:
-  void SetUp() override {
-    Write(template_, "template");
-    grid_.Append({.levelCm = 120, .day = WaterYearFirstDay(2011), .minuteOfDay = 60});
-  }
+  void SetUp() override { Write(template_, "template"); }
 
   static void Write(const QString& path, const char* content) {
     QFile file(path);
@@ -57,7 +54,7 @@ class BuildLevelTableTest : public testing::Test {
   QString template_ = templates_.filePath(QStringLiteral("SABLON.XLS"));
   QString table_ = data_.filePath(QStringLiteral("Tablo-12345(2011).xls"));
   std::vector<QString> notes_;
-  ReviewGrid grid_;
+  StationSeries grid_{{{.levelCm = 120, .day = WaterYearFirstDay(2011), .minuteOfDay = 60}}};
   RecordingSpreadsheet office_;
   PlainAnswers questions_;
 };

@@ -15,7 +15,7 @@ constexpr auto kMax = ReadingKind::Maximum;
 constexpr auto kMin = ReadingKind::Minimum;
 
 LevelTable Table(const std::vector<Row>& rows, ExtremeMode mode = ExtremeMode::Recorded) {
-  ReviewGrid grid;
+  std::vector<Reading> readings;
   for (const Row& row : rows) {
     const DateTime at = *ReadDateTime(QString::fromLatin1(row.time));
     Reading reading;
@@ -23,9 +23,9 @@ LevelTable Table(const std::vector<Row>& rows, ExtremeMode mode = ExtremeMode::R
     reading.minuteOfDay = static_cast<std::int16_t>((at - reading.day).count());
     reading.levelCm = row.levelCm;
     reading.kind = row.kind;
-    grid.Append(reading);
+    readings.push_back(reading);
   }
-  return ComputeLevelTable(grid, 2011, mode, QStringLiteral("12345 - Ad"));
+  return ComputeLevelTable(StationSeries(readings), 2011, mode, QStringLiteral("12345 - Ad"));
 }
 
 TEST(LevelTable, MeanIsWeightedByTheTimeUpToEachReading) {

@@ -20,7 +20,7 @@ std::vector<RawFile> FilesFor(const Choice& choice) {
 }
 
 /// Any row: half of the time an extreme, where there are any.
-int AnyRow(Random& random, const ReviewGrid& grid) {
+int AnyRow(Random& random, const StationSeries& grid) {
   int row = 1 + random.Below(grid.ReadingCount());
   const bool extreme = random.OneIn(2);
   for (int tries = 0; tries < grid.ReadingCount(); ++tries) {
@@ -30,7 +30,7 @@ int AnyRow(Random& random, const ReviewGrid& grid) {
   return row;
 }
 
-QString AnyLevel(Random& random, const ReviewGrid& grid, int row) {
+QString AnyLevel(Random& random, const StationSeries& grid, int row) {
   const int level = static_cast<int>(grid.At(row).levelCm);
   switch (random.Below(6)) {
     case 0:
@@ -48,10 +48,10 @@ QString AnyLevel(Random& random, const ReviewGrid& grid, int row) {
   }
 }
 
-QString AnyTarget(Random& random, const ReviewGrid& grid) {
+QString AnyTarget(Random& random, const StationSeries& grid) {
   DateTime first = DateTime::max();
   DateTime last = DateTime::min();
-  for (const Reading& reading : grid.Readings()) {
+  for (const Reading& reading : grid.ReadingsAsShown()) {
     if (reading.kind != ReadingKind::Ordinary) continue;
     first = std::min(first, reading.Time());
     last = std::max(last, reading.Time());
@@ -109,7 +109,7 @@ QString Desk::Open(const Choice& choice, bool restore) {
   whole_ = loaded->whole;
   QObject::connect(session_.get(), &EditSession::JournalFailed, session_.get(),
                    [this](const Error&) { journalFailed_ = true; });
-  session_->Begin(*loaded);
+  session_->Begin(std::move(*loaded));
   if (!restore) return {};
   const auto pending = session_->Pending();
   if (!pending) return pending.Failure().English();
@@ -118,11 +118,11 @@ QString Desk::Open(const Choice& choice, bool restore) {
 }
 
 Screen Desk::Shown() const {
-  const ReviewGrid& grid = session_->Grid();
+  const StationSeries& grid = session_->Series();
   Screen screen;
   screen.reserve(static_cast<std::size_t>(grid.ReadingCount()));
   for (int row = 1; row <= grid.ReadingCount(); ++row) {
-    const auto text = [&](GridColumn column) { return grid.Text(row, column).toLatin1(); };
+    const auto text = [&](GridColumn column) { return CellText(grid, row, column).toLatin1(); };
     const Reading& reading = grid.At(row);
     screen.push_back({text(GridColumn::Date), text(GridColumn::Time), text(GridColumn::Level),
                       text(GridColumn::Label), text(GridColumn::Code), grid.IsChanged(row),
@@ -152,10 +152,10 @@ Deed NextDeed(Random& random, const Desk& desk, EditSession& session) {
   if (deed.kind == Deed::Kind::CorrectDates && !session.CanCorrectDates()) deed.kind = Deed::Kind::Edit;
   if (desk.Rows() == 0) deed.kind = Deed::Kind::Save;
   if (deed.kind == Deed::Kind::Edit) {
-    deed.row = AnyRow(random, session.Grid());
-    deed.typed = AnyLevel(random, session.Grid(), deed.row);
+    deed.row = AnyRow(random, session.Series());
+    deed.typed = AnyLevel(random, session.Series(), deed.row);
   }
-  if (deed.kind == Deed::Kind::CorrectDates) deed.typed = AnyTarget(random, session.Grid());
+  if (deed.kind == Deed::Kind::CorrectDates) deed.typed = AnyTarget(random, session.Series());
   return deed;
 }
 

@@ -55,7 +55,7 @@ class Desk {
   QString Open(const Choice& choice, bool restore = true);
   [[nodiscard]] EditSession& Session() { return *session_; }
   [[nodiscard]] Screen Shown() const;
-  [[nodiscard]] int Rows() const { return session_->Grid().ReadingCount(); }
+  [[nodiscard]] int Rows() const { return session_->Series().ReadingCount(); }
   [[nodiscard]] const QStringList& Messages() const { return messages_; }
   [[nodiscard]] bool Whole() const { return whole_; }
   /// Records of pending work that did not fit.

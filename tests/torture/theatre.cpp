@@ -33,7 +33,7 @@ QString UndoAll(Desk& desk, const Choice& /*choice*/) {
   return Journaled(desk, [&] { desk.Session().UndoAll(); });
 }
 QString Correct(Desk& desk, const Choice& /*choice*/) {
-  const ReviewGrid& grid = desk.Session().Grid();
+  const StationSeries& grid = desk.Session().Series();
   const DateTime target = grid.At(grid.ReadingCount()).Time() + std::chrono::hours(3);
   const auto done = desk.Session().CorrectDates(DateTimeText(target));
   if (!done) return done.Failure().English();

@@ -21,22 +21,22 @@
 namespace vesk::test {
 
 /// Hourly readings of water year 2011, 100 to 199 cm, and one peak of 250 cm at 15/03/2011 12:00.
-inline std::shared_ptr<ReviewGrid> YearGrid() {
-  auto grid = std::make_shared<ReviewGrid>();
+inline StationSeries YearGrid() {
+  std::vector<Reading> readings;
   for (int hour = 0; hour < 365 * 24; ++hour) {
     const bool peak = hour == 165 * 24 + 12;
-    grid->Append({.levelCm = peak ? 250.0 : 100.0 + hour % 100,
-                  .day = WaterYearFirstDay(2011) + std::chrono::days(hour / 24),
-                  .minuteOfDay = static_cast<std::int16_t>(hour % 24 * 60)});
+    readings.push_back({.levelCm = peak ? 250.0 : 100.0 + hour % 100,
+                        .day = WaterYearFirstDay(2011) + std::chrono::days(hour / 24),
+                        .minuteOfDay = static_cast<std::int16_t>(hour % 24 * 60)});
   }
-  return grid;
+  return StationSeries(std::move(readings));
 }
 
 class GraphWindow : public testing::Test {
  protected:
   GraphWindow() { frame_.Run().options = FirstRunOptions(); }
 
-  void Open(const std::shared_ptr<const ReviewGrid>& grid = YearGrid()) {
+  void Open(const StationSeries& grid = YearGrid()) {
     OpenSingleGraph(frame_, grid, {QStringLiteral("12345"), QStringLiteral("Göksu"), 2011});
     Take();
   }

@@ -57,7 +57,7 @@ TEST_F(GraphWindow, KeysReachTheGraphAsSoonAsTheMainWindowShowsIt) {
     area.resize(1200, 700);
     area.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&area));
-    GraphSheet sheet = MakeSingleSheet(*YearGrid(), {QStringLiteral("12345"), {}, 2011}, frame_.Run().options,
+    GraphSheet sheet = MakeSingleSheet(YearGrid(), {QStringLiteral("12345"), {}, 2011}, frame_.Run().options,
                                        frame_.Run().language);
     auto* form = new FormGraf(std::move(sheet), frame_.Run().language, 0, frame_.Run().dataDirectory);
     QMdiSubWindow* child = area.addSubWindow(form);
@@ -253,11 +253,11 @@ TEST_F(GraphWindow, ArrowsWalkFromReadingToReadingAndTellAssistiveTools) {
 }
 
 TEST_F(GraphWindow, ALineThatEndsEarlyAndAStationWithoutReadingsAreTold) {
-  auto grid = YearGrid();
-  grid->SetLevel(49, -3);
-  Open(grid);
+  std::vector<Reading> readings = YearGrid().Raw().Readings();
+  readings[48].levelCm = -3;
+  Open(StationSeries(readings));
   EXPECT_TRUE(Label("LabelMessage").contains(QStringLiteral("03/10/2010 00:00")));
-  Open(std::make_shared<ReviewGrid>());
+  Open(StationSeries());
   EXPECT_EQ(Label("LabelMessage"), QStringLiteral("Çizilecek okuma yok"));
   QTest::keyClick(picture_, Qt::Key_Right);
   EXPECT_TRUE(Label("Label3").isEmpty());

@@ -12,10 +12,10 @@ namespace {
 class MultipleGraph : public GraphWindow {
  protected:
   GraphFileEntry Write(const char* station, double levelCm) {
-    auto grid = YearGrid();
-    for (int row = 1; row <= grid->ReadingCount(); ++row) grid->SetLevel(row, levelCm);
+    std::vector<Reading> readings = YearGrid().Raw().Readings();
+    for (Reading& reading : readings) reading.levelCm = levelCm;
     const QString directory = frame_.Run().dataDirectory;
-    const auto written = WriteGraphFile(directory, 2011, QString::fromLatin1(station), grid->Readings());
+    const auto written = WriteGraphFile(directory, 2011, QString::fromLatin1(station), readings);
     EXPECT_TRUE(written);
     return {directory + written->name, written->name, StationOfGraphFile(written->name), 2011};
   }

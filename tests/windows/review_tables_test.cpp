@@ -49,7 +49,7 @@ TEST_F(Tables, ATableMadeHereHoldsWhatTheCommandLineWrites) {
   ASSERT_TRUE(loaded);
   RecordingSpreadsheet plain;
   PlainAnswers asking;
-  ASSERT_TRUE(BuildLevelTable({.grid = loaded->grid,
+  ASSERT_TRUE(BuildLevelTable({.series = loaded->series,
                                .stationNumber = Texts("12345"),
                                .stationName = {},
                                .waterYear = 2010,
