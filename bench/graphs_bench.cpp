@@ -34,6 +34,7 @@ GraphSheet Sheet(int stations, int points) {
       const auto minutes = static_cast<std::int32_t>(1440 + std::int64_t{365} * 1440 * i / points);
       const double flood = i % 5000 < 300 ? 120.0 - i % 5000 * 0.4 : 0;
       series.push_back({100.0 + 60 * s + flood + (random >> 28U), minutes, ReadingKind::Ordinary});
+      sheet.levels.Widen(series.back().levelCm);
     }
     sheet.series.emplace_back(std::move(series), true);
     sheet.stationNames.append(QString::number(12345 + s));

@@ -73,6 +73,11 @@ bool ListContains(const std::vector<QString>& list, const QString& text);
 struct LevelExtent {
   double highestCm = 0;
   double lowestCm = 9999999;
+
+  void Widen(double levelCm) {
+    if (lowestCm > levelCm) lowestCm = levelCm;
+    if (highestCm < levelCm) highestCm = levelCm;
+  }
 };
 
 }  // namespace vesk

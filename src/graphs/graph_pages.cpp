@@ -15,7 +15,7 @@ constexpr std::chrono::minutes kLastMinute(1439);
 }  // namespace
 
 GraphPage WholePeriodPage(const GraphSheet& sheet) {
-  return PageOfDates(sheet.start, sheet.end, kHeadroom * sheet.HighestCm());
+  return PageOfDates(sheet.start, sheet.end, kHeadroom * sheet.levels.highestCm);
 }
 
 GraphPage PageOfCorners(const GraphCorner& a, const GraphCorner& b) {

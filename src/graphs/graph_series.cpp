@@ -6,7 +6,6 @@
 namespace vesk {
 
 GraphSeries::GraphSeries(std::vector<GraphPoint> points, bool withExtremes) : points_(std::move(points)) {
-  for (const GraphPoint& point : points_) highestCm_ = std::max(highestCm_, point.levelCm);
   if (!withExtremes) {
     std::erase_if(points_, [](const GraphPoint& point) { return point.Kind() != ReadingKind::Ordinary; });
   }

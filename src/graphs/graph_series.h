@@ -18,7 +18,6 @@ class GraphSeries {
 
   [[nodiscard]] const std::vector<GraphPoint>& Points() const { return points_; }
   [[nodiscard]] bool Empty() const { return points_.empty(); }
-  [[nodiscard]] double HighestCm() const { return highestCm_; }  ///< 0 when no level is above it
 
   /// Records that a page from startMinutes to endMinutes looks at, in record order: from the first one that
   /// is not before the page up to the first one behind it, or to the first negative level. Records before the
@@ -52,7 +51,6 @@ class GraphSeries {
   std::vector<std::int32_t> latestSoFar_;  ///< per record: the latest time up to it, so that it only grows
   std::vector<std::uint32_t> negatives_;   ///< records with a negative level
   std::vector<std::uint32_t> byTime_;
-  double highestCm_ = 0;
 };
 
 }  // namespace vesk

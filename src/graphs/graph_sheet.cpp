@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "datafiles/graph_file.h"
+#include "review/review_grid.h"
 
 namespace vesk {
 namespace {
@@ -128,12 +129,6 @@ GraphStyle StyleOf(const Options& options) {
   return style;
 }
 
-double GraphSheet::HighestCm() const {
-  double highest = 0;
-  for (const GraphSeries& one : series) highest = std::max(highest, one.HighestCm());
-  return highest;
-}
-
 GraphSheet MakeSingleSheet(const StationSeries& series, const GraphStation& station, const Options& options,
                            const Language& language, const QStringList& notes) {
   GraphSheet sheet = EmptySheet(options, language, notes);
@@ -146,6 +141,7 @@ GraphSheet MakeSingleSheet(const StationSeries& series, const GraphStation& stat
   sheet.texts.title = station.number + QLatin1Char(' ') + station.name + QStringLiteral(" AGI  (") +
                       language.Text(Caption::WaterYearTitle) + QLatin1Char(':') + sheet.years +
                       QLatin1Char(')');
+  LevelRange(series, sheet.levels);
   sheet.series.emplace_back(PointsOfGrid(series, sheet.firstDay), sheet.style.withExtremes);
   sheet.stationNames.append(station.number);
   return sheet;
@@ -155,6 +151,7 @@ GraphSheet MakeMultipleSheet(const std::vector<GraphSource>& sources, const Opti
                              const Language& language, const QStringList& notes) {
   GraphSheet sheet = EmptyMultipleSheet(sources, options, language, notes);
   for (const GraphSource& source : sources) {
+    LevelRange(source.series, sheet.levels);
     AddStation(sheet, source.station, source.waterYear, PointsOfGrid(source.series, sheet.firstDay));
   }
   return sheet;
@@ -171,6 +168,7 @@ GraphSheet ReadMultipleSheet(const std::vector<GraphFileEntry>& files, const Opt
     }
     FilePoints read = PointsOfFile(*content, sheet.firstDay);
     if (read.damagedRecord > 0) sheet.notes.append(DamageText(file.path, read.damagedRecord, language));
+    for (const GraphPoint& point : read.points) sheet.levels.Widen(point.levelCm);
     AddStation(sheet, file.station, file.waterYear, std::move(read.points));
   }
   return sheet;

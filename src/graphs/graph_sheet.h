@@ -46,12 +46,10 @@ struct GraphSheet {
   GraphTexts texts;
   GraphStyle style;
   std::vector<GraphSeries> series;
+  LevelExtent levels;        ///< of all series, extremes included; the highest is 0 when nothing is above it
   QStringList stationNames;  ///< beside the read-out, one a series
   QStringList notes;         ///< what the picture has to say: what the load misses, what could not be read
   Language language;         ///< of the notes
-
-  /// Highest level of all series, cm; 0 when nothing is above it.
-  [[nodiscard]] double HighestCm() const;
 };
 
 /// One station's grid (station mode "Tekli"). notes: of the load, drawn on every page.

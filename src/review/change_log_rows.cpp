@@ -76,7 +76,12 @@ Correction CorrectionOf(const StationSeries& series, const RowRef& row, const Au
 }
 
 RowFinder::RowFinder(const StationSeries& series, const RowRange& within)
-    : series_(series), within_(within), raw_(series.Raw(), within) {}
+    : series_(series), within_(within) {}
+
+const RowIndex& RowFinder::RawIndex() {
+  if (!raw_) raw_.emplace(series_.Raw(), within_);
+  return *raw_;
+}
 
 std::optional<RowRef> RowFinder::TakeRaw(int rawRow) {
   const RowRef row{.rawRow = rawRow};
@@ -86,8 +91,8 @@ std::optional<RowRef> RowFinder::TakeRaw(int rawRow) {
 
 std::optional<RowRef> RowFinder::Take(const Correction& correction) {
   int occurrence = 0;
-  int row = raw_.Find(correction.time, within_.first);
-  for (; row > 0; row = raw_.Find(correction.time, row + 1)) {
+  int row = RawIndex().Find(correction.time, within_.first);
+  for (; row > 0; row = raw_->Find(correction.time, row + 1)) {
     if (IsReadingOf(series_, row, correction) && ++occurrence == correction.occurrence) break;
   }
   return TakeRaw(row);
@@ -95,8 +100,8 @@ std::optional<RowRef> RowFinder::Take(const Correction& correction) {
 
 std::optional<RowRef> RowFinder::TakeEqual(const Correction& correction) {
   int found = 0;
-  int row = raw_.Find(correction.time, within_.first);
-  for (; row > 0; row = raw_.Find(correction.time, row + 1)) {
+  int row = RawIndex().Find(correction.time, within_.first);
+  for (; row > 0; row = raw_->Find(correction.time, row + 1)) {
     if (series_.Raw().At(row).kind != correction.kind) continue;
     if (!IsSameLevel(series_.Raw().RawLevel(row), correction.rawCm)) continue;
     if (found > 0) return std::nullopt;
@@ -161,6 +166,7 @@ bool RowFinder::AreOfOneKind(DateTime time, int first, int last) const {
 // of its minute wherever another line lies between. Where the order leaves both open, neither is taken: the
 // reading must not get a level that was meant for the record.
 std::vector<RowByTime> RowFinder::TakeByTime(const std::vector<DateTime>& times) {
+  if (times.empty()) return {};
   if (!shown_) shown_.emplace(series_, within_);
   const std::vector<int> earliest = EarliestRows(times);
   const std::vector<int> latest = LatestRows(times);

@@ -59,11 +59,12 @@ class RowFinder {
   [[nodiscard]] std::vector<int> LatestRows(const std::vector<DateTime>& times) const;
   [[nodiscard]] bool AreOfOneKind(DateTime time, int first, int last) const;
   int RowOfOtherYears(DateTime time);
+  const RowIndex& RawIndex();
 
   const StationSeries& series_;
   RowRange within_;
-  RowIndex raw_;
-  std::optional<RowIndex> shown_, all_;
+  /// Made when a line asks for one: most loads have no line.
+  std::optional<RowIndex> raw_, shown_, all_;
   std::set<RowRef> taken_;
 };
 

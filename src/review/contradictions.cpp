@@ -67,6 +67,7 @@ std::optional<int> ContradictingRow(const StationSeries& series, int record, con
 
 std::vector<RecordContradiction> FindContradictions(const StationSeries& series) {
   std::vector<RecordContradiction> found;
+  if (!series.HasCorrections()) return found;
   const Days days = CorrectedDays(series);
   if (days.empty()) return found;
   for (int row = 1; row <= series.ReadingCount(); ++row) {

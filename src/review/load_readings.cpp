@@ -10,7 +10,6 @@
 #include "platform/whole_file.h"
 #include "review/contradictions.h"
 #include "review/load_gaps.h"
-#include "review/review_grid.h"
 #include "review/setup_parameters.h"
 
 namespace vesk {
@@ -60,7 +59,6 @@ class Loader {
     // The notes are those of the file read last; a further file's reading clears the list.
     loaded_.messages.insert(loaded_.messages.begin(), headerNotes_.begin(), headerNotes_.end());
     loaded_.series.TakeBaseline();
-    LevelRange(loaded_.series, loaded_.levels);
     TellContradictions();
     return std::move(loaded_);
   }

@@ -48,13 +48,12 @@ struct LoadedReadings {
   std::vector<QString> partialFiles;  ///< disk names of files of which lines are missing
   QString refusedFile;  ///< file whose header ended the load, later years included; empty when none did
   std::vector<LoadedChangeLog> changeLogs;  ///< one a chosen water year, or the one of a single file
-  LevelExtent levels;
-  qint64 refusedLines = 0;      ///< lines of the files used that could not be read
-  std::vector<int> waterYears;  ///< those that were chosen, in order; empty in single-file mode
-  int waterYear = 0;            ///< the last one that was loaded; 0 in single-file mode
+  qint64 refusedLines = 0;                  ///< lines of the files used that could not be read
+  std::vector<int> waterYears;              ///< those that were chosen, in order; empty in single-file mode
+  int waterYear = 0;                        ///< the last one that was loaded; 0 in single-file mode
 };
 
-/// Reads the readings, lays the change log over them, takes the baseline and the level range.
+/// Reads the readings, lays the change log over them, takes the baseline.
 Result<LoadedReadings> LoadReadings(const LoadRequest& request);
 
 }  // namespace vesk

@@ -37,6 +37,8 @@ class RawRows {
 
   /// What a row's state says of the raw level is left aside: that is the reading's.
   void SetState(int row, const RowState& state);
+  /// True once somebody touched a row.
+  [[nodiscard]] bool HasStates() const { return !states_.empty(); }
   /// Every level as it is now becomes its baseline.
   void TakeBaseline();
 

@@ -83,11 +83,7 @@ QString RecordLabel(const Reading& reading) {
 }
 
 void LevelRange(const StationSeries& series, LevelExtent& extent) {
-  for (int row = 1; row <= series.ReadingCount(); ++row) {
-    const double levelCm = series.At(row).levelCm;
-    extent.lowestCm = std::min(extent.lowestCm, levelCm);
-    extent.highestCm = std::max(extent.highestCm, levelCm);
-  }
+  for (int row = 1; row <= series.ReadingCount(); ++row) extent.Widen(series.At(row).levelCm);
 }
 
 }  // namespace vesk

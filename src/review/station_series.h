@@ -76,6 +76,9 @@ class StationSeries {
   /// Several at once; the view is formed once.
   void SetStates(const std::vector<std::pair<RowRef, RowState>>& states);
 
+  /// False when every row is as recorded, but for what a corrected clock computes.
+  [[nodiscard]] bool HasCorrections() const { return raw_.HasStates() || !edits_.empty(); }
+
   /// Puts an edited extreme in its place as a file tells of it.
   void PutExtreme(const ExtremeKey& key, const ExtremeEdit& edit);
   /// Edited daily extremes, on the screen or not.

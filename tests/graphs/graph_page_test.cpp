@@ -30,7 +30,10 @@ GraphSheet PlainSheet(const std::vector<std::vector<GraphPoint>>& stations) {
   sheet.style.background = Qt::white;
   sheet.style.scale = QColor(200, 200, 200);
   sheet.style.stations = {QColor(0, 160, 0), QColor(200, 0, 200), QColor(0, 200, 200), QColor(150, 150, 0)};
-  for (const std::vector<GraphPoint>& points : stations) sheet.series.emplace_back(points, true);
+  for (const std::vector<GraphPoint>& points : stations) {
+    for (const GraphPoint& point : points) sheet.levels.Widen(point.levelCm);
+    sheet.series.emplace_back(points, true);
+  }
   return sheet;
 }
 

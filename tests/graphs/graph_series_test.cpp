@@ -61,11 +61,10 @@ TEST(GraphSeries, ReadingsAreWalkedInTimeWhateverTheirRecordsOrder) {
   }
 }
 
-TEST(GraphSeries, ExtremesCountForTheHighestLevelEvenWhenTheyAreNotDrawn) {
+TEST(GraphSeries, ExtremesAreLeftOutWhereTheyAreNotWanted) {
   const std::vector<GraphPoint> points = {{10, 100, kOrdinary}, {99, 150, ReadingKind::Maximum}};
   const GraphSeries without(points, false);
   EXPECT_EQ(without.OnPage(0, 1000).size(), 1U);
-  EXPECT_EQ(without.HighestCm(), 99);
   EXPECT_EQ(GraphSeries(points, true).OnPage(0, 1000).size(), 2U);
 }
 

@@ -73,7 +73,11 @@ TEST_F(GraphSheets, ASingleStationHasItsTitleInTheLanguage) {
 }
 
 TEST_F(GraphSheets, WithoutAWaterYearTheReadingsDecide) {
-  const GraphSheet sheet = Single({{.day = Day(2009y / 8 / 1)}, {.day = Day(2011y / 8 / 1)}}, 0);
+  const GraphSheet sheet = Single({{.levelCm = 50, .day = Day(2009y / 8 / 1)},
+                                   {.levelCm = 90, .day = Day(2009y / 8 / 1), .kind = ReadingKind::Maximum},
+                                   {.levelCm = 60, .day = Day(2011y / 8 / 1)}},
+                                  0);
+  EXPECT_EQ(sheet.levels.highestCm, 90) << "the records count, drawn or not";
   EXPECT_EQ(sheet.waterYear, 2009);
   EXPECT_EQ(sheet.end, Day(2011y / 9 / 30));
 }
@@ -91,7 +95,7 @@ TEST_F(GraphSheets, FilesOfDifferentYearsShareOneTimeAxisAndWhatIsMissingIsNamed
             (QStringList{QStringLiteral("54321 SGS 2012"), QStringLiteral("12345 SGS 2011")}));
   EXPECT_EQ(sheet.start, kFirst);
   EXPECT_EQ(sheet.end, Day(2012y / 9 / 30));
-  EXPECT_EQ(sheet.HighestCm(), 177);
+  EXPECT_EQ(sheet.levels.highestCm, 177);
   ASSERT_EQ(sheet.series.at(1).Points().size(), 2U);
   for (std::size_t i = 0; i < 2; ++i) {
     const GraphPoint& point = sheet.series[1].Points()[i];

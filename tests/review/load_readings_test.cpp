@@ -67,8 +67,10 @@ TEST_F(LoadReadingsTest, LevelRangeAndBaselineComeAfterTheChangeLog) {
   Put(QStringLiteral("001-12345-Degisiklikler2009 Dönüşmüş.txt"),
       "01/10/2008\t02:00\t50.5\t\r\n01/10/2008\t03:00\t777\t\r\n01/10/2008\t03:30\t5\t\r\nrubbish\r\n");
   const LoadedReadings loaded = LoadYear2009();
-  EXPECT_EQ(loaded.levels.highestCm, 777);
-  EXPECT_EQ(loaded.levels.lowestCm, 50.5);
+  LevelExtent levels;
+  LevelRange(loaded.series, levels);
+  EXPECT_EQ(levels.highestCm, 777);
+  EXPECT_EQ(levels.lowestCm, 50.5);
   EXPECT_EQ(CellText(loaded.series, 3, GridColumn::Baseline), QStringLiteral("777"));
   EXPECT_EQ(CellText(loaded.series, 3, GridColumn::Code), QStringLiteral("999"));
   EXPECT_EQ(CellText(loaded.series, 4, GridColumn::Level), QStringLiteral("103"));
