@@ -37,10 +37,6 @@ int WrongUse(const QString& text) {
   return kBatchWrongUse;
 }
 
-bool IsExtremesValue(const QString& value) {
-  return value == QLatin1String("TF") || value == QLatin1String("FT");
-}
-
 void AppendTwoDigits(QByteArray& line, int value) {
   line += static_cast<char>('0' + value / 10);
   line += static_cast<char>('0' + value % 10);
@@ -138,17 +134,17 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
   const QString name = StationNameFrom(options.registerPath, number);
   const auto loaded = LoadStationYear(options.folder, choice, name);
   if (!loaded) return loaded.Failure();
-  const BuildInput input{.grid = loaded->grid,
-                         .stationNumber = number,
-                         .stationName = name,
-                         .waterYear = choice.waterYear,
-                         .extremeMode = options.mode,
-                         .tableDirectory = options.outFolder,
-                         .templateDirectory = options.templates,
-                         .templateName = options.templateName,
-                         .afterSave = AfterSave::Close,
-                         .notes = NotesOfTable(NotWholeNote(*loaded), loaded->grid, options.mode,
-                                               options.language != LanguageChoice::English)};
+  const BuildInput input{
+      .grid = loaded->grid,
+      .stationNumber = number,
+      .stationName = name,
+      .waterYear = choice.waterYear,
+      .extremeMode = options.mode,
+      .tableDirectory = options.outFolder,
+      .templateDirectory = options.templates,
+      .templateName = options.templateName,
+      .afterSave = AfterSave::Close,
+      .notes = NotesOfTable(NotWholeNote(*loaded), loaded->grid, options.mode, options.language)};
   UnattendedAnswers answers(options.hourly, options.replace,
                             QStringLiteral("%1 %2").arg(number).arg(choice.waterYear));
   const auto report = BuildLevelTable(input, office, answers);
@@ -230,7 +226,7 @@ void AddTableOptions(QCommandLineParser& parser) {
 /// Wrong use of the options that choose what to compute; empty when they are right.
 QString WrongChoiceOrExtremes(const QCommandLineParser& parser) {
   if (QString wrong = WrongChoice(parser); !wrong.isEmpty()) return wrong;
-  if (!IsExtremesValue(parser.value(QStringLiteral("extremes"))))
+  if (!ReadExtremeMode(parser.value(QStringLiteral("extremes"))))
     return QStringLiteral("--extremes is TF or FT");
   return {};
 }

@@ -15,8 +15,8 @@ constexpr int kDailyRows = kRowsPerMonth * kMonthsPerYear + kFirstDailyRow;
 /// Walks the grid once, in grid order, and closes a day at its minimum record.
 class TableBuilder {
  public:
-  TableBuilder(const ReviewGrid& grid, ExtremeMode mode, bool withHourly, LevelTable& table)
-      : grid_(grid), mode_(mode), withHourly_(withHourly), table_(table) {}
+  TableBuilder(const ReviewGrid& grid, ExtremeMode mode, LevelTable& table)
+      : grid_(grid), mode_(mode), withHourly_(table.withHourly), table_(table) {}
 
   void Build() {
     const std::vector<Reading>& readings = grid_.Readings();
@@ -157,8 +157,14 @@ class TableBuilder {
 
 }  // namespace
 
-ExtremeMode ExtremeModeOf(const QString& slotText) {
-  return slotText == QLatin1String("FT") ? ExtremeMode::Computed : ExtremeMode::Recorded;
+std::optional<ExtremeMode> ReadExtremeMode(QStringView text) {
+  if (text == QLatin1String("TF")) return ExtremeMode::Recorded;
+  if (text == QLatin1String("FT")) return ExtremeMode::Computed;
+  return std::nullopt;
+}
+
+ExtremeMode ExtremeModeOf(QStringView slotText) {
+  return ReadExtremeMode(slotText).value_or(ExtremeMode::Recorded);
 }
 
 int WaterYearMonth(int month) {
@@ -178,8 +184,9 @@ LevelTable ComputeLevelTable(const ReviewGrid& grid, int waterYear, ExtremeMode 
                              bool withHourly) {
   LevelTable table;
   table.waterYear = waterYear;
+  table.withHourly = withHourly;
   table.title = title;
-  TableBuilder(grid, mode, withHourly, table).Build();
+  TableBuilder(grid, mode, table).Build();
   return table;
 }
 

@@ -28,14 +28,12 @@ Message Contradictions(const ReviewGrid& grid) {
 }  // namespace
 
 std::vector<QString> NotesOfTable(const Message& notWhole, const ReviewGrid& grid, ExtremeMode mode,
-                                  bool turkish) {
+                                  LanguageChoice language) {
   std::vector<QString> notes;
-  const LanguageChoice language = turkish ? LanguageChoice::Turkish : LanguageChoice::English;
-  const QString missing = notWhole.In(language);
-  if (!missing.isEmpty()) notes.push_back(missing);
-  const QString contradictions =
-      mode == ExtremeMode::Recorded ? Contradictions(grid).In(language) : QString();
-  if (!contradictions.isEmpty()) notes.push_back(contradictions);
+  const Message contradictions = mode == ExtremeMode::Recorded ? Contradictions(grid) : Message();
+  for (const Message& note : {notWhole, contradictions}) {
+    if (!note.IsEmpty()) notes.push_back(note.In(language));
+  }
   return notes;
 }
 

@@ -179,7 +179,7 @@ TEST_F(BuildLevelTableTest, NotesAreAskedAboutFirstAndStandOnTheSheets) {
   for (const char* sheet : {"Saatlik", "Gunluk"}) {
     EXPECT_EQ(office_.At(sheet, 1, 6), CellValue(joined)) << sheet;
     EXPECT_EQ(office_.sheets[QLatin1String(sheet)].textBlocks.size(), 2U) << "the note and the title";
-    EXPECT_EQ(office_.sheets[QLatin1String(sheet)].colours.at({1, 6}), 3);
+    EXPECT_EQ(office_.sheets[QLatin1String(sheet)].colours.at({1, 6}), FontColour::Red);
   }
   notes_.clear();
   office_.sheets[QStringLiteral("Gunluk")] = {};

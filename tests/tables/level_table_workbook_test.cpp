@@ -9,7 +9,7 @@ namespace {
 
 Result<WriteReport> Write(const LevelTable& table, RecordingSpreadsheet& office) {
   auto workbook = office.Open(QStringLiteral("/t.xls"), Macros::MayRun);
-  return WriteLevelTable(table, true, **workbook, [](TablePart, int) { return true; });
+  return WriteLevelTable(table, **workbook, [](TablePart, int) { return true; });
 }
 
 LevelTable Readings(int count) {
@@ -25,7 +25,7 @@ TEST(WriteLevelTable, RecordThatTakesAnothersPlaceHasItsOwnColour) {
   RecordingSpreadsheet office;
   ASSERT_TRUE(Write(table, office).Ok());
   EXPECT_EQ(office.At("Saatlik", 5, 6), CellValue(QStringLiteral("Maksimum")));
-  EXPECT_EQ(office.sheets[QStringLiteral("Saatlik")].colours.at({5, 6}), 3);
+  EXPECT_EQ(office.sheets[QStringLiteral("Saatlik")].colours.at({5, 6}), FontColour::Red);
   EXPECT_EQ(office.At("Saatlik", 4, 8), CellValue(98.0)) << "beside the headings";
   EXPECT_EQ(office.At("Saatlik", 4, 1), CellValue());
 }

@@ -13,7 +13,7 @@ namespace vesk::test {
 
 struct RecordedSheet {
   std::map<std::pair<int, int>, CellValue> cells;  ///< (row, column); only what is not empty
-  std::map<std::pair<int, int>, int> colours;
+  std::map<std::pair<int, int>, FontColour> colours;
   std::vector<CellRange> underlined;
   std::vector<CellRange> textBlocks;
   int calls = 0;
@@ -51,9 +51,6 @@ class RecordingSpreadsheet : public Spreadsheet {
     Page(RecordingSpreadsheet& office, QString name) : office_(office), name_(std::move(name)) {}
     Status Select() override { return office_.Do(QStringLiteral("select ") + name_); }
     Status SelectCell(int, int) override { return {}; }
-    Status PutValue(int row, int column, const CellValue& value) override {
-      return PutBlock(row, column, {{value}});
-    }
     Status PutBlock(int row, int column, const CellBlock& block) override {
       if (const Status done = office_.Do(QStringLiteral("put ") + name_); !done) return done;
       ++Mine().calls;
@@ -66,17 +63,30 @@ class RecordingSpreadsheet : public Spreadsheet {
       }
       return {};
     }
-    Status SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) override {
+    Result<CellBlock> ReadBlock(const CellRange& range) override {
+      if (const Status done = office_.Do(QStringLiteral("read ") + name_); !done) return done.Failure();
+      CellBlock block;
+      for (int row = range.firstRow; row <= range.lastRow; ++row) {
+        std::vector<CellValue>& cells = block.emplace_back();
+        for (int column = range.firstColumn; column <= range.lastColumn; ++column) {
+          const auto found = Mine().cells.find({row, column});
+          cells.push_back(found == Mine().cells.end() ? CellValue() : found->second);
+          if (const auto* day = std::get_if<std::chrono::sys_days>(&cells.back()))
+            cells.back() = SerialOf(*day);
+        }
+      }
+      return block;
+    }
+    Status SetFontColour(const std::vector<CellRange>& ranges, FontColour colour) override {
       if (const Status done = office_.Do(QStringLiteral("colour ") + name_); !done) return done;
       for (const CellRange& range : ranges) {
         for (int column = range.firstColumn; column <= range.lastColumn; ++column) {
-          Mine().colours[{range.firstRow, column}] = colourIndex;
+          Mine().colours[{range.firstRow, column}] = colour;
         }
       }
       return {};
     }
-    Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) override {
-      if (border != Border::Bottom || weight != BorderWeight::Medium) return Error{};
+    Status SetLineBelow(const std::vector<CellRange>& ranges) override {
       Mine().underlined = ranges;
       return {};
     }
