@@ -53,8 +53,8 @@ class Worksheet {
   /// Joins a range of one row to one cell whose text runs on in further lines, and gives the row its height.
   /// heightCm: of the row; points: size of the letters.
   virtual Status MakeTextBlock(const CellRange& range, double heightCm, double points) = 0;
-  /// Sets a formula in R1C1 notation; an empty text empties the cell.
-  virtual Status SetFormulaR1C1(int row, int column, const QString& formula) = 0;
+  /// Gives a cell the empty text for its formula: it shows nothing then.
+  virtual Status EmptyFormula(int row, int column) = 0;
   /// Enters every formula of the sheet again as it stands. A formula that came out of a .xls file is saved
   /// with a number for its result even where the result is a text or empty; a formula entered anew keeps what
   /// it shows, so that programs which read a workbook without recalculating see no 0 where the sheet shows

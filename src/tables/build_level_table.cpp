@@ -174,7 +174,7 @@ class TableBuild {
     Forgive(spreadsheet_.Recalculate());
     if (monthly) {
       Forgive((*monthly)->Select());
-      Forgive((*monthly)->SetFormulaR1C1(21, 4, QString()));
+      Forgive((*monthly)->EmptyFormula(21, 4));
     } else {
       Forgive(monthly.Failure());
     }

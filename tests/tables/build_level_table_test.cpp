@@ -6,6 +6,7 @@
 
 #include "tables/plain_answers.h"
 #include "tables/recording_spreadsheet.h"
+#include "tables/table_cells.h"
 
 namespace vesk::test {
 namespace {
@@ -45,7 +46,7 @@ class BuildLevelTableTest : public testing::Test {
   [[nodiscard]] std::string Steps() const {
     QString steps;
     for (QString step : office_.steps) {
-      if (step.startsWith(QLatin1String("put")) || step.startsWith(QLatin1String("colour"))) continue;
+      if (step.startsWith(QLatin1String("put")) || step.startsWith(QLatin1String("format"))) continue;
       step.replace(table_, QLatin1String("final"));
       if (step.contains(data_.path())) step = step.section(QLatin1Char(' '), 0, 0) + QLatin1String(" copy");
       steps += step + QLatin1Char('\n');
@@ -98,7 +99,7 @@ TEST_F(BuildLevelTableTest, AsksThenRunsItsStepsInOrder) {
     EXPECT_EQ(Steps(),
               std::string("open copy\nshow\nwindow\nselect Gunluk\nselect Saatlik\nmacro BosHucreleriSil\n"
                           "reenter Gunluk\nreenter Aylik\nrecalculate\nselect Aylik\n"
-                          "formula Aylik 21,4 ''\nselect Gunluk\nsave copy\n") +
+                          "empty Aylik 21,4\nselect Gunluk\nsave copy\n") +
                   row.end);
   }
 }
@@ -108,11 +109,11 @@ TEST_F(BuildLevelTableTest, TakesTheOldTablesPlaceOnlyWhenSavedWhole) {
     const char* failing;
     bool ok;
     std::size_t warnings;
-  } kCases[] = {{"open", false, 0},       {"put Saatlik", false, 0}, {"put Gunluk", false, 0},
-                {"no Gunluk", false, 0},  {"save", false, 0},        {"macro", true, 1},
-                {"recalculate", true, 1}, {"formula", true, 1},      {"show", true, 1},
-                {"close", true, 1},       {"quit", true, 1},         {"no Saatlik", true, 1},
-                {"no Aylik", true, 1}};
+  } kCases[] = {{"open", false, 0},       {"put Saatlik", false, 0},  {"put Gunluk", false, 0},
+                {"no Gunluk", false, 0},  {"save", false, 0},         {"macro", true, 1},
+                {"recalculate", true, 1}, {"empty", true, 1},         {"show", true, 1},
+                {"select", true, 3},      {"format Gunluk", true, 1}, {"close", true, 1},
+                {"quit", true, 1},        {"no Saatlik", true, 1},    {"no Aylik", true, 1}};
   for (const auto& row : kCases) {
     RecordingSpreadsheet office;
     office.failing = {QString::fromLatin1(row.failing)};
@@ -160,32 +161,24 @@ TEST_F(BuildLevelTableTest, MissingTemplateAndFolderAreNamed) {
   EXPECT_EQ(withoutFolder.Failure().path, data_.path());
 }
 
-TEST_F(BuildLevelTableTest, WithoutHourlyValuesOnlyTheDailySheetIsFilled) {
-  questions_.hourly = false;
-  ASSERT_TRUE(Build().Ok());
-  EXPECT_EQ(office_.sheets[QStringLiteral("Saatlik")].calls, 0);
-  EXPECT_EQ(office_.At("Gunluk", 1, 4), CellValue(QStringLiteral("12345 - Ad")));
-  EXPECT_EQ(office_.At("Gunluk", 1, 1), CellValue(2011.0));
-}
-
-TEST_F(BuildLevelTableTest, NotesAreAskedAboutFirstAndStandOnTheSheets) {
+TEST_F(BuildLevelTableTest, NotesAreAskedAboutFirstAndStandOnTheSheetsThatAreFilled) {
   notes_ = {QStringLiteral("001-12345-010203.txt yok"),
             QStringLiteral("12/01/2011: kayıt 30, düzeltilmiş 572")};
-  const QString joined = notes_[0] + QStringLiteral(" • ") + notes_[1];
-  ASSERT_TRUE(Build().Ok());
-  EXPECT_TRUE(
-      questions_.said.startsWith(QStringLiteral("note|%1\nnote|%2\n|Saatlik").arg(notes_[0], notes_[1])))
-      << questions_.said.toStdString();
-  for (const char* sheet : {"Saatlik", "Gunluk"}) {
-    EXPECT_EQ(office_.At(sheet, 1, 6), CellValue(joined)) << sheet;
-    EXPECT_EQ(office_.sheets[QLatin1String(sheet)].textBlocks.size(), 2U) << "the note and the title";
-    EXPECT_EQ(office_.sheets[QLatin1String(sheet)].colours.at({1, 6}), FontColour::Red);
+  const std::pair noteCell{1, 6};
+  const CellValue joined = notes_[0] + QStringLiteral(" • ") + notes_[1];
+  for (const bool hourly : {true, false}) {
+    questions_.said.clear();
+    questions_.hourly = hourly ? HourlyAnswer::Yes : HourlyAnswer::No;
+    office_.sheets[kHourlySheet] = {};
+    ASSERT_TRUE(Build().Ok());
+    EXPECT_TRUE(
+        questions_.said.startsWith(QStringLiteral("note|%1\nnote|%2\n|Saatlik").arg(notes_[0], notes_[1])))
+        << questions_.said.toStdString();
+    EXPECT_EQ(office_.sheets[kHourlySheet].cells[noteCell], hourly ? joined : CellValue());
+    EXPECT_EQ(office_.sheets[kHourlySheet].calls > 0, hourly);
+    EXPECT_EQ(office_.sheets[kDailySheet].cells.at(noteCell), joined);
+    EXPECT_EQ(office_.sheets[kDailySheet].cells.at({1, 4}), CellValue(QStringLiteral("12345 - Ad")));
   }
-  notes_.clear();
-  office_.sheets[QStringLiteral("Gunluk")] = {};
-  ASSERT_TRUE(Build().Ok());
-  EXPECT_EQ(office_.At("Gunluk", 1, 6), CellValue());
-  EXPECT_TRUE(office_.sheets[QStringLiteral("Gunluk")].textBlocks.empty());
 }
 
 TEST_F(BuildLevelTableTest, EachQuestionCanBeAnsweredWithNoTable) {
@@ -204,7 +197,7 @@ TEST_F(BuildLevelTableTest, EachQuestionCanBeAnsweredWithNoTable) {
     EXPECT_EQ(report->end, row.end);
     questions_.*row.answer = true;
   }
-  questions_.hourlyAnswer = HourlyAnswer::BackOut;
+  questions_.hourly = HourlyAnswer::BackOut;
   EXPECT_EQ(Build()->end, BuildEnd::BackedOut);
   EXPECT_TRUE(office_.steps.isEmpty());
   EXPECT_EQ(TableContent(), "by hand");

@@ -13,9 +13,7 @@ namespace vesk::test {
 
 struct RecordedSheet {
   std::map<std::pair<int, int>, CellValue> cells;  ///< (row, column); only what is not empty
-  std::map<std::pair<int, int>, FontColour> colours;
-  std::vector<CellRange> underlined;
-  std::vector<CellRange> textBlocks;
+  std::vector<CellRange> formatted;
   int calls = 0;
 };
 
@@ -39,12 +37,6 @@ class RecordingSpreadsheet : public Spreadsheet {
   Status Recalculate() override { return Do(QStringLiteral("recalculate")); }
   Status Quit() override { return Do(QStringLiteral("quit")); }
 
-  [[nodiscard]] CellValue At(const char* sheet, int row, int column) {
-    const auto& cells = sheets[QString::fromLatin1(sheet)].cells;
-    const auto found = cells.find({row, column});
-    return found == cells.end() ? CellValue() : found->second;
-  }
-
  private:
   class Page : public Worksheet {
    public:
@@ -64,44 +56,35 @@ class RecordingSpreadsheet : public Spreadsheet {
       return {};
     }
     Result<CellBlock> ReadBlock(const CellRange& range) override {
-      if (const Status done = office_.Do(QStringLiteral("read ") + name_); !done) return done.Failure();
       CellBlock block;
       for (int row = range.firstRow; row <= range.lastRow; ++row) {
-        std::vector<CellValue>& cells = block.emplace_back();
+        block.emplace_back();
         for (int column = range.firstColumn; column <= range.lastColumn; ++column) {
           const auto found = Mine().cells.find({row, column});
-          cells.push_back(found == Mine().cells.end() ? CellValue() : found->second);
-          if (const auto* day = std::get_if<std::chrono::sys_days>(&cells.back()))
-            cells.back() = SerialOf(*day);
+          const CellValue value = found == Mine().cells.end() ? CellValue() : found->second;
+          const auto* day = std::get_if<std::chrono::sys_days>(&value);
+          block.back().push_back(day == nullptr ? value : SerialOf(*day));
         }
       }
       return block;
     }
-    Status SetFontColour(const std::vector<CellRange>& ranges, FontColour colour) override {
-      if (const Status done = office_.Do(QStringLiteral("colour ") + name_); !done) return done;
-      for (const CellRange& range : ranges) {
-        for (int column = range.firstColumn; column <= range.lastColumn; ++column) {
-          Mine().colours[{range.firstRow, column}] = colour;
-        }
-      }
-      return {};
+    Status SetFontColour(const std::vector<CellRange>& ranges, FontColour /*colour*/) override {
+      return Format(ranges);
     }
-    Status SetLineBelow(const std::vector<CellRange>& ranges) override {
-      Mine().underlined = ranges;
-      return {};
-    }
-    Status MakeTextBlock(const CellRange& range, double, double) override {
-      Mine().textBlocks.push_back(range);
-      return {};
-    }
-    Status SetFormulaR1C1(int row, int column, const QString& formula) override {
-      return office_.Do(QStringLiteral("formula %1 %2,%3 '%4'").arg(name_).arg(row).arg(column).arg(formula));
+    Status SetLineBelow(const std::vector<CellRange>& ranges) override { return Format(ranges); }
+    Status MakeTextBlock(const CellRange& range, double, double) override { return Format({range}); }
+    Status EmptyFormula(int row, int column) override {
+      return office_.Do(QStringLiteral("empty %1 %2,%3").arg(name_).arg(row).arg(column));
     }
     Status ReenterFormulas() override { return office_.Do(QStringLiteral("reenter ") + name_); }
     [[nodiscard]] int RowLimit() const override { return office_.rowLimit; }
 
    private:
     RecordedSheet& Mine() { return office_.sheets[name_]; }
+    Status Format(const std::vector<CellRange>& ranges) {
+      Mine().formatted.insert(Mine().formatted.end(), ranges.begin(), ranges.end());
+      return office_.Do(QStringLiteral("format ") + name_);
+    }
     RecordingSpreadsheet& office_;
     QString name_;
   };

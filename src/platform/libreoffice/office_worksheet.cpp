@@ -9,15 +9,11 @@
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
-#include <com/sun/star/sheet/AddressConvention.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCalculatable.hpp>
-#include <com/sun/star/sheet/XCellAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
-#include <com/sun/star/sheet/XFormulaParser.hpp>
-#include <com/sun/star/sheet/XFormulaTokens.hpp>
 #include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
 #include <com/sun/star/sheet/XSheetCellRanges.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
@@ -216,25 +212,9 @@ Status OfficeWorksheet::MakeTextBlock(const CellRange& range, double heightCm, d
       });
 }
 
-Status OfficeWorksheet::SetFormulaR1C1(int row, int column, const QString& formula) {
-  return session_->Ask(Wording{u"Formül yazılamadı", u"The formula could not be set"}, path_, [&] {
-    const Reference<css::table::XCell> cell = sheet_->getCellByPosition(column - 1, row - 1);
-    if (!formula.startsWith(QLatin1Char('='))) {
-      cell->setFormula(ToOffice(formula));
-      return;
-    }
-    const Reference<css::lang::XMultiServiceFactory> factory(document_, UNO_QUERY_THROW);
-    const Reference<css::sheet::XFormulaParser> parser(
-        factory->createInstance(ToOffice("com.sun.star.sheet.FormulaParser")), UNO_QUERY_THROW);
-    const Reference<css::beans::XPropertySet> settings(parser, UNO_QUERY_THROW);
-    settings->setPropertyValue(ToOffice("CompileEnglish"), Any(true));
-    settings->setPropertyValue(ToOffice("FormulaConvention"),
-                               Any(static_cast<sal_Int32>(css::sheet::AddressConvention::XL_R1C1)));
-    const css::table::CellAddress address =
-        Reference<css::sheet::XCellAddressable>(cell, UNO_QUERY_THROW)->getCellAddress();
-    Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)
-        ->setTokens(parser->parseFormula(ToOffice(formula.mid(1)), address));
-  });
+Status OfficeWorksheet::EmptyFormula(int row, int column) {
+  return session_->Ask(Wording{u"Hücre boşaltılamadı", u"The cell could not be emptied"}, path_,
+                       [&] { sheet_->getCellByPosition(column - 1, row - 1)->setFormula({}); });
 }
 
 Status OfficeWorksheet::ReenterFormulas() {

@@ -23,7 +23,7 @@ class OfficeWorksheet : public Worksheet {
   Status SetFontColour(const std::vector<CellRange>& ranges, FontColour colour) override;
   Status SetLineBelow(const std::vector<CellRange>& ranges) override;
   Status MakeTextBlock(const CellRange& range, double heightCm, double points) override;
-  Status SetFormulaR1C1(int row, int column, const QString& formula) override;
+  Status EmptyFormula(int row, int column) override;
   Status ReenterFormulas() override;
   [[nodiscard]] int RowLimit() const override { return 65'536; }
 
