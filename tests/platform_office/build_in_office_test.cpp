@@ -12,6 +12,7 @@
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 
 #include "platform/libreoffice/office_workbook.h"
+#include "tables/grid_rows.h"
 #include "tables/plain_answers.h"
 #include "tables/written_cells.h"
 
@@ -21,31 +22,23 @@ namespace {
 using css::uno::Reference;
 using css::uno::UNO_QUERY_THROW;
 
-Reading Row(const char* time, double levelCm, ReadingKind kind = ReadingKind::Ordinary) {
-  const DateTime at = ReadDateTime(QString::fromLatin1(time)).value();
-  Reading reading;
-  reading.day = std::chrono::floor<std::chrono::days>(at);
-  reading.minuteOfDay = static_cast<std::int16_t>((at - reading.day).count());
-  reading.levelCm = levelCm;
-  reading.kind = kind;
-  return reading;
-}
-
 /// Two whole days, a day without extremes, a leap day.
 ReviewGrid SmallGrid() {
-  ReviewGrid grid;
-  grid.Assign({Row("01/10/2011 06:00", 100), Row("01/10/2011 12:00", 110), Row("01/10/2011 23:59", 120),
-               Row("01/10/2011 18:30", 131.5, ReadingKind::Maximum),
-               Row("01/10/2011 03:15", 90, ReadingKind::Minimum), Row("02/10/2011 12:00", 150),
-               Row("02/10/2011 23:59", 160), Row("03/10/2011 12:00", 140), Row("03/10/2011 23:59", 141),
-               Row("03/10/2011 20:00", 142, ReadingKind::Maximum),
-               Row("03/10/2011 01:00", 139, ReadingKind::Minimum), Row("29/02/2012 12:00", 80),
-               Row("29/02/2012 23:59", 70), Row("29/02/2012 11:00", 81, ReadingKind::Maximum),
-               Row("29/02/2012 23:00", 69, ReadingKind::Minimum)});
-  grid.SetDischarge(1, QStringLiteral("12.5"));
-  grid.SetDischarge(2, QStringLiteral("yok"));
-  grid.SetDischarge(4, QStringLiteral("20"));
-  return grid;
+  return GridOf({{"01/10/2011 06:00", 100, {}, "12.5"},
+                 {"01/10/2011 12:00", 110, {}, "yok"},
+                 {"01/10/2011 23:59", 120},
+                 {"01/10/2011 18:30", 131.5, kMax, "20"},
+                 {"01/10/2011 03:15", 90, kMin},
+                 {"02/10/2011 12:00", 150},
+                 {"02/10/2011 23:59", 160},
+                 {"03/10/2011 12:00", 140},
+                 {"03/10/2011 23:59", 141},
+                 {"03/10/2011 20:00", 142, kMax},
+                 {"03/10/2011 01:00", 139, kMin},
+                 {"29/02/2012 12:00", 80},
+                 {"29/02/2012 23:59", 70},
+                 {"29/02/2012 11:00", 81, kMax},
+                 {"29/02/2012 23:00", 69, kMin}});
 }
 
 Reference<css::sheet::XSpreadsheet> SheetOf(const OfficeWorkbook& book, QLatin1String name) {

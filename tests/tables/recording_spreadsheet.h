@@ -22,15 +22,14 @@ class RecordingSpreadsheet : public Spreadsheet {
   std::map<QString, RecordedSheet> sheets{
       {QStringLiteral("Saatlik"), {}}, {QStringLiteral("Gunluk"), {}}, {QStringLiteral("Aylik"), {}}};
   QStringList steps;
-  QStringList macrosMayRun;  ///< workbooks that were opened so
-  QStringList failing;       ///< beginnings of steps that fail
+  QStringList failing;  ///< beginnings of steps that fail
   bool windowIsOpen = false;
   int rowLimit = 65'536;
 
   bool HasOpenWindow() override { return windowIsOpen; }
   Result<std::unique_ptr<Workbook>> Open(const QString& path, Macros macros) override {
-    if (macros == Macros::MayRun) macrosMayRun += path;
-    if (const Status done = Do(QStringLiteral("open ") + path); !done) return done.Failure();
+    const QString step = QLatin1String(macros == Macros::MayRun ? "openMacros " : "open ");
+    if (const Status done = Do(step + path); !done) return done.Failure();
     return std::unique_ptr<Workbook>(new Book(*this, path));
   }
   Status Show() override { return Do(QStringLiteral("show")); }
