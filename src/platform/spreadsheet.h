@@ -27,11 +27,13 @@ struct CellRange {
   int lastColumn = 1;
 };
 
-/// Border numbers of the automation interface; the table build uses the lower edge (4).
-enum class Border : int { Left = 1, Right = 2, Top = 3, Bottom = 4 };
+/// What a date is where a cell is read: days since 30 December 1899.
+constexpr double SerialOf(std::chrono::sys_days day) {
+  return static_cast<double>((day - std::chrono::sys_days{std::chrono::year{1899} / 12 / 30}).count());
+}
 
-/// Border weights of the automation interface; 3 is a medium line.
-enum class BorderWeight : int { Hairline = 1, Thin = 2, Medium = 3, Thick = 4 };
+/// Font colours, by their index in the classic palette of 56.
+enum class FontColour : int { Red = 3, LightBlue = 41 };
 
 /// A worksheet of an open workbook. Valid as long as its workbook.
 class Worksheet {
@@ -40,17 +42,19 @@ class Worksheet {
   /// Makes this the sheet that the operator sees.
   virtual Status Select() = 0;
   virtual Status SelectCell(int row, int column) = 0;
-  virtual Status PutValue(int row, int column, const CellValue& value) = 0;
   /// Writes a whole block in one call; (row, column) is its upper left cell.
   virtual Status PutBlock(int row, int column, const CellBlock& block) = 0;
-  /// Colour index of the classic 56-colour palette: 3 is red, 41 a light blue.
-  virtual Status SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) = 0;
-  virtual Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) = 0;
+  /// What a range shows, in one call: a number, a text, or nothing for an empty cell and for an empty text. A
+  /// date comes back as a number (see SerialOf), a formula as its result, one in error as the text "#".
+  virtual Result<CellBlock> ReadBlock(const CellRange& range) = 0;
+  virtual Status SetFontColour(const std::vector<CellRange>& ranges, FontColour colour) = 0;
+  /// Draws a line of medium weight (3) along the lower edge (border 4) of each range.
+  virtual Status SetLineBelow(const std::vector<CellRange>& ranges) = 0;
   /// Joins a range of one row to one cell whose text runs on in further lines, and gives the row its height.
   /// heightCm: of the row; points: size of the letters.
   virtual Status MakeTextBlock(const CellRange& range, double heightCm, double points) = 0;
-  /// Sets a formula in R1C1 notation; an empty text empties the cell.
-  virtual Status SetFormulaR1C1(int row, int column, const QString& formula) = 0;
+  /// Gives a cell the empty text for its formula: it shows nothing then.
+  virtual Status EmptyFormula(int row, int column) = 0;
   /// Enters every formula of the sheet again as it stands. A formula that came out of a .xls file is saved
   /// with a number for its result even where the result is a text or empty; a formula entered anew keeps what
   /// it shows, so that programs which read a workbook without recalculating see no 0 where the sheet shows

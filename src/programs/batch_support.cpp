@@ -17,6 +17,7 @@
 #include "platform/whole_file.h"
 #include "programs/ordered_work.h"
 #include "stations/station_register.h"
+#include "tables/level_table.h"
 
 namespace vesk {
 namespace {
@@ -222,8 +223,7 @@ QCommandLineOption ExtremesOption() {
 
 QString WrongChoiceOrExtremes(const QCommandLineParser& parser) {
   if (QString wrong = WrongChoice(parser); !wrong.isEmpty()) return wrong;
-  const QString value = parser.value(QStringLiteral("extremes"));
-  if (value == QLatin1String("TF") || value == QLatin1String("FT")) return {};
+  if (ReadExtremeMode(parser.value(QStringLiteral("extremes")))) return {};
   return QStringLiteral("--extremes is TF or FT");
 }
 

@@ -62,17 +62,17 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
   const QString name = StationNameFrom(options.registerPath, number);
   const auto loaded = LoadStationYear(options.folder, choice, name);
   if (!loaded) return loaded.Failure();
-  const BuildInput input{.series = loaded->series,
-                         .stationNumber = number,
-                         .stationName = name,
-                         .waterYear = choice.waterYear,
-                         .extremeMode = options.mode,
-                         .tableDirectory = options.outFolder,
-                         .templateDirectory = options.templates,
-                         .templateName = options.templateName,
-                         .afterSave = AfterSave::Close,
-                         .notes = NotesOfTable(NotWholeNote(*loaded), loaded->series, options.mode,
-                                               options.language != LanguageChoice::English)};
+  const BuildInput input{
+      .series = loaded->series,
+      .stationNumber = number,
+      .stationName = name,
+      .waterYear = choice.waterYear,
+      .extremeMode = options.mode,
+      .tableDirectory = options.outFolder,
+      .templateDirectory = options.templates,
+      .templateName = options.templateName,
+      .afterSave = AfterSave::Close,
+      .notes = NotesOfTable(NotWholeNote(*loaded), loaded->series, options.mode, options.language)};
   UnattendedAnswers answers(options.hourly, options.replace,
                             QStringLiteral("%1 %2").arg(number).arg(choice.waterYear));
   const auto report = BuildLevelTable(input, office, answers);

@@ -37,17 +37,17 @@ void FormSec::MakeTable() {
   busy_ = true;
   UpdateCommands();
   const ExtremeMode mode = ExtremeModeOf(run_.options.Slot(8));
-  const bool turkish = run_.language.Choice() != LanguageChoice::English;
-  const BuildInput input{.series = session_.Series(),
-                         .stationNumber = StationNumberOf(loaded_->station),
-                         .stationName = loaded_->stationName,
-                         .waterYear = loaded_->waterYear,
-                         .extremeMode = mode,
-                         .tableDirectory = loaded_->dataDirectory,
-                         .templateDirectory = run_.programFolder,
-                         .templateName = run_.language.templateName,
-                         .afterSave = AfterSaveOf(run_.options.Slot(9)),
-                         .notes = NotesOfTable(loaded_->notWhole, session_.Series(), mode, turkish)};
+  const BuildInput input{
+      .series = session_.Series(),
+      .stationNumber = StationNumberOf(loaded_->station),
+      .stationName = loaded_->stationName,
+      .waterYear = loaded_->waterYear,
+      .extremeMode = mode,
+      .tableDirectory = loaded_->dataDirectory,
+      .templateDirectory = run_.programFolder,
+      .templateName = run_.language.templateName,
+      .afterSave = AfterSaveOf(run_.options.Slot(9)),
+      .notes = NotesOfTable(loaded_->notWhole, session_.Series(), mode, run_.language.Choice())};
   const Result<BuildReport> report = [&] {
     WindowBuildQuestions asking(*this, *questions_, run_.language, UnchosenExtremes(run_));
     return BuildLevelTable(input, frame_.Office(), asking);

@@ -23,9 +23,9 @@ constexpr int kWritten = 80;
 constexpr int kCalculated = 90;
 constexpr int kSaved = 98;
 
-Message NotPlaced() {
-  return Wording{u"Seviye tablosu yerine konamadı", u"The level table could not be put in its place"};
-}
+constexpr Wording kNotWritable{u"Seviye tablosu yazılamıyor", u"The level table cannot be written"};
+constexpr Wording kNotPlaced{u"Seviye tablosu yerine konamadı",
+                             u"The level table could not be put in its place"};
 
 BuildMessage WorkbooksAreOpen() {
   return {
@@ -125,8 +125,7 @@ class TableBuild {
     const Result<QString> source = FindTemplate(input_);
     if (!source) return source.Failure();
     if (!folder_.isValid()) {
-      return Error{Wording{u"Seviye tablosu yazılamıyor", u"The level table cannot be written"},
-                   input_.tableDirectory, SystemReason(folder_.errorString())};
+      return Error{kNotWritable, input_.tableDirectory, SystemReason(folder_.errorString())};
     }
     copy_ = folder_.filePath(fileName_);
     QFile file(*source);
@@ -137,8 +136,7 @@ class TableBuild {
     }
     // A template may be installed read-only; its copy is to be written.
     if (!QFile::setPermissions(copy_, QFile::permissions(copy_) | QFile::ReadOwner | QFile::WriteOwner)) {
-      return Error{Wording{u"Seviye tablosu yazılamıyor", u"The level table cannot be written"}, copy_,
-                   Wording{u"salt okunur", u"it is read-only"}};
+      return Error{kNotWritable, copy_, Wording{u"salt okunur", u"it is read-only"}};
     }
     return {};
   }
@@ -154,15 +152,11 @@ class TableBuild {
   }
 
   Status Fill() {
-    const QString title = input_.stationNumber + QStringLiteral(" - ") + input_.stationName;
-    LevelTable table = ComputeLevelTable(input_.series, input_.waterYear, input_.extremeMode, title,
-                                         report_.withHourlyValues);
-    table.note = QStringList(input_.notes.begin(), input_.notes.end()).join(QStringLiteral(" • "));
     const auto progress = [this](TablePart part, int percent) {
       return GoesOn(part == TablePart::Hourly ? BuildStep::HourlySheet : BuildStep::DailySheet,
                     kOpened + percent * (kWritten - kOpened) / 100);
     };
-    auto written = WriteLevelTable(table, report_.withHourlyValues, *workbook_, progress);
+    auto written = WriteLevelTable(TableOf(input_, report_.withHourlyValues), *workbook_, progress);
     if (!written) return written.Failure();
     report_.hourlyRowsLeftOut = written->hourlyRowsLeftOut;
     for (const Error& warning : written->warnings) Forgive(warning);
@@ -174,13 +168,13 @@ class TableBuild {
   Status Calculate() {
     if (!GoesOn(BuildStep::Calculating, kWritten)) return {};
     Forgive(workbook_->RunMacro(QStringLiteral("BosHucreleriSil")));
-    auto monthly = workbook_->Sheet(QStringLiteral("Aylik"));
-    if (auto daily = workbook_->Sheet(QStringLiteral("Gunluk"))) Forgive((*daily)->ReenterFormulas());
+    auto monthly = workbook_->Sheet(kMonthlySheet);
+    if (auto daily = workbook_->Sheet(kDailySheet)) Forgive((*daily)->ReenterFormulas());
     if (monthly) Forgive((*monthly)->ReenterFormulas());
     Forgive(spreadsheet_.Recalculate());
     if (monthly) {
       Forgive((*monthly)->Select());
-      Forgive((*monthly)->SetFormulaR1C1(21, 4, QString()));
+      Forgive((*monthly)->EmptyFormula(21, 4));
     } else {
       Forgive(monthly.Failure());
     }
@@ -189,14 +183,14 @@ class TableBuild {
   }
 
   void SelectDailySheet(Workbook& workbook) {
-    auto daily = workbook.Sheet(QStringLiteral("Gunluk"));
+    auto daily = workbook.Sheet(kDailySheet);
     Forgive(daily ? (*daily)->Select() : Status(daily.Failure()));
   }
 
   Status SaveCopy() {
     if (!GoesOn(BuildStep::Saving, kCalculated)) return {};
     if (Status saved = workbook_->Save(); !saved) return saved;
-    if (Status synced = SyncToDisk(copy_, NotPlaced()); !synced)
+    if (Status synced = SyncToDisk(copy_, kNotPlaced); !synced)
       return synced;  // or a power cut could leave it empty
     (void)GoesOn(BuildStep::Saving, kSaved);
     return {};
@@ -205,7 +199,7 @@ class TableBuild {
   Status PutInPlace() {
     if (const TableFound now = LookAtTable(report_.path);
         now.origin != TableOrigin::Own && now.digest != before_.digest) {
-      return Error{NotPlaced(), report_.path,
+      return Error{kNotPlaced, report_.path,
                    Wording{u"yenisi yapılırken değiştirildi; olduğu gibi bırakıldı",
                            u"it was changed while the new one was made"}};
     }
@@ -213,7 +207,7 @@ class TableBuild {
     std::error_code failed;
     std::filesystem::rename(NativePath(copy_), NativePath(report_.path), failed);
     if (!failed) return {};
-    return Error{NotPlaced(), report_.path, SystemReason(failed.value())};
+    return Error{kNotPlaced, report_.path, SystemReason(failed.value())};
   }
 
   /// The finished table is opened under its own name before the window of its making goes away.
@@ -259,6 +253,13 @@ class TableBuild {
 
 AfterSave AfterSaveOf(const QString& optionText) {
   return optionText == QLatin1String("1") ? AfterSave::Quit : AfterSave::LeaveOpen;
+}
+
+LevelTable TableOf(const BuildInput& input, bool withHourly) {
+  const QString title = input.stationNumber + QStringLiteral(" - ") + input.stationName;
+  LevelTable table = ComputeLevelTable(input.series, input.waterYear, input.extremeMode, title, withHourly);
+  table.note = QStringList(input.notes.begin(), input.notes.end()).join(QStringLiteral(" • "));
+  return table;
 }
 
 QString TableFileName(const QString& stationNumber, int waterYear) {

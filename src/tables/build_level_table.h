@@ -90,6 +90,9 @@ struct BuildReport {
 /// "Tablo-12345(2011).xls"
 QString TableFileName(const QString& stationNumber, int waterYear);
 
+/// What the build writes, with or without the hourly sheet.
+LevelTable TableOf(const BuildInput& input, bool withHourly);
+
 /// Runs the build from start to end. A table that somebody changes while the new one is made is never
 /// replaced: that is a failure. On failure the table file of an earlier build is still there, unchanged,
 /// and no half table is left; the error names the file and the reason.

@@ -116,8 +116,7 @@ void Form2::OpenSelected() {
   const Status opened = OpenStoredTable(frame_.Office(), path);
   QApplication::restoreOverrideCursor();
   if (opened) return;
-  Tell(language.Say(Wording{u"Dosya açılamadı.", u"The file could not be opened."}) + QLatin1Char(' ') +
-       language.Say(opened.Failure()));
+  Tell(language.Say(opened.Failure()));
 }
 
 void Form2::DeleteSelected() {
@@ -129,14 +128,13 @@ void Form2::DeleteSelected() {
   const Result<Removal> removed = RemoveStoredTable(path, trash);
   ListTables();
   if (!removed) {
-    Tell(language.Say(Wording{u"Dosya silinemedi.", u"The file could not be deleted."}) + QLatin1Char(' ') +
-         language.Say(removed.Failure()));
+    Tell(language.Say(removed.Failure()));
   } else if (*removed == Removal::Trashed) {
-    Tell(language.Say(Wording{u"Çöp kutusuna taşındı: ", u"Moved to the trash: "}) + name);
+    Tell(language.Say(Wording{u"Çöp kutusuna taşındı: %1", u"Moved to the trash: %1"}, name));
   } else {
     Tell(language.Say(
-             Wording{u"Çöp kutusu yok; kalıcı olarak silindi: ", u"There is no trash; deleted for good: "}) +
-         name);
+        Wording{u"Çöp kutusu yok; kalıcı olarak silindi: %1", u"There is no trash; deleted for good: %1"},
+        name));
   }
 }
 

@@ -15,8 +15,8 @@ constexpr int kDailyRows = kRowsPerMonth * kMonthsPerYear + kFirstDailyRow;
 /// Walks the series once, in its order, and closes a day at its minimum record.
 class TableBuilder {
  public:
-  TableBuilder(const StationSeries& series, ExtremeMode mode, bool withHourly, LevelTable& table)
-      : series_(series), mode_(mode), withHourly_(withHourly), table_(table) {}
+  TableBuilder(const StationSeries& series, ExtremeMode mode, LevelTable& table)
+      : series_(series), mode_(mode), withHourly_(table.withHourly), table_(table) {}
 
   void Build() {
     const int count = series_.ReadingCount();
@@ -156,8 +156,14 @@ class TableBuilder {
 
 }  // namespace
 
-ExtremeMode ExtremeModeOf(const QString& slotText) {
-  return slotText == QLatin1String("FT") ? ExtremeMode::Computed : ExtremeMode::Recorded;
+std::optional<ExtremeMode> ReadExtremeMode(QStringView text) {
+  if (text == QLatin1String("TF")) return ExtremeMode::Recorded;
+  if (text == QLatin1String("FT")) return ExtremeMode::Computed;
+  return std::nullopt;
+}
+
+ExtremeMode ExtremeModeOf(QStringView slotText) {
+  return ReadExtremeMode(slotText).value_or(ExtremeMode::Recorded);
 }
 
 int WaterYearMonth(int month) {
@@ -177,8 +183,9 @@ LevelTable ComputeLevelTable(const StationSeries& series, int waterYear, Extreme
                              const QString& title, bool withHourly) {
   LevelTable table;
   table.waterYear = waterYear;
+  table.withHourly = withHourly;
   table.title = title;
-  TableBuilder(series, mode, withHourly, table).Build();
+  TableBuilder(series, mode, table).Build();
   return table;
 }
 

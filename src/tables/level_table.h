@@ -16,8 +16,10 @@ enum class ExtremeMode {
   Computed,  ///< "FT": from the readings
 };
 
-/// Anything but "FT" counts as "TF".
-ExtremeMode ExtremeModeOf(const QString& slotText);
+/// Reads "TF" or "FT"; nothing for any other text.
+std::optional<ExtremeMode> ReadExtremeMode(QStringView text);
+/// The mode that an option's text stands for: anything but "FT" counts as "TF".
+ExtremeMode ExtremeModeOf(QStringView slotText);
 
 /// Time, level and discharge of one grid row.
 struct LevelAt {
@@ -51,6 +53,7 @@ struct DayRecord {
 
 struct LevelTable {
   int waterYear = 0;
+  bool withHourly = true;             ///< the hourly sheet is to be filled, too
   QString title;                      ///< station number, " - ", name
   std::vector<HourlyReading> hourly;  ///< sheet rows 5, 6, 7 ...
   std::vector<HourlyRecord> records;
@@ -68,6 +71,7 @@ int MinutesOfDay(QStringView clock);
 /// Row of a date on the daily sheet: 35 rows a month, 1 October is row 5.
 int DailySheetRow(Day day);
 
+/// withHourly: else hourly rows and their records are left out; the days are the same.
 LevelTable ComputeLevelTable(const StationSeries& series, int waterYear, ExtremeMode mode,
                              const QString& title, bool withHourly = true);
 

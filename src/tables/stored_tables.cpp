@@ -6,7 +6,10 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 
+#include <cerrno>
+
 #include "platform/system_reason.h"
+#include "tables/table_cells.h"
 
 namespace vesk {
 namespace {
@@ -48,13 +51,13 @@ Result<Removal> RemoveStoredTable(const QString& path, const TrashFunction& tras
 Status OpenStoredTable(Spreadsheet& office, const QString& path) {
   if (!QFileInfo(path).isFile()) {
     return Error{Wording{u"Tablo dosyası açılamadı", u"The workbook could not be opened"}, path,
-                 Wording{u"Böyle bir dosya yok", u"No such file"}};
+                 SystemReason(ENOENT)};
   }
   Result<std::unique_ptr<Workbook>> workbook = office.Open(path, Macros::AsTheOfficeSays);
   if (!workbook) return workbook.Failure();
   static_cast<void>(office.Show());  // a step that fails here leaves the workbook open all the same
   static_cast<void>(workbook.Value()->ShowWindow());
-  Result<std::unique_ptr<Worksheet>> daily = workbook.Value()->Sheet(QStringLiteral("Gunluk"));
+  Result<std::unique_ptr<Worksheet>> daily = workbook.Value()->Sheet(kDailySheet);
   if (daily) static_cast<void>(daily.Value()->Select());
   return {};
 }

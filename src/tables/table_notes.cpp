@@ -29,14 +29,12 @@ Message Contradictions(const StationSeries& series) {
 }  // namespace
 
 std::vector<QString> NotesOfTable(const Message& notWhole, const StationSeries& series, ExtremeMode mode,
-                                  bool turkish) {
+                                  LanguageChoice language) {
   std::vector<QString> notes;
-  const LanguageChoice language = turkish ? LanguageChoice::Turkish : LanguageChoice::English;
-  const QString missing = notWhole.In(language);
-  if (!missing.isEmpty()) notes.push_back(missing);
-  const QString contradictions =
-      mode == ExtremeMode::Recorded ? Contradictions(series).In(language) : QString();
-  if (!contradictions.isEmpty()) notes.push_back(contradictions);
+  const Message contradictions = mode == ExtremeMode::Recorded ? Contradictions(series) : Message();
+  for (const Message& note : {notWhole, contradictions}) {
+    if (!note.IsEmpty()) notes.push_back(note.In(language));
+  }
   return notes;
 }
 

@@ -13,9 +13,9 @@
 namespace vesk {
 
 /// The weightiest first; empty when there is nothing to say. notWhole: what the load does without. Records
-/// that contradict corrected readings matter only where the logger's extremes are taken. turkish: the table's
-/// language.
+/// that contradict corrected readings matter only where the logger's extremes are taken. language: the
+/// table's.
 std::vector<QString> NotesOfTable(const Message& notWhole, const StationSeries& series, ExtremeMode mode,
-                                  bool turkish);
+                                  LanguageChoice language);
 
 }  // namespace vesk

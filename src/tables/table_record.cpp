@@ -15,16 +15,14 @@ constexpr qsizetype kDigestLetters = 64;
 constexpr qint64 kLongRecord = 64 * 1024;  // bytes; a record that grew beyond is cut
 constexpr qsizetype kLinesKept = 50;
 
-Message NotRemembered() {
-  return Wording{u"Seviye tablosunun yazıldığı kaydedilemedi",
-                 u"The record of the level table could not be written"};
-}
+constexpr Wording kNotRemembered{u"Seviye tablosunun yazıldığı kaydedilemedi",
+                                 u"The record of the level table could not be written"};
 
 Result<QByteArray> DigestOf(const QString& path) {
   QFile file(path);
   QCryptographicHash digest(QCryptographicHash::Sha256);
   if (file.open(QIODevice::ReadOnly) && digest.addData(&file)) return digest.result().toHex();
-  return Error{NotRemembered(), path, SystemReason(file.errorString())};
+  return Error{kNotRemembered, path, SystemReason(file.errorString())};
 }
 
 /// Digest and name of each whole line. Two processes may append at once, and a power cut may tear a line.
@@ -40,10 +38,10 @@ bool Knows(const QByteArray& record, const QByteArray& digest) {
 /// asked about.
 Status CutRecord(const QString& path) {
   if (QFileInfo(path).size() < kLongRecord) return {};
-  const Result<QByteArray> record = ReadWholeFile(path, NotRemembered());
+  const Result<QByteArray> record = ReadWholeFile(path, kNotRemembered);
   if (!record) return record.Failure();
   const QList<QByteArray> lines = record->split('\n');
-  return WriteWholeFile(path, lines.mid(lines.size() - kLinesKept).join('\n'), NotRemembered());
+  return WriteWholeFile(path, lines.mid(lines.size() - kLinesKept).join('\n'), kNotRemembered);
 }
 
 }  // namespace
@@ -71,10 +69,10 @@ Status RememberTable(const QString& copyPath, const QString& tablePath) {
   // The line break before makes a torn line of an earlier run harmless; the line goes out in one write.
   const QByteArray line = '\n' + *digest + "  " + QFileInfo(tablePath).fileName().toUtf8() + '\n';
   if (!record.open(QIODevice::Append | QIODevice::Unbuffered) || record.write(line) != line.size()) {
-    return Error{NotRemembered(), path, SystemReason(record.errorString())};
+    return Error{kNotRemembered, path, SystemReason(record.errorString())};
   }
   record.close();
-  return SyncToDisk(path, NotRemembered());
+  return SyncToDisk(path, kNotRemembered);
 }
 
 }  // namespace vesk

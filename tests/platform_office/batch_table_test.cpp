@@ -4,11 +4,9 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <com/sun/star/sheet/XSpreadsheet.hpp>
-#include <com/sun/star/text/XTextRange.hpp>
-
-#include "platform/libreoffice/office_workbook.h"
+#include "platform/libreoffice/office.h"
 #include "support/raw_file_writer.h"
+#include "tables/table_cells.h"
 #include "tables/table_record.h"
 
 namespace vesk::test {
@@ -68,25 +66,20 @@ TEST_F(BatchTable, ATableThatIsNotWholeSaysSoOnItsSheetsAndByTheExitCode) {
   Write("010204", std::chrono::March, "99");
   EXPECT_EQ(Make({QStringLiteral("--hourly")}), 1);
   EXPECT_TRUE(told_.contains(QStringLiteral("Yükleme tam değil"))) << told_.toStdString();
-  auto office = PrivateOffice::Start();
-  ASSERT_TRUE(office.Ok());
-  auto session = OfficeSession::Own(std::move(*office), {});
-  ASSERT_TRUE(session.Ok());
-  const auto book = OfficeWorkbook::Load(*session, table_, Macros::AsTheOfficeSays);
+  const auto office = MakeUnattendedSpreadsheet();
+  const auto book = office->Open(table_, Macros::AsTheOfficeSays);
   ASSERT_TRUE(book.Ok()) << book.Failure().English().toStdString();
   const struct {
-    const char* sheet;
+    QLatin1String sheet;
     int row, column;
-  } kCells[] = {{"Saatlik", 1, 6}, {"Gunluk", 1, 6}, {"Aylik", 19, 1}};
-  for (const auto& at : kCells) {
-    const css::uno::Reference<css::sheet::XSpreadsheet> sheet(
-        (*book)->Document()->getSheets()->getByName(ToOffice(at.sheet)), css::uno::UNO_QUERY_THROW);
-    const css::uno::Reference<css::text::XTextRange> cell(sheet->getCellByPosition(at.column - 1, at.row - 1),
-                                                          css::uno::UNO_QUERY_THROW);
-    const QString shown = FromOffice(cell->getString());
+  } kCells[] = {{kHourlySheet, 1, 6}, {kDailySheet, 1, 6}, {kMonthlySheet, 19, 1}};
+  for (const auto& [name, row, column] : kCells) {
+    const auto read = (*(*book)->Sheet(name))->ReadBlock({row, column, row, column});
+    ASSERT_TRUE(read.Ok());
+    const auto shown = std::get<QString>(read->front().front());
     EXPECT_TRUE(shown.startsWith(QStringLiteral("Yükleme tam değil")) &&
                 shown.contains(QStringLiteral("010204")))
-        << at.sheet << ": " << shown.toStdString();
+        << name.data() << ": " << shown.toStdString();
   }
 }
 

@@ -9,11 +9,12 @@
 #include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
-#include <com/sun/star/text/XTextRange.hpp>
 #include <com/sun/star/view/XSelectionSupplier.hpp>
 
 #include "platform/libreoffice/office_workbook.h"
+#include "tables/grid_rows.h"
 #include "tables/plain_answers.h"
+#include "tables/written_cells.h"
 
 namespace vesk::test {
 namespace {
@@ -21,62 +22,45 @@ namespace {
 using css::uno::Reference;
 using css::uno::UNO_QUERY_THROW;
 
-Reading Row(const char* time, double levelCm, ReadingKind kind = ReadingKind::Ordinary) {
-  const DateTime at = ReadDateTime(QString::fromLatin1(time)).value();
-  Reading reading;
-  reading.day = std::chrono::floor<std::chrono::days>(at);
-  reading.minuteOfDay = static_cast<std::int16_t>((at - reading.day).count());
-  reading.levelCm = levelCm;
-  reading.kind = kind;
-  return reading;
-}
-
-void SetDischarge(StationSeries& grid, int row, const QString& text) {
-  RowState state = grid.Raw().StateOf(row);
-  state.discharge = DischargeOfLog(text);
-  grid.SetState({.rawRow = row}, state);
-}
-
 /// Two whole days, a day without extremes, a leap day.
 StationSeries SmallGrid() {
-  StationSeries grid({Row("01/10/2011 06:00", 100), Row("01/10/2011 12:00", 110),
-                      Row("01/10/2011 23:59", 120), Row("01/10/2011 18:30", 131.5, ReadingKind::Maximum),
-                      Row("01/10/2011 03:15", 90, ReadingKind::Minimum), Row("02/10/2011 12:00", 150),
-                      Row("02/10/2011 23:59", 160), Row("03/10/2011 12:00", 140),
-                      Row("03/10/2011 23:59", 141), Row("03/10/2011 20:00", 142, ReadingKind::Maximum),
-                      Row("03/10/2011 01:00", 139, ReadingKind::Minimum), Row("29/02/2012 12:00", 80),
-                      Row("29/02/2012 23:59", 70), Row("29/02/2012 11:00", 81, ReadingKind::Maximum),
-                      Row("29/02/2012 23:00", 69, ReadingKind::Minimum)});
-  SetDischarge(grid, 1, QStringLiteral("12.5"));
-  SetDischarge(grid, 2, QStringLiteral("yok"));
-  SetDischarge(grid, 4, QStringLiteral("20"));
-  return grid;
+  return GridOf({{"01/10/2011 06:00", 100, {}, "12.5"},
+                 {"01/10/2011 12:00", 110, {}, "yok"},
+                 {"01/10/2011 23:59", 120},
+                 {"01/10/2011 18:30", 131.5, kMax, "20"},
+                 {"01/10/2011 03:15", 90, kMin},
+                 {"02/10/2011 12:00", 150},
+                 {"02/10/2011 23:59", 160},
+                 {"03/10/2011 12:00", 140},
+                 {"03/10/2011 23:59", 141},
+                 {"03/10/2011 20:00", 142, kMax},
+                 {"03/10/2011 01:00", 139, kMin},
+                 {"29/02/2012 12:00", 80},
+                 {"29/02/2012 23:59", 70},
+                 {"29/02/2012 11:00", 81, kMax},
+                 {"29/02/2012 23:00", 69, kMin}});
 }
 
-Reference<css::sheet::XSpreadsheet> SheetOf(const OfficeWorkbook& book, const char* name) {
-  return Reference<css::sheet::XSpreadsheet>(book.Document()->getSheets()->getByName(ToOffice(name)),
-                                             UNO_QUERY_THROW);
+Reference<css::sheet::XSpreadsheet> SheetOf(const OfficeWorkbook& book, QLatin1String name) {
+  return {book.Document()->getSheets()->getByName(ToOffice(name)), UNO_QUERY_THROW};
 }
 
 Reference<css::sheet::XSpreadsheetView> ViewOf(const OfficeWorkbook& book) {
   const Reference<css::frame::XModel> model(book.Document(), UNO_QUERY_THROW);
-  return Reference<css::sheet::XSpreadsheetView>(model->getCurrentController(), UNO_QUERY_THROW);
+  return {model->getCurrentController(), UNO_QUERY_THROW};
 }
 
-/// What a cell shows, behind # for a number, ' for a text and = for a formula; rows and columns from 1.
-std::string Shown(const OfficeWorkbook& book, const char* sheet, int row, int column) {
-  const Reference<css::table::XCell> cell = SheetOf(book, sheet)->getCellByPosition(column - 1, row - 1);
-  const auto type = cell->getType();
-  const QString text = FromOffice(Reference<css::text::XTextRange>(cell, UNO_QUERY_THROW)->getString());
-  const char* kind = type == css::table::CellContentType_VALUE     ? "#"
-                     : type == css::table::CellContentType_TEXT    ? "'"
-                     : type == css::table::CellContentType_FORMULA ? "="
-                                                                   : "";
-  return (QLatin1String(kind) + text).toStdString();
+CellValue At(OfficeWorkbook& book, QLatin1String sheet, int row, int column) {
+  return (*book.Sheet(sheet))->ReadBlock({row, column, row, column})->front().front();
+}
+
+bool IsEmpty(const OfficeWorkbook& book, QLatin1String sheet, int row, int column) {
+  const auto type = SheetOf(book, sheet)->getCellByPosition(column - 1, row - 1)->getType();
+  return type == css::table::CellContentType_EMPTY;
 }
 
 /// Turns formulas of a range into what they show: the one way to a cell that holds an empty text.
-void MakeEmptyTexts(const OfficeWorkbook& book, const char* sheet, const char* range) {
+void MakeEmptyTexts(const OfficeWorkbook& book, QLatin1String sheet, const char* range) {
   const Reference<css::table::XCellRange> cells = SheetOf(book, sheet)->getCellRangeByName(ToOffice(range));
   const Reference<css::sheet::XCellRangeFormula> formulas(cells, UNO_QUERY_THROW);
   auto emptyTexts = formulas->getFormulaArray();
@@ -98,12 +82,20 @@ void MakeEmptyTexts(const OfficeWorkbook& book, const char* sheet, const char* r
 
 class OfficeTable : public testing::Test {
  protected:
+  [[nodiscard]] BuildInput Input(const QString& templateName) const {
+    return {.series = grid_,
+            .stationNumber = QStringLiteral("12345"),
+            .stationName = QStringLiteral("Çamlıdere"),
+            .waterYear = 2012,
+            .tableDirectory = folder_.path(),
+            .templateDirectory = QStringLiteral(VESK_RESOURCES),
+            .templateName = templateName,
+            .afterSave = AfterSave::Close,
+            .notes = notes_};
+  }
   void Build(const QString& templateName) {
     PlainAnswers questions;
-    const auto report = BuildLevelTable(
-        {grid_, QStringLiteral("12345"), QStringLiteral("Çamlıdere"), 2012, ExtremeMode::Recorded,
-         folder_.path(), QStringLiteral(VESK_RESOURCES), templateName, AfterSave::Close},
-        *MakeUnattendedSpreadsheet(), questions);
+    const auto report = BuildLevelTable(Input(templateName), *MakeUnattendedSpreadsheet(), questions);
     ASSERT_TRUE(report.Ok()) << report.Failure().English().toStdString();
     for (const Error& warning : report->warnings) ADD_FAILURE() << warning.English().toStdString();
     const auto files = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
@@ -115,9 +107,11 @@ class OfficeTable : public testing::Test {
   QTemporaryDir folder_;
   QString path_ = folder_.filePath(QStringLiteral("Tablo-12345(2012).xls"));
   StationSeries grid_ = SmallGrid();
+  std::vector<QString> notes_;
 };
 
-TEST_F(OfficeTable, ReadsBackAsWrittenAndItsMacroStillEmptiesEmptyTexts) {
+TEST_F(OfficeTable, ReadsBackAsItsCellsAndItsMacroStillEmptiesEmptyTexts) {
+  notes_ = {QStringLiteral("Eksik: 010204")};
   Build(QStringLiteral("Sablon.xls"));
   auto office = PrivateOffice::Start();
   ASSERT_TRUE(office.Ok());
@@ -127,49 +121,30 @@ TEST_F(OfficeTable, ReadsBackAsWrittenAndItsMacroStillEmptiesEmptyTexts) {
   ASSERT_TRUE(loaded.Ok()) << loaded.Failure().English().toStdString();
   OfficeWorkbook& book = **loaded;
   const Reference<css::container::XNamed> active(ViewOf(book)->getActiveSheet(), UNO_QUERY_THROW);
-  EXPECT_EQ(FromOffice(active->getName()), QStringLiteral("Gunluk"));
+  EXPECT_EQ(FromOffice(active->getName()), kDailySheet);
+  ExpectHolds(book, CellsOf(TableOf(Input({}), true)));
   const struct {
-    const char* sheet;
+    QLatin1String sheet;
     int row, column;
-    const char* shown;
-  } kCells[] = {
-      {"Saatlik", 1, 3, "'12345 - Çamlıdere"},
-      {"Saatlik", 5, 4, "#12.5"},
-      {"Saatlik", 6, 4, "'yok"},
-      {"Saatlik", 7, 4, ""},
-      {"Saatlik", 9, 6, "'Cihaz Bu Günün Sonunda Çalışır Durumda Olmadığı İçin EXTREMLER KAYDEDİLEMEMİŞTİR."},
-      {"Gunluk", 1, 1, "#2012"},
-      {"Gunluk", 5, 2, "'01/10/2011"},
-      {"Gunluk", 5, 9, "#112"},
-      {"Gunluk", 36, 1, "=3"},
-      {"Gunluk", 36, 2, "'Aylık Maks:"},
-      {"Gunluk", 36, 3, "=20:00"},
-      {"Gunluk", 36, 4, "=142"},
-      {"Gunluk", 38, 9, "=126.0"},
-      {"Aylik", 1, 1, "=12345 - Çamlıdere"},
-      {"Aylik", 7, 2, "="},
-      {"Aylik", 18, 5, "=20:00"},
-      {"Aylik", 18, 7, "=29/02/2012"},
-      {"Aylik", 18, 10, "=109.0"},
-      {"Aylik", 18, 12, "=363"},
-      {"Aylik", 21, 4, ""},
-      {"Aylik", 23, 2, "=112"},
-  };
-  for (const auto& cell : kCells) {
-    EXPECT_EQ(Shown(book, cell.sheet, cell.row, cell.column), cell.shown)
-        << cell.sheet << " " << cell.row << "," << cell.column;
+    CellValue value;
+  } kCells[] = {{kHourlySheet, 5, 1, 40'817.0},  // 1 October 2011
+                {kDailySheet, 5, 9, 112.0},     {kDailySheet, 36, 3, QStringLiteral("20:00")},
+                {kDailySheet, 38, 9, 126.0},    {kMonthlySheet, 1, 1, QStringLiteral("12345 - Çamlıdere")},
+                {kMonthlySheet, 7, 2, {}},      {kMonthlySheet, 18, 12, 363.0},
+                {kMonthlySheet, 21, 4, {}}};
+  for (const auto& [sheet, row, column, value] : kCells) {
+    EXPECT_TRUE(At(book, sheet, row, column) == value) << sheet.data() << ' ' << row << ',' << column;
   }
+  SheetOf(book, kMonthlySheet)->getCellByPosition(3, 20)->setFormula(ToOffice("=1/0"));
+  EXPECT_TRUE(At(book, kMonthlySheet, 21, 4) == CellValue(QStringLiteral("#")));
 
-  MakeEmptyTexts(book, "Saatlik", "D7:D9");
-  MakeEmptyTexts(book, "Gunluk", "H6:H7");
-  ASSERT_EQ(Shown(book, "Saatlik", 8, 4), "'");
-  ASSERT_EQ(Shown(book, "Gunluk", 6, 8), "'");
+  MakeEmptyTexts(book, kHourlySheet, "D7:D9");
+  MakeEmptyTexts(book, kDailySheet, "H6:H7");
+  ASSERT_FALSE(IsEmpty(book, kHourlySheet, 8, 4) || IsEmpty(book, kDailySheet, 6, 8));
   const Status ran = book.RunMacro(QStringLiteral("BosHucreleriSil"));
   ASSERT_TRUE(ran.Ok()) << ran.Failure().English().toStdString();
-  EXPECT_EQ(Shown(book, "Saatlik", 8, 4), "");
-  EXPECT_EQ(Shown(book, "Gunluk", 6, 8), "");
-  EXPECT_EQ(Shown(book, "Saatlik", 6, 4), "'yok");
-  EXPECT_EQ(Shown(book, "Gunluk", 36, 5), "=") << "a formula is left alone";
+  EXPECT_TRUE(IsEmpty(book, kHourlySheet, 8, 4) && IsEmpty(book, kDailySheet, 6, 8));
+  EXPECT_FALSE(IsEmpty(book, kDailySheet, 36, 5)) << "a formula is left alone";
 }
 
 std::string RunPython(const QStringList& arguments, int& exitCode) {

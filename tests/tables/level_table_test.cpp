@@ -1,31 +1,67 @@
-#include "tables/level_table.h"
-
+// What the sheets of a table show of a grid, and how it goes into a workbook.
 #include <gtest/gtest.h>
 
-namespace vesk {
+#include "tables/grid_rows.h"
+#include "tables/level_table_workbook.h"
+#include "tables/recording_spreadsheet.h"
+#include "tables/written_cells.h"
+
+namespace vesk::test {
 namespace {
 
-struct Row {
-  const char* time;
-  double levelCm;
-  ReadingKind kind = ReadingKind::Ordinary;
-};
+using Rows = std::vector<GridRow>;
 
-constexpr auto kMax = ReadingKind::Maximum;
-constexpr auto kMin = ReadingKind::Minimum;
+LevelTable Table(const Rows& rows, const char* mode = "TF") {
+  return ComputeLevelTable(GridOf(rows), 2011, ExtremeModeOf(QString::fromLatin1(mode)), QStringLiteral("S"));
+}
 
-LevelTable Table(const std::vector<Row>& rows, ExtremeMode mode = ExtremeMode::Recorded) {
-  std::vector<Reading> readings;
-  for (const Row& row : rows) {
-    const DateTime at = *ReadDateTime(QString::fromLatin1(row.time));
-    Reading reading;
-    reading.day = std::chrono::floor<std::chrono::days>(at);
-    reading.minuteOfDay = static_cast<std::int16_t>((at - reading.day).count());
-    reading.levelCm = row.levelCm;
-    reading.kind = row.kind;
-    readings.push_back(reading);
+void Add(const PlacedBlock& block, QString& text) {
+  text += QStringLiteral("%1,%2: ").arg(block.row).arg(block.column);
+  for (const auto& row : block.cells) {
+    for (const CellValue& cell : row) {
+      if (const auto* number = std::get_if<double>(&cell)) text += NumberText(*number);
+      if (const auto* words = std::get_if<QString>(&cell)) text += QLatin1Char('\'') + words->left(99);
+      if (const auto* day = std::get_if<Day>(&cell)) text += QLatin1Char('=') + DateText(*day).left(5);
+      text += QLatin1Char(' ');
+    }
+    text = text.trimmed() + QLatin1Char('/');
   }
-  return ComputeLevelTable(StationSeries(readings), 2011, mode, QStringLiteral("12345 - Ad"));
+  text.back() = QLatin1Char('\n');
+}
+
+void Add(const char* what, const std::vector<CellRange>& ranges, QString& text) {
+  for (const auto& [row, first, lastRow, last] : ranges) {
+    EXPECT_EQ(row, lastRow);
+    text += QStringLiteral("%1 %2,%3-%4\n").arg(QLatin1String(what)).arg(row).arg(first).arg(last);
+  }
+}
+
+/// A block a line, its rows parted by "/", texts behind ', days behind =; then colours and lines.
+std::string Listed(const SheetCells& sheet) {
+  QString text;
+  for (const PlacedBlock& block : sheet.blocks) Add(block, text);
+  for (const auto& [colour, ranges] : sheet.colours)
+    Add(colour == FontColour::Red ? "red" : "blue", ranges, text);
+  Add("line", sheet.linesBelow, text);
+  for (const TextCell& cell : sheet.textCells) Add("text", {cell.cells}, text);
+  return text.toStdString();
+}
+
+std::string Hourly(const LevelTable& table) {
+  return Listed(CellsOf(table).front());
+}
+std::string Daily(const LevelTable& table) {
+  return Listed(CellsOf(table).back());
+}
+
+/// "row: readings, level x minutes, last minute" of each day.
+std::string Figures(const LevelTable& table) {
+  std::string text;
+  for (const DayRecord& day : table.days) {
+    text += std::to_string(day.sheetRow) + ": " + std::to_string(day.readings) + ", " +
+            NumberText(day.weightedSum).toStdString() + ", " + std::to_string(day.lastMinute) + "\n";
+  }
+  return text;
 }
 
 TEST(LevelTable, MeanIsWeightedByTheTimeUpToEachReading) {
@@ -37,36 +73,32 @@ TEST(LevelTable, MeanIsWeightedByTheTimeUpToEachReading) {
                                   {"02/10/2010 12:00", 123, kMin},
                                   {"30/09/2011 12:00", 123.49},
                                   {"30/09/2011 12:00", 123, kMin}});
-  ASSERT_EQ(table.days.size(), 3U);
-  const DayRecord& first = table.days[0];
-  EXPECT_EQ(first.sheetRow, 5);
-  EXPECT_EQ(first.weightedSum, 100 * 360 + 200 * (1439 - 360));
-  EXPECT_EQ(first.lastMinute, 1439);
-  EXPECT_EQ(first.meanCm, 175.0) << "(36000 + 215800) / 1439 = 174.98";
-  EXPECT_EQ(first.readings, 2);
-  EXPECT_FALSE(table.days[1].maximum) << "none was recorded";
-  EXPECT_EQ(table.days[1].meanCm, 124.0) << "a half is rounded up";
-  EXPECT_EQ(table.days[1].lastMinute, 720) << "divided by the minutes of the day's last reading";
-  EXPECT_EQ(table.days[2].meanCm, 123.0);
-  EXPECT_EQ(table.days[2].sheetRow, 419);
+  // (100 x 360 + 200 x 1079) / 1439 = 174.98; a half is rounded up; divided by the last reading's minute
+  EXPECT_EQ(Figures(table), "5: 2, 251800, 1439\n6: 1, 88920, 720\n419: 1, 88912.8, 720\n");
+  EXPECT_EQ(Daily(table),
+            "1,4: 'S\n1,1: 2011\n5,2: '01/10/2010 '07:00 300\n5,6: '08:00 50  175/'12:00 123  124\n"
+            "419,6: '12:00 123  123\n");
 }
 
-TEST(LevelTable, ExtremesAsRecordedOrComputed) {
-  const std::vector<Row> rows = {{"01/10/2010 06:00", 150},       {"01/10/2010 07:00", 90},
-                                 {"01/10/2010 08:00", 150},       {"01/10/2010 09:00", 90},
-                                 {"01/10/2010 06:10", 155, kMax}, {"01/10/2010 07:10", 85, kMin}};
-  const DayRecord recorded = Table(rows).days.at(0);
-  EXPECT_EQ(recorded.maximum->levelCm, 155);
-  EXPECT_EQ(recorded.minimum->minuteOfDay, 430);
-  const LevelTable table = Table(rows, ExtremeModeOf(QStringLiteral("FT")));
-  const DayRecord computed = table.days.at(0);
-  EXPECT_EQ(computed.maximum->levelCm, 150);
-  EXPECT_EQ(computed.maximum->minuteOfDay, 360) << "the earliest of equals";
-  EXPECT_EQ(computed.minimum->minuteOfDay, 420);
-  ASSERT_EQ(table.records.size(), 2U);
-  EXPECT_EQ(table.records[0].value.levelCm, 155) << "the hourly sheet always shows the records themselves";
-  EXPECT_EQ(table.records[0].row, 7) << "beside the second-to-last reading";
-  EXPECT_EQ(table.records[1].row, 8);
+TEST(LevelTable, ExtremesAsRecordedOrComputedAndRecordsAlwaysBesideTheReadings) {
+  const Rows rows = {{"01/10/2010 06:00", 150},
+                     {"01/10/2010 07:00", 90, {}, "12,5"},
+                     {"01/10/2010 08:00", 150, {}, "yok"},
+                     {"01/10/2010 09:00", 90, {}, " "},
+                     {"01/10/2010 06:10", 155, kMax, "7"},
+                     {"01/10/2010 07:10", 85.5, kMin}};
+  for (const char* mode : {"TF", "FT"}) {
+    EXPECT_EQ(Hourly(Table(rows, mode)),
+              "1,3: 'S/2011\n5,1: =01/10 '06:00 150/=01/10 '07:00 90 12.5/"
+              "=01/10 '08:00 150 'yok  'Maksimum '06:10 155 7/=01/10 '09:00 90   'Minimum '07:10 85.5\n"
+              "red 7,6-9\nblue 8,6-9\nline 8,1-9\n");
+  }
+  EXPECT_EQ(Daily(Table(rows, "")),
+            "1,4: 'S\n1,1: 2011\n5,2: '01/10/2010 '06:10 155 7\n5,6: '07:10 85.5  137\n");
+  EXPECT_EQ(Daily(Table(rows, "FT")),
+            "1,4: 'S\n1,1: 2011\n5,2: '01/10/2010 '06:00 150\n5,6: '07:00 90 12.5 137\n")
+      << "the earliest of equals";
+  EXPECT_FALSE(ReadExtremeMode(u"ft"));
 }
 
 TEST(LevelTable, ADayWithoutExtremesGetsANoteAndLeaksNothing) {
@@ -79,50 +111,79 @@ TEST(LevelTable, ADayWithoutExtremesGetsANoteAndLeaksNothing) {
                                   {"02/11/2010 12:00", 200},
                                   {"03/11/2010 12:00", 250, kMin},  // of a day without readings
                                   {"04/11/2010 12:00", 200}});
-  EXPECT_EQ(table.missingExtremesRows, (std::vector{5, 7, 9}))
-      << "none before the first day, none at the open end";
-  const struct {
-    int sheetRow, readings;
-    std::optional<double> meanCm;
-  } kDays[] = {{34, 1, {}}, {35, 2, {}}, {40, 1, 200.0}, {41, 1, {}}, {42, 0, {}}, {43, 1, {}}};
-  ASSERT_EQ(table.days.size(), std::size(kDays));
-  for (std::size_t i = 0; i < std::size(kDays); ++i) {
-    EXPECT_EQ(table.days[i].sheetRow, kDays[i].sheetRow);
-    EXPECT_EQ(table.days[i].readings, kDays[i].readings) << i;
-    EXPECT_EQ(table.days[i].meanCm, kDays[i].meanCm) << i;
-  }
-  EXPECT_EQ(table.days[1].maximum->levelCm, 101);
+  EXPECT_EQ(Figures(table),
+            "34: 1, 72000, 720\n35: 2, 72000, 720\n40: 1, 144000, 720\n41: 1, 144000, 720\n42: 0, 0, 0\n"
+            "43: 1, 144000, 720\n");
+  EXPECT_EQ(Daily(table),
+            "1,4: 'S\n1,1: 2011\n35,2: '31/10/2010 '12:00 101\n40,6: '12:00 200  200\n"
+            "42,6: '12:00 250\n");
+  // None before the first day, none at the open end; a record has the place of a note.
+  const std::string note =
+      "'Cihaz Bu Günün Sonunda Çalışır Durumda Olmadığı İçin EXTREMLER KAYDEDİLEMEMİŞTİR.";
+  EXPECT_EQ(Hourly(table),
+            "1,3: 'S/2011\n5,1: =30/10 '12:00 100   " + note +
+                "/=31/10 '06:00 100   'Maksimum '12:00 101/=31/10 '12:00 100   " + note +
+                "/=01/11 '12:00 200   'Minimum '12:00 200/=02/11 '12:00 200   'Minimum '12:00 250"
+                "/=04/11 '12:00 200\nred 6,6-9\nblue 8,6-9\nblue 9,6-9\n"
+                "line 5,1-9\nline 7,1-9\nline 9,1-9\nline 8,1-9\nline 9,1-9\n");
 }
 
-TEST(LevelTable, ComputedExtremesAreOfTheirOwnDay) {
-  const LevelTable table = Table({{"01/10/2010 12:00", 500},
-                                  {"02/10/2010 12:00", 501, kMax},  // of a day without readings
-                                  {"02/10/2010 12:00", 50, kMin},
-                                  {"03/10/2010 12:00", 200},
-                                  {"03/10/2010 12:00", 201, kMax},
-                                  {"03/10/2010 12:00", 199, kMin}},
-                                 ExtremeMode::Computed);
-  ASSERT_EQ(table.days.size(), 3U);
-  EXPECT_FALSE(table.days[1].maximum || table.days[1].minimum || table.days[1].meanCm);
-  EXPECT_EQ(table.days[2].maximum->levelCm, 200);
-  EXPECT_EQ(table.days[2].minimum->levelCm, 200);
+TEST(LevelTable, ComputedExtremesAreOfTheirOwnDayAndRecordsBeforeAnyReadingStandAbove) {
+  const LevelTable table = Table({{"01/10/2010 12:00", 99, kMax},
+                                  {"01/10/2010 12:00", 98, kMin},
+                                  {"02/10/2010 12:00", 500},
+                                  {"03/10/2010 12:00", 501, kMax},  // of a day without readings
+                                  {"03/10/2010 12:00", 50, kMin},
+                                  {"04/10/2010 12:00", 200},
+                                  {"04/10/2010 12:00", 201, kMax},
+                                  {"04/10/2010 12:00", 199, kMin}},
+                                 "FT");
+  EXPECT_EQ(Daily(table), "1,4: 'S\n1,1: 2011\n8,2: '04/10/2010 '12:00 200\n8,6: '12:00 200  200\n");
+  EXPECT_TRUE(
+      Hourly(table).starts_with("1,3: 'S/2011\n3,6: 'Maksimum '12:00 99\n4,6: 'Maksimum '12:00 501\n"));
 }
 
 TEST(LevelTable, RepeatedReadingsAddNothingAndARepeatedDayIsWrittenOver) {
-  const LevelTable table = Table({{"30/09/2010 12:00", 1},  // of the years around
-                                  {"01/10/2010 12:00", 100},
-                                  {"01/10/2010 12:00", 100},
-                                  {"01/10/2010 12:00", 99, kMin},
-                                  {"02/10/2010 12:00", 7},
-                                  {"02/10/2010 12:00", 7, kMin},
-                                  {"01/10/2010 12:00", 300},
-                                  {"01/10/2010 12:00", 299, kMin},
-                                  {"01/10/2011 12:00", 3}});
-  ASSERT_EQ(table.days.size(), 2U);
-  EXPECT_EQ(table.days[0].meanCm, 300.0);
-  EXPECT_EQ(table.days[0].minimum->levelCm, 299);
+  LevelTable table = Table({{"30/09/2010 12:00", 1},  // of the years around
+                            {"01/10/2010 12:00", 100},
+                            {"01/10/2010 12:00", 100},
+                            {"01/10/2010 12:00", 99, kMin},
+                            {"02/10/2010 12:00", 7},
+                            {"02/10/2010 12:00", 7, kMin},
+                            {"01/10/2010 12:00", 300},
+                            {"01/10/2010 12:00", 299, kMin},
+                            {"01/10/2011 12:00", 3}});
+  EXPECT_EQ(Figures(table), "5: 1, 216000, 720\n6: 1, 5040, 720\n");
   EXPECT_EQ(table.hourly.size(), 4U);
+  table.note = QString(9000, QLatin1Char('n'));
+  EXPECT_EQ(std::get<QString>(CellsOf(table).back().blocks[2].cells[0][0]).size(), 8001) << "fits a cell";
+  EXPECT_EQ(Daily(table), "1,4: 'S\n1,1: 2011\n1,6: '" + std::string(99, 'n') +
+                              "\n5,6: '12:00 299  300/'12:00 7  7\nred 1,6-9\ntext 1,6-9\ntext 1,4-5\n");
+  EXPECT_TRUE(Hourly(table).ends_with("text 1,6-9\ntext 1,3-5\n"));
+}
+
+TEST(WriteLevelTable, ReadingsBeyondTheLastRowAreCountedAndTheRestIsComplete) {
+  LevelTable table;
+  for (int i = 0; i < 12'040; ++i) table.hourly.push_back({WaterYearFirstDay(2011), {i % 1440, 1.0 * i, {}}});
+  table.records = {{10'004, false, {1, 90, {}}}, {10'005, true, {1, 99, {}}}, {10'006, false, {1, 9, {}}}};
+  table.days = {{WaterYearFirstDay(2011), 5, {}, LevelAt{60, 90, {}}, {}}};
+  RecordingSpreadsheet office;
+  office.rowLimit = 10'004;
+  auto workbook = office.Open(QStringLiteral("/t.xls"), Macros::MayRun);
+  std::vector<int> told;
+  const auto report = WriteLevelTable(table, **workbook, [&told](TablePart part, int percent) {
+    told.push_back(part == TablePart::Hourly ? percent : 1000 + percent);
+    return true;
+  });
+  ASSERT_TRUE(report.Ok());
+  EXPECT_EQ(report->hourlyRowsLeftOut, 2'040);
+  ExpectHolds(**workbook, CellsOf(table), office.rowLimit);
+  RecordedSheet& hourly = office.sheets[kHourlySheet];
+  EXPECT_EQ(hourly.cells.rbegin()->first.first, 10'004);
+  EXPECT_EQ(hourly.formatted.size(), 2U) << "colour and line of one record";
+  EXPECT_LT(hourly.calls, 10);
+  EXPECT_TRUE(std::ranges::is_sorted(told) && told.front() == 0 && told.back() == 1100);
 }
 
 }  // namespace
-}  // namespace vesk
+}  // namespace vesk::test

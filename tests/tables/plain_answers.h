@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <optional>
 
 #include "tables/build_level_table.h"
 
@@ -12,8 +11,7 @@ namespace vesk::test {
 
 class PlainAnswers : public BuildQuestions {
  public:
-  bool hourly = true;
-  std::optional<HourlyAnswer> hourlyAnswer;  ///< instead
+  HourlyAnswer hourly = HourlyAnswer::Yes;
   bool despiteNotes = true, replace = true, goOn = true;
   std::function<bool(BuildStep, int)> progress = [](BuildStep, int) { return true; };
   QString said;  ///< "title|text" a line
@@ -29,8 +27,7 @@ class PlainAnswers : public BuildQuestions {
   }
   HourlyAnswer AskForHourlyValues(const BuildMessage& message) override {
     Keep(message);
-    if (hourlyAnswer) return *hourlyAnswer;
-    return hourly ? HourlyAnswer::Yes : HourlyAnswer::No;
+    return hourly;
   }
   bool WarnNotToSwitchSheets(const BuildMessage& message) override {
     Keep(message);

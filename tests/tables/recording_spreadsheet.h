@@ -13,9 +13,7 @@ namespace vesk::test {
 
 struct RecordedSheet {
   std::map<std::pair<int, int>, CellValue> cells;  ///< (row, column); only what is not empty
-  std::map<std::pair<int, int>, int> colours;
-  std::vector<CellRange> underlined;
-  std::vector<CellRange> textBlocks;
+  std::vector<CellRange> formatted;
   int calls = 0;
 };
 
@@ -24,26 +22,19 @@ class RecordingSpreadsheet : public Spreadsheet {
   std::map<QString, RecordedSheet> sheets{
       {QStringLiteral("Saatlik"), {}}, {QStringLiteral("Gunluk"), {}}, {QStringLiteral("Aylik"), {}}};
   QStringList steps;
-  QStringList macrosMayRun;  ///< workbooks that were opened so
-  QStringList failing;       ///< beginnings of steps that fail
+  QStringList failing;  ///< beginnings of steps that fail
   bool windowIsOpen = false;
   int rowLimit = 65'536;
 
   bool HasOpenWindow() override { return windowIsOpen; }
   Result<std::unique_ptr<Workbook>> Open(const QString& path, Macros macros) override {
-    if (macros == Macros::MayRun) macrosMayRun += path;
-    if (const Status done = Do(QStringLiteral("open ") + path); !done) return done.Failure();
+    const QString step = QLatin1String(macros == Macros::MayRun ? "openMacros " : "open ");
+    if (const Status done = Do(step + path); !done) return done.Failure();
     return std::unique_ptr<Workbook>(new Book(*this, path));
   }
   Status Show() override { return Do(QStringLiteral("show")); }
   Status Recalculate() override { return Do(QStringLiteral("recalculate")); }
   Status Quit() override { return Do(QStringLiteral("quit")); }
-
-  [[nodiscard]] CellValue At(const char* sheet, int row, int column) {
-    const auto& cells = sheets[QString::fromLatin1(sheet)].cells;
-    const auto found = cells.find({row, column});
-    return found == cells.end() ? CellValue() : found->second;
-  }
 
  private:
   class Page : public Worksheet {
@@ -51,9 +42,6 @@ class RecordingSpreadsheet : public Spreadsheet {
     Page(RecordingSpreadsheet& office, QString name) : office_(office), name_(std::move(name)) {}
     Status Select() override { return office_.Do(QStringLiteral("select ") + name_); }
     Status SelectCell(int, int) override { return {}; }
-    Status PutValue(int row, int column, const CellValue& value) override {
-      return PutBlock(row, column, {{value}});
-    }
     Status PutBlock(int row, int column, const CellBlock& block) override {
       if (const Status done = office_.Do(QStringLiteral("put ") + name_); !done) return done;
       ++Mine().calls;
@@ -66,32 +54,36 @@ class RecordingSpreadsheet : public Spreadsheet {
       }
       return {};
     }
-    Status SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) override {
-      if (const Status done = office_.Do(QStringLiteral("colour ") + name_); !done) return done;
-      for (const CellRange& range : ranges) {
+    Result<CellBlock> ReadBlock(const CellRange& range) override {
+      CellBlock block;
+      for (int row = range.firstRow; row <= range.lastRow; ++row) {
+        block.emplace_back();
         for (int column = range.firstColumn; column <= range.lastColumn; ++column) {
-          Mine().colours[{range.firstRow, column}] = colourIndex;
+          const auto found = Mine().cells.find({row, column});
+          const CellValue value = found == Mine().cells.end() ? CellValue() : found->second;
+          const auto* day = std::get_if<std::chrono::sys_days>(&value);
+          block.back().push_back(day == nullptr ? value : SerialOf(*day));
         }
       }
-      return {};
+      return block;
     }
-    Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) override {
-      if (border != Border::Bottom || weight != BorderWeight::Medium) return Error{};
-      Mine().underlined = ranges;
-      return {};
+    Status SetFontColour(const std::vector<CellRange>& ranges, FontColour /*colour*/) override {
+      return Format(ranges);
     }
-    Status MakeTextBlock(const CellRange& range, double, double) override {
-      Mine().textBlocks.push_back(range);
-      return {};
-    }
-    Status SetFormulaR1C1(int row, int column, const QString& formula) override {
-      return office_.Do(QStringLiteral("formula %1 %2,%3 '%4'").arg(name_).arg(row).arg(column).arg(formula));
+    Status SetLineBelow(const std::vector<CellRange>& ranges) override { return Format(ranges); }
+    Status MakeTextBlock(const CellRange& range, double, double) override { return Format({range}); }
+    Status EmptyFormula(int row, int column) override {
+      return office_.Do(QStringLiteral("empty %1 %2,%3").arg(name_).arg(row).arg(column));
     }
     Status ReenterFormulas() override { return office_.Do(QStringLiteral("reenter ") + name_); }
     [[nodiscard]] int RowLimit() const override { return office_.rowLimit; }
 
    private:
     RecordedSheet& Mine() { return office_.sheets[name_]; }
+    Status Format(const std::vector<CellRange>& ranges) {
+      Mine().formatted.insert(Mine().formatted.end(), ranges.begin(), ranges.end());
+      return office_.Do(QStringLiteral("format ") + name_);
+    }
     RecordingSpreadsheet& office_;
     QString name_;
   };

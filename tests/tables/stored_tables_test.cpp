@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 #include "tables/recording_spreadsheet.h"
@@ -26,32 +27,18 @@ TEST(StoredTablesTest, RemovesIntoTheTrashElseForGoodElseTellsWhy) {
   EXPECT_FALSE(failed.Failure().reason.English().isEmpty());
 }
 
-/// Sets an environment variable, and the current folder, for as long as it lives.
-class Elsewhere {
- public:
-  Elsewhere(const QString& dataHome, const QString& folder) : before_(qgetenv("XDG_DATA_HOME")) {
-    qputenv("XDG_DATA_HOME", dataHome.toUtf8());
-    QDir::setCurrent(folder);
-  }
-  ~Elsewhere() {
-    qputenv("XDG_DATA_HOME", before_);
-    QDir::setCurrent(folder_);
-  }
-  Elsewhere(const Elsewhere&) = delete;
-  Elsewhere& operator=(const Elsewhere&) = delete;
-
- private:
-  QByteArray before_;
-  QString folder_ = QDir::currentPath();
-};
-
 TEST(StoredTablesTest, ATrashIsMadeWhereTheHomeHasNoneAndNothingElseIsTakenForOne) {
   QTemporaryDir home(QDir::home().filePath(QStringLiteral("trash-XXXXXX")));  // on the home's own volume
   ASSERT_TRUE(home.isValid() && QDir(home.path()).mkdir(QStringLiteral("here")));
   const QString path = home.filePath(QStringLiteral("Tablo-12345(2011).xls"));
   const QString here = home.filePath(QStringLiteral("here"));
   const auto move = [&](const QString& dataHome) {
-    const Elsewhere elsewhere(dataHome, here);
+    const auto back = qScopeGuard([home = qgetenv("XDG_DATA_HOME"), folder = QDir::currentPath()] {
+      qputenv("XDG_DATA_HOME", home);
+      QDir::setCurrent(folder);
+    });
+    qputenv("XDG_DATA_HOME", dataHome.toUtf8());
+    QDir::setCurrent(here);
     EXPECT_TRUE(QFile(path).open(QIODevice::WriteOnly));
     return MoveToDesktopTrash(path);
   };

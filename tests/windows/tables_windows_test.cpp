@@ -115,7 +115,7 @@ TEST_F(Form2Test, OpensTheChosenWorkbook) {
   EXPECT_EQ(Message(), QStringLiteral("Önce listeden bir dosya seçiniz."));
   office_.failing = {QStringLiteral("open")};
   Press(Files(), 1, true);
-  EXPECT_TRUE(Message().startsWith(QStringLiteral("Dosya açılamadı.")));
+  EXPECT_EQ(Message(), QStringLiteral("Refused: %1: open").arg(Data("Tablo-12345(2012).xls")));
   office_.failing.clear();
   office_.steps.clear();
   Press(Files(), 1);
@@ -164,6 +164,7 @@ TEST_F(Form2Test, DeleteTakesAwayTheChosenOneOfTheDirectoryAsItIsNow) {
   ASSERT_EQ(Files().count(), 1);
   EXPECT_EQ(Files().item(0)->text(), QStringLiteral("Tablo-12345(2012).xls"));
   EXPECT_FALSE(QFile::exists(Data("tablo-12345(2011).XLS")));
+  EXPECT_EQ(Message(), QStringLiteral("Çöp kutusu yok; kalıcı olarak silindi: tablo-12345(2011).XLS"));
 
   QWidget other;
   other.show();

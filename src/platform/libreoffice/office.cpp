@@ -125,7 +125,7 @@ class InteractiveSpreadsheet final : public OfficeSpreadsheet {
   Status Quit() override {
     if (!session_) return {};
     bool hasDocuments = false;
-    const Status asked = session_->Ask({}, {}, [&] {
+    const Status asked = session_->Ask(kOfficeDoesNotEnd, {}, [&] {
       ForEachDocument([&hasDocuments](const Reference<css::uno::XInterface>& document) {
         hasDocuments = Reference<css::frame::XModel>(document, UNO_QUERY).is();
         return !hasDocuments;

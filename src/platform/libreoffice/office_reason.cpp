@@ -8,6 +8,7 @@
 namespace vesk {
 namespace {
 
+constexpr Wording kDiskFull{u"disk dolu", u"the disk is full"};
 constexpr qint64 kHardlyAnyRoom = 1 << 20;  // bytes; a workbook of a year takes more while it is saved
 
 /// What an error code of the office is about: bits 8 to 12 of it.
@@ -35,8 +36,7 @@ Message SeenFromOutside(const QString& path) {
     return Wording{u"klasörü artık yerinde değil", u"its folder is no longer there"};
   const QStorageInfo volume(folder);
   if (volume.isValid() && volume.isReadOnly()) return Wording{u"disk salt okunur", u"the disk is read-only"};
-  if (volume.isValid() && volume.bytesAvailable() < kHardlyAnyRoom)
-    return Wording{u"disk dolu", u"the disk is full"};
+  if (volume.isValid() && volume.bytesAvailable() < kHardlyAnyRoom) return kDiskFull;
   const bool mayWrite = QFileInfo(folder).isWritable() && (!file.exists() || file.isWritable());
   return mayWrite ? Message() : Wording{u"yazma izni yok", u"there is no permission to write it"};
 }
@@ -44,7 +44,7 @@ Message SeenFromOutside(const QString& path) {
 Message Worded(CodeClass codeClass, const QString& path) {
   switch (codeClass) {
     case CodeClass::Space:
-      return Wording{u"disk dolu", u"the disk is full"};
+      return kDiskFull;
     case CodeClass::Access:
       return Wording{u"okuma veya yazma izni yok", u"there is no permission to read or write it"};
     case CodeClass::Locking:

@@ -12,6 +12,7 @@
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/lang/XComponent.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
 #include <cppuhelper/bootstrap.hxx>
 #include <rtl/bootstrap.hxx>
 
@@ -25,6 +26,7 @@ using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
 
 constexpr std::chrono::milliseconds kPause{20};  // between two attempts to reach a starting office
+constexpr Wording kNoAnswer{u"zamanında yanıt yok", u"no answer in time"};
 
 /// Our own side of the bridge. Made once: the office's libraries keep it for the process anyway.
 Reference<css::uno::XComponentContext> LocalContext() {
@@ -92,15 +94,15 @@ Status OfficeSession::Connect(const QString& pipeName) {
     if (made.is()) break;
     if (office_ && !office_->IsRunning())
       return Failure(what, QString(), Wording{u"başlarken kapandı", u"it ended at its start"});
-    if (waiting.hasExpired(limits_.start.count()))
-      return Failure(what, QString(), Wording{u"zamanında yanıt yok", u"no answer in time"});
+    if (waiting.hasExpired(limits_.start.count())) return Failure(what, QString(), kNoAnswer);
     std::this_thread::sleep_for(kPause);
   }
   const Status reached = Ask(what, QString(), [this] {
     bridge_ = css::bridge::BridgeFactory::create(LocalContext())
                   ->createBridge(rtl::OUString(), ToOffice("urp"), connection_, nullptr);
-    context_.set(bridge_->getInstance(ToOffice("StarOffice.ComponentContext")), UNO_QUERY_THROW);
-    desktop_ = css::frame::Desktop::create(context_);
+    const Reference<css::uno::XComponentContext> context(
+        bridge_->getInstance(ToOffice("StarOffice.ComponentContext")), UNO_QUERY_THROW);
+    desktop_ = css::frame::Desktop::create(context);
   });
   runningLimit_ = limits_.call;
   return reached;
@@ -117,7 +119,7 @@ void OfficeSession::GiveUp() {
 
 Error OfficeSession::Failure(const Message& what, const QString& path, const Message& reason) const {
   if (!watchdog_.TimedOut()) return {what, path, reason};
-  return {what, path, Wording{u"zamanında yanıt yok", u"no answer in time"}};
+  return {what, path, kNoAnswer};
 }
 
 Status OfficeSession::Ask(const Message& what, const QString& path, const std::function<void()>& exchange) {
@@ -153,14 +155,13 @@ Status OfficeSession::EndOffice() {
   bool agreed = true;
   Status asked;
   if (desktop_.is()) {
-    asked = Ask(Wording{u"Tablolama programı kapanmıyor", u"The spreadsheet application does not end"},
-                QString(), [&] {
-                  try {
-                    agreed = desktop_->terminate();
-                  } catch (const css::lang::DisposedException&) {
-                    agreed = true;  // it ended before it could answer
-                  }
-                });
+    asked = Ask(kOfficeDoesNotEnd, QString(), [&] {
+      try {
+        agreed = desktop_->terminate();
+      } catch (const css::lang::DisposedException&) {
+        agreed = true;  // it ended before it could answer
+      }
+    });
   }
   if (bridge_.is()) {
     (void)Ask({}, {}, [this] { Reference<css::lang::XComponent>(bridge_, UNO_QUERY_THROW)->dispose(); });
@@ -171,8 +172,8 @@ Status OfficeSession::EndOffice() {
     return {};
   }
   if (asked && !agreed)
-    return Failure(Wording{u"Tablolama programı kapanmıyor", u"The spreadsheet application does not end"},
-                   QString(), Wording{u"başka açık belgeleri var", u"it has other work open"});
+    return Failure(kOfficeDoesNotEnd, QString(),
+                   Wording{u"başka açık belgeleri var", u"it has other work open"});
   return asked;
 }
 

@@ -10,7 +10,6 @@
 #include <com/sun/star/connection/XConnection.hpp>
 #include <com/sun/star/frame/XDesktop2.hpp>
 #include <com/sun/star/uno/Reference.hxx>
-#include <com/sun/star/uno/XComponentContext.hpp>
 #include <rtl/ustring.hxx>
 
 #include "platform/libreoffice/office.h"
@@ -30,6 +29,9 @@ inline QString FromOffice(const rtl::OUString& text) {
   return QString(reinterpret_cast<const QChar*>(text.getStr()), static_cast<qsizetype>(text.getLength()));
 }
 
+inline constexpr Wording kOfficeDoesNotEnd{u"Tablolama programı kapanmıyor",
+                                           u"The spreadsheet application does not end"};
+
 class OfficeSession {
  public:
   /// Connects to a private office, which the session then owns and ends.
@@ -45,7 +47,6 @@ class OfficeSession {
   /// False once the office has ended or was given up.
   [[nodiscard]] bool IsAlive();
   [[nodiscard]] const css::uno::Reference<css::frame::XDesktop2>& Desktop() const { return desktop_; }
-  [[nodiscard]] const css::uno::Reference<css::uno::XComponentContext>& Context() const { return context_; }
 
   /// Runs an exchange with the office; whatever it throws becomes an error with that what and path.
   Status Ask(const Message& what, const QString& path, const std::function<void()>& exchange);
@@ -62,7 +63,6 @@ class OfficeSession {
   OfficeLimits limits_;
   css::uno::Reference<css::connection::XConnection> connection_;
   css::uno::Reference<css::bridge::XBridge> bridge_;
-  css::uno::Reference<css::uno::XComponentContext> context_;
   css::uno::Reference<css::frame::XDesktop2> desktop_;
   std::chrono::milliseconds runningLimit_{0};
   Watchdog watchdog_;

@@ -5,6 +5,7 @@
 #include <QUrl>
 
 #include <array>
+#include <cerrno>
 #include <utility>
 
 #include <com/sun/star/awt/XTopWindow.hpp>
@@ -24,6 +25,7 @@
 #include <cppuhelper/implbase1.hxx>
 
 #include "platform/libreoffice/office_worksheet.h"
+#include "platform/system_reason.h"
 
 namespace vesk {
 namespace {
@@ -102,7 +104,7 @@ QString MacroAddress(const Reference<css::sheet::XSpreadsheetDocument>& document
 /// The office refuses a file without a word; this tells the usual causes apart.
 Error Unreadable(const Message& what, const QString& path) {
   const QFileInfo file(path);
-  if (!file.exists()) return {what, path, Wording{u"böyle bir dosya yok", u"no such file"}};
+  if (!file.exists()) return {what, path, SystemReason(ENOENT)};
   const QString lock = file.dir().filePath(QStringLiteral(".~lock.%1#").arg(file.fileName()));
   if (QFileInfo::exists(lock))
     return {what, lock,

@@ -1,23 +1,19 @@
 #include "platform/libreoffice/office_worksheet.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
-#include <com/sun/star/sheet/AddressConvention.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCalculatable.hpp>
-#include <com/sun/star/sheet/XCellAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
-#include <com/sun/star/sheet/XFormulaParser.hpp>
-#include <com/sun/star/sheet/XFormulaTokens.hpp>
 #include <com/sun/star/sheet/XSheetCellRangeContainer.hpp>
 #include <com/sun/star/sheet/XSheetCellRanges.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
@@ -40,19 +36,7 @@ using css::uno::Reference;
 using css::uno::Sequence;
 using css::uno::UNO_QUERY_THROW;
 
-/// The classic palette of 56 colours, as 0xRRGGBB.
-constexpr std::array<sal_Int32, 56> kPalette{
-    0x000000, 0xFFFFFF, 0xFF0000, 0x00FF00, 0x0000FF, 0xFFFF00, 0xFF00FF, 0x00FFFF, 0x800000, 0x008000,
-    0x000080, 0x808000, 0x800080, 0x008080, 0xC0C0C0, 0x808080, 0x9999FF, 0x993366, 0xFFFFCC, 0xCCFFFF,
-    0x660066, 0xFF8080, 0x0066CC, 0xCCCCFF, 0x000080, 0xFF00FF, 0xFFFF00, 0x00FFFF, 0x800080, 0x800000,
-    0x008080, 0x0000FF, 0x00CCFF, 0xCCFFFF, 0xCCFFCC, 0xFFFF99, 0x99CCFF, 0xFF99CC, 0xCC99FF, 0xFFCC99,
-    0x3366FF, 0x33CCCC, 0x99CC00, 0xFFCC00, 0xFF9900, 0xFF6600, 0x666699, 0x969696, 0x003366, 0x339966,
-    0x003300, 0x333300, 0x993300, 0x993366, 0x333399, 0x333333};
-
-/// Line widths, 1/100 mm, that the file format keeps as hairline, thin, medium and thick.
-constexpr std::array<sal_Int16, 4> kLineWidths{2, 26, 63, 89};
-
-constexpr std::chrono::sys_days kDayZero{std::chrono::year{1899} / 12 / 30};  // of the workbooks' date values
+constexpr sal_Int16 kMediumLine = 63;  // width, 1/100 mm, that the file format keeps as a medium line
 
 constexpr sal_Int32 kGeneralFormat = 0;
 
@@ -65,12 +49,21 @@ void SetNumberFormat(const Reference<css::sheet::XSheetCellRanges>& cells, const
       ->setPropertyValue(ToOffice("NumberFormat"), format);
 }
 
+/// 0xRRGGBB
+sal_Int32 ColourOf(FontColour colour) {
+  switch (colour) {
+    case FontColour::LightBlue:
+      return 0x3366FF;
+    case FontColour::Red:
+      break;
+  }
+  return 0xFF0000;
+}
+
 Any ToAny(const CellValue& value) {
   if (const auto* number = std::get_if<double>(&value)) return Any(*number);
   if (const auto* text = std::get_if<QString>(&value)) return Any(ToOffice(*text));
-  if (const auto* day = std::get_if<std::chrono::sys_days>(&value)) {
-    return Any(static_cast<double>((*day - kDayZero).count()));
-  }
+  if (const auto* day = std::get_if<std::chrono::sys_days>(&value)) return Any(SerialOf(*day));
   return Any(
       rtl::OUString());  // an empty text leaves the cell empty; no value at all would mark it as an error
 }
@@ -86,18 +79,13 @@ Sequence<Sequence<Any>> ToSequence(const CellBlock& block) {
   return rows;
 }
 
-const char* BorderProperty(Border border) {
-  switch (border) {
-    case Border::Left:
-      return "LeftBorder";
-    case Border::Right:
-      return "RightBorder";
-    case Border::Top:
-      return "TopBorder";
-    case Border::Bottom:
-      break;
-  }
-  return "BottomBorder";
+/// No value at all stands for a formula in error.
+CellValue FromAny(const Any& value) {
+  double number = 0;
+  if (value >>= number) return number;
+  rtl::OUString text;
+  if (!(value >>= text)) return QStringLiteral("#");
+  return text.isEmpty() ? CellValue() : CellValue(FromOffice(text));
 }
 
 Reference<css::sheet::XSpreadsheetView> ViewOf(const Reference<css::sheet::XSpreadsheetDocument>& document) {
@@ -124,31 +112,44 @@ Status OfficeWorksheet::SelectCell(int row, int column) {
   });
 }
 
-Status OfficeWorksheet::PutValue(int row, int column, const CellValue& value) {
-  return PutBlock(row, column, {{value}});
+Reference<css::table::XCellRange> OfficeWorksheet::Cells(const CellRange& range) const {
+  return {sheet_->getCellRangeByPosition(range.firstColumn - 1, range.firstRow - 1, range.lastColumn - 1,
+                                         range.lastRow - 1),
+          css::uno::UNO_SET_THROW};
 }
 
 Status OfficeWorksheet::PutBlock(int row, int column, const CellBlock& block) {
   if (block.empty() || block.front().empty()) return {};
   return session_->Ask(Wording{u"Hücreler yazılamadı", u"The cells could not be written"}, path_, [&] {
-    const auto rows = static_cast<sal_Int32>(block.size());
-    const auto columns = static_cast<sal_Int32>(block.front().size());
+    const auto rows = static_cast<int>(block.size());
+    const auto columns = static_cast<int>(block.front().size());
     const Reference<css::sheet::XCellRangeData> range(
-        sheet_->getCellRangeByPosition(column - 1, row - 1, column + columns - 2, row + rows - 2),
-        UNO_QUERY_THROW);
+        Cells({row, column, row + rows - 1, column + columns - 1}), UNO_QUERY_THROW);
     range->setDataArray(ToSequence(block));
     ShowDatesAsDates(row, column, block);
   });
+}
+
+Result<CellBlock> OfficeWorksheet::ReadBlock(const CellRange& range) {
+  CellBlock block;
+  const Status read =
+      session_->Ask(Wording{u"Hücreler okunamadı", u"The cells could not be read"}, path_, [&] {
+        const Reference<css::sheet::XCellRangeData> data(Cells(range), UNO_QUERY_THROW);
+        for (const Sequence<Any>& row : data->getDataArray()) {
+          std::transform(row.begin(), row.end(), std::back_inserter(block.emplace_back()), FromAny);
+        }
+      });
+  if (!read) return read.Failure();
+  return block;
 }
 
 /// Gives columns of dates a date format where the workbook has none for them.
 void OfficeWorksheet::ShowDatesAsDates(int row, int column, const CellBlock& block) {
   for (std::size_t i = 0; i < block.front().size(); ++i) {
     if (!std::holds_alternative<std::chrono::sys_days>(block.front()[i])) continue;
-    const auto at = column - 1 + static_cast<sal_Int32>(i);
+    const int at = column + static_cast<int>(i);
     const Reference<css::beans::XPropertySet> cells(
-        sheet_->getCellRangeByPosition(at, row - 1, at, row - 2 + static_cast<sal_Int32>(block.size())),
-        UNO_QUERY_THROW);
+        Cells({row, at, row - 1 + static_cast<int>(block.size()), at}), UNO_QUERY_THROW);
     const Reference<css::util::XNumberFormatsSupplier> supplier(document_, UNO_QUERY_THROW);
     const Reference<css::util::XNumberFormats> formats = supplier->getNumberFormats();
     sal_Int32 key = 0;
@@ -183,31 +184,24 @@ Status OfficeWorksheet::SetProperty(const std::vector<CellRange>& ranges, const 
   });
 }
 
-Status OfficeWorksheet::SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) {
-  const Message what = Wording{u"Yazı rengi verilemedi", u"The font colour could not be set"};
-  if (colourIndex < 1 || colourIndex > static_cast<int>(kPalette.size())) {
-    return Error{what, path_,
-                 Message(Wording{u"%1 numaralı renk yok", u"there is no colour %1"}, colourIndex)};
-  }
-  return SetProperty(ranges, "CharColor", Any(kPalette[static_cast<std::size_t>(colourIndex - 1)]), what);
+Status OfficeWorksheet::SetFontColour(const std::vector<CellRange>& ranges, FontColour colour) {
+  return SetProperty(ranges, "CharColor", Any(ColourOf(colour)),
+                     Wording{u"Yazı rengi verilemedi", u"The font colour could not be set"});
 }
 
-Status OfficeWorksheet::SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) {
+Status OfficeWorksheet::SetLineBelow(const std::vector<CellRange>& ranges) {
   css::table::BorderLine2 line;
-  line.OuterLineWidth = kLineWidths[static_cast<std::size_t>(weight) - 1];
-  line.LineWidth = static_cast<sal_uInt32>(line.OuterLineWidth);
+  line.OuterLineWidth = kMediumLine;
+  line.LineWidth = kMediumLine;
   line.LineStyle = css::table::BorderLineStyle::SOLID;
-  return SetProperty(ranges, BorderProperty(border), Any(line),
+  return SetProperty(ranges, "BottomBorder", Any(line),
                      Wording{u"Kenarlık çizilemedi", u"The border could not be drawn"});
 }
 
 Status OfficeWorksheet::MakeTextBlock(const CellRange& range, double heightCm, double points) {
   return session_->Ask(
       Wording{u"Not hücresi biçimlendirilemedi", u"The note's cell could not be laid out"}, path_, [&] {
-        const Reference<css::table::XCellRange> cells(
-            sheet_->getCellRangeByPosition(range.firstColumn - 1, range.firstRow - 1, range.lastColumn - 1,
-                                           range.lastRow - 1),
-            css::uno::UNO_SET_THROW);
+        const Reference<css::table::XCellRange> cells = Cells(range);
         Reference<css::util::XMergeable>(cells, UNO_QUERY_THROW)->merge(true);
         const Reference<css::beans::XPropertySet> looks(cells, UNO_QUERY_THROW);
         looks->setPropertyValue(ToOffice("IsTextWrapped"), Any(true));
@@ -218,25 +212,9 @@ Status OfficeWorksheet::MakeTextBlock(const CellRange& range, double heightCm, d
       });
 }
 
-Status OfficeWorksheet::SetFormulaR1C1(int row, int column, const QString& formula) {
-  return session_->Ask(Wording{u"Formül yazılamadı", u"The formula could not be set"}, path_, [&] {
-    const Reference<css::table::XCell> cell = sheet_->getCellByPosition(column - 1, row - 1);
-    if (!formula.startsWith(QLatin1Char('='))) {
-      cell->setFormula(ToOffice(formula));
-      return;
-    }
-    const Reference<css::lang::XMultiServiceFactory> factory(document_, UNO_QUERY_THROW);
-    const Reference<css::sheet::XFormulaParser> parser(
-        factory->createInstance(ToOffice("com.sun.star.sheet.FormulaParser")), UNO_QUERY_THROW);
-    const Reference<css::beans::XPropertySet> settings(parser, UNO_QUERY_THROW);
-    settings->setPropertyValue(ToOffice("CompileEnglish"), Any(true));
-    settings->setPropertyValue(ToOffice("FormulaConvention"),
-                               Any(static_cast<sal_Int32>(css::sheet::AddressConvention::XL_R1C1)));
-    const css::table::CellAddress address =
-        Reference<css::sheet::XCellAddressable>(cell, UNO_QUERY_THROW)->getCellAddress();
-    Reference<css::sheet::XFormulaTokens>(cell, UNO_QUERY_THROW)
-        ->setTokens(parser->parseFormula(ToOffice(formula.mid(1)), address));
-  });
+Status OfficeWorksheet::EmptyFormula(int row, int column) {
+  return session_->Ask(Wording{u"Hücre boşaltılamadı", u"The cell could not be emptied"}, path_,
+                       [&] { sheet_->getCellByPosition(column - 1, row - 1)->setFormula({}); });
 }
 
 Status OfficeWorksheet::ReenterFormulas() {

@@ -18,18 +18,19 @@ class OfficeWorksheet : public Worksheet {
 
   Status Select() override;
   Status SelectCell(int row, int column) override;
-  Status PutValue(int row, int column, const CellValue& value) override;
   Status PutBlock(int row, int column, const CellBlock& block) override;
-  Status SetFontColourIndex(const std::vector<CellRange>& ranges, int colourIndex) override;
-  Status SetBorder(const std::vector<CellRange>& ranges, Border border, BorderWeight weight) override;
+  Result<CellBlock> ReadBlock(const CellRange& range) override;
+  Status SetFontColour(const std::vector<CellRange>& ranges, FontColour colour) override;
+  Status SetLineBelow(const std::vector<CellRange>& ranges) override;
   Status MakeTextBlock(const CellRange& range, double heightCm, double points) override;
-  Status SetFormulaR1C1(int row, int column, const QString& formula) override;
+  Status EmptyFormula(int row, int column) override;
   Status ReenterFormulas() override;
   [[nodiscard]] int RowLimit() const override { return 65'536; }
 
  private:
   Status SetProperty(const std::vector<CellRange>& ranges, const char* property, const css::uno::Any& value,
                      const Message& what);
+  [[nodiscard]] css::uno::Reference<css::table::XCellRange> Cells(const CellRange& range) const;
   struct FormattedCells {
     css::uno::Reference<css::sheet::XSheetCellRanges> cells;
     css::uno::Any format;
