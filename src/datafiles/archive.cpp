@@ -133,11 +133,9 @@ ArchiveReport ArchiveDuplicateRawFiles(const QString& dataDirectory,
     present.push_back({.name = name, .usable = true, .counted = IsCountedName(name)});
     ++filesOfStem[StemOf(name)];
   }
-  HeaderSinks sinks;
-  sinks.dataDirectory = dataDirectory;
   for (ListedReadOut& file : present) {
     if (filesOfStem.value(StemOf(file.name)) < 2) continue;
-    file.usable = ReadRawHeader(file.name, HeaderScope::WaterYear, HeaderMode::HeaderOnly, sinks).Usable();
+    file.usable = ReadHeaderOfFile(dataDirectory, file.name).Ok();
   }
   const std::vector<bool> superseded = Superseded(present);
   TidyLock lock(dataDirectory);

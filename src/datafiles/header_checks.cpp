@@ -1,15 +1,12 @@
 #include "datafiles/header_checks.h"
 
+#include <QStringList>
+
 namespace vesk {
 
-QString VersionErrorText() {
-  return QStringLiteral("Version Hatasi");
-}
-QString UnknownErrorText() {
-  return QStringLiteral("Data'da Bilinmeyen Bir Hata Var");
-}
-QString UnknownErrorMessage() {
-  return QStringLiteral("Bilinmeyen Bir Hata Var. Bu Datayı Programcıya iletiniz..");
+QString TextOf(HeaderFault fault) {
+  return fault == HeaderFault::Version ? QStringLiteral("Version Hatasi")
+                                       : QStringLiteral("Data'da Bilinmeyen Bir Hata Var");
 }
 
 bool IsAcceptedVersion(const QString& version) {
@@ -25,6 +22,21 @@ QString CorrectionNote(const QString& code, HeaderScope scope) {
   if (code == QLatin1String("03"))
     return prefix + QStringLiteral("hem zaman hem de seviye düzeltmesi yapılmış.");
   return {};
+}
+
+std::vector<Message> HeaderNotes(const HeaderReading& reading, HeaderScope scope) {
+  if (!reading && reading.Failure().fault == HeaderFault::Missing) return {};
+  QStringList notes;
+  const bool damaged =
+      !reading && (reading.Failure().damaged || reading.Failure().fault == HeaderFault::Unreadable);
+  if (damaged) notes += QStringLiteral("Bilinmeyen Bir Hata Var. Bu Datayı Programcıya iletiniz..");
+  const RawHeader& header = reading ? *reading : reading.Failure().header;
+  notes += CorrectionNote(header.correctionCode, scope);
+  if (!reading && reading.Failure().fault == HeaderFault::Version) notes += TextOf(HeaderFault::Version);
+  notes.removeAll(QString());
+  std::vector<Message> messages;
+  for (const QString& note : notes) messages.push_back(Message::Verbatim(note));
+  return messages;
 }
 
 }  // namespace vesk

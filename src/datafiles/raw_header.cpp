@@ -4,6 +4,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <array>
 
 #include "datafiles/data_lines.h"
 #include "datafiles/header_checks.h"
@@ -18,11 +19,7 @@ constexpr qint64 kLongestHeader = 65536;
 constexpr qsizetype kValueColumn = 26;  // 0-based
 constexpr qsizetype kLongestValue = 80;
 constexpr qsizetype kDateTimeWidth = 16;
-constexpr qsizetype kMarkerBytes = 10;
 constexpr int kFirstPlausibleYear = 1000;  // a year of two digits is a year of the first century
-constexpr char kMarker[] = "sefnor";
-constexpr char kStamp[] = "        \r\n";
-static_assert(sizeof(kStamp) - 1 == kMarkerBytes);
 
 struct HeaderLines {
   std::array<QByteArrayView, kHeaderLines> lines;
@@ -74,8 +71,7 @@ QString WithoutSeconds(const QString& dateTime) {
 /// Decodes one header into a record. The first failing line names itself; later lines are still read.
 class HeaderDecoder {
  public:
-  HeaderDecoder(const HeaderLines& lines, QString fileName, const Regional& regional,
-                RawHeaderReading& result)
+  HeaderDecoder(const HeaderLines& lines, QString fileName, const Regional& regional, HeaderRefusal& result)
       : lines_(lines),
         fileName_(std::move(fileName)),
         regional_(regional),
@@ -83,6 +79,7 @@ class HeaderDecoder {
         header_(result.header) {}
 
   void Decode() {
+    header_.correctionCode = CorrectionCode();
     header_.Version = Value(3);
     header_.LoggerType = Value(4);
     header_.RegionNo = Value(5);
@@ -105,14 +102,14 @@ class HeaderDecoder {
            Wording{u"ilk kayıttan önce olmayan son kayıt", u"a last record that is not before the first"});
     }
     // In a header that lost or won a line the count would be a date.
-    result_.yearsKnown = result_.errorText.isEmpty() && ReadWholeNumber(Value(11)).has_value();
+    result_.yearsKnown = !result_.damaged && ReadWholeNumber(Value(11)).has_value();
   }
 
+ private:
   [[nodiscard]] QString CorrectionCode() const {
     return lines_.count > 0 ? DecodeWindows1254(lines_.lines[0]).trimmed() : QString();
   }
 
- private:
   /// number: 1 to 15.
   [[nodiscard]] QString Value(int number, qsizetype width = kLongestValue) const {
     if (number > lines_.count) return {};
@@ -175,8 +172,8 @@ class HeaderDecoder {
   }
 
   void Fail(int line, const Message& expected) {
-    if (!result_.errorText.isEmpty()) return;
-    result_.errorText = UnknownErrorText();
+    if (result_.damaged) return;
+    result_.damaged = true;
     result_.detail = Message(Wording{u"%1, %2. satır; beklenen: %3", u"%1, line %2: expected %3"}, fileName_,
                              line, expected);
   }
@@ -184,7 +181,7 @@ class HeaderDecoder {
   const HeaderLines& lines_;
   QString fileName_;
   const Regional& regional_;
-  RawHeaderReading& result_;
+  HeaderRefusal& result_;
   RawHeader& header_;
 };
 
@@ -193,29 +190,6 @@ int DaysCovered(const RawHeader& header) {
   const Day first = std::chrono::floor<std::chrono::days>(header.FirstRecordTime);
   const Day last = std::chrono::floor<std::chrono::days>(header.LastRecordTime);
   return static_cast<int>((last - first).count());
-}
-
-QString DateTimeCell(DateTime time) {
-  return time == DateTime{} ? QString() : DateTimeText(time);
-}
-
-void FillCells(const RawHeader& header, const QString& stationName, SetupCells& cells) {
-  cells = {header.Version,
-           header.LoggerType,
-           QString(),
-           header.RegionNo,
-           header.BasinNo,
-           header.StationNo,
-           stationName,
-           DateTimeCell(header.SetupTime),
-           DateTimeCell(header.FirstRecordTime),
-           DateTimeCell(header.LastRecordTime),
-           (header.DaysCovered >= 0 ? QStringLiteral(" ") : QString()) + QString::number(header.DaysCovered) +
-               QStringLiteral(" Gün"),
-           NumberText(header.SampleCount) + QStringLiteral(" Adet"),
-           NumberText(header.SampleInterval) + QStringLiteral(" Dak."),
-           NumberText(header.RecordInterval) + QStringLiteral(" Dak."),
-           header.WaterYearsText};
 }
 
 /// A short text without control characters, for messages about files that hold anything.
@@ -228,88 +202,48 @@ QString Printable(const QString& text) {
   return result;
 }
 
-/// text: a note as the system words it, the same in both languages.
-void AddMessage(const HeaderSinks& sinks, const QString& text) {
-  if (!sinks.messages || text.isEmpty()) return;
-  const Message message = Message::Verbatim(text);
-  if (std::ranges::find(*sinks.messages, message) == sinks.messages->end())
-    sinks.messages->push_back(message);
-}
-
-/// Replaces a fresh file's marker. A file that cannot be written, or that is only linked to, is read all the
-/// same.
-void StampMarker(const QString& path, QByteArray& bytes) {
-  if (MarkerOf(bytes) != Marker::Fresh) return;
-  QFile file;
-  if (!OpenToChange(file, path, {})) return;
-  if (MarkerOf(file.read(kMarkerBytes)) != Marker::Fresh || !file.seek(0)) return;
-  if (file.write(kStamp, kMarkerBytes) != kMarkerBytes) return;
-  bytes.replace(0, kMarkerBytes, QByteArray(kStamp, kMarkerBytes));
-}
-
-void FailToRead(RawHeaderReading& result, const HeaderSinks& sinks, const QString& fileName,
-                const Message& reason) {
-  result.errorText = UnknownErrorText();
-  result.detail = Error{{}, fileName, reason}.Said();
-  AddMessage(sinks, UnknownErrorMessage());
+HeaderRefusal NotRead(HeaderFault fault, const QString& fileName, const Message& reason) {
+  return {.fault = fault, .detail = Error{{}, fileName, reason}.Said(), .header = {}};
 }
 
 }  // namespace
 
-Marker MarkerOf(QByteArrayView firstBytes) {
-  const QByteArrayView start = firstBytes.first(std::min(firstBytes.size(), kMarkerBytes));
-  if (!start.contains(kMarker)) return Marker::None;
-  const qsizetype lineEnd = start.indexOf("\r\n");
-  const bool wholeLine = lineEnd == kMarkerBytes - 2 && !start.first(lineEnd).contains('\n');
-  return wholeLine ? Marker::Fresh : Marker::OddLine;
-}
-
-RawHeaderReading DecodeRawHeader(QByteArrayView bytes, const QString& fileName, HeaderScope scope,
-                                 HeaderMode mode, const HeaderSinks& sinks) {
-  if (sinks.messages) sinks.messages->clear();
-  RawHeaderReading result;
-  result.header.CompanionName = CompanionName(sinks.dataDirectory, fileName);
+HeaderReading ReadRawHeader(QByteArrayView bytes, const QString& dataDirectory, const QString& fileName,
+                            const Regional& regional) {
+  HeaderRefusal result;
+  result.header.CompanionName = CompanionName(dataDirectory, fileName);
   const HeaderLines lines = SplitHeader(bytes);
-  HeaderDecoder decoder(lines, fileName, sinks.regional, result);
-  decoder.Decode();
-  if (!result.errorText.isEmpty()) AddMessage(sinks, UnknownErrorMessage());
-  AddMessage(sinks, CorrectionNote(decoder.CorrectionCode(), scope));
+  HeaderDecoder(lines, fileName, regional, result).Decode();
   if (!IsAcceptedVersion(result.header.Version)) {
-    result.errorText = VersionErrorText();
+    result.fault = HeaderFault::Version;
     result.detail = Message(Wording{u"%1, 3. satır: \"%2\" sürümü okunamıyor; beklenen: 10, 11 veya 21",
                                     u"%1, line 3: version \"%2\" is not read; expected 10, 11 or 21"},
                             fileName, Printable(result.header.Version));
-    AddMessage(sinks, VersionErrorText());
     return result;
   }
   result.header.DaysCovered = DaysCovered(result.header);
-  if (mode == HeaderMode::Full && sinks.cells) FillCells(result.header, sinks.stationName, *sinks.cells);
-  return result;
+  if (result.damaged) return result;
+  return std::move(result.header);
 }
 
-RawHeaderReading ReadRawHeader(const QString& fileName, HeaderScope scope, HeaderMode mode,
-                               const HeaderSinks& sinks) {
-  if (sinks.messages) sinks.messages->clear();
-  RawHeaderReading result;
-  const QString path = sinks.dataDirectory + fileName;
+HeaderReading ReadHeaderOfFile(const QString& dataDirectory, const QString& fileName,
+                               const Regional& regional) {
+  const QString path = dataDirectory + fileName;
   const QFileInfo info(path);
-  if (fileName.isEmpty() || !info.exists()) return result;
-  if (!info.isFile()) {
-    FailToRead(result, sinks, fileName, Wording{u"bu bir dosya değil", u"not a file"});
-    return result;
+  if (fileName.isEmpty() || !info.exists()) {
+    return NotRead(HeaderFault::Missing, fileName,
+                   Wording{u"dosya artık yerinde değil", u"the file is no longer there"});
   }
+  if (!info.isFile())
+    return NotRead(HeaderFault::Unreadable, fileName, Wording{u"bu bir dosya değil", u"not a file"});
   QFile file;
-  if (const Status opened = OpenToRead(file, path, {}); !opened) {
-    FailToRead(result, sinks, fileName, opened.Failure().reason);
-    return result;
-  }
+  if (const Status opened = OpenToRead(file, path, {}); !opened)
+    return NotRead(HeaderFault::Unreadable, fileName, opened.Failure().reason);
   QByteArray bytes = file.read(kFirstLook);
   if (bytes.count('\n') < kHeaderLines && file.size() > bytes.size()) {
     bytes += file.read(kLongestHeader - bytes.size());
   }
-  file.close();
-  if (sinks.stampMarker) StampMarker(path, bytes);
-  return DecodeRawHeader(bytes, fileName, scope, mode, sinks);
+  return ReadRawHeader(bytes, dataDirectory, fileName, regional);
 }
 
 }  // namespace vesk

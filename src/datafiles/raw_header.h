@@ -1,12 +1,8 @@
-// The 15-line header of a raw logger file: reader, record and the notes that go with it.
+// The 15-line header of a raw logger file: record and reader.
 #pragma once
 
 #include <QByteArrayView>
 #include <QString>
-
-#include <array>
-#include <functional>
-#include <vector>
 
 #include "datafiles/helpers.h"
 #include "datafiles/reading.h"
@@ -14,9 +10,6 @@
 #include "platform/result.h"
 
 namespace vesk {
-
-/// Versions of the raw format that are read, as one text: a version v is accepted when "V" + v occurs in it.
-inline constexpr char kAcceptedVersions[] = "V10V11V21";
 
 struct RawHeader {
   QString CompanionName;  ///< data directory + name with its 9th character "_" + ".xxx"
@@ -40,53 +33,35 @@ struct RawHeader {
   double SampleInterval = 0;  ///< minutes
   double RecordInterval = 0;  ///< minutes
   int DaysCovered = 0;
-  qint64 HeaderEnd = 0;  ///< 1-based byte offset of the first data line
+  qint64 HeaderEnd = 0;    ///< 1-based byte offset of the first data line
+  QString correctionCode;  ///< line 1, trimmed: "01", "02" and "03" tell of corrections at the office
 };
 
-/// The 15 values beside the setup-parameter labels, top to bottom.
-using SetupCells = std::array<QString, 15>;
-
-enum class HeaderScope { SingleFile, WaterYear };  ///< which correction-note prefix applies
-enum class HeaderMode { Full, HeaderOnly };        ///< Full also fills the setup cells
-
-/// What the first ten bytes of a file say of its marker.
-enum class Marker {
-  None,
-  Fresh,   ///< a line of ten bytes, CR LF among them: it can be stamped
-  OddLine  ///< the word in a line of another length: stamping would spoil the lines behind it
+/// Why a header cannot be used.
+enum class HeaderFault {
+  Missing,     ///< no such file
+  Unreadable,  ///< something else than a file, or the system refuses it
+  Version,     ///< of a version that is not read
+  Damaged      ///< a line is missing or holds something else than it should
 };
 
-/// firstBytes: the file's beginning, ten bytes or more.
-Marker MarkerOf(QByteArrayView firstBytes);
-
-/// What the reader needs from outside. Null members are left out.
-struct HeaderSinks {
-  QString dataDirectory;                     ///< folder of the file, with its trailing separator
-  std::vector<Message>* messages = nullptr;  ///< message list; cleared by every call
-  SetupCells* cells = nullptr;               ///< written in full mode
-  Regional regional;                         ///< how the header's numbers are read
-  QString stationName;                       ///< name shown in the setup cells
-  bool stampMarker = false;  ///< replace a fresh file's marker; the only change ever made, and none to a link
+struct HeaderRefusal {
+  HeaderFault fault = HeaderFault::Damaged;
+  Message detail;           ///< file, line and what was expected
+  RawHeader header;         ///< what could be read of it; the rest stays at its reset values
+  bool yearsKnown = false;  ///< both water years can be relied on: all but the version is well
+  bool damaged = false;     ///< a line could not be read, whatever the fault
 };
 
-/// errorText is empty for a usable file, else "Version Hatasi" or "Data'da Bilinmeyen Bir Hata Var";
-/// fields behind a failure stay at their reset values.
-struct RawHeaderReading {
-  RawHeader header;
-  QString errorText;
-  Message detail;  ///< file, line and what was expected, for the message list; empty when fine
-  bool yearsKnown =
-      false;  ///< both water years can be relied on: of a refused header, all but the version is well
-  [[nodiscard]] bool Usable() const { return errorText.isEmpty(); }
-};
+using HeaderReading = Result<RawHeader, HeaderRefusal>;
 
-/// Decodes a header from the first bytes of a file. fileName is only used for names and messages.
-RawHeaderReading DecodeRawHeader(QByteArrayView bytes, const QString& fileName, HeaderScope scope,
-                                 HeaderMode mode, const HeaderSinks& sinks);
+/// Reads a header from the first bytes of a file. dataDirectory (with its trailing separator) and fileName
+/// are only used for names and messages. regional: how the header's numbers are read.
+HeaderReading ReadRawHeader(QByteArrayView bytes, const QString& dataDirectory, const QString& fileName,
+                            const Regional& regional = {});
 
-/// Reads dataDirectory + fileName: header only, never the data lines. A missing file gives an untouched
-/// record and no error text.
-RawHeaderReading ReadRawHeader(const QString& fileName, HeaderScope scope, HeaderMode mode,
-                               const HeaderSinks& sinks);
+/// The same of the file dataDirectory + fileName, of which no more than the header is read.
+HeaderReading ReadHeaderOfFile(const QString& dataDirectory, const QString& fileName,
+                               const Regional& regional = {});
 
 }  // namespace vesk

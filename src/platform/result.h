@@ -26,12 +26,13 @@ struct Error {
   [[nodiscard]] QString English() const { return In(LanguageChoice::English); }
 };
 
-/// Either a T or an Error. Callers test it before they look inside.
-template <class T>
+/// Either a T or a failure: an Error, unless a caller has to tell more kinds of failure apart than it can
+/// say. Callers test it before they look inside.
+template <class T, class E = Error>
 class [[nodiscard]] Result {
  public:
-  Result(T value) : content_(std::in_place_index<0>, std::move(value)) {}      // NOLINT: implicit on purpose
-  Result(Error error) : content_(std::in_place_index<1>, std::move(error)) {}  // NOLINT: implicit on purpose
+  Result(T value) : content_(std::in_place_index<0>, std::move(value)) {}  // NOLINT: implicit on purpose
+  Result(E error) : content_(std::in_place_index<1>, std::move(error)) {}  // NOLINT: implicit on purpose
 
   [[nodiscard]] bool Ok() const { return content_.index() == 0; }
   explicit operator bool() const { return Ok(); }
@@ -39,7 +40,7 @@ class [[nodiscard]] Result {
   [[nodiscard]] T& Value() & { return std::get<0>(content_); }
   [[nodiscard]] const T& Value() const& { return std::get<0>(content_); }
   [[nodiscard]] T&& Value() && { return std::get<0>(std::move(content_)); }
-  [[nodiscard]] const Error& Failure() const { return std::get<1>(content_); }
+  [[nodiscard]] const E& Failure() const { return std::get<1>(content_); }
 
   T& operator*() & { return Value(); }
   const T& operator*() const& { return Value(); }
@@ -47,7 +48,7 @@ class [[nodiscard]] Result {
   const T* operator->() const { return &Value(); }
 
  private:
-  std::variant<T, Error> content_;
+  std::variant<T, E> content_;
 };
 
 /// Success, or an Error.

@@ -2,9 +2,11 @@
 #include <algorithm>
 
 #include "datafiles/archive.h"
+#include "datafiles/header_checks.h"
 #include "platform/csv.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
+#include "review/review_grid.h"
 #include "review/setup_parameters.h"
 
 namespace vesk {
@@ -16,11 +18,11 @@ QString DateTimeOrNothing(DateTime time) {
 
 QString StatusOf(const RawFile& file) {
   if (file.superseded) return QStringLiteral("superseded");
-  return file.reading.Usable() ? QStringLiteral("ok") : file.reading.errorText;
+  return file.Usable() ? QStringLiteral("ok") : TextOf(file.refusal->fault);
 }
 
 void AppendFileLine(QByteArray& text, const RawFile& file) {
-  const RawHeader& header = file.reading.header;
+  const RawHeader& header = file.header;
   const QString station = header.StationNo.isEmpty() ? file.Station().mid(4) : header.StationNo;
   QStringList fields = {file.diskName,
                         station,
@@ -120,7 +122,7 @@ int RunFilesVerb(const QStringList& arguments) {
   output.Text() = "file\tstation\tversion\tfirst\tlast\tdays\twater_years\tstatus\n";
   for (const RawFile& file : files) {
     AppendFileLine(output.Text(), file);
-    if (!file.reading.Usable()) Complain(file.reading.detail.English());
+    if (!file.Usable()) Complain(file.refusal->detail.English());
   }
   for (const Message& hidden : HiddenFiles(files)) Complain(hidden.English());
   return Finish(output);
@@ -137,17 +139,14 @@ int RunHeaderVerb(const QStringList& arguments) {
   if (!folder) return Fail(folder.Failure());
   const auto file = FindRawFile(*folder, parser.positionalArguments().at(1));
   if (!file) return Fail(file.Failure());
-  SetupCells cells;
-  std::vector<Message> messages;
-  HeaderSinks sinks;
-  sinks.dataDirectory = *folder;
-  sinks.cells = &cells;
-  sinks.messages = &messages;
-  sinks.stationName = StationNameFrom(parser.value(QStringLiteral("register")), file->Station().mid(4));
-  const RawHeaderReading reading =
-      ReadRawHeader(file->diskName, HeaderScope::SingleFile, HeaderMode::Full, sinks);
-  for (const Message& message : messages) Complain(message.English());
-  if (!reading.Usable()) return Fail({Message::Verbatim(reading.errorText), {}, reading.detail});
+  const QString stationName =
+      StationNameFrom(parser.value(QStringLiteral("register")), file->Station().mid(4));
+  const HeaderReading reading = ReadHeaderOfFile(*folder, file->diskName);
+  for (const Message& message : HeaderNotes(reading, HeaderScope::SingleFile)) Complain(message.English());
+  if (!reading) {
+    return Fail({Message::Verbatim(TextOf(reading.Failure().fault)), {}, reading.Failure().detail});
+  }
+  const SetupCells cells = SetupCellsOf(*reading, stationName);
   Output output({});
   for (std::size_t row = 0; row < cells.size(); ++row) {
     output.Text() += (SetupLabels()[row] + QLatin1Char('\t') + cells[row].trimmed()).toUtf8() + '\n';

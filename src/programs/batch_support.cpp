@@ -33,7 +33,7 @@ struct StationFiles {
   std::vector<RawFile> files;
   std::vector<QString> complaints;
   [[nodiscard]] bool Usable() const {
-    return std::all_of(files.begin(), files.end(), [](const RawFile& file) { return file.reading.Usable(); });
+    return std::all_of(files.begin(), files.end(), [](const RawFile& file) { return file.Usable(); });
   }
 };
 
@@ -41,8 +41,8 @@ struct StationFiles {
 StationFiles WithHeaders(const QString& folder, StationFiles found) {
   ReadHeaders(folder, found.files);
   for (const RawFile& file : found.files) {
-    if (file.reading.Usable()) continue;
-    found.complaints.push_back(file.reading.errorText + QStringLiteral(": ") + file.reading.detail.English());
+    if (file.Usable()) continue;
+    found.complaints.push_back(file.WhyRefused().English());
   }
   for (const Message& hidden : HiddenFiles(found.files)) found.complaints.push_back(hidden.English());
   return found;

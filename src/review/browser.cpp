@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "datafiles/archive.h"
+#include "datafiles/header_checks.h"
 #include "datafiles/raw_file_names.h"
 
 namespace vesk {
@@ -95,11 +96,7 @@ BrowserReport Browser::SelectStation(int index) {
   files_ = FilesInUse(files_);  // read-outs that could not be archived take no part either
   ReadHeaders(dataDirectory_, files_);
   for (const RawFile& file : files_) {
-    if (file.reading.Usable()) continue;
-    const Message why =
-        file.reading.detail.IsEmpty() ? Message::Verbatim(file.listName) : file.reading.detail;
-    report.refused.push_back(
-        Message::Joined({Message::Verbatim(file.reading.errorText), why}, QStringLiteral(": ")));
+    if (!file.Usable()) report.refused.push_back(file.WhyRefused());
   }
   waterYears_ = WaterYearsOf(files_, dataDirectory_, station_, words_.converted);
   return report;
@@ -113,14 +110,11 @@ bool Browser::SelectRawFile(int index, const QString& stationName, SetupCells& c
   chosenFile_ = index;
   marksShown_ = false;
   RawFile& file = files_[static_cast<std::size_t>(index)];
-  HeaderSinks sinks;
-  sinks.dataDirectory = dataDirectory_;
-  sinks.messages = &messages;
-  sinks.cells = &cells;
-  sinks.stationName = stationName;
-  sinks.regional = regional_;
-  file.reading = ReadRawHeader(file.diskName, HeaderScope::SingleFile, HeaderMode::Full, sinks);
-  if (!file.reading.Usable() && !file.reading.detail.IsEmpty()) messages.push_back(file.reading.detail);
+  const HeaderReading reading = ReadHeaderOfFile(dataDirectory_, file.diskName, regional_);
+  file.Take(reading);
+  messages = HeaderNotes(reading, HeaderScope::SingleFile);
+  if (!reading) messages.push_back(reading.Failure().detail);
+  if (const auto shown = SetupCellsOf(reading, stationName)) cells = *shown;
   ApplyCaptionRule(BrowserList::ListOrjDos);
   confirm_ = {words_.readFile, true};
   return true;
@@ -154,8 +148,8 @@ std::vector<int> Browser::IndexesOf(const std::vector<int>& waterYears) const {
 }
 
 bool Browser::HoldsChosenYear(const RawFile& file) const {
-  if (!file.reading.Usable()) return false;
-  const RawHeader& header = file.reading.header;
+  if (!file.Usable()) return false;
+  const RawHeader& header = file.header;
   return std::any_of(chosenYears_.begin(), chosenYears_.end(), [&](int index) {
     const int year = waterYears_[static_cast<std::size_t>(index)].waterYear;
     return header.FirstWaterYear <= year && header.LastWaterYear >= year;

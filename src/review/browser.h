@@ -10,6 +10,7 @@
 #include "datafiles/raw_header.h"
 #include "review/load_readings.h"
 #include "review/raw_files.h"
+#include "review/setup_parameters.h"
 
 namespace vesk {
 

@@ -6,10 +6,12 @@
 
 #include "datafiles/data_lines.h"
 #include "datafiles/file_bytes.h"
+#include "datafiles/header_checks.h"
 #include "datafiles/raw_file_names.h"
 #include "platform/whole_file.h"
 #include "review/contradictions.h"
 #include "review/load_gaps.h"
+#include "review/review_grid.h"
 #include "review/setup_parameters.h"
 
 namespace vesk {
@@ -26,11 +28,11 @@ class Loader {
 
   void LoadSingleFile() {
     const RawFile& file = request_.files.front();
-    RawHeaderReading reading = ReadHeader(file, HeaderScope::SingleFile);
-    loaded_.header = reading.header;
+    const HeaderReading reading = ReadHeader(file, HeaderScope::SingleFile);
+    loaded_.header = reading ? *reading : reading.Failure().header;
     loaded_.setup = cells_;
     if (Refused(file, reading)) return;
-    ReadLines(file, reading.header, 1, std::nullopt);
+    ReadLines(file, *reading, 1, std::nullopt);
     TellFileDone(1);
   }
 
@@ -126,25 +128,25 @@ class Loader {
   bool TakeFile(std::size_t i, int year, const DayWindow& window) {
     const RawFile& file = request_.files[i];
     const std::vector<Message> notesBefore = headerNotes_;
-    const RawHeaderReading reading = ReadHeader(file, HeaderScope::WaterYear);
+    const HeaderReading reading = ReadHeader(file, HeaderScope::WaterYear);
     if (NotOfYear(reading, year)) {
       headerNotes_ = notesBefore;
-      Tell(reading.detail);
+      Tell(reading.Failure().detail);
+      return true;
+    }
+    if (IsGone(reading)) {
+      Miss(file, Message(Wording{u"%1: yüklenmedi; dosya artık yerinde değil",
+                                 u"%1: not loaded; the file is no longer there"},
+                         file.diskName));
       return true;
     }
     if (Refused(file, reading)) {
       MissTheRest(i);
       return false;
     }
-    if (reading.header.HeaderEnd == 0) {
-      Miss(file, Message(Wording{u"%1: yüklenmedi; dosya artık yerinde değil",
-                                 u"%1: not loaded; the file is no longer there"},
-                         file.diskName));
-      return true;
-    }
-    loaded_.header = reading.header;
+    loaded_.header = *reading;
     MergeCells(year);
-    if (!Holds(reading.header, year)) return true;
+    if (!Holds(*reading, year)) return true;
     if (filesOfYear_ == kMostFilesInLoad) {
       Miss(file, Message(Wording{u"%1: yüklenmedi; %2 su yılının %3 dosyadan fazlası var",
                                  u"%1: not loaded; water year %2 has more than %3 files"},
@@ -153,7 +155,7 @@ class Loader {
     }
     ++filesOfYear_;
     const int number = std::min(static_cast<int>(i) + 1, kLargestFileNumber);
-    ReadLines(file, reading.header, static_cast<std::uint8_t>(number), window);
+    ReadLines(file, *reading, static_cast<std::uint8_t>(number), window);
     return true;
   }
 
@@ -164,17 +166,15 @@ class Loader {
     if (request_.progress) request_.progress(static_cast<int>(filesDone_ * 100 / filesInAll));
   }
 
-  RawHeaderReading ReadHeader(const RawFile& file, HeaderScope scope) {
-    std::vector<Message> notes;
-    HeaderSinks sinks;
-    sinks.dataDirectory = request_.dataDirectory;
-    sinks.messages = &notes;
-    sinks.cells = &cells_;
-    sinks.stationName = request_.stationName;
-    sinks.regional = request_.regional;
-    RawHeaderReading reading = ReadRawHeader(file.diskName, scope, HeaderMode::Full, sinks);
-    headerNotes_ = std::move(notes);
+  HeaderReading ReadHeader(const RawFile& file, HeaderScope scope) {
+    HeaderReading reading = ReadHeaderOfFile(request_.dataDirectory, file.diskName, request_.regional);
+    headerNotes_ = HeaderNotes(reading, scope);
+    if (const auto cells = SetupCellsOf(reading, request_.stationName)) cells_ = *cells;
     return reading;
+  }
+
+  static bool IsGone(const HeaderReading& reading) {
+    return !reading && reading.Failure().fault == HeaderFault::Missing;
   }
 
   /// Once, though every further water year meets the same files.
@@ -195,8 +195,8 @@ class Loader {
   }
 
   /// A refused file whose water years are certain all the same, and the year is none of them.
-  static bool NotOfYear(const RawHeaderReading& reading, int year) {
-    return !reading.Usable() && reading.yearsKnown && !Holds(reading.header, year);
+  static bool NotOfYear(const HeaderReading& reading, int year) {
+    return !reading && reading.Failure().yearsKnown && !Holds(reading.Failure().header, year);
   }
 
   /// The load ends with file `refused` of a year: the files behind it, and for the years still to come all
@@ -205,16 +205,14 @@ class Loader {
     for (std::size_t i = 0; i < request_.files.size(); ++i) {
       const RawFile& file = request_.files[i];
       if (i == refused || !QFile::exists(request_.dataDirectory + file.diskName)) continue;
-      HeaderSinks sinks;
-      sinks.dataDirectory = request_.dataDirectory;
-      const auto reading =
-          ReadRawHeader(file.diskName, HeaderScope::WaterYear, HeaderMode::HeaderOnly, sinks);
-      const bool yearsKnown = reading.Usable() || reading.yearsKnown;
+      const HeaderReading reading = ReadHeaderOfFile(request_.dataDirectory, file.diskName);
+      const RawHeader& header = reading ? *reading : reading.Failure().header;
+      const bool yearsKnown = reading || reading.Failure().yearsKnown;
       // This year's files before the refused one are in the load; of a later year none is.
       const std::size_t firstYear = yearsDone_ + (i < refused ? 1 : 0);
       for (std::size_t y = firstYear; y < request_.waterYears.size(); ++y) {
         const int year = request_.waterYears[y].left(4).toInt();
-        if (yearsKnown && !Holds(reading.header, year)) continue;
+        if (yearsKnown && !Holds(header, year)) continue;
         Miss(file,
              Message(Wording{u"%1: %2 su yılı için yüklenmedi; kabul edilmeyen bir dosya yüklemeyi bitirdi",
                              u"%1: not loaded for water year %2; a refused file ended the load"},
@@ -223,10 +221,10 @@ class Loader {
     }
   }
 
-  bool Refused(const RawFile& file, const RawHeaderReading& reading) {
-    if (reading.Usable()) return false;
+  bool Refused(const RawFile& file, const HeaderReading& reading) {
+    if (reading) return false;
     loaded_.refusedFile = file.diskName;
-    Miss(file, reading.detail);
+    Miss(file, reading.Failure().detail);
     return true;
   }
 

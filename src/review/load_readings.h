@@ -10,7 +10,7 @@
 #include "datafiles/raw_header.h"
 #include "review/change_log.h"
 #include "review/raw_files.h"
-#include "review/review_grid.h"
+#include "review/setup_parameters.h"
 
 namespace vesk {
 

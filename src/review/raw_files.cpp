@@ -7,6 +7,8 @@
 #include <algorithm>
 
 #include "datafiles/archive.h"
+#include "datafiles/header_checks.h"
+#include "datafiles/marker.h"
 #include "datafiles/raw_file_names.h"
 #include "datafiles/tidy_lock.h"
 #include "platform/folder_entries.h"
@@ -45,21 +47,15 @@ bool IsOfStation(const QString& name, const QString& station) {
   return station.isEmpty() || name.startsWith(station, Qt::CaseInsensitive);
 }
 
-RawHeaderReading ReadHeader(const QString& dataDirectory, const QString& diskName, bool stamp) {
-  HeaderSinks sinks;
-  sinks.dataDirectory = dataDirectory;
-  sinks.stampMarker = stamp;
-  return ReadRawHeader(diskName, HeaderScope::WaterYear, HeaderMode::HeaderOnly, sinks);
-}
-
 /// The name that a file goes under; its own when it keeps that. An unreadable header gives no day count, and
-/// a file that has one takes no good file's name. reading: filled where the header was needed.
-QString NameInList(const QString& dataDirectory, const QString& diskName, RawHeaderReading& reading) {
+/// a file that has one takes no good file's name. file: gets its header where that was needed.
+QString NameInList(const QString& dataDirectory, RawFile& file) {
+  const QString& diskName = file.diskName;
   const QString padded = IsCountedName(diskName) ? PaddedCountedName(diskName) : QString();
   if (padded == diskName) return padded;
-  reading = ReadHeader(dataDirectory, diskName, false);
-  if (!reading.Usable()) return diskName;
-  return padded.isEmpty() ? CountedName(diskName.left(kStemLength), reading.header.DaysCovered) : padded;
+  file.Take(ReadHeaderOfFile(dataDirectory, diskName));
+  if (!file.Usable()) return diskName;
+  return padded.isEmpty() ? CountedName(diskName.left(kStemLength), file.header.DaysCovered) : padded;
 }
 
 /// Of files that go under one name the last one that still has to get it counts, as it would replace the
@@ -95,7 +91,7 @@ void MarkSuperseded(const QString& dataDirectory, std::vector<RawFile>& files) {
   std::vector<ListedReadOut> list;
   list.reserve(files.size());
   for (const RawFile& file : files) {
-    list.push_back({file.listName, file.reading.Usable(), IsCountedName(file.diskName)});
+    list.push_back({file.listName, file.Usable(), IsCountedName(file.diskName)});
   }
   const auto sameStem = [&files](std::size_t a, std::size_t b) {
     return QStringView(files[a].listName)
@@ -104,15 +100,10 @@ void MarkSuperseded(const QString& dataDirectory, std::vector<RawFile>& files) {
   };
   for (std::size_t i = 0; i < files.size(); ++i) {
     const bool several = (i > 0 && sameStem(i - 1, i)) || (i + 1 < files.size() && sameStem(i, i + 1));
-    if (several) list[i].usable = ReadHeader(dataDirectory, files[i].diskName, false).Usable();
+    if (several) list[i].usable = ReadHeaderOfFile(dataDirectory, files[i].diskName).Ok();
   }
   const std::vector<bool> superseded = Superseded(list);
   for (std::size_t i = 0; i < files.size(); ++i) files[i].superseded = superseded[i];
-}
-
-Marker MarkerOfFile(const QString& path) {
-  QFile file;
-  return OpenToRead(file, path, {}) ? MarkerOf(file.read(10)) : Marker::None;
 }
 
 /// One pass over a data directory.
@@ -149,8 +140,8 @@ class Tidier {
   void TidyOne(const FolderEntry& file) {
     const Marker marker = MarkerOfFile(dataDirectory_ + file.name);
     const bool ownFile = file.kind == EntryKind::File;
-    RawHeaderReading reading;
-    const QString to = NameInList(dataDirectory_, file.name, reading);
+    RawFile named{.diskName = file.name, .listName = {}, .header = {}, .hides = {}};
+    const QString to = NameInList(dataDirectory_, named);
     if (!ownFile) {
       if (marker != Marker::None || to != file.name) {
         report_.failures.push_back(
@@ -172,10 +163,10 @@ class Tidier {
           name));
       return;
     }
-    (void)ReadHeader(dataDirectory_, name, true);
-    if (MarkerOfFile(dataDirectory_ + name) == Marker::Fresh) {
+    if (const Status stamped = StampMarker(dataDirectory_ + name); !stamped) {
       report_.failures.push_back(
-          Message(Wording{u"%1 dosyasının okunma işareti silinemedi", u"%1 could not be stamped"}, name));
+          Message(Wording{u"%1 dosyasının okunma işareti silinemedi: %2", u"%1 could not be stamped: %2"},
+                  name, stamped.Failure().reason));
     } else {
       report_.done.push_back({Wording{u"%1 okundu olarak işaretlendi", u"%1 stamped"}, name});
     }
@@ -246,6 +237,11 @@ QSet<QString> ConvertedFiles(const QString& dataDirectory, const QString& statio
 
 }  // namespace
 
+Message RawFile::WhyRefused() const {
+  if (!refusal) return {};
+  return Message::Joined({Message::Verbatim(TextOf(refusal->fault)), refusal->detail}, QStringLiteral(": "));
+}
+
 bool IsStationEntry(const QString& entry) {
   return ParseNumber(entry) > 0;
 }
@@ -275,7 +271,7 @@ std::vector<RawFile> ListRawFiles(const QString& dataDirectory, const QString& s
     if (!IsRawName(entry.name) || !IsOfStation(entry.name, station)) continue;
     RawFile file;
     file.diskName = entry.name;
-    file.listName = NameInList(dataDirectory, entry.name, file.reading);
+    file.listName = NameInList(dataDirectory, file);
     files.push_back(std::move(file));
   }
   files = OneFileAName(std::move(files));
@@ -284,7 +280,7 @@ std::vector<RawFile> ListRawFiles(const QString& dataDirectory, const QString& s
 }
 
 void ReadHeaders(const QString& dataDirectory, std::vector<RawFile>& files) {
-  for (RawFile& file : files) file.reading = ReadHeader(dataDirectory, file.diskName, false);
+  for (RawFile& file : files) file.Take(ReadHeaderOfFile(dataDirectory, file.diskName));
 }
 
 std::vector<RawFile> FilesInUse(const std::vector<RawFile>& files) {
@@ -337,8 +333,8 @@ std::vector<WaterYearEntry> WaterYearsOf(const std::vector<RawFile>& files, cons
   const QSet<QString> converted =
       convertedWord.isEmpty() ? QSet<QString>() : ConvertedFiles(dataDirectory, station);
   for (const RawFile& file : files) {
-    if (!file.reading.Usable()) continue;
-    for (int year = file.reading.header.FirstWaterYear; year <= file.reading.header.LastWaterYear; ++year) {
+    if (!file.Usable()) continue;
+    for (int year = file.header.FirstWaterYear; year <= file.header.LastWaterYear; ++year) {
       const bool listed = std::any_of(years.begin(), years.end(),
                                       [&](const WaterYearEntry& e) { return e.waterYear == year; });
       if (listed || year <= 0) continue;

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 #include "datafiles/raw_header.h"
@@ -14,10 +15,19 @@ namespace vesk {
 struct RawFile {
   QString diskName;
   QString listName;
-  bool superseded = false;   ///< a later read-out of the same recording is there
-  RawHeaderReading reading;  ///< header, once read
+  bool superseded = false;                    ///< a later read-out of the same recording is there
+  RawHeader header;                           ///< once read
+  std::optional<HeaderRefusal> refusal = {};  ///< why the header cannot be used, once read
   std::vector<QString>
       hides;  ///< disk names of further files that go under this list name; nothing reads them
+
+  [[nodiscard]] bool Usable() const { return !refusal; }
+  void Take(const HeaderReading& reading) {
+    header = reading ? *reading : reading.Failure().header;
+    refusal = reading ? std::nullopt : std::optional(reading.Failure());
+  }
+  /// "Version Hatasi: file, line and what was expected"; empty for a usable one.
+  [[nodiscard]] Message WhyRefused() const;
 
   [[nodiscard]] QString Station() const { return listName.left(9); }
 };

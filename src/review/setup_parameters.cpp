@@ -1,6 +1,15 @@
 #include "review/setup_parameters.h"
 
+#include "datafiles/helpers.h"
+
 namespace vesk {
+namespace {
+
+QString DateTimeCell(DateTime time) {
+  return time == DateTime{} ? QString() : DateTimeText(time);
+}
+
+}  // namespace
 
 const std::array<QString, kSetupRows>& SetupLabels() {
   static const std::array<QString, kSetupRows> labels = {
@@ -21,6 +30,31 @@ const std::array<QString, kSetupRows>& SetupLabels() {
       QStringLiteral("Kapsadığı Su Yılları"),
   };
   return labels;
+}
+
+SetupCells SetupCellsOf(const RawHeader& header, const QString& stationName) {
+  return {header.Version,
+          header.LoggerType,
+          QString(),
+          header.RegionNo,
+          header.BasinNo,
+          header.StationNo,
+          stationName,
+          DateTimeCell(header.SetupTime),
+          DateTimeCell(header.FirstRecordTime),
+          DateTimeCell(header.LastRecordTime),
+          (header.DaysCovered >= 0 ? QStringLiteral(" ") : QString()) + QString::number(header.DaysCovered) +
+              QStringLiteral(" Gün"),
+          NumberText(header.SampleCount) + QStringLiteral(" Adet"),
+          NumberText(header.SampleInterval) + QStringLiteral(" Dak."),
+          NumberText(header.RecordInterval) + QStringLiteral(" Dak."),
+          header.WaterYearsText};
+}
+
+std::optional<SetupCells> SetupCellsOf(const HeaderReading& reading, const QString& stationName) {
+  if (reading) return SetupCellsOf(*reading, stationName);
+  if (reading.Failure().fault != HeaderFault::Damaged) return std::nullopt;
+  return SetupCellsOf(reading.Failure().header, stationName);
 }
 
 void MergeSetupCells(const SetupCells& reference, const SetupCells& further, SetupCells& cells) {

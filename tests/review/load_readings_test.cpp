@@ -4,6 +4,7 @@
 
 #include "review/data_folder_fixture.h"
 #include "review/not_whole_note.h"
+#include "review/review_grid.h"
 #include "review/setup_parameters.h"
 #include "support/english.h"
 

@@ -68,7 +68,7 @@ TEST_F(RawFilesTest, ADeliveredFileReplacesAnOlderOneOfItsNewName) {
   std::vector<RawFile> files = ListRawFiles(folder_);
   ReadHeaders(folder_, files);
   ASSERT_EQ(files.size(), 1U);
-  EXPECT_EQ(files[0].reading.header.DaysCovered, 2);
+  EXPECT_EQ(files[0].header.DaysCovered, 2);
 }
 
 TEST_F(RawFilesTest, ARenamingThatFailsIsToldAndTheFileStaysListed) {
@@ -96,7 +96,7 @@ TEST_F(RawFilesTest, ListingAndTidyingTakeTheSameFileOfThoseThatClaimOneName) {
     std::vector<RawFile> files = ListRawFiles(folder_);
     ReadHeaders(folder_, files);
     EXPECT_EQ(files.size(), 1U);
-    return DateTimeText(files.front().reading.header.LastRecordTime);
+    return DateTimeText(files.front().header.LastRecordTime);
   };
   EXPECT_EQ(HiddenFiles(ListRawFiles(folder_)).size(), 3U);
   const QString before = listed();

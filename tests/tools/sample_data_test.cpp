@@ -14,7 +14,7 @@ namespace vesk::sample {
 namespace {
 
 struct Decoded {
-  RawHeaderReading header;
+  HeaderReading header = HeaderRefusal{};
   std::vector<Reading> readings;
   DataLineTally tally;
 };
@@ -22,9 +22,9 @@ struct Decoded {
 Decoded Decode(const RawFilePlan& plan) {
   const QByteArray bytes = RawFileBytes(plan);
   Decoded decoded;
-  decoded.header =
-      DecodeRawHeader(bytes, RawFileName(plan), HeaderScope::SingleFile, HeaderMode::HeaderOnly, {});
-  decoded.tally = DecodeDataLines(bytes, decoded.header.header.HeaderEnd, 1, {}, decoded.readings);
+  decoded.header = ReadRawHeader(bytes, {}, RawFileName(plan));
+  const RawHeader& header = decoded.header ? *decoded.header : decoded.header.Failure().header;
+  decoded.tally = DecodeDataLines(bytes, header.HeaderEnd, 1, {}, decoded.readings);
   return decoded;
 }
 
@@ -61,9 +61,9 @@ TEST(SampleData, EveryFileIsReadWithoutALeftover) {
       SCOPED_TRACE(RawFileName(plan).toStdString());
       const Decoded decoded = Decode(plan);
       EXPECT_EQ(RawFileName(plan).left(9), station.entry);
-      EXPECT_EQ(decoded.header.Usable(), plan.version != "12")
-          << decoded.header.detail.English().toStdString();
-      EXPECT_EQ(decoded.header.header.StationNo, station.entry.right(5));
+      EXPECT_EQ(decoded.header.Ok(), plan.version != "12");
+      EXPECT_EQ((decoded.header ? *decoded.header : decoded.header.Failure().header).StationNo,
+                station.entry.right(5));
       EXPECT_EQ(decoded.tally.refused, 0);
       EXPECT_EQ(decoded.tally.blank, 0);
       EXPECT_EQ(decoded.tally.kept, static_cast<qint64>(decoded.readings.size()));
@@ -93,7 +93,7 @@ TEST(SampleData, OddThingsAreWhereTheyAreSaidToBe) {
   for (const Reading& reading : slow.readings) {
     EXPECT_FALSE(DateTime(reading.day) == still && reading.kind != ReadingKind::Ordinary);
   }
-  EXPECT_EQ(slow.header.header.LastRecordTime, At(2024, 4, 1, 0, 47));
+  EXPECT_EQ(slow.header->LastRecordTime, At(2024, 4, 1, 0, 47));
 }
 
 }  // namespace

@@ -166,15 +166,16 @@ class ReadOut {
 
   /// Lines that the tally knows are all lines behind the header.
   void CheckTally() {
-    header_ = DecodeRawHeader(bytes_, name_, HeaderScope::SingleFile, HeaderMode::HeaderOnly, {});
-    if (!header_.Usable() || header_.header.HeaderEnd < 1) return;
+    const HeaderReading reading = ReadRawHeader(bytes_, {}, name_);
+    header_ = reading ? std::optional(*reading) : std::nullopt;
+    if (!header_) return;
     for (const bool window : {false, true}) {
       std::vector<Reading> out;
       std::optional<DayWindow> days;
       if (window) days = DayWindow{WaterYearFirstDay(kYear), WaterYearLastDay(kYear)};
-      const DataLineTally tally = DecodeDataLines(bytes_, header_.header.HeaderEnd, 1, days, out);
+      const DataLineTally tally = DecodeDataLines(bytes_, header_->HeaderEnd, 1, days, out);
       const qint64 told = tally.kept + tally.outsideWindow + tally.blank + tally.refused + tally.afterEnd;
-      const qint64 lines = LinesIn(QByteArrayView(bytes_).sliced(header_.header.HeaderEnd - 1));
+      const qint64 lines = LinesIn(QByteArrayView(bytes_).sliced(header_->HeaderEnd - 1));
       if (told != lines)
         Break("the line counts do not add up", QByteArray::number(told) + " of " + QByteArray::number(lines));
       if (tally.kept != static_cast<qint64>(out.size())) Break("the count of kept lines is wrong", {});
@@ -224,8 +225,8 @@ class ReadOut {
       return Break("a row that no logger wrote, without a word", row.Text());
     }
     lost_ = static_cast<qint64>(shown.size()) < Expected();
-    if (lost_ && header_.Usable() && !choice.years.empty() &&
-        (header_.header.FirstWaterYear > kYear || header_.header.LastWaterYear < kYear)) {
+    if (lost_ && header_ && !choice.years.empty() &&
+        (header_->FirstWaterYear > kYear || header_->LastWaterYear < kYear)) {
       lost_ = false;
       run_.Count("files whose header speaks of another year");
       return;
@@ -270,7 +271,7 @@ class ReadOut {
   QByteArray bytes_;
   Damage damage_ = Damage::Cut;
   std::multiset<QByteArray> intact_;
-  RawHeaderReading header_;
+  std::optional<RawHeader> header_;
   bool lost_ = false;
 };
 

@@ -71,9 +71,9 @@ Choice WriteWorld(const World& world, const QString& folder) {
 }
 
 QString CountedNameOf(const RawFilePlan& plan) {
-  const RawHeaderReading reading = DecodeRawHeader(sample::RawHeaderBytes(plan), sample::RawFileName(plan),
-                                                   HeaderScope::SingleFile, HeaderMode::HeaderOnly, {});
-  return CountedName(sample::RawFileName(plan).left(16), reading.header.DaysCovered);
+  const HeaderReading reading = ReadRawHeader(sample::RawHeaderBytes(plan), {}, sample::RawFileName(plan));
+  const int days = (reading ? *reading : reading.Failure().header).DaysCovered;
+  return CountedName(sample::RawFileName(plan).left(16), days);
 }
 
 }  // namespace vesk::torture
