@@ -45,10 +45,10 @@ BENCHMARK(ReadBytes)->Unit(benchmark::kMillisecond);
 void LoadWaterYear(benchmark::State& state) {
   vesk::LoadRequest request;
   request.dataDirectory = Bulk().Directory();
-  request.station = QStringLiteral("101-20000");
+  request.station = StationId(QStringLiteral("101-20000"));
   request.files = vesk::ListRawFiles(Bulk().Directory());
   vesk::ReadHeaders(request.dataDirectory, request.files);
-  request.waterYears = {QStringLiteral("2025 ")};
+  request.choice = WaterYears{{{{2025}}}};
   const qint64 fileBytes = QFile(Bulk().Path()).size();
   qint64 bytes = 0;
   for (auto _ : state) {

@@ -61,7 +61,7 @@ const StationFolder& Year(int intervalMinutes) {
 }
 
 LoadRequest RequestOf(const StationFolder& folder) {
-  return WaterYearRequest(folder.Directory(), QStringLiteral("101-12001"), 2025, {});
+  return WaterYearRequest(folder.Directory(), StationId(QStringLiteral("101-12001")), {2025}, {});
 }
 
 void ReadSameBytes(benchmark::State& state, const StationFolder& folder) {

@@ -7,7 +7,7 @@
 
 namespace vesk {
 
-FormCokluSecim::FormCokluSecim(const QStringList& waterYears, const QStringList& chosen,
+FormCokluSecim::FormCokluSecim(const QStringList& waterYears, const std::vector<int>& chosen,
                                const Language& language, QWidget* parent)
     : QDialog(parent) {
   setObjectName(QStringLiteral("FormCokluSecim"));
@@ -18,7 +18,10 @@ FormCokluSecim::FormCokluSecim(const QStringList& waterYears, const QStringList&
   for (const QString& text : waterYears) {
     auto* item = new QListWidgetItem(text, list_);
     item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-    item->setCheckState(chosen.contains(text) ? Qt::Checked : Qt::Unchecked);
+    item->setCheckState(Qt::Unchecked);
+  }
+  for (const int place : chosen) {
+    if (QListWidgetItem* item = list_->item(place)) item->setCheckState(Qt::Checked);
   }
   if (list_->count() > 0) list_->setCurrentRow(0);
   auto* accept = new QPushButton(language.Text(Caption::Ok), this);
@@ -40,12 +43,12 @@ FormCokluSecim::FormCokluSecim(const QStringList& waterYears, const QStringList&
   resize(260, 300);
 }
 
-QStringList FormCokluSecim::Chosen() const {
-  QStringList texts;
+std::vector<int> FormCokluSecim::Chosen() const {
+  std::vector<int> places;
   for (int row = 0; row < list_->count(); ++row) {
-    if (list_->item(row)->checkState() == Qt::Checked) texts.append(list_->item(row)->text());
+    if (list_->item(row)->checkState() == Qt::Checked) places.push_back(row);
   }
-  return texts;
+  return places;
 }
 
 }  // namespace vesk

@@ -4,6 +4,8 @@
 #include <QDialog>
 #include <QStringList>
 
+#include <vector>
+
 #include "shell/language.h"
 
 class QListWidget;
@@ -14,12 +16,12 @@ class FormCokluSecim : public QDialog {
   Q_OBJECT
 
  public:
-  /// waterYears: entries as the station's list shows them; chosen: those of them that are chosen already.
-  FormCokluSecim(const QStringList& waterYears, const QStringList& chosen, const Language& language,
+  /// waterYears: entries as the station's list shows them; chosen: places of those that are chosen already.
+  FormCokluSecim(const QStringList& waterYears, const std::vector<int>& chosen, const Language& language,
                  QWidget* parent = nullptr);
 
-  /// The checked entries, in list order.
-  [[nodiscard]] QStringList Chosen() const;
+  /// Places of the checked entries, from 0, in list order.
+  [[nodiscard]] std::vector<int> Chosen() const;
 
  private:
   QListWidget* list_ = nullptr;

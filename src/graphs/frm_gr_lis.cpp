@@ -20,8 +20,8 @@ QString StateTitle(const Language& language) {
 
 }  // namespace
 
-FrmGrLis::FrmGrLis(const QStringList& entries, QString dataDirectory, const Language& language,
-                   QWidget* parent)
+FrmGrLis::FrmGrLis(const std::vector<GraphListEntry>& entries, QString dataDirectory,
+                   const Language& language, QWidget* parent)
     : QDialog(parent), dataDirectory_(std::move(dataDirectory)), language_(language) {
   setObjectName(QStringLiteral("FrmGrLis"));
   setWindowTitle(language_.Text(Caption::List));
@@ -102,14 +102,12 @@ void FrmGrLis::LayOut() {
   grid->addLayout(MakeButtons(), 3, 0, 1, 3);
 }
 
-void FrmGrLis::FillLists(const QStringList& entries) {
+void FrmGrLis::FillLists(const std::vector<GraphListEntry>& entries) {
   QStringList stored = QDir(dataDirectory_).entryList({QStringLiteral("Graf*.txt")}, QDir::Files, QDir::Name);
   stored.removeIf([](const QString& name) { return WaterYearOfGraphFile(name) == 0; });
   stored_->addItems(stored);
-  for (const QString& text : entries) {
-    if (const auto entry = ReadGraphListText(text)) AddFile(GraphFileName(entry->waterYear, entry->station));
-  }
-  if (entries.isEmpty()) {
+  for (const GraphListEntry& entry : entries) AddFile(FileNameOf(entry));
+  if (entries.empty()) {
     for (const QString& name : stored.first(std::min<qsizetype>(stored.size(), kMostGraphStations)))
       AddFile(name);
   }

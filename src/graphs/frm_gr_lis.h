@@ -22,7 +22,7 @@ class FrmGrLis : public QDialog {
  public:
   /// entries: of the graph list; their files stand in List1 at first. Without entries all graph data files of
   /// dataDirectory (trailing separator) do, at most four.
-  FrmGrLis(const QStringList& entries, QString dataDirectory, const Language& language,
+  FrmGrLis(const std::vector<GraphListEntry>& entries, QString dataDirectory, const Language& language,
            QWidget* parent = nullptr);
 
   /// The files to draw, in list order; empty unless the dialog was accepted.
@@ -33,7 +33,7 @@ class FrmGrLis : public QDialog {
   void ConnectLists();
   QLayout* MakeButtons();
   void LayOut();
-  void FillLists(const QStringList& entries);
+  void FillLists(const std::vector<GraphListEntry>& entries);
   void AddFile(const QString& fileName);
   void RemoveRow(int row);
   void Clear();

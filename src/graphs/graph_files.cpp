@@ -15,9 +15,6 @@
 namespace vesk {
 namespace {
 
-constexpr qsizetype kStationWidth = 9;
-constexpr qsizetype kYearWidth = 4;
-
 Error ListFailure(const Message& reason) {
   return {Wording{u"Grafik listesi çizilemez", u"The graph list cannot be drawn"}, {}, reason};
 }
@@ -25,9 +22,7 @@ Error ListFailure(const Message& reason) {
 // Loggers of one station number may differ in the prefix alone, which a file name leaves out: the second
 // would overwrite the first.
 Status NoSharedFile(const std::vector<GraphListEntry>& list) {
-  const auto fileOf = [](const GraphListEntry& entry) {
-    return GraphFileName(entry.waterYear, entry.station);
-  };
+  const auto& fileOf = FileNameOf;
   for (auto entry = list.begin(); entry != list.end(); ++entry) {
     const QString file = fileOf(*entry);
     const auto earlier = std::find_if(list.begin(), entry, [&](const GraphListEntry& one) {
@@ -38,29 +33,19 @@ Status NoSharedFile(const std::vector<GraphListEntry>& list) {
         Wording{u"%1 ve %2 istasyonlarının %3 su yılı aynı dosyaya yazılacaktı (%4); birini listeden çıkarın",
                 u"%1 and %2 of water year %3 would be written to the same file (%4); take one of them out of "
                 u"the list"},
-        earlier->station, entry->station, QString::number(entry->waterYear), file));
+        earlier->station.Text(), entry->station.Text(), entry->year.Text(), file));
   }
   return {};
 }
 
-Result<std::vector<GraphListEntry>> ReadList(const QStringList& entries) {
-  if (entries.isEmpty()) return ListFailure(Wording{u"liste boş", u"it is empty"});
-  if (entries.size() > kMostGraphStations) {
+Status CheckList(const std::vector<GraphListEntry>& list) {
+  if (list.empty()) return ListFailure(Wording{u"liste boş", u"it is empty"});
+  if (list.size() > kMostGraphStations) {
     return ListFailure({Wording{u"%1 satırı var, en çok %2 grafik birlikte çizilebilir",
                                 u"it has %1 entries, at most %2 can be drawn together"},
-                        entries.size(), kMostGraphStations});
+                        list.size(), kMostGraphStations});
   }
-  std::vector<GraphListEntry> list;
-  for (const QString& text : entries) {
-    const auto entry = ReadGraphListText(text);
-    if (!entry)
-      return ListFailure(
-          {Wording{u"\"%1\" bir istasyon ve su yılı göstermiyor", u"no station and water year in \"%1\""},
-           text});
-    list.push_back(*entry);
-  }
-  if (const Status apart = NoSharedFile(list); !apart) return apart.Failure();
-  return list;
+  return NoSharedFile(list);
 }
 
 // Links and whatever else is no plain file: neither read, deleted nor written through.
@@ -119,7 +104,7 @@ Status ClearGraphFiles(const QString& dataDirectory, const Language& language, Q
 // A link or folder that has the name of a file to be written.
 Status NothingInTheWay(const QString& dataDirectory, const std::vector<GraphListEntry>& list) {
   for (const GraphListEntry& entry : list) {
-    const QFileInfo file(dataDirectory + GraphFileName(entry.waterYear, entry.station));
+    const QFileInfo file(dataDirectory + FileNameOf(entry));
     const bool there = file.exists() || file.isSymLink();
     if (there && !IsPlainFile(file)) {
       return Error{Wording{u"Grafik veri dosyası yazılamadı", u"The graph data file could not be written"},
@@ -150,7 +135,7 @@ struct LoadedEntry {
 };
 
 QString NameOf(const GraphListEntry& entry) {
-  return QStringLiteral("%1/%2").arg(entry.station).arg(entry.waterYear);
+  return entry.station.Text().trimmed() + QLatin1Char('/') + entry.year.Text();
 }
 
 // Everything is loaded before anything is deleted. Fails when nothing can be loaded.
@@ -182,41 +167,34 @@ Status WriteOne(const QString& dataDirectory, const LoadedEntry& one, const Lang
   };
   for (const Message& message : loaded.messages) tell(language.Say(message));
   if (!loaded.refusedFile.isEmpty()) tell(RefusedMessage(loaded.refusedFile, language));
-  const auto written =
-      WriteGraphFile(dataDirectory, entry.waterYear, entry.station, loaded.series.ReadingsAsShown());
+  const auto written = WriteGraphFile(dataDirectory, entry.year.number, entry.station.Text().trimmed(),
+                                      loaded.series.ReadingsAsShown());
   if (!written) return written.Failure();
   if (written->records == 0) {
     tell(language.Say(Wording{u"okuma yok", u"no readings"}));
   }
   if (!written->cutRecords.empty()) tell(CutMessage(*written, language));
   built.files.push_back(
-      {dataDirectory + written->name, written->name, StationOfGraphFile(written->name), entry.waterYear});
+      {dataDirectory + written->name, written->name, StationOfGraphFile(written->name), entry.year.number});
   return {};
 }
 
 }  // namespace
 
-QString GraphListText(const QString& station, const QString& waterYearEntry) {
-  return station.trimmed().leftJustified(kStationWidth) + QLatin1Char('/') +
-         waterYearEntry.trimmed().left(kYearWidth);
+QString FileNameOf(const GraphListEntry& entry) {
+  return GraphFileName(entry.year.number, entry.station.Text().trimmed());
 }
 
-std::optional<GraphListEntry> ReadGraphListText(const QString& text) {
-  if (text.size() < kStationWidth + kYearWidth) return std::nullopt;
-  bool numeric = false;
-  const int year = text.right(kYearWidth).toInt(&numeric);
-  const QString station = text.left(kStationWidth).trimmed();
-  if (!numeric || year <= 0 || station.isEmpty()) return std::nullopt;
-  return GraphListEntry{station, year};
+QString GraphListEntry::Text() const {
+  return station.Text().trimmed().leftJustified(StationId::kLength) + QLatin1Char('/') + year.Text();
 }
 
-Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const QStringList& entries,
+Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const std::vector<GraphListEntry>& list,
                                         const LoadWaterYear& load, const Language& language) {
-  const auto list = ReadList(entries);
-  if (!list) return list.Failure();
-  if (const Status free = NothingInTheWay(dataDirectory, *list); !free) return free.Failure();
+  if (const Status fine = CheckList(list); !fine) return fine.Failure();
+  if (const Status free = NothingInTheWay(dataDirectory, list); !free) return free.Failure();
   GraphFilesBuilt built;
-  const auto loaded = LoadAll(*list, load, language, built);
+  const auto loaded = LoadAll(list, load, language, built);
   if (!loaded) return loaded.Failure();
   const Status cleared = ClearGraphFiles(dataDirectory, language, built.messages);
   if (!cleared) return cleared.Failure();

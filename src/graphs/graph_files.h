@@ -8,7 +8,9 @@
 #include <optional>
 #include <vector>
 
+#include "datafiles/station_id.h"
 #include "platform/result.h"
+#include "review/choice.h"
 #include "review/load_readings.h"
 #include "shell/language.h"
 
@@ -16,17 +18,18 @@ namespace vesk {
 
 inline constexpr int kMostGraphStations = 4;  ///< one series colour each among the options
 
-/// An entry of the graph list: nine characters of station, anything, four digits of the water year.
+/// An entry of the graph list.
 struct GraphListEntry {
-  QString station;    ///< station entry, trimmed
-  int waterYear = 0;  ///< calendar year in which the water year ends
+  StationId station;
+  WaterYear year;
+
+  /// "station/year", as the list shows it.
+  [[nodiscard]] QString Text() const;
+  bool operator==(const GraphListEntry&) const = default;
 };
 
-/// "station/year" as it is put into the list, whatever mark follows the year in the water-year entry.
-QString GraphListText(const QString& station, const QString& waterYearEntry);
-
-/// Nothing when the text carries no station or no water year.
-std::optional<GraphListEntry> ReadGraphListText(const QString& text);
+/// Name of the entry's graph data file.
+QString FileNameOf(const GraphListEntry& entry);
 
 /// One written graph data file.
 struct GraphFileEntry {
@@ -50,10 +53,10 @@ using LoadWaterYear = std::function<Result<LoadedReadings>(const GraphListEntry&
 /// Loads each entry, takes every "Graf*.*" out of dataDirectory and writes the entries' graph data files.
 /// What the program did not write goes to the archive folder, its own files are deleted; links, folders and
 /// what cannot be archived stay and are named. An entry that cannot be loaded is named and left out. Fails
-/// before anything is deleted: on an empty list, on more than kMostGraphStations entries, on an entry that
-/// cannot be read, on two entries that share a file name (001-12345 and 002-12345 of one year), when no entry
-/// can be loaded, when a link or folder has the name of a file to write. language: of the messages and notes.
-Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const QStringList& entries,
+/// before anything is deleted: on an empty list, on more than kMostGraphStations entries, on two entries that
+/// share a file name (001-12345 and 002-12345 of one year), when no entry can be loaded, when a link or
+/// folder has the name of a file to write. language: of the messages and notes.
+Result<GraphFilesBuilt> BuildGraphFiles(const QString& dataDirectory, const std::vector<GraphListEntry>& list,
                                         const LoadWaterYear& load, const Language& language = {});
 
 }  // namespace vesk

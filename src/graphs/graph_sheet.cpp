@@ -132,8 +132,8 @@ GraphStyle StyleOf(const Options& options) {
 GraphSheet MakeSingleSheet(const StationSeries& series, const GraphStation& station, const Options& options,
                            const Language& language, const QStringList& notes) {
   GraphSheet sheet = EmptySheet(options, language, notes);
-  const bool yearFromReadings = station.waterYear == 0 && series.ReadingCount() > 0;
-  const int year = yearFromReadings ? WaterYearOf(series.At(1).day) : station.waterYear;
+  const bool yearFromReadings = !station.waterYear && series.ReadingCount() > 0;
+  const int year = yearFromReadings ? WaterYearOf(series.At(1).day) : station.waterYear.value_or(0);
   const int lastYear = yearFromReadings ? WaterYearOf(series.At(series.ReadingCount()).day) : year;
   SetYears(sheet, year, year, std::max(year, lastYear));
   sheet.years = YearText(year);

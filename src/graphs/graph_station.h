@@ -3,13 +3,14 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace vesk {
 
 struct GraphStation {
-  QString number;  ///< station number as the title shows it, e.g. "12345"
-  QString name;    ///< station name; may be empty
-  int waterYear =
-      0;  ///< calendar year in which the water year ends; 0 takes the one of the grid's first reading
+  QString number;                     ///< station number as the title shows it, e.g. "12345"
+  QString name;                       ///< station name; may be empty
+  std::optional<int> waterYear = {};  ///< in which it ends; none takes those of the readings
 };
 
 }  // namespace vesk

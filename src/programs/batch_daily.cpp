@@ -85,19 +85,19 @@ DailyYear MakeDailyYear(const QString& folder, const StationYear& choice, Extrem
   }
   made.exit = ExitOf(*loaded);
   made.loaded = true;
-  AppendDays(choice.station.mid(4), ComputeLevelTable(loaded->series, choice.waterYear, mode, {}, false),
+  AppendDays(choice.station.Number(), ComputeLevelTable(loaded->series, choice.year.number, mode, {}, false),
              made.text);
   return made;
 }
 
 /// Adds the years to the text, complaints going out in the same order. loaded: whether there was any.
-DailyYear MakeDailyYears(const QString& folder, const Choice& chosen, ExtremeMode mode, int jobs) {
+DailyYear MakeDailyYears(const QString& folder, const ChosenYears& chosen, ExtremeMode mode, int jobs) {
   DailyYear all;
   all.exit = chosen.exit;
   OrderedWork<DailyYear> work(chosen.years.size(), jobs,
                               [&](std::size_t i) { return MakeDailyYear(folder, chosen.years[i], mode); });
   for (const StationYear& choice : chosen.years) {
-    ShowProgressLine(QStringLiteral("%1 %2").arg(choice.station).arg(choice.waterYear));
+    ShowProgressLine(QStringLiteral("%1 %2").arg(choice.station.Text()).arg(choice.year.number));
     const DailyYear made = work.Next();
     for (const QString& complaint : made.complaints) Complain(complaint);
     all.text += made.text;

@@ -24,7 +24,7 @@ constexpr int kMostSide = 20000;
 struct GraphRequest {
   QString folder, outPath, registerPath;
   QStringList stations;
-  int waterYear = 0;
+  WaterYear year;
   std::optional<Day> from, to;
   QSize size;
   int dotsPerInch = kUnitsPerInch;
@@ -70,15 +70,15 @@ Result<QSize> ReadSize(const QString& text, const QString& ending) {
 Status ReadRange(const QCommandLineParser& parser, GraphRequest& request) {
   const auto read = [&](const QString& name, std::optional<Day>& day) {
     if (!parser.isSet(name)) return true;
-    day = ReadDayOfWaterYear(parser.value(name), request.waterYear);
+    day = ReadDayOfWaterYear(parser.value(name), request.year.number);
     return day.has_value();
   };
   for (const auto& [name, day] :
        {std::pair(QStringLiteral("from"), &request.from), std::pair(QStringLiteral("to"), &request.to)}) {
     if (!read(name, *day)) return Wrong(name, QStringLiteral("no day and month of the water year"));
   }
-  const Day first = request.from.value_or(WaterYearFirstDay(request.waterYear));
-  if (request.to.value_or(WaterYearLastDay(request.waterYear)) < first) {
+  const Day first = request.from.value_or(request.year.FirstDay());
+  if (request.to.value_or(request.year.LastDay()) < first) {
     return Wrong(QStringLiteral("to"), QStringLiteral("the end lies before the start"));
   }
   return {};
@@ -130,7 +130,7 @@ Result<GraphRequest> ReadRequest(const QCommandLineParser& parser) {
     return Wrong(QStringLiteral("station"), QStringLiteral("at most %1").arg(kMostGraphStations));
   }
   const auto waterYear = ReadWaterYear(parser.value(QStringLiteral("water-year")));
-  request.waterYear = waterYear.value_or(0);
+  request.year = waterYear.value_or(WaterYear{});
   if (!waterYear) {
     return Wrong(QStringLiteral("water-year"), QStringLiteral("expected a year in four digits"));
   }
@@ -164,9 +164,9 @@ Result<LoadedStations> LoadStations(const GraphRequest& request) {
   for (const QString& wanted : request.stations) {
     QString station = wanted;
     const auto load = [&]() -> Result<LoadedReadings> {
-      const auto choice = ChooseStationYear(request.folder, inUse, wanted, request.waterYear);
+      const auto choice = ChooseStationYear(request.folder, inUse, wanted, request.year);
       if (!choice) return choice.Failure();
-      station = choice->station.mid(4);
+      station = choice->station.Number();
       return LoadStationYear(request.folder, *choice);
     };
     auto loaded = load();
@@ -179,7 +179,7 @@ Result<LoadedStations> LoadStations(const GraphRequest& request) {
     }
     all.exit = std::max(all.exit, ExitOf(*loaded));
     all.notes += NotesOfLoad(*loaded, station, request.language);
-    all.sources.push_back({station, request.waterYear, std::move(loaded->series)});
+    all.sources.push_back({station, request.year.number, std::move(loaded->series)});
   }
   if (all.sources.empty()) return *failure;
   if (failure) Complain(failure->English());
@@ -192,7 +192,7 @@ GraphSheet MakeSheet(const GraphRequest& request, const LoadedStations& loaded) 
   }
   const GraphSource& only = loaded.sources.front();
   const GraphStation station{only.station, StationNameFrom(request.registerPath, only.station),
-                             request.waterYear};
+                             request.year.number};
   return MakeSingleSheet(only.series, station, request.options, request.language, loaded.notes);
 }
 

@@ -23,7 +23,7 @@ QString StatusOf(const RawFile& file) {
 
 void AppendFileLine(QByteArray& text, const RawFile& file) {
   const RawHeader& header = file.header;
-  const QString station = header.StationNo.isEmpty() ? file.Station().mid(4) : header.StationNo;
+  const QString station = header.StationNo.isEmpty() ? file.Station().Number() : header.StationNo;
   QStringList fields = {file.diskName,
                         station,
                         header.Version,
@@ -140,7 +140,7 @@ int RunHeaderVerb(const QStringList& arguments) {
   const auto file = FindRawFile(*folder, parser.positionalArguments().at(1));
   if (!file) return Fail(file.Failure());
   const QString stationName =
-      StationNameFrom(parser.value(QStringLiteral("register")), file->Station().mid(4));
+      StationNameFrom(parser.value(QStringLiteral("register")), file->Station().Number());
   const HeaderReading reading = ReadHeaderOfFile(*folder, file->diskName);
   for (const Message& message : HeaderNotes(reading, HeaderScope::SingleFile)) Complain(message.English());
   if (!reading) {

@@ -29,7 +29,7 @@ QCommandLineOption StationOption() {
 
 /// Files of one station, their headers read, and what there is to say of them.
 struct StationFiles {
-  QString station;  ///< nine-character entry
+  StationId station;
   std::vector<RawFile> files;
   std::vector<QString> complaints;
   [[nodiscard]] bool Usable() const {
@@ -49,7 +49,7 @@ StationFiles WithHeaders(const QString& folder, StationFiles found) {
 }
 
 /// The stations of the list in its order.
-std::vector<QString> StationsOfFiles(const std::vector<RawFile>& files) {
+std::vector<StationId> StationsOfFiles(const std::vector<RawFile>& files) {
   std::vector<QString> names;
   for (const RawFile& file : files) names.push_back(file.listName);
   return StationsOf(names);
@@ -59,24 +59,24 @@ std::vector<QString> StationsOfFiles(const std::vector<RawFile>& files) {
 std::vector<StationFiles> ByStation(const std::vector<RawFile>& files) {
   std::vector<StationFiles> stations;
   QHash<QString, std::size_t> places;
-  for (const QString& station : StationsOfFiles(files)) {
-    places.insert(station.toCaseFolded(), stations.size());
+  for (const StationId& station : StationsOfFiles(files)) {
+    places.insert(station.Key(), stations.size());
     stations.push_back({station, {}, {}});
   }
   for (const RawFile& file : files) {
-    const auto place = places.constFind(file.Station().toCaseFolded());
+    const auto place = places.constFind(file.Station().Key());
     if (place != places.cend()) stations[*place].files.push_back(file);
   }
   return stations;
 }
 
 /// Every water year of one station.
-void AppendYears(const QString& folder, const QString& station, const std::vector<RawFile>& files,
+void AppendYears(const QString& folder, const StationId& station, const std::vector<RawFile>& files,
                  std::vector<StationYear>& out) {
-  std::vector<WaterYearEntry> years = WaterYearsOf(files, folder, station, {});
+  std::vector<StationWaterYear> years = WaterYearsOf(files, folder, station, {});
   std::sort(years.begin(), years.end(),
-            [](const WaterYearEntry& a, const WaterYearEntry& b) { return a.waterYear < b.waterYear; });
-  for (const WaterYearEntry& year : years) out.push_back({station, year.waterYear, files});
+            [](const StationWaterYear& a, const StationWaterYear& b) { return a.year < b.year; });
+  for (const StationWaterYear& year : years) out.push_back({station, year.year, files});
 }
 
 }  // namespace
@@ -155,42 +155,43 @@ Result<QString> DataFolder(const QString& argument) {
   return folder;
 }
 
-std::optional<int> ReadWaterYear(const QString& text) {
+std::optional<WaterYear> ReadWaterYear(const QString& text) {
   static const QRegularExpression fourDigits(QStringLiteral("\\A[1-9][0-9]{3}\\z"));
-  return fourDigits.match(text).hasMatch() ? std::optional(text.toInt()) : std::nullopt;
+  return fourDigits.match(text).hasMatch() ? std::optional(WaterYear{text.toInt()}) : std::nullopt;
 }
 
-Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wanted) {
-  QStringList found;
-  for (const QString& entry : StationsOfFiles(files)) {
-    const bool same = QString::compare(entry, wanted, Qt::CaseInsensitive) == 0 ||
-                      QString::compare(entry.mid(4), wanted, Qt::CaseInsensitive) == 0;
-    if (same) found.push_back(entry);
+Result<StationId> FindStation(const std::vector<RawFile>& files, const QString& wanted) {
+  std::vector<StationId> found;
+  QStringList names;
+  for (const StationId& station : StationsOfFiles(files)) {
+    const bool same = station == StationId(wanted) && wanted.size() == station.Text().size();
+    if (!same && station.Number().compare(wanted, Qt::CaseInsensitive) != 0) continue;
+    found.push_back(station);
+    names += station.Text();
   }
   const Message what(Wording{u"İstasyon %1", u"Station %1"}, wanted);
-  if (found.isEmpty())
+  if (found.empty())
     return Error{
         what, {}, Wording{u"veri dizininde ham dosyası yok", u"no raw file of it in the data directory"}};
   if (found.size() > 1) {
     return Error{what,
                  {},
                  Message(Wording{u"birden çok girdiye uyuyor: %1", u"stands for several entries: %1"},
-                         found.join(QStringLiteral(", ")))};
+                         names.join(QStringLiteral(", ")))};
   }
   return found.front();
 }
 
 Result<StationYear> ChooseStationYear(const QString& folder, const std::vector<RawFile>& inUse,
-                                      const QString& wantedStation, int waterYear) {
+                                      const QString& wantedStation, WaterYear year) {
   const auto station = FindStation(inUse, wantedStation);
   if (!station) return station.Failure();
   StationFiles found{*station, {}, {}};
-  std::copy_if(inUse.begin(), inUse.end(), std::back_inserter(found.files), [&](const RawFile& file) {
-    return QString::compare(file.Station(), *station, Qt::CaseInsensitive) == 0;
-  });
+  std::copy_if(inUse.begin(), inUse.end(), std::back_inserter(found.files),
+               [&](const RawFile& file) { return file.Station() == *station; });
   found = WithHeaders(folder, std::move(found));
   for (const QString& complaint : found.complaints) Complain(complaint);
-  return StationYear{*station, waterYear, std::move(found.files)};
+  return StationYear{*station, year, std::move(found.files)};
 }
 
 void AddStationOptions(QCommandLineParser& parser, bool withAll) {
@@ -245,9 +246,9 @@ Result<int> ReadJobs(const QCommandLineParser& parser) {
       Message::Verbatim(QStringLiteral("--jobs: expected a number from 1 to %1").arg(kMostJobs)), {}, {}};
 }
 
-Result<Choice> ChooseStationYears(const QCommandLineParser& parser, const QString& folder, int jobs) {
+Result<ChosenYears> ChooseStationYears(const QCommandLineParser& parser, const QString& folder, int jobs) {
   const std::vector<RawFile> inUse = FilesInUse(ListRawFiles(folder));
-  Choice choice;
+  ChosenYears choice;
   if (const auto year = ReadWaterYear(parser.value(QStringLiteral("water-year")))) {
     const auto one = ChooseStationYear(folder, inUse, parser.value(QStringLiteral("station")), *year);
     if (!one) return one.Failure();
@@ -266,11 +267,12 @@ Result<Choice> ChooseStationYears(const QCommandLineParser& parser, const QStrin
   return choice;
 }
 
-void TellLoadMessages(const LoadedReadings& loaded, const QString& station, const QString& label,
+void TellLoadMessages(const LoadedReadings& loaded, const StationId& station, const QString& label,
                       const Teller& tell) {
   for (const Message& said : loaded.messages) {
     const QString message = said.English();
-    tell(message.contains(station, Qt::CaseInsensitive) ? message : label + QStringLiteral(": ") + message);
+    tell(message.contains(station.Text(), Qt::CaseInsensitive) ? message
+                                                               : label + QStringLiteral(": ") + message);
   }
 }
 
@@ -281,11 +283,11 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
   request.station = choice.station;
   request.stationName = stationName;
   request.files = choice.files;
-  request.waterYears = {QString::number(choice.waterYear)};
+  request.choice = WaterYears{{{choice.year}}};
   auto loaded = LoadReadings(request);
   if (!loaded) return loaded;
-  const Message what(Wording{u"İstasyon %1, %2 su yılı", u"Station %1, water year %2"}, choice.station,
-                     choice.waterYear);
+  const Message what(Wording{u"İstasyon %1, %2 su yılı", u"Station %1, water year %2"}, choice.station.Text(),
+                     choice.year.number);
   TellLoadMessages(*loaded, choice.station, what.English(), tell);
   if (!loaded->refusedFile.isEmpty()) {
     tell(Error{what, folder + loaded->refusedFile,

@@ -40,21 +40,21 @@ Result<QString> ExistingFolder(const QString& argument);
 Result<QString> DataFolder(const QString& argument);
 
 /// A water year as the command line gives it: exactly four digits, 1000 to 9999.
-std::optional<int> ReadWaterYear(const QString& text);
+std::optional<WaterYear> ReadWaterYear(const QString& text);
 
-/// The nine-character entry for a station given as five-character number or entry.
-Result<QString> FindStation(const std::vector<RawFile>& files, const QString& wanted);
+/// The station given as five-character number or nine-character entry.
+Result<StationId> FindStation(const std::vector<RawFile>& files, const QString& wanted);
 
 /// A station and one of its water years.
 struct StationYear {
-  QString station;  ///< nine-character entry
-  int waterYear = 0;
+  StationId station;
+  WaterYear year;
   std::vector<RawFile> files;  ///< of the station, in use
 };
 
 /// One of them by a station's number or entry. Water year: four digits. Refused files are complained about.
 Result<StationYear> ChooseStationYear(const QString& folder, const std::vector<RawFile>& inUse,
-                                      const QString& wantedStation, int waterYear);
+                                      const QString& wantedStation, WaterYear year);
 
 /// Options --station, --water-year and --all.
 void AddStationOptions(QCommandLineParser& parser, bool withAll);
@@ -75,14 +75,14 @@ QCommandLineOption JobsOption();
 Result<int> ReadJobs(const QCommandLineParser& parser);
 
 /// What the options, which are right, choose.
-struct Choice {
+struct ChosenYears {
   std::vector<StationYear> years;
   int exit = kBatchDone;  ///< kBatchFailed when all was asked for and a file of it is refused
 };
 
 /// Refused files of the chosen stations, and files that others hide, are complained about.
 /// jobs: stations whose files are looked into side by side.
-Result<Choice> ChooseStationYears(const QCommandLineParser& parser, const QString& folder, int jobs = 1);
+Result<ChosenYears> ChooseStationYears(const QCommandLineParser& parser, const QString& folder, int jobs = 1);
 
 /// Loads one of them; what the load has to say is told. May run on several threads at a time. Fails when
 /// there is no reading at all. A refused file ends a load: what was read before it is there, and the caller's
@@ -95,7 +95,7 @@ Result<LoadedReadings> LoadStationYear(const QString& folder, const StationYear&
 int ExitOf(const LoadedReadings& loaded);
 
 /// Tells the messages of a load. One that names neither station nor file gets `label` before it.
-void TellLoadMessages(const LoadedReadings& loaded, const QString& station, const QString& label,
+void TellLoadMessages(const LoadedReadings& loaded, const StationId& station, const QString& label,
                       const Teller& tell = Complain);
 
 /// Name of a station as the register has it; empty without a register.

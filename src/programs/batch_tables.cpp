@@ -58,7 +58,7 @@ struct TableOptions {
 
 /// The exit code that the load asks for, once the table is made.
 Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Spreadsheet& office) {
-  const QString number = choice.station.mid(4);
+  const QString number = choice.station.Number();
   const QString name = StationNameFrom(options.registerPath, number);
   const auto loaded = LoadStationYear(options.folder, choice, name);
   if (!loaded) return loaded.Failure();
@@ -66,7 +66,7 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
       .series = loaded->series,
       .stationNumber = number,
       .stationName = name,
-      .waterYear = choice.waterYear,
+      .waterYear = choice.year.number,
       .extremeMode = options.mode,
       .tableDirectory = options.outFolder,
       .templateDirectory = options.templates,
@@ -74,7 +74,7 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
       .afterSave = AfterSave::Close,
       .notes = NotesOfTable(NotWholeNote(*loaded), loaded->series, options.mode, options.language)};
   UnattendedAnswers answers(options.hourly, options.replace,
-                            QStringLiteral("%1 %2").arg(number).arg(choice.waterYear));
+                            QStringLiteral("%1 %2").arg(number).arg(choice.year.number));
   const auto report = BuildLevelTable(input, office, answers);
   EndProgressLine();
   if (!report) return report.Failure();

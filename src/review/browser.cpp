@@ -9,9 +9,6 @@
 namespace vesk {
 namespace {
 
-constexpr int kPrefixLength = 4;  ///< logger prefix and "-"
-constexpr int kStationNumberLength = 5;
-
 QString NothingChosen() {
   return QStringLiteral("...");
 }
@@ -34,21 +31,18 @@ void AddTidying(const TidyReport& tidy, BrowserReport& report) {
 
 }  // namespace
 
-QString StationNumberOf(const QString& stationEntry) {
-  return stationEntry.mid(kPrefixLength, kStationNumberLength);
-}
-
-LoadRequest WaterYearRequest(const QString& dataDirectory, const QString& station, int waterYear,
+LoadRequest WaterYearRequest(const QString& dataDirectory, const StationId& station, WaterYear year,
                              const QString& convertedWord) {
   LoadRequest request;
   request.dataDirectory = dataDirectory;
   request.station = station;
   request.files = FilesInUse(ListRawFiles(dataDirectory, station));
   ReadHeaders(dataDirectory, request.files);
-  for (const WaterYearEntry& entry : WaterYearsOf(request.files, dataDirectory, station, convertedWord)) {
-    if (entry.waterYear == waterYear) request.waterYears.push_back(entry.text);
+  StationWaterYear wanted{year};
+  for (const StationWaterYear& known : WaterYearsOf(request.files, dataDirectory, station, convertedWord)) {
+    if (known.year == year) wanted = known;
   }
-  if (request.waterYears.empty()) request.waterYears.push_back(QString::number(waterYear));
+  request.choice = WaterYears{{wanted}};
   return request;
 }
 
@@ -58,7 +52,6 @@ Browser::Browser(WorkMode mode, BrowserWords words, Regional regional)
 }
 
 void Browser::ForgetChoice() {
-  mode_ = SelectionMode::None;
   chosenYears_.clear();
   chosenFile_.reset();
   marksShown_ = false;
@@ -68,7 +61,7 @@ void Browser::ForgetChoice() {
 BrowserReport Browser::OpenFolder(const QString& dataDirectory) {
   ForgetChoice();
   dataDirectory_ = dataDirectory;
-  station_.clear();
+  station_ = {};
   waterYears_.clear();
   BrowserReport report;
   AddTidying(RenameRawFiles(dataDirectory_), report);
@@ -105,7 +98,6 @@ BrowserReport Browser::SelectStation(int index) {
 bool Browser::SelectRawFile(int index, const QString& stationName, SetupCells& cells,
                             std::vector<Message>& messages) {
   if (index < 0 || index >= static_cast<int>(files_.size())) return false;
-  mode_ = SelectionMode::SingleFile;
   chosenYears_.clear();
   chosenFile_ = index;
   marksShown_ = false;
@@ -131,16 +123,15 @@ void Browser::SelectWaterYears(const std::vector<int>& indexes) {
     ForgetChoice();
     return;
   }
-  mode_ = SelectionMode::WaterYears;
   marksShown_ = true;
   ApplyCaptionRule(BrowserList::ListSuYili);
   confirm_.enabled = true;
 }
 
-std::vector<int> Browser::IndexesOf(const std::vector<int>& waterYears) const {
+std::vector<int> Browser::IndexesOf(const std::vector<WaterYear>& years) const {
   std::vector<int> indexes;
   for (std::size_t i = 0; i < waterYears_.size(); ++i) {
-    if (std::find(waterYears.begin(), waterYears.end(), waterYears_[i].waterYear) != waterYears.end()) {
+    if (std::find(years.begin(), years.end(), waterYears_[i].year) != years.end()) {
       indexes.push_back(static_cast<int>(i));
     }
   }
@@ -151,7 +142,7 @@ bool Browser::HoldsChosenYear(const RawFile& file) const {
   if (!file.Usable()) return false;
   const RawHeader& header = file.header;
   return std::any_of(chosenYears_.begin(), chosenYears_.end(), [&](int index) {
-    const int year = waterYears_[static_cast<std::size_t>(index)].waterYear;
+    const int year = waterYears_[static_cast<std::size_t>(index)].year.number;
     return header.FirstWaterYear <= year && header.LastWaterYear >= year;
   });
 }
@@ -170,25 +161,32 @@ void Browser::ApplyCaptionRule(BrowserList list) {
     if (list == BrowserList::ListOrjDos) confirm_ = {QStringLiteral("Dosyayı Oku"), true};
     if (list == BrowserList::ListSuYili) confirm_ = {QStringLiteral("Su Yılını Oku"), true};
   } else if (workMode_ == WorkMode::MultipleGraph) {
-    confirm_ = {words_.add, mode_ == SelectionMode::WaterYears};  // an entry needs a water year
+    confirm_ = {words_.add, !chosenYears_.empty()};  // an entry needs a water year
   }
 }
 
+std::optional<Choice> Browser::Chosen() const {
+  if (chosenFile_) return SingleFile{};
+  if (chosenYears_.empty()) return std::nullopt;
+  WaterYears chosen;
+  for (const int index : chosenYears_) chosen.years.push_back(waterYears_[static_cast<std::size_t>(index)]);
+  return chosen;
+}
+
 std::optional<LoadRequest> Browser::Request() const {
-  LoadRequest request;
-  request.dataDirectory = dataDirectory_;
-  request.regional = regional_;
-  if (mode_ == SelectionMode::SingleFile && chosenFile_) {
+  const std::optional<Choice> chosen = Chosen();
+  if (!chosen) return std::nullopt;
+  LoadRequest request{.dataDirectory = dataDirectory_,
+                      .station = station_,
+                      .stationName = {},
+                      .files = files_,
+                      .choice = *chosen,
+                      .regional = regional_,
+                      .progress = {}};
+  if (chosenFile_) {
     const RawFile& file = files_[static_cast<std::size_t>(*chosenFile_)];
-    request.station = station_.isEmpty() ? file.Station() : station_;
+    if (station_.IsEmpty()) request.station = file.Station();
     request.files = {file};
-    return request;
-  }
-  if (mode_ != SelectionMode::WaterYears || chosenYears_.empty()) return std::nullopt;
-  request.station = station_;
-  request.files = files_;
-  for (const int index : chosenYears_) {
-    request.waterYears.push_back(waterYears_[static_cast<std::size_t>(index)].text);
   }
   return request;
 }

@@ -8,19 +8,16 @@
 #include <vector>
 
 #include "datafiles/raw_header.h"
+#include "datafiles/work_mode.h"
+#include "review/choice.h"
 #include "review/load_readings.h"
 #include "review/raw_files.h"
 #include "review/setup_parameters.h"
 
 namespace vesk {
 
-/// What the selection window was opened for.
-enum class WorkMode { DataFile, LevelTable, DischargeTable, MultipleGraph, Other };
-
 /// The list that is used; it decides the confirm button's caption.
 enum class BrowserList { FormActivate, ListOrjDos, ListSuYili };
-
-enum class SelectionMode { None, SingleFile, WaterYears };
 
 /// Words of the current language.
 struct BrowserWords {
@@ -41,12 +38,9 @@ struct BrowserReport {
   std::vector<Message> refused;   ///< files whose header cannot be used, and why
 };
 
-/// Station entry "001-12345" -> number "12345".
-QString StationNumberOf(const QString& stationEntry);
-
 /// The load of one station's water year in a folder, such as an entry of the graph list names it. Nothing on
 /// disk changes.
-LoadRequest WaterYearRequest(const QString& dataDirectory, const QString& station, int waterYear,
+LoadRequest WaterYearRequest(const QString& dataDirectory, const StationId& station, WaterYear year,
                              const QString& convertedWord);
 
 class Browser {
@@ -58,16 +52,16 @@ class Browser {
   /// afterwards.
   BrowserReport OpenFolder(const QString& dataDirectory);
   [[nodiscard]] const QString& DataDirectory() const { return dataDirectory_; }
-  [[nodiscard]] const std::vector<QString>& Stations() const { return stations_; }
+  [[nodiscard]] const std::vector<StationId>& Stations() const { return stations_; }
 
   /// Lists a station's raw files, archives superseded read-outs, collects the water years. An index outside
   /// the list means the first station; without stations nothing happens.
   BrowserReport SelectStation(int index);
-  /// The chosen entry, empty when there is none.
-  [[nodiscard]] const QString& Station() const { return station_; }
+  /// The chosen one; empty when there is none.
+  [[nodiscard]] const StationId& Station() const { return station_; }
 
   [[nodiscard]] const std::vector<RawFile>& Files() const { return files_; }
-  [[nodiscard]] const std::vector<WaterYearEntry>& WaterYears() const { return waterYears_; }
+  [[nodiscard]] const std::vector<StationWaterYear>& StationYears() const { return waterYears_; }
 
   /// Single-file mode: that file is chosen, water years are not. The header stands in the returned record;
   /// cells and messages are filled for the window. False when there is no such file.
@@ -76,7 +70,7 @@ class Browser {
   /// Water-year mode: marks the files that hold one of the years. No index: nothing is chosen any more.
   void SelectWaterYears(const std::vector<int>& indexes);
   /// Water years by their number, such as another window handed over; those not listed are left out.
-  [[nodiscard]] std::vector<int> IndexesOf(const std::vector<int>& waterYears) const;
+  [[nodiscard]] std::vector<int> IndexesOf(const std::vector<WaterYear>& years) const;
 
   /// Entries of ListOrjDos: 25 characters, and "<" behind a marked one.
   [[nodiscard]] std::vector<QString> FileEntries() const;
@@ -84,7 +78,8 @@ class Browser {
   [[nodiscard]] bool MarksShown() const { return marksShown_; }
   void ClearMarks() { marksShown_ = false; }
 
-  [[nodiscard]] SelectionMode Mode() const { return mode_; }
+  /// What is chosen to be loaded; nothing as long as the operator has not said.
+  [[nodiscard]] std::optional<Choice> Chosen() const;
   [[nodiscard]] const std::vector<int>& ChosenYears() const { return chosenYears_; }
   [[nodiscard]] std::optional<int> ChosenFile() const { return chosenFile_; }
   [[nodiscard]] ConfirmButton Confirm() const { return confirm_; }
@@ -102,13 +97,12 @@ class Browser {
   BrowserWords words_;
   Regional regional_;
   QString dataDirectory_;
-  QString station_;
-  std::vector<QString> stations_;
+  StationId station_;
+  std::vector<StationId> stations_;
   std::vector<RawFile> files_;
-  std::vector<WaterYearEntry> waterYears_;
+  std::vector<StationWaterYear> waterYears_;
   std::vector<int> chosenYears_;  ///< indexes into waterYears_, in list order
   std::optional<int> chosenFile_;
-  SelectionMode mode_ = SelectionMode::None;
   bool marksShown_ = false;
   ConfirmButton confirm_;
 };

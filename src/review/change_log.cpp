@@ -89,19 +89,20 @@ std::vector<RowRef> HiddenChanges(const StationSeries& series) {
 
 }  // namespace
 
-QString ChangeLogPath(const QString& dataDirectory, const QString& station, const QString& waterYearEntry) {
-  return dataDirectory + station + QStringLiteral("-Degisiklikler") + waterYearEntry.trimmed() +
-         QStringLiteral(".txt");
+QString ChangeLogPath(const QString& dataDirectory, const StationId& station,
+                      const std::optional<StationWaterYear>& year) {
+  const QString entry = year ? (year->year.Text() + QLatin1Char(' ') + year->mark).trimmed() : QString();
+  return dataDirectory + station.Text() + QStringLiteral("-Degisiklikler") + entry + QStringLiteral(".txt");
 }
 
-QString ChangeLogToRead(const QString& dataDirectory, const QString& station, const QString& waterYearEntry) {
-  QString given = ChangeLogPath(dataDirectory, station, waterYearEntry);
-  const QString year = waterYearEntry.trimmed().left(4);
-  if (year.isEmpty()) return given;
+QString ChangeLogToRead(const QString& dataDirectory, const StationId& station,
+                        const std::optional<StationWaterYear>& year) {
+  QString given = ChangeLogPath(dataDirectory, station, year);
+  if (!year) return given;
   QString newest = given;
   QDateTime newestTime = QFileInfo(given).lastModified();  // invalid when it is not there
-  for (const QString& mark : {QString(), QStringLiteral(" Dönüşmüş"), QStringLiteral(" Ok.")}) {
-    const QString path = ChangeLogPath(dataDirectory, station, year + mark);
+  for (const QString& mark : {QString(), QStringLiteral("Dönüşmüş"), QStringLiteral("Ok.")}) {
+    const QString path = ChangeLogPath(dataDirectory, station, StationWaterYear{year->year, mark});
     const QDateTime time = QFileInfo(path).lastModified();
     if (!time.isValid() || (newestTime.isValid() && time <= newestTime)) continue;
     newest = path;

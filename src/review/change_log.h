@@ -8,9 +8,12 @@
 
 #include <limits>
 #include <map>
+#include <optional>
 #include <vector>
 
+#include "datafiles/station_id.h"
 #include "platform/result.h"
+#include "review/choice.h"
 #include "review/review_record.h"
 #include "review/saved_corrections.h"
 #include "review/station_series.h"
@@ -48,14 +51,15 @@ struct ChangeLogOverlay {
   QByteArray triedHash;                  ///< of a save that failed: its log may be in place all the same
 };
 
-/// dataDirectory + station + "-Degisiklikler" + trimmed water-year entry + ".txt".
-QString ChangeLogPath(const QString& dataDirectory, const QString& station, const QString& waterYearEntry);
+/// dataDirectory + station + "-Degisiklikler" + year and mark + ".txt". year: none of a single file.
+QString ChangeLogPath(const QString& dataDirectory, const StationId& station,
+                      const std::optional<StationWaterYear>& year);
 
-/// The change log to read for a station and water year: the newest of the names that the year's entry can
-/// have had (with no mark, or with the converted mark of either language), so that a correction is never lost
-/// to a changed mark. The path for the entry as given when none exists. waterYearEntry empty: single-file
-/// mode.
-QString ChangeLogToRead(const QString& dataDirectory, const QString& station, const QString& waterYearEntry);
+/// The change log to read for a station and water year: the newest of the names that the year can have had
+/// (with no mark, or with the converted mark of either language), so that a correction is never lost to a
+/// changed mark. The path for the year as given when none exists.
+QString ChangeLogToRead(const QString& dataDirectory, const StationId& station,
+                        const std::optional<StationWaterYear>& year);
 
 /// Reads a log's line; on failure `expected` says what a field should have held.
 std::optional<ChangeLogLine> ReadChangeLogLine(QByteArrayView bytes, Message& expected);

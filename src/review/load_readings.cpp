@@ -22,8 +22,15 @@ constexpr int kLargestFileNumber = 99;  // record labels have two digits for it
 /// One load under way.
 class Loader {
  public:
-  explicit Loader(const LoadRequest& request) : request_(request) {
-    for (const QString& entry : request.waterYears) loaded_.waterYears.push_back(entry.left(4).toInt());
+  explicit Loader(const LoadRequest& request) : request_(request), years_(YearsOf(request.choice)) {
+    loaded_.choice = request.choice;
+  }
+
+  void LoadChoice() {
+    if (IsSingleFile(request_.choice)) LoadSingleFile();
+    for (const StationWaterYear& year : years_) {
+      if (!LoadWaterYear(year.year)) break;
+    }
   }
 
   void LoadSingleFile() {
@@ -37,9 +44,9 @@ class Loader {
   }
 
   /// False when the load ends with this year.
-  bool LoadWaterYear(const QString& entry) {
+  bool LoadWaterYear(WaterYear year) {
     const int first = RowCount() + 1;
-    const bool goesOn = LoadFilesOf(entry);
+    const bool goesOn = LoadFilesOf(year);
     ++yearsDone_;
     rowsOfYears_.push_back({first, RowCount()});
     return goesOn;
@@ -49,10 +56,10 @@ class Loader {
   /// be the other side of a year's end, and another year's reading may have its minute.
   Status LayChangeLogs() {
     loaded_.series = StationSeries(std::move(readings_), std::move(rawFiles_));
-    if (request_.waterYears.empty()) return LayChangeLog({}, {});
-    rowsOfYears_.resize(request_.waterYears.size(), {1, 0});  // years that the load did not get to have none
+    if (IsSingleFile(request_.choice)) return LayChangeLog({}, {});
+    rowsOfYears_.resize(years_.size(), {1, 0});  // years that the load did not get to have none
     for (std::size_t i = 0; i < rowsOfYears_.size(); ++i) {
-      if (Status laid = LayChangeLog(request_.waterYears[i], rowsOfYears_[i]); !laid) return laid;
+      if (Status laid = LayChangeLog(years_[i], rowsOfYears_[i]); !laid) return laid;
     }
     return TellOwnClocks();
   }
@@ -66,13 +73,13 @@ class Loader {
   }
 
  private:
-  /// entry: empty in single-file mode.
-  Status LayChangeLog(const QString& entry, const RowRange& rows) {
+  /// year: none of a single file.
+  Status LayChangeLog(const std::optional<StationWaterYear>& year, const RowRange& rows) {
     LoadedChangeLog log;
     log.rows = rows;
-    log.saveTo = ChangeLogPath(request_.dataDirectory, request_.station, entry);
-    auto overlay = LoadChangeLog(ChangeLogToRead(request_.dataDirectory, request_.station, entry),
-                                 loaded_.series, entry.isEmpty(), rows);
+    log.saveTo = ChangeLogPath(request_.dataDirectory, request_.station, year);
+    auto overlay = LoadChangeLog(ChangeLogToRead(request_.dataDirectory, request_.station, year),
+                                 loaded_.series, !year, rows);
     if (!overlay) return overlay.Failure();
     log.overlay = std::move(*overlay);
     loaded_.messages.insert(loaded_.messages.end(), log.overlay.messages.begin(), log.overlay.messages.end());
@@ -111,15 +118,15 @@ class Loader {
     return {};
   }
 
-  bool LoadFilesOf(const QString& entry) {
-    const int year = entry.left(4).toInt();
-    const DayWindow window{WaterYearFirstDay(year), WaterYearLastDay(year)};
-    loaded_.waterYear = year;
+  bool LoadFilesOf(WaterYear waterYear) {
+    const int year = waterYear.number;
+    const DayWindow window{waterYear.FirstDay(), waterYear.LastDay()};
+    loaded_.lastYear = waterYear;
     filesOfYear_ = 0;
     reference_.reset();
     for (std::size_t i = 0; i < request_.files.size(); ++i) {
       if (!TakeFile(i, year, window)) return false;
-      TellFileDone(request_.files.size() * request_.waterYears.size());
+      TellFileDone(request_.files.size() * years_.size());
     }
     return true;
   }
@@ -210,8 +217,8 @@ class Loader {
       const bool yearsKnown = reading || reading.Failure().yearsKnown;
       // This year's files before the refused one are in the load; of a later year none is.
       const std::size_t firstYear = yearsDone_ + (i < refused ? 1 : 0);
-      for (std::size_t y = firstYear; y < request_.waterYears.size(); ++y) {
-        const int year = request_.waterYears[y].left(4).toInt();
+      for (std::size_t y = firstYear; y < years_.size(); ++y) {
+        const int year = years_[y].year.number;
         if (yearsKnown && !Holds(header, year)) continue;
         Miss(file,
              Message(Wording{u"%1: %2 su yılı için yüklenmedi; kabul edilmeyen bir dosya yüklemeyi bitirdi",
@@ -267,6 +274,7 @@ class Loader {
   }
 
   const LoadRequest& request_;
+  std::vector<StationWaterYear> years_;  ///< none of a single file
   LoadedReadings loaded_;
   std::vector<Reading> readings_;      ///< until the change logs are laid
   std::vector<RawFileRows> rawFiles_;  ///< which raw file they came from
@@ -285,16 +293,11 @@ class Loader {
 Result<LoadedReadings> LoadReadings(const LoadRequest& request) {
   if (request.files.empty()) {
     return Error{Wording{u"İstasyonun ham dosyası yok", u"No raw file of the station"},
-                 request.dataDirectory + request.station,
+                 request.dataDirectory + request.station.Text(),
                  {}};
   }
   Loader loader(request);
-  if (request.waterYears.empty()) {
-    loader.LoadSingleFile();
-  }
-  for (const QString& entry : request.waterYears) {
-    if (!loader.LoadWaterYear(entry)) break;
-  }
+  loader.LoadChoice();
   if (const Status laid = loader.LayChangeLogs(); !laid) return laid.Failure();
   return loader.Finish();
 }

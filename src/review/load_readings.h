@@ -18,12 +18,11 @@ inline constexpr int kMostFilesInLoad = 20;
 
 /// What is to be loaded. Files are the station's list, in list order, superseded read-outs left out.
 struct LoadRequest {
-  QString dataDirectory;       ///< with its trailing separator
-  QString station;             ///< nine-character station entry
+  QString dataDirectory;  ///< with its trailing separator
+  StationId station;
   QString stationName;         ///< as the register has it; shown among the setup parameters
-  std::vector<RawFile> files;  ///< water-year mode: all files of the station; single-file mode: the one
-  std::vector<QString>
-      waterYears;  ///< chosen water-year entries ("2011 " or "2011 Dönüşmüş"); empty: single file
+  std::vector<RawFile> files;  ///< for water years: all files of the station; else the one
+  Choice choice;
   Regional regional;
   std::function<void(int percent)> progress;  ///< 1 to 100, rising; called after each file; may be empty
 };
@@ -49,8 +48,8 @@ struct LoadedReadings {
   QString refusedFile;  ///< file whose header ended the load, later years included; empty when none did
   std::vector<LoadedChangeLog> changeLogs;  ///< one a chosen water year, or the one of a single file
   qint64 refusedLines = 0;                  ///< lines of the files used that could not be read
-  std::vector<int> waterYears;              ///< those that were chosen, in order; empty in single-file mode
-  int waterYear = 0;                        ///< the last one that was loaded; 0 in single-file mode
+  Choice choice;                            ///< as it was asked for
+  std::optional<WaterYear> lastYear;        ///< the last one that was loaded; none of a single file
 };
 
 /// Reads the readings, lays the change log over them, takes the baseline.

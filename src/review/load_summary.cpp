@@ -14,8 +14,8 @@ std::set<Day> DaysWithReadings(const StationSeries& series) {
   return days;
 }
 
-int DaysOfYear(int waterYear) {
-  return static_cast<int>((WaterYearLastDay(waterYear) - WaterYearFirstDay(waterYear)).count()) + 1;
+int DaysOf(WaterYear year) {
+  return static_cast<int>((year.LastDay() - year.FirstDay()).count()) + 1;
 }
 
 }  // namespace
@@ -26,8 +26,8 @@ LoadSummary SummaryOf(const LoadedReadings& loaded) {
                       .refusedLines = loaded.refusedLines,
                       .retimed = loaded.series.Target().has_value()};
   int daysInAll = days.empty() ? 0 : static_cast<int>((*days.rbegin() - *days.begin()).count()) + 1;
-  if (!loaded.waterYears.empty()) daysInAll = 0;
-  for (const int year : loaded.waterYears) daysInAll += DaysOfYear(year);
+  if (!IsSingleFile(loaded.choice)) daysInAll = 0;
+  for (const StationWaterYear& chosen : YearsOf(loaded.choice)) daysInAll += DaysOf(chosen.year);
   summary.daysMissing = daysInAll - summary.daysPresent;
   for (const LoadedChangeLog& log : loaded.changeLogs) summary.corrections += log.overlay.applied;
   return summary;

@@ -43,8 +43,8 @@ std::vector<FolderEntry> TextFiles(const QString& dataDirectory) {
   return files;
 }
 
-bool IsOfStation(const QString& name, const QString& station) {
-  return station.isEmpty() || name.startsWith(station, Qt::CaseInsensitive);
+bool IsOfStation(const QString& name, const std::optional<StationId>& station) {
+  return !station || StationId(name) == *station;
 }
 
 /// The name that a file goes under; its own when it keeps that. An unreadable header gives no day count, and
@@ -242,30 +242,30 @@ Message RawFile::WhyRefused() const {
   return Message::Joined({Message::Verbatim(TextOf(refusal->fault)), refusal->detail}, QStringLiteral(": "));
 }
 
-bool IsStationEntry(const QString& entry) {
-  return ParseNumber(entry) > 0;
+bool IsStation(const StationId& station) {
+  return ParseNumber(station.Text()) > 0;
 }
 
-std::vector<QString> StationsOf(const std::vector<QString>& fileNames) {
-  std::vector<QString> stations;
+std::vector<StationId> StationsOf(const std::vector<QString>& fileNames) {
+  std::vector<StationId> stations;
   QSet<QString> listed;
   for (const QString& name : fileNames) {
-    QString entry = name.left(kStationEntryLength);
-    const QString folded = entry.toCaseFolded();
-    if (!IsStationEntry(entry) || listed.contains(folded)) continue;
-    listed.insert(folded);
-    stations.push_back(std::move(entry));
+    StationId station(name);
+    const QString key = station.Key();
+    if (!IsStation(station) || listed.contains(key)) continue;
+    listed.insert(key);
+    stations.push_back(std::move(station));
   }
   return stations;
 }
 
-std::vector<QString> ListStations(const QString& dataDirectory) {
+std::vector<StationId> ListStations(const QString& dataDirectory) {
   std::vector<QString> names;
   for (const FolderEntry& file : TextFiles(dataDirectory)) names.push_back(file.name);
   return StationsOf(names);
 }
 
-std::vector<RawFile> ListRawFiles(const QString& dataDirectory, const QString& station) {
+std::vector<RawFile> ListRawFiles(const QString& dataDirectory, const std::optional<StationId>& station) {
   std::vector<RawFile> files;
   for (const FolderEntry& entry : TextFiles(dataDirectory)) {
     if (!IsRawName(entry.name) || !IsOfStation(entry.name, station)) continue;
@@ -327,20 +327,19 @@ TidyReport RenameRawFiles(const QString& dataDirectory) {
   return report;
 }
 
-std::vector<WaterYearEntry> WaterYearsOf(const std::vector<RawFile>& files, const QString& dataDirectory,
-                                         const QString& station, const QString& convertedWord) {
-  std::vector<WaterYearEntry> years;
+std::vector<StationWaterYear> WaterYearsOf(const std::vector<RawFile>& files, const QString& dataDirectory,
+                                           const StationId& station, const QString& convertedWord) {
+  std::vector<StationWaterYear> years;
   const QSet<QString> converted =
-      convertedWord.isEmpty() ? QSet<QString>() : ConvertedFiles(dataDirectory, station);
+      convertedWord.isEmpty() ? QSet<QString>() : ConvertedFiles(dataDirectory, station.Text());
   for (const RawFile& file : files) {
     if (!file.Usable()) continue;
     for (int year = file.header.FirstWaterYear; year <= file.header.LastWaterYear; ++year) {
       const bool listed = std::any_of(years.begin(), years.end(),
-                                      [&](const WaterYearEntry& e) { return e.waterYear == year; });
+                                      [&](const StationWaterYear& e) { return e.year.number == year; });
       if (listed || year <= 0) continue;
-      const QString name = QStringLiteral("S%1-%2.txt").arg(year).arg(station).toCaseFolded();
-      const QString mark = converted.contains(name) ? convertedWord : QString();
-      years.push_back({year, QStringLiteral("%1 %2").arg(year).arg(mark)});
+      const QString name = QStringLiteral("S%1-%2.txt").arg(year).arg(station.Text()).toCaseFolded();
+      years.push_back({{year}, converted.contains(name) ? convertedWord : QString()});
     }
   }
   return years;

@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "datafiles/raw_header.h"
+#include "datafiles/station_id.h"
+#include "review/choice.h"
 
 namespace vesk {
 
@@ -29,31 +31,24 @@ struct RawFile {
   /// "Version Hatasi: file, line and what was expected"; empty for a usable one.
   [[nodiscard]] Message WhyRefused() const;
 
-  [[nodiscard]] QString Station() const { return listName.left(9); }
+  [[nodiscard]] StationId Station() const { return StationId(listName); }
 };
 
-/// A water year of a station, as its list shows it.
-struct WaterYearEntry {
-  int waterYear = 0;
-  QString text;  ///< year, blank, mark
-};
-
-/// True when the first nine characters of a file name can be a station entry: they begin with a number above
-/// 0.
-bool IsStationEntry(const QString& entry);
+/// True when the first nine characters of a file name can name a station: they begin with a number above 0.
+bool IsStation(const StationId& station);
 
 /// The stations of these file names: their first nine characters where that can be a station entry, each once
 /// without regard to case, as the first one spells it.
-std::vector<QString> StationsOf(const std::vector<QString>& fileNames);
+std::vector<StationId> StationsOf(const std::vector<QString>& fileNames);
 
 /// The stations of every "*.txt" name of the folder, in list order.
-std::vector<QString> ListStations(const QString& dataDirectory);
+std::vector<StationId> ListStations(const QString& dataDirectory);
 
-/// Raw files of the folder in list order; station: a nine-character entry, or empty for all. Nothing on disk
+/// Raw files of the folder in list order; station: none for all. Nothing on disk
 /// changes: the day counts of files as delivered are worked out from their headers, superseded read-outs
 /// marked. A file that still has to get a name hides an older one that bears it: tidying puts that one away,
 /// so the same file is read before and after.
-std::vector<RawFile> ListRawFiles(const QString& dataDirectory, const QString& station = {});
+std::vector<RawFile> ListRawFiles(const QString& dataDirectory, const std::optional<StationId>& station = {});
 
 /// Reads the header of every file of the list, the headers only.
 void ReadHeaders(const QString& dataDirectory, std::vector<RawFile>& files);
@@ -82,7 +77,7 @@ TidyReport RenameRawFiles(const QString& dataDirectory);
 
 /// Water years of the usable files, each once, in the order met. convertedWord marks a year whose converted
 /// file ("S" + year + "-" + station + ".txt", case aside) is in the folder.
-std::vector<WaterYearEntry> WaterYearsOf(const std::vector<RawFile>& files, const QString& dataDirectory,
-                                         const QString& station, const QString& convertedWord);
+std::vector<StationWaterYear> WaterYearsOf(const std::vector<RawFile>& files, const QString& dataDirectory,
+                                           const StationId& station, const QString& convertedWord);
 
 }  // namespace vesk

@@ -24,10 +24,21 @@
 namespace vesk {
 namespace {
 
-QString WithoutAmpersand(QString caption) {
-  const qsizetype at = caption.indexOf(QLatin1Char('&'));
-  if (at >= 0) caption.remove(at, 1);
-  return caption;
+/// The caption of the menu entry that opens the window for it.
+QString TitleOf(WorkMode mode, const Language& language) {
+  switch (mode) {
+    case WorkMode::DataFile:
+      return WithoutAccessKey(language.Text(Caption::OpenDataFile));
+    case WorkMode::LevelTable:
+      return WithoutAccessKey(language.Text(Caption::LevelTable));
+    case WorkMode::DischargeTable:
+      return WithoutAccessKey(language.Text(Caption::LevelAndDischargeTable));
+    case WorkMode::MultipleGraph:
+      return WithoutAccessKey(language.Text(Caption::MultipleGraph));
+    case WorkMode::Other:
+      break;
+  }
+  return language.Text(Caption::StationAndWaterYearSelection);
 }
 
 BrowserWords WordsOf(const Language& language) {
@@ -36,30 +47,16 @@ BrowserWords WordsOf(const Language& language) {
 
 }  // namespace
 
-WorkMode WorkModeOf(const QString& openingCaption, const Language& language) {
-  if (openingCaption.isEmpty()) return WorkMode::Other;
-  static constexpr std::pair<Caption, WorkMode> kModes[] = {
-      {Caption::OpenDataFile, WorkMode::DataFile},
-      {Caption::LevelTable, WorkMode::LevelTable},
-      {Caption::LevelAndDischargeTable, WorkMode::DischargeTable},
-      {Caption::MultipleGraph, WorkMode::MultipleGraph}};
-  for (const auto& [caption, mode] : kModes) {
-    if (openingCaption == WithoutAmpersand(language.Text(caption))) return mode;
-  }
-  return WorkMode::Other;
-}
-
 FormSec::FormSec(MainFrame& frame, std::unique_ptr<ReviewQuestions> questions)
     : frame_(frame),
       run_(frame.Run()),
       questions_(std::move(questions)),
-      workMode_(WorkModeOf(run_.workMode, run_.language)),
+      workMode_(run_.workMode),
       c_(BuildFormSecControls(*this, run_.language)),
       browser_(workMode_, WordsOf(run_.language), run_.regional) {
   if (questions_ == nullptr) questions_ = std::make_unique<ReviewMessageBoxes>(run_.language);
   setObjectName(QStringLiteral("FormSec"));
-  setWindowTitle(run_.workMode.isEmpty() ? run_.language.Text(Caption::StationAndWaterYearSelection)
-                                         : run_.workMode);
+  setWindowTitle(TitleOf(workMode_, run_.language));
   model_ = std::make_unique<ReviewGridModel>(session_);
   c_.VS1->SetGridModel(*model_);
   ConnectLists();
@@ -114,7 +111,7 @@ void FormSec::ConnectGridCommands() {
   connect(c_.CmdCiz, &QPushButton::clicked, this, &FormSec::DrawGraphList);
   connect(c_.CmdListe, &QPushButton::clicked, this, &FormSec::DrawStoredGraphs);
   connect(c_.CmdListSil, &QPushButton::clicked, this, [this] {
-    c_.ListGraf->clear();
+    graphList_.clear();
     UpdateGraphList();
   });
 }
@@ -262,7 +259,8 @@ bool FormSec::HandleListKey(QObject* watched, int key) {
   } else if (watched == c_.Text7 && key == Qt::Key_Delete) {
     ShowRatingCurve({});
   } else if (watched == c_.ListGraf && key == Qt::Key_Delete) {
-    delete c_.ListGraf->currentItem();
+    const auto row = static_cast<std::size_t>(c_.ListGraf->currentRow());  // none: behind the end
+    if (row < graphList_.size()) graphList_.erase(graphList_.begin() + c_.ListGraf->currentRow());
     UpdateGraphList();
   } else if ((watched == c_.ListSuYili || watched == c_.ListOrjDos) && enter) {
     if (browser_.Confirm().enabled) Confirm();

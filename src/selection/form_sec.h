@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+#include "graphs/graph_files.h"
 #include "review/browser.h"
 #include "review/editing.h"
 #include "review/not_whole_note.h"
@@ -21,7 +22,6 @@ struct BuildReport;
 
 class MainFrame;
 class ReviewGridModel;
-struct GraphFileEntry;
 
 class FormSec : public QWidget {
   Q_OBJECT
@@ -35,7 +35,7 @@ class FormSec : public QWidget {
 
  public Q_SLOTS:
   /// Chooses water years by their number, as if the operator had clicked them.
-  void ChooseWaterYears(const std::vector<int>& waterYears);
+  void ChooseWaterYears(const std::vector<WaterYear>& years);
 
  protected:
   void showEvent(QShowEvent* event) override;
@@ -45,13 +45,13 @@ class FormSec : public QWidget {
  private:
   /// What the review grid holds.
   struct Loaded {
-    QString station;
+    StationId station;
     QString stationName;
     QString dataDirectory;  ///< with its trailing separator; tables of the readings go there
-    QString file;           ///< single-file mode: the raw file's name in the list
-    int waterYear = 0;      ///< the one that a table and a graph are made for; 0 in single-file mode
-    std::vector<int> waterYears;
-    Message notWhole;  ///< what the load does without; empty when nothing
+    QString file;           ///< of a single file: the raw file's name in the list
+    Choice choice;
+    std::optional<WaterYear> year;  ///< the one that a table and a graph are made for; none of a single file
+    Message notWhole;               ///< what the load does without; empty when nothing
   };
 
   // Opening and closing.
@@ -89,7 +89,7 @@ class FormSec : public QWidget {
   void AddMessage(const Message& message);
   void ShowSetup(const SetupCells& cells);
   void ShowRatingCurve(const QString& path);
-  [[nodiscard]] QString StationName(const QString& station);
+  [[nodiscard]] QString StationName(const StationId& station);
   bool HandleListKey(QObject* watched, int key);
   void GoToYears();
   [[nodiscard]] bool IsFirstArrow(int key) const;
@@ -155,8 +155,9 @@ class FormSec : public QWidget {
   EditSession session_;
   std::unique_ptr<ReviewGridModel> model_;
   std::optional<Loaded> loaded_;
-  std::optional<LoadRequest> request_;  ///< of what is loaded
-  bool busy_ = false;                   ///< a table or a graph is being made: choices wait
+  std::optional<LoadRequest> request_;     ///< of what is loaded
+  std::vector<GraphListEntry> graphList_;  ///< as ListGraf shows it
+  bool busy_ = false;                      ///< a table or a graph is being made: choices wait
   bool opened_ = false;
   bool columnsAreKept_ = false;  ///< the columns' widths are the operator's own
   bool registerFailureTold_ = false;
@@ -164,12 +165,12 @@ class FormSec : public QWidget {
   bool refused_ = false;     ///< the level typed last was not taken
 };
 
+/// A water year as its list shows it.
+QString EntryText(const StationWaterYear& year);
+
 /// A station's name as titles show it: a register without names gives "-", which says nothing there.
 inline QString WithoutDash(const QString& name) {
   return name == QLatin1String("-") ? QString() : name;
 }
-
-/// The mode that a menu caption (without its "&") stands for in the current language.
-WorkMode WorkModeOf(const QString& openingCaption, const Language& language);
 
 }  // namespace vesk

@@ -48,6 +48,10 @@ void Select(QListWidget& list, const std::vector<int>& rows) {
 
 }  // namespace
 
+QString EntryText(const StationWaterYear& year) {
+  return year.year.Text() + QLatin1Char(' ') + year.mark;
+}
+
 void FormSec::ChooseFolder(const QString& folder) {
   if (busy_ || !MayLeaveGrid()) {
     c_.Drive1->ShowVolumeOf(run_.dataDirectory);
@@ -72,7 +76,9 @@ void FormSec::ChooseFolder(const QString& folder) {
 }
 
 void FormSec::ShowStations() {
-  Fill(*c_.ListIst, browser_.Stations());
+  std::vector<QString> entries;
+  for (const StationId& station : browser_.Stations()) entries.push_back(station.Text());
+  Fill(*c_.ListIst, entries);
   c_.Text1->setText(QString::number(browser_.Stations().size()));
 }
 
@@ -94,7 +100,7 @@ void FormSec::ShowFileMarks() {
 
 void FormSec::ShowWaterYears() {
   std::vector<QString> texts;
-  for (const WaterYearEntry& entry : browser_.WaterYears()) texts.push_back(entry.text);
+  for (const StationWaterYear& year : browser_.StationYears()) texts.push_back(EntryText(year));
   Fill(*c_.ListSuYili, texts);
 }
 
@@ -116,7 +122,8 @@ void FormSec::SelectStationEntry(int index) {
   ShowWaterYears();
   const QString name = WithoutDash(StationName(browser_.Station()));
   ShowReport(report);
-  TellStatus(name.isEmpty() ? browser_.Station() : browser_.Station() + QStringLiteral("  ") + name);
+  const QString& station = browser_.Station().Text();
+  TellStatus(name.isEmpty() ? station : station + QStringLiteral("  ") + name);
   c_.Text7->hide();
   c_.Command2->setEnabled(false);
   UpdateCommands();
@@ -145,8 +152,8 @@ void FormSec::ChooseYears() {
   UpdateCommands();
 }
 
-void FormSec::ChooseWaterYears(const std::vector<int>& waterYears) {
-  Select(*c_.ListSuYili, browser_.IndexesOf(waterYears));
+void FormSec::ChooseWaterYears(const std::vector<WaterYear>& years) {
+  Select(*c_.ListSuYili, browser_.IndexesOf(years));
   ChooseYears();
 }
 
@@ -157,7 +164,7 @@ void FormSec::ChooseFile() {
     RevertSelection();
     return;
   }
-  const QString station = browser_.Files()[static_cast<std::size_t>(rows.front())].Station();
+  const StationId station = browser_.Files()[static_cast<std::size_t>(rows.front())].Station();
   SetupCells cells;
   std::vector<Message> messages;
   if (!browser_.SelectRawFile(rows.front(), StationName(station), cells, messages)) return;
@@ -229,8 +236,8 @@ void FormSec::ShowSetup(const SetupCells& cells) {
   }
 }
 
-QString FormSec::StationName(const QString& station) {
-  const Result<QString> name = LookupStationName(run_.stationDatabasePath, StationNumberOf(station));
+QString FormSec::StationName(const StationId& station) {
+  const Result<QString> name = LookupStationName(run_.stationDatabasePath, station.Number());
   if (name) return *name;
   if (!registerFailureTold_) registerFailure_ = name.Failure().Said();
   registerFailureTold_ = true;

@@ -52,6 +52,7 @@ void FormSec::Load(const LoadRequest& request, int timesLoaded) {
   }
   c_.Text6->clear();
   ShowLoaded(request, *loaded);
+  const DateTime lastRecord = loaded->header.LastRecordTime;
   session_.Begin(std::move(*loaded));
   if (session_.IsOutdated() &&
       ++timesLoaded < kMostLoads) {  // somebody saved while the files were being read
@@ -59,7 +60,7 @@ void FormSec::Load(const LoadRequest& request, int timesLoaded) {
     return;
   }
   request_ = request;
-  ShowLastReading(loaded->header.LastRecordTime);
+  ShowLastReading(lastRecord);
   TellHolder();
   c_.VS1->GoTo(1, GridColumn::Level, true);
   c_.VS1->setFocus();
@@ -87,16 +88,16 @@ void FormSec::ShowProgress(int value) {
 }
 
 void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded) {
+  const bool single = IsSingleFile(loaded.choice);
   loaded_ = Loaded{.station = request.station,
                    .stationName = request.stationName,
                    .dataDirectory = request.dataDirectory,
-                   .file = request.waterYears.empty() ? request.files.front().listName : QString(),
-                   .waterYear = loaded.waterYear,
-                   .waterYears = {},
+                   .file = single ? request.files.front().listName : QString(),
+                   .choice = loaded.choice,
+                   .year = loaded.lastYear,
                    .notWhole = NotWholeNote(loaded)};
-  for (const QString& entry : request.waterYears) loaded_->waterYears.push_back(entry.left(4).toInt());
   ShowLoadedLabel();
-  ShowLoadedFiles(request.waterYears.empty() ? std::vector<QString>() : loaded.files);
+  ShowLoadedFiles(single ? std::vector<QString>() : loaded.files);
   ShowSetup(loaded.setup);
   ShowMessages(loaded.messages);
   for (QWidget* part : {c_.Frame3, c_.Frame4, c_.Frame9, c_.Frame10}) part->show();
@@ -118,10 +119,11 @@ void FormSec::TellSummary(const LoadedReadings& loaded) {
 
 void FormSec::ShowLoadedLabel() {
   QStringList years;
-  for (const int year : loaded_->waterYears) years += QString::number(year);
-  QStringList parts = {(loaded_->station + QLatin1Char(' ') + WithoutDash(loaded_->stationName)).trimmed()};
+  for (const StationWaterYear& chosen : YearsOf(loaded_->choice)) years += chosen.year.Text();
+  QStringList parts = {
+      (loaded_->station.Text() + QLatin1Char(' ') + WithoutDash(loaded_->stationName)).trimmed()};
   if (years.size() > 1) {  // ahead of the list, which may be cut off in a narrow window
-    parts += Say(Wording{u"tablo ve grafik: %1", u"table and graph: %1"}, loaded_->waterYear);
+    parts += Say(Wording{u"tablo ve grafik: %1", u"table and graph: %1"}, loaded_->year->number);
   }
   parts += years.isEmpty() ? loaded_->file : years.join(QStringLiteral(", "));
   c_.LoadedLabel->setText(parts.join(QStringLiteral("  ·  ")));
@@ -141,7 +143,7 @@ void FormSec::ShowLoadedFiles(const std::vector<QString>& files) {
 // header still has the logger's; of a water year, the last header read may be another year's.
 void FormSec::ShowLastReading(DateTime headersLastRecord) {
   const std::optional<DateTime> last = session_.Series().LastReading();
-  const bool fromGrid = session_.IsCorrected() || !loaded_->waterYears.empty();
+  const bool fromGrid = session_.IsCorrected() || !IsSingleFile(loaded_->choice);
   c_.Text8->setText(last ? DateTimeText(fromGrid ? *last : headersLastRecord) : QString());
 }
 
@@ -245,16 +247,10 @@ bool FormSec::MayLeaveGrid() {
 // lie in another folder.
 bool FormSec::ChoiceIsLoaded() const {
   if (!loaded_ || loaded_->dataDirectory != browser_.DataDirectory()) return false;
-  if (browser_.Mode() == SelectionMode::SingleFile) {
-    const std::optional<int> file = browser_.ChosenFile();
-    return file && browser_.Files()[static_cast<std::size_t>(*file)].listName == loaded_->file;
+  if (const std::optional<int> file = browser_.ChosenFile()) {
+    return browser_.Files()[static_cast<std::size_t>(*file)].listName == loaded_->file;
   }
-  if (browser_.Mode() != SelectionMode::WaterYears || loaded_->station != browser_.Station()) return false;
-  std::vector<int> years;
-  for (const int index : browser_.ChosenYears()) {
-    years.push_back(browser_.WaterYears()[static_cast<std::size_t>(index)].waterYear);
-  }
-  return years == loaded_->waterYears;
+  return browser_.Chosen() == loaded_->choice && loaded_->station == browser_.Station();
 }
 
 void FormSec::UpdateCommands() {
@@ -264,13 +260,13 @@ void FormSec::UpdateCommands() {
   c_.CmdVazgec->setEnabled(!busy_);
   const bool rows = session_.Series().ReadingCount() > 0;
   const bool ready = rows && ChoiceIsLoaded() && !busy_;
-  c_.Command3->setEnabled(ready && loaded_->waterYear > 0);
+  c_.Command3->setEnabled(ready && loaded_->year);
   c_.CmdGrf->setEnabled(ready);
-  c_.Command8->setEnabled(rows || browser_.Mode() == SelectionMode::WaterYears);
+  c_.Command8->setEnabled(rows || !browser_.ChosenYears().empty());
   const bool correctable = rows && session_.CanCorrectDates() && !busy_;
   c_.Command10->setEnabled(correctable);
   c_.Text8->setEnabled(correctable && !c_.Command10->isHidden());
-  const bool curve = loaded_ && loaded_->waterYear > 0;
+  const bool curve = loaded_ && loaded_->year;
   if (curve && ChoiceIsLoaded()) {
     c_.Command2->setEnabled(true);
     c_.Text7->setVisible(run_.language.Choice() != LanguageChoice::English);

@@ -33,15 +33,15 @@ QString UnchosenExtremes(const RunValues& run) {
 }  // namespace
 
 void FormSec::MakeTable() {
-  if (busy_ || !loaded_ || loaded_->waterYear == 0) return;
+  if (busy_ || !loaded_ || !loaded_->year) return;
   busy_ = true;
   UpdateCommands();
   const ExtremeMode mode = ExtremeModeOf(run_.options.Slot(8));
   const BuildInput input{
       .series = session_.Series(),
-      .stationNumber = StationNumberOf(loaded_->station),
+      .stationNumber = loaded_->station.Number(),
       .stationName = loaded_->stationName,
-      .waterYear = loaded_->waterYear,
+      .waterYear = loaded_->year->number,
       .extremeMode = mode,
       .tableDirectory = loaded_->dataDirectory,
       .templateDirectory = run_.programFolder,
@@ -96,11 +96,12 @@ void FormSec::DrawGraph() {
   if (!MayDraw(notes)) return;
   run_.stationMode = StationMode::Single;
   // The graph window reads the grid before the call returns, so the session's own one will do.
-  OpenSingleGraph(frame_, session_.Series(),
-                  GraphStation{.number = StationNumberOf(loaded_->station),
-                               .name = WithoutDash(loaded_->stationName),
-                               .waterYear = loaded_->waterYear},
-                  notes);
+  OpenSingleGraph(
+      frame_, session_.Series(),
+      GraphStation{.number = loaded_->station.Number(),
+                   .name = WithoutDash(loaded_->stationName),
+                   .waterYear = loaded_->year ? std::optional(loaded_->year->number) : std::nullopt},
+      notes);
 }
 
 void FormSec::ShowRatingCurve(const QString& path) {
@@ -119,41 +120,42 @@ void FormSec::ChooseRatingCurve() {
 }
 
 void FormSec::AddGraphEntries() {
-  for (const int index : browser_.ChosenYears()) {
-    const QString entry =
-        GraphListText(browser_.Station(), browser_.WaterYears()[static_cast<std::size_t>(index)].text);
-    if (!c_.ListGraf->findItems(entry, Qt::MatchExactly).isEmpty()) continue;
-    if (c_.ListGraf->count() >= kMostGraphStations) {
+  for (const StationWaterYear& chosen : YearsOf(browser_.Chosen().value_or(SingleFile{}))) {
+    const GraphListEntry entry{browser_.Station(), chosen.year};
+    if (std::ranges::find(graphList_, entry) != graphList_.end()) continue;
+    if (graphList_.size() >= kMostGraphStations) {
       questions_->Tell(
           this, run_.language.attentionTitle,
           Say(Wording{u"En çok %1 grafik birlikte çizilebilir.", u"At most %1 graphs are drawn together."},
               kMostGraphStations));
       break;
     }
-    c_.ListGraf->addItem(entry);
+    graphList_.push_back(entry);
   }
   UpdateGraphList();
 }
 
 void FormSec::UpdateGraphList() {
-  const bool any = c_.ListGraf->count() > 0;
+  const int row = c_.ListGraf->currentRow();
+  c_.ListGraf->clear();
+  for (const GraphListEntry& entry : graphList_) c_.ListGraf->addItem(entry.Text());
+  c_.ListGraf->setCurrentRow(std::min(row, c_.ListGraf->count() - 1));
+  const bool any = !graphList_.empty();
   c_.CmdCiz->setEnabled(any);
   c_.CmdListSil->setEnabled(any);
 }
 
 void FormSec::DrawGraphList() {
-  QStringList entries;
-  for (int row = 0; row < c_.ListGraf->count(); ++row) entries += c_.ListGraf->item(row)->text();
-  c_.ProgressBar1->setRange(0, static_cast<int>(entries.size()) * 100);
+  c_.ProgressBar1->setRange(0, static_cast<int>(graphList_.size()) * 100);
   ShowProgress(0);
   const Result<GraphFilesBuilt> built = [&] {
     const BusyCursor busy;
     return BuildGraphFiles(
-        run_.dataDirectory, entries,
+        run_.dataDirectory, graphList_,
         [this, done = 0](const GraphListEntry& entry) mutable {
           const int before = 100 * done++;
-          LoadRequest request = WaterYearRequest(run_.dataDirectory, entry.station, entry.waterYear,
-                                                 run_.language.convertedWord);
+          LoadRequest request =
+              WaterYearRequest(run_.dataDirectory, entry.station, entry.year, run_.language.convertedWord);
           request.regional = run_.regional;
           request.progress = [this, before](int percent) { ShowProgress(before + percent); };
           return LoadReadings(request);
@@ -193,13 +195,13 @@ void FormSec::OpenGraphs(const std::vector<GraphFileEntry>& files, const QString
 
 void FormSec::ShowYearPicker() {
   QStringList all;
-  for (const WaterYearEntry& entry : browser_.WaterYears()) all += entry.text;
-  QStringList chosen;
-  for (const int index : browser_.ChosenYears()) chosen += all[index];
-  FormCokluSecim picker(all, chosen, run_.language, this);
+  for (const StationWaterYear& year : browser_.StationYears()) all += EntryText(year);
+  FormCokluSecim picker(all, browser_.ChosenYears(), run_.language, this);
   if (picker.exec() != QDialog::Accepted) return;
-  std::vector<int> years;
-  for (const QString& text : picker.Chosen()) years.push_back(text.left(4).toInt());
+  std::vector<WaterYear> years;
+  for (const int place : picker.Chosen()) {
+    years.push_back(browser_.StationYears()[static_cast<std::size_t>(place)].year);
+  }
   ChooseWaterYears(years);
 }
 

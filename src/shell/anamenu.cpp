@@ -73,21 +73,19 @@ void Anamenu::StartCommunication() {
 }
 
 void Anamenu::OpenDataFile() {
-  OpenSelection(Caption::OpenDataFile);
+  OpenSelection(WorkMode::DataFile);
 }
 
 void Anamenu::OpenMultipleGraph() {
   run_.stationMode = StationMode::Multiple;
-  OpenSelection(Caption::MultipleGraph);
+  OpenSelection(WorkMode::MultipleGraph);
 }
 
-void Anamenu::OpenSelection(Caption caption) {
+void Anamenu::OpenSelection(WorkMode mode) {
   CloseLogo();
   if (!CloseChild(QStringLiteral("FormSec"))) return;
-  run_.workMode = WithoutAccessKey(run_.language.Text(caption));
-  QWidget* window = makers_.selection(*this);
-  window->setWindowTitle(run_.workMode);
-  ShowChild(window);
+  run_.workMode = mode;
+  ShowChild(makers_.selection(*this));
 }
 
 void Anamenu::OpenOnce(const QString& objectName, const std::function<QWidget*(MainFrame&)>& make) {

@@ -62,7 +62,7 @@ class Anamenu : public QMainWindow, public MainFrame {
   void StartCommunication();
   void OpenDataFile();
   void OpenMultipleGraph();
-  void OpenSelection(Caption caption);
+  void OpenSelection(WorkMode mode);
   void OpenOnce(const QString& objectName, const std::function<QWidget*(MainFrame&)>& make);
   void OpenOptions();
   void ShowLogo();

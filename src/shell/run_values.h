@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include "datafiles/work_mode.h"
 #include "platform/regional.h"
 #include "shell/language.h"
 #include "shell/options.h"
@@ -21,7 +22,7 @@ struct RunValues {
   QString dataDirectory;       ///< with one trailing "/"
   QString hydrologyDirectory;  ///< as stored (translated to this machine's folders)
   QString stationDatabasePath;
-  QString workMode;  ///< caption of the menu entry that opened the selection window, without its "&"
+  WorkMode workMode = WorkMode::Other;  ///< what the selection window was opened for
   StationMode stationMode = StationMode::Single;
 };
 

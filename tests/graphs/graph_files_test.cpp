@@ -9,18 +9,6 @@
 namespace vesk {
 namespace {
 
-TEST(GraphList, EntriesCarryStationAndYear) {
-  const QString text = GraphListText(QStringLiteral(" 12345"), QStringLiteral("2011 Dönüşmüş"));
-  EXPECT_EQ(text, QStringLiteral("12345    /2011"));
-  const auto entry = ReadGraphListText(text);
-  ASSERT_TRUE(entry);
-  EXPECT_EQ(entry->station, QStringLiteral("12345"));
-  EXPECT_EQ(entry->waterYear, 2011);
-  for (const char* bad : {"", "2011", "001-12345/20x1", "         /2011", "001-12345/0000"}) {
-    EXPECT_FALSE(ReadGraphListText(QString::fromLatin1(bad))) << bad;
-  }
-}
-
 class BuildGraphs : public testing::Test {
  protected:
   BuildGraphs() {
@@ -36,17 +24,20 @@ class BuildGraphs : public testing::Test {
   QString Files() const { return QDir(folder_.path()).entryList(QDir::Files).join(QLatin1Char(' ')); }
   Result<GraphFilesBuilt> Build(const char* list) const {
     const auto load = [](const GraphListEntry& entry) -> Result<LoadedReadings> {
-      if (entry.station == QLatin1String("000-00000"))
+      if (entry.station.Text() == QLatin1String("000-00000"))
         return Error{
-            Wording{u"İstasyonun ham dosyası yok", u"No raw file of the station"}, entry.station, {}};
+            Wording{u"İstasyonun ham dosyası yok", u"No raw file of the station"}, entry.station.Text(), {}};
       LoadedReadings loaded;
-      loaded.whole = entry.station != QLatin1String("009-99999");
-      loaded.series = StationSeries({{.levelCm = 100, .day = WaterYearFirstDay(entry.waterYear)}});
+      loaded.whole = entry.station.Text() != QLatin1String("009-99999");
+      loaded.series = StationSeries({{.levelCm = 100, .day = entry.year.FirstDay()}});
       loaded.messages.push_back(Message::Verbatim(QStringLiteral("a note")));
       return loaded;
     };
-    return BuildGraphFiles(directory_, QString::fromLatin1(list).split(QLatin1Char(' '), Qt::SkipEmptyParts),
-                           load, language_);
+    std::vector<GraphListEntry> entries;
+    for (const QString& text : QString::fromLatin1(list).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+      entries.push_back({StationId(text), {text.section(QLatin1Char('/'), 1).toInt()}});
+    }
+    return BuildGraphFiles(directory_, entries, load, language_);
   }
 
   QTemporaryDir folder_;
@@ -69,7 +60,7 @@ TEST_F(BuildGraphs, EveryEntryBecomesAFileAndEarlierOnesGo) {
 TEST_F(BuildGraphs, AListThatCannotBeDrawnIsRefusedBeforeAnythingIsDeleted) {
   const QString before = Files();
   for (const auto& [list, reason] :
-       {std::pair("", "empty"), std::pair("001-12345/2010 nonsense", "nonsense"),
+       {std::pair("", "empty"),
         std::pair("001-1/2001 001-1/2002 001-1/2003 001-1/2004 001-1/2005", "5 entries"),
         std::pair("001-12345/2011 001-22222/2011 002-12345/2011", "001-12345 and 002-12345")}) {
     const auto built = Build(list);

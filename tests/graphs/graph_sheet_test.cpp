@@ -44,7 +44,7 @@ TEST(GraphStyles, ColoursAndExtremesComeFromTheOptions) {
 class GraphSheets : public testing::Test {
  protected:
   GraphSheets() { language_.FillEnglish(); }
-  GraphSheet Single(std::vector<Reading> readings, int waterYear) const {
+  GraphSheet Single(std::vector<Reading> readings, std::optional<int> waterYear) const {
     return MakeSingleSheet(StationSeries(std::move(readings)),
                            {QStringLiteral("12345"), QStringLiteral("Göksu"), waterYear}, WithColours(),
                            language_);
@@ -76,7 +76,7 @@ TEST_F(GraphSheets, WithoutAWaterYearTheReadingsDecide) {
   const GraphSheet sheet = Single({{.levelCm = 50, .day = Day(2009y / 8 / 1)},
                                    {.levelCm = 90, .day = Day(2009y / 8 / 1), .kind = ReadingKind::Maximum},
                                    {.levelCm = 60, .day = Day(2011y / 8 / 1)}},
-                                  0);
+                                  std::nullopt);
   EXPECT_EQ(sheet.levels.highestCm, 90) << "the records count, drawn or not";
   EXPECT_EQ(sheet.waterYear, 2009);
   EXPECT_EQ(sheet.end, Day(2011y / 9 / 30));

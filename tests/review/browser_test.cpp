@@ -37,7 +37,8 @@ TEST_F(BrowserTest, WaterYearsAreListedOnceAndMarkedWhereAConvertedFileStands) {
   Browser browser = Open();
   const BrowserReport report = browser.SelectStation(0);
   std::vector<QString> texts;
-  for (const WaterYearEntry& entry : browser.WaterYears()) texts.push_back(entry.text);
+  for (const StationWaterYear& entry : browser.StationYears())
+    texts.push_back(entry.year.Text() + QLatin1Char(' ') + entry.mark);
   EXPECT_THAT(Plain(texts), ElementsAre("2008 ", "2009 Dönüşmüş", "2010 "));
   ASSERT_EQ(report.refused.size(), 1U);
   EXPECT_TRUE(report.refused[0].English().startsWith(QStringLiteral("Version Hatasi")));
@@ -49,7 +50,7 @@ TEST_F(BrowserTest, FilesThatHoldAChosenYearAreMarkedAndLoadedUnderTheirName) {
   Write("010205", "30/09/2009 00:00", "01/10/2009 01:00");
   Browser browser = Open();
   browser.SelectStation(-1);
-  browser.SelectWaterYears(browser.IndexesOf({2009}));
+  browser.SelectWaterYears(browser.IndexesOf({{2009}}));
   EXPECT_TRUE(browser.MarksShown());
   EXPECT_THAT(
       Plain(browser.FileEntries()),
@@ -58,8 +59,8 @@ TEST_F(BrowserTest, FilesThatHoldAChosenYearAreMarkedAndLoadedUnderTheirName) {
   for (const QString& entry : browser.FileEntries()) EXPECT_EQ(entry.size(), 25);
   const auto request = browser.Request();
   ASSERT_TRUE(request);
-  EXPECT_EQ(request->station, QStringLiteral("001-12345"));
-  EXPECT_THAT(Plain(request->waterYears), ElementsAre("2009 "));
+  EXPECT_EQ(request->station.Text(), QStringLiteral("001-12345"));
+  EXPECT_EQ(request->choice, Choice(WaterYears{{{{2009}}}}));
   EXPECT_EQ(request->files.size(), 3U);
 }
 
@@ -125,8 +126,8 @@ TEST_F(BrowserTest, ARawFileShowsItsHeaderWithNumbersAsTheRegionWritesThem) {
   EXPECT_THAT(Plain(InEnglish(messages)), ElementsAre("-Bu dosyada zaman düzeltmesi yapılmış."));
   const auto request = browser.Request();
   ASSERT_TRUE(request);
-  EXPECT_TRUE(request->waterYears.empty());
-  EXPECT_EQ(request->station, QStringLiteral("001-12345"));
+  EXPECT_TRUE(IsSingleFile(request->choice));
+  EXPECT_EQ(request->station.Text(), QStringLiteral("001-12345"));
   EXPECT_EQ(LoadReadings(*request)->setup, [&] {
     cells[6].clear();  // the name is the window's
     return cells;

@@ -60,14 +60,14 @@ class ChangeLog : public testing::Test {
 
 TEST_F(ChangeLog, ReadsTheNewestNameThatAYearHasHad) {
   const QString path = folder_.path() + QLatin1Char('/');
-  const QString station = QStringLiteral("001-12345");
-  const QString entry = QStringLiteral("2011 Dönüşmüş");
+  const StationId station(QStringLiteral("001-12345"));
+  const StationWaterYear entry{{2011}, QStringLiteral("Dönüşmüş")};
   const QString given = ChangeLogPath(path, station, entry);
   EXPECT_EQ(given, path + QStringLiteral("001-12345-Degisiklikler2011 Dönüşmüş.txt"));
   EXPECT_EQ(ChangeLogToRead(path, station, entry), given);
 
-  const QString plain = ChangeLogPath(path, station, QStringLiteral("2011 "));
-  const QString converted = ChangeLogPath(path, station, QStringLiteral("2011 Ok."));
+  const QString plain = ChangeLogPath(path, station, StationWaterYear{{2011}});
+  const QString converted = ChangeLogPath(path, station, StationWaterYear{{2011}, QStringLiteral("Ok.")});
   const QDateTime now = QDateTime::currentDateTime();
   for (const auto& [name, age] : {std::pair(plain, 60), std::pair(converted, 30)}) {
     ASSERT_TRUE(WriteContent(name, "x"));

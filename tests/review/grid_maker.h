@@ -62,7 +62,9 @@ inline LoadedReadings LoadOf(const StationSeries& grid, const QString& folder,
   loaded.files = {QStringLiteral("001-12345-010203=0001.txt")};
   StationSeries series = WithFiles(grid, std::move(files));
   const int count = series.Raw().ReadingCount();
-  loaded.waterYear = waterYears.empty() ? 0 : waterYears.back();
+  WaterYears chosen;
+  for (const int year : waterYears) chosen.years.push_back({{year}});
+  if (!waterYears.empty()) loaded.choice = chosen;
   int next = 1;
   for (const int year : waterYears.empty() ? std::vector<int>{0} : waterYears) {
     LoadedChangeLog log;
@@ -71,8 +73,8 @@ inline LoadedReadings LoadOf(const StationSeries& grid, const QString& folder,
       ++log.rows.last;
     }
     if (year != 0) next = log.rows.last + 1;
-    log.saveTo =
-        ChangeLogPath(folder, QStringLiteral("001-12345"), year == 0 ? QString() : QString::number(year));
+    const auto ofYear = year == 0 ? std::nullopt : std::optional(StationWaterYear{{year}});
+    log.saveTo = ChangeLogPath(folder, StationId(QStringLiteral("001-12345")), ofYear);
     auto overlay = LoadChangeLog(log.saveTo, series, year == 0, log.rows);
     if (overlay) log.overlay = std::move(*overlay);
     loaded.changeLogs.push_back(std::move(log));

@@ -15,12 +15,15 @@ using test::RawFileSketch;
 
 class LoadReadingsTest : public test::DataFolderTest {
  protected:
-  LoadRequest Request(std::vector<QString> years = {}) {
+  /// years: none for the station's only file.
+  LoadRequest Request(const std::vector<int>& years = {}) {
     LoadRequest request;
     request.dataDirectory = folder_;
-    request.station = QStringLiteral("001-12345");
+    request.station = StationId(QStringLiteral("001-12345"));
     request.files = FilesInUse(ListRawFiles(folder_, request.station));
-    request.waterYears = std::move(years);
+    WaterYears chosen;
+    for (const int year : years) chosen.years.push_back({{year}});
+    if (!years.empty()) request.choice = chosen;
     return request;
   }
   static LoadedReadings Load(const LoadRequest& request) {
@@ -28,14 +31,14 @@ class LoadReadingsTest : public test::DataFolderTest {
     EXPECT_TRUE(loaded.Ok()) << (loaded ? "" : loaded.Failure().English().toStdString());
     return loaded ? std::move(*loaded) : LoadedReadings{};
   }
-  LoadedReadings LoadYear2009() { return Load(Request({QStringLiteral("2009 ")})); }
+  LoadedReadings LoadYear2009() { return Load(Request({2009})); }
 };
 
 TEST_F(LoadReadingsTest, ProgressRisesToTheWholeWithEveryFileOfEveryYear) {
   Write("080901", "29/09/2008 01:00", "02/10/2008 23:00");
   Write("090901", "29/09/2009 01:00", "02/10/2009 23:00");
   std::vector<int> told;
-  LoadRequest request = Request({QStringLiteral("2009 "), QStringLiteral("2010 ")});
+  LoadRequest request = Request({2009, 2010});
   request.progress = [&told](int percent) { told.push_back(percent); };
   Load(request);
   EXPECT_EQ(told, (std::vector{25, 50, 75, 100}));
@@ -48,7 +51,7 @@ TEST_F(LoadReadingsTest, AWaterYearTakesItsDaysFromEveryFileThatHoldsThem) {
   const LoadedReadings loaded = LoadYear2009();
   const StationSeries& grid = loaded.series;
   EXPECT_EQ(loaded.files.size(), 2U);
-  EXPECT_EQ(loaded.waterYear, 2009);
+  EXPECT_EQ(loaded.lastYear, WaterYear{2009});
   ASSERT_GT(grid.ReadingCount(), 0);
   EXPECT_EQ(CellText(grid, 1, GridColumn::Date), QStringLiteral("01/10/2008"));
   EXPECT_EQ(CellText(grid, 1, GridColumn::Label), QStringLiteral("01-ort"));
@@ -85,7 +88,7 @@ TEST_F(LoadReadingsTest, OfSeveralYearsEachHasItsOwnLogAndWhatTheOtherLogSaysOfI
       "30/09/2009\t12:00\t7\t\r\n01/10/2009\t12:00\t8\t\r\n");
   Put(QStringLiteral("001-12345-Degisiklikler2010.txt"),
       "30/09/2009\t12:00\t9\t\r\n30/09/2009\t13:00\t10\t\r\n01/10/2009\t12:00\t11\t\r\n");
-  const LoadedReadings loaded = Load(Request({QStringLiteral("2009 "), QStringLiteral("2010 ")}));
+  const LoadedReadings loaded = Load(Request({2009, 2010}));
   ASSERT_EQ(loaded.changeLogs.size(), 2U);
   EXPECT_EQ(loaded.changeLogs[0].rows.last + 1, loaded.changeLogs[1].rows.first);
   EXPECT_EQ(loaded.series.At(12).levelCm, 7);
@@ -102,9 +105,9 @@ TEST_F(LoadReadingsTest, ARefusedFileEndsTheWholeLoadAndIsNamedOnce) {
   Write("081001", "01/10/2008 01:00", "01/10/2009 10:00");
   Write("081002", "02/10/2008 01:00", "02/10/2008 10:00", "99");
   Write("081003", "03/10/2008 01:00", "03/10/2008 10:00");
-  const LoadedReadings loaded = Load(Request({QStringLiteral("2009 "), QStringLiteral("2010 ")}));
+  const LoadedReadings loaded = Load(Request({2009, 2010}));
   EXPECT_EQ(loaded.files, std::vector{QStringLiteral("001-12345-081001=0365.txt")});
-  EXPECT_EQ(loaded.waterYear, 2009);
+  EXPECT_EQ(loaded.lastYear, WaterYear{2009});
   EXPECT_TRUE(loaded.refusedFile.startsWith(QStringLiteral("001-12345-081002")));
   EXPECT_FALSE(loaded.whole);
   const auto missed =
@@ -205,7 +208,7 @@ TEST_F(LoadReadingsTest, TheNoteIsThatOfTheFileReadLast) {
 TEST_F(LoadReadingsTest, AFileThatVanishesIsMissed) {
   Write("081001", "01/10/2008 01:00", "01/10/2008 10:00");
   Write("081002", "02/10/2008 01:00", "02/10/2008 10:00");
-  const LoadRequest request = Request({QStringLiteral("2009 ")});
+  const LoadRequest request = Request({2009});
   EXPECT_TRUE(Load(request).whole);
   ASSERT_TRUE(QFile::remove(folder_ + QStringLiteral("001-12345-081001.txt")));
   const LoadedReadings loaded = Load(request);
@@ -226,7 +229,7 @@ TEST_F(LoadReadingsTest, UnreadableLinesAreNamedAndCounted) {
   EXPECT_TRUE(loaded.messages[0].English().contains(QStringLiteral("line 16: not loaded; expected a date")));
   EXPECT_TRUE(loaded.messages[20].English().endsWith(QStringLiteral(": 23 lines were not loaded in all")));
   EXPECT_EQ(CellText(loaded.series, 1, GridColumn::Label), QStringLiteral("01-Max"));
-  EXPECT_EQ(loaded.waterYear, 0) << "a single file has no water year";
+  EXPECT_FALSE(loaded.lastYear) << "a single file has no water year";
   EXPECT_EQ(loaded.partialFiles, std::vector{QStringLiteral("001-12345-081001.txt")});
 }
 

@@ -10,7 +10,7 @@ namespace {
 constexpr qsizetype kStemCharacters = 16;
 
 std::vector<RawFile> FilesFor(const Choice& choice) {
-  std::vector<RawFile> files = FilesInUse(ListRawFiles(choice.folder, choice.station));
+  std::vector<RawFile> files = FilesInUse(ListRawFiles(choice.folder, StationId(choice.station)));
   if (choice.years.empty()) {
     std::erase_if(files,
                   [&](const RawFile& file) { return file.listName.left(kStemCharacters) != choice.stem; });
@@ -99,9 +99,11 @@ QString Desk::Open(const Choice& choice, bool restore) {
   unfit_ = 0;
   LoadRequest request;
   request.dataDirectory = choice.folder;
-  request.station = choice.station;
+  request.station = StationId(choice.station);
   request.files = FilesFor(choice);
-  for (const int year : choice.years) request.waterYears.push_back(QString::number(year));
+  WaterYears years;
+  for (const int year : choice.years) years.years.push_back({{year}});
+  if (!choice.years.empty()) request.choice = years;
   for (const RawFile& file : request.files) stems_ << file.listName.left(kStemCharacters);
   auto loaded = LoadReadings(request);
   if (!loaded) return loaded.Failure().English();

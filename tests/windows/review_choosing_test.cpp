@@ -220,7 +220,7 @@ TEST_F(Choosing, MultipleGraphsCollectUpToFourEntriesInsteadOfReadings) {
   for (int year = 2014; year <= 2018; ++year) {
     Write("30000", QByteArray::number(100000 + year).constData(), At(year, 2, 1), At(year, 2, 2));
   }
-  Open(Caption::MultipleGraph);
+  Open(WorkMode::MultipleGraph);
   for (const char* hidden : {"Frame3", "ListMsj", "VS0"}) EXPECT_FALSE(Find<QWidget>(hidden).isVisible());
   EXPECT_TRUE(Find<QListWidget>("ListGraf").isVisible());
   EXPECT_FALSE(Find<QListWidget>("ListOrjDos").isEnabled());

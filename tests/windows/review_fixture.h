@@ -101,8 +101,8 @@ class ReviewWindowTest : public testing::Test {
     WriteSketch(Data(), sketch);
   }
 
-  void Open(Caption mode = Caption::OpenDataFile) {
-    frame_.Run().workMode = frame_.Run().language.Text(mode);
+  void Open(WorkMode mode = WorkMode::DataFile) {
+    frame_.Run().workMode = mode;
     form_ = new FormSec(frame_, std::make_unique<OperatorsAnswers>(operator_));
     frame_.ShowChild(form_);
   }

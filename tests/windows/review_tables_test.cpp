@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include "graphs/form_coklu_secim.h"
+#include "graphs/form_graf.h"
 #include "graphs/frm_gr_lis.h"
 #include "tables/plain_answers.h"
 #include "tables/recording_spreadsheet.h"
@@ -30,6 +31,18 @@ class Tables : public ReviewWindowTest {
   RecordingSpreadsheet office_;
 };
 
+TEST_F(Tables, AFileOnItsOwnIsDrawnInTheYearOfItsReadings) {
+  Open();
+  Click("ListIst", 0);
+  Click("ListOrjDos", 0);
+  Push("CmdTamam");
+  EXPECT_FALSE(Button("Command3").isEnabled()) << "a table is made of water years";
+  Push("CmdGrf");
+  const auto* graph = qobject_cast<FormGraf*>(frame_.Child(Texts("FormGraf")));
+  ASSERT_NE(graph, nullptr);
+  EXPECT_EQ(graph->Sheet().waterYear, 2010);
+}
+
 TEST_F(Tables, ATableMadeHereHoldsWhatTheCommandLineWrites) {
   Open();
   LoadWaterYear();
@@ -44,7 +57,7 @@ TEST_F(Tables, ATableMadeHereHoldsWhatTheCommandLineWrites) {
   EXPECT_NE(frame_.Child(Texts("FormGraf")), nullptr);
   ASSERT_NE(form_, nullptr) << "the graph opens beside it";
 
-  const LoadRequest request = WaterYearRequest(Data(), Texts(kStation), 2010, {});
+  const LoadRequest request = WaterYearRequest(Data(), StationId(Texts(kStation)), {2010}, {});
   const auto loaded = LoadReadings(request);
   ASSERT_TRUE(loaded);
   RecordingSpreadsheet plain;
@@ -130,7 +143,7 @@ TEST_F(Tables, DrawingTheListWritesGraphFilesThatAreDrawnAgainWithoutLoading) {
   const QByteArray content = raw.readAll().replace("1.03", "1x03");
   ASSERT_TRUE(raw.seek(0) && raw.write(content) == content.size());
   raw.close();
-  Open(Caption::MultipleGraph);
+  Open(WorkMode::MultipleGraph);
   LoadWaterYear(0);
   LoadWaterYear(1);
   Push("CmdCiz");
@@ -144,7 +157,7 @@ TEST_F(Tables, DrawingTheListWritesGraphFilesThatAreDrawnAgainWithoutLoading) {
   Settle();
 
   ASSERT_TRUE(QFile::remove(Data() + Texts("001-20000-010203=0001.txt")));  // not needed any more
-  Open(Caption::MultipleGraph);
+  Open(WorkMode::MultipleGraph);
   for (const bool draw : {false, true}) {
     QTimer::singleShot(0, [draw] {
       auto* list = qobject_cast<FrmGrLis*>(QApplication::activeModalWidget());

@@ -77,17 +77,16 @@ TEST_F(MainWindow, OpensTheSelectionWindowInTheModeOfTheEntry) {
   const struct {
     const char* entry;
     QByteArray language;
-    const char* mode;
+    WorkMode mode;
     StationMode stations;
-  } cases[] = {{"MnuKontrol", "ENGLISH", "OPEN DATA FILE", StationMode::Single},
-               {"MnuCokluCizim", "TURKCE", "ÇOKLU GRAFİK ÇİZİMİ", StationMode::Multiple}};
+  } cases[] = {{"MnuKontrol", "ENGLISH", WorkMode::DataFile, StationMode::Single},
+               {"MnuCokluCizim", "TURKCE", WorkMode::MultipleGraph, StationMode::Multiple}};
   for (const auto& c : cases) {
     Open(c.language);
     Trigger(c.entry);
     EXPECT_EQ(Child("FrmLogo"), nullptr);
     ASSERT_NE(Child("FormSec"), nullptr);
-    EXPECT_EQ(run_.workMode.toStdString(), c.mode);
-    EXPECT_EQ(Child("FormSec")->windowTitle(), run_.workMode);
+    EXPECT_EQ(run_.workMode, c.mode);
     EXPECT_EQ(run_.stationMode, c.stations);
   }
 }
@@ -138,14 +137,14 @@ TEST_F(MainWindow, StaysAsLongAsAWindowRefusesToClose) {
   Trigger("MnuKontrol");
   refuses_ = true;
   run_.dataDirectory = home_;
-  run_.workMode = QStringLiteral("untouched");
+  run_.workMode = WorkMode::LevelTable;
   const std::string before = SettingsContent();
   Trigger("MnuExit");
   EXPECT_TRUE(window_->isVisible());
   EXPECT_EQ(SettingsContent(), before);
   EXPECT_FALSE(window_->close());
   Trigger("MnuCokluCizim");
-  EXPECT_EQ(run_.workMode, QStringLiteral("untouched"));
+  EXPECT_EQ(run_.workMode, WorkMode::LevelTable);
   EXPECT_NE(Child("FormSec"), nullptr);
   refuses_ = false;
   EXPECT_TRUE(window_->close());
