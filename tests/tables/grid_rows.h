@@ -1,30 +1,28 @@
 // Grids of a few readings, as a test writes them down.
 #pragma once
 
+#include <QStringList>
+
 #include "review/review_grid.h"
 
 namespace vesk::test {
 
-struct GridRow {
-  const char* time;
-  double levelCm;
-  ReadingKind kind = ReadingKind::Ordinary;
-  const char* discharge = "";
-};
-
-inline constexpr auto kMax = ReadingKind::Maximum;
-inline constexpr auto kMin = ReadingKind::Minimum;
-
-inline ReviewGrid GridOf(const std::vector<GridRow>& rows) {
+/// A day a line: "01/10/2010 06:00 100; 12:00 110 yok; 18:30 131.5 Max 20": time, level, Max or Min for a
+/// record, discharge.
+inline ReviewGrid GridOf(const char* days) {
   ReviewGrid grid;
-  for (const GridRow& row : rows) {
-    const DateTime at = ReadDateTime(QString::fromLatin1(row.time)).value();
-    const Day day = std::chrono::floor<std::chrono::days>(at);
-    grid.Append({.levelCm = row.levelCm,
-                 .day = day,
-                 .minuteOfDay = static_cast<std::int16_t>((at - day).count()),
-                 .kind = row.kind});
-    grid.SetDischarge(grid.ReadingCount(), QString::fromLatin1(row.discharge));
+  for (const QString& line : QString::fromUtf8(days).split(QLatin1Char('\n'))) {
+    const Day day = ReadDate(line.left(10)).value();
+    for (const QString& text : line.mid(11).split(QLatin1String("; "))) {
+      QStringList fields = text.split(QLatin1Char(' '));
+      const auto kind = ReadKind(fields.value(2));
+      if (kind) fields.removeAt(2);
+      grid.Append({.levelCm = ReadWholeNumber(fields.at(1)).value(),
+                   .day = day,
+                   .minuteOfDay = static_cast<std::int16_t>(ReadClock(fields.at(0)).value()),
+                   .kind = kind.value_or(ReadingKind::Ordinary)});
+      grid.SetDischarge(grid.ReadingCount(), fields.value(2));
+    }
   }
   return grid;
 }
