@@ -4,6 +4,7 @@
 #include "tables/grid_rows.h"
 #include "tables/level_table_workbook.h"
 #include "tables/recording_spreadsheet.h"
+#include "tables/table_notes.h"
 #include "tables/written_cells.h"
 
 namespace vesk::test {
@@ -134,6 +135,18 @@ TEST(LevelTable, RepeatedReadingsAddNothingAndARepeatedDayIsWrittenOver) {
   EXPECT_EQ(Daily(table), "1,4: 'S\n1,1: 2011\n1,6: '" + std::string(99, 'n') +
                               "\n5,6: '12:00 299  300/'12:00 7  7\nred 1,6-9\ntext 1,6-9\ntext 1,4-5\n");
   EXPECT_TRUE(Hourly(table).ends_with("text 1,6-9\ntext 1,3-5\n"));
+}
+
+TEST(NotesOfTable, RecordsThatContradictCorrectionsMatterOnlyWhereTheyAreTaken) {
+  ReviewGrid grid = GridOf("12/01/2011 06:00 100; 12:00 110; 12:00 110 Max; 06:00 100 Min");
+  grid.SetLevel(2, 572);
+  const Message missing = Wording{u"yok", u"missing"};
+  EXPECT_EQ(NotesOfTable(missing, grid, ExtremeMode::Computed, LanguageChoice::English),
+            std::vector{QStringLiteral("missing")});
+  const auto notes = NotesOfTable(missing, grid, ExtremeMode::Recorded, LanguageChoice::Turkish);
+  ASSERT_EQ(notes.size(), 2U);
+  EXPECT_EQ(notes[0], QStringLiteral("yok"));
+  EXPECT_TRUE(notes[1].endsWith(QStringLiteral(": 12/01/2011 Max 110 → 572"))) << notes[1].toStdString();
 }
 
 TEST(WriteLevelTable, ReadingsBeyondTheLastRowAreCountedAndTheRestIsComplete) {
