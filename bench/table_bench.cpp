@@ -204,7 +204,7 @@ void WriteBare(const std::shared_ptr<OfficeSession>& session, const QString& pat
                const std::vector<Block>& blocks, WriteWay write, FormatWay format) {
   QFile::remove(path);
   if (!QFile::copy(QStringLiteral(VESK_RESOURCES "/Sablon.xls"), path))
-    Give({QStringLiteral("no copy"), path, {}});
+    Give({Message::Verbatim(QStringLiteral("no copy")), path, {}});
   auto book = OfficeWorkbook::Load(session, path, Macros::AsTheOfficeSays);
   if (!book) Give(book.Failure());
   write(**book, blocks);
@@ -257,9 +257,10 @@ int Run() {
   const double cellByCell =
       Seconds([&] { WriteBare(session, bare, blocks, WriteCellByCell, FormatOneByOne); });
   if (!SameCells(ReadBack(session, bare), blocks))
-    Give({QStringLiteral("cell by cell: other cells"), bare, {}});
+    Give({Message::Verbatim(QStringLiteral("cell by cell: other cells")), bare, {}});
   inRanges();
-  if (!SameCells(ReadBack(session, bare), blocks)) Give({QStringLiteral("in ranges: other cells"), bare, {}});
+  if (!SameCells(ReadBack(session, bare), blocks))
+    Give({Message::Verbatim(QStringLiteral("in ranges: other cells")), bare, {}});
   std::printf("equal cells: %d hourly rows, %d days\n", kReadings, kDays);
 
   double ours = std::numeric_limits<double>::max();

@@ -107,11 +107,11 @@ SheetCells HourlyCells(const LevelTable& table) {
 }
 
 /// Rows that follow one another in one block each.
-void AddRuns(int column, std::map<int, Row> rows, SheetCells& sheet) {
+void AddRuns(int column, const std::map<int, Row>& rows, SheetCells& sheet) {
   int next = 0;
-  for (auto& [row, cells] : rows) {
+  for (const auto& [row, cells] : rows) {
     if (row != next) sheet.blocks.push_back({row, column, {}});
-    sheet.blocks.back().cells.push_back(std::move(cells));
+    sheet.blocks.back().cells.push_back(cells);
     next = row + 1;
   }
 }
@@ -139,8 +139,8 @@ SheetCells DailyCells(const LevelTable& table) {
     if (day.maximum) maxima[day.sheetRow] = MaximumCells(day);
     if (day.minimum) minima[day.sheetRow] = MinimumCells(day);
   }
-  AddRuns(kMaximumColumn, std::move(maxima), sheet);
-  AddRuns(kMinimumColumn, std::move(minima), sheet);
+  AddRuns(kMaximumColumn, maxima, sheet);
+  AddRuns(kMinimumColumn, minima, sheet);
   return sheet;
 }
 

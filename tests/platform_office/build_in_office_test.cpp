@@ -24,21 +24,11 @@ using css::uno::UNO_QUERY_THROW;
 
 /// Two whole days, a day without extremes, a leap day.
 StationSeries SmallGrid() {
-  return GridOf({{"01/10/2011 06:00", 100, {}, "12.5"},
-                 {"01/10/2011 12:00", 110, {}, "yok"},
-                 {"01/10/2011 23:59", 120},
-                 {"01/10/2011 18:30", 131.5, kMax, "20"},
-                 {"01/10/2011 03:15", 90, kMin},
-                 {"02/10/2011 12:00", 150},
-                 {"02/10/2011 23:59", 160},
-                 {"03/10/2011 12:00", 140},
-                 {"03/10/2011 23:59", 141},
-                 {"03/10/2011 20:00", 142, kMax},
-                 {"03/10/2011 01:00", 139, kMin},
-                 {"29/02/2012 12:00", 80},
-                 {"29/02/2012 23:59", 70},
-                 {"29/02/2012 11:00", 81, kMax},
-                 {"29/02/2012 23:00", 69, kMin}});
+  return GridOf(
+      "01/10/2011 06:00 100 12.5; 12:00 110 yok; 23:59 120; 18:30 131.5 Max 20; 03:15 90 Min\n"
+      "02/10/2011 12:00 150; 23:59 160\n"
+      "03/10/2011 12:00 140; 23:59 141; 20:00 142 Max; 01:00 139 Min\n"
+      "29/02/2012 12:00 80; 23:59 70; 11:00 81 Max; 23:00 69 Min");
 }
 
 Reference<css::sheet::XSpreadsheet> SheetOf(const OfficeWorkbook& book, QLatin1String name) {
@@ -128,9 +118,13 @@ TEST_F(OfficeTable, ReadsBackAsItsCellsAndItsMacroStillEmptiesEmptyTexts) {
     int row, column;
     CellValue value;
   } kCells[] = {{kHourlySheet, 5, 1, 40'817.0},  // 1 October 2011
-                {kDailySheet, 5, 9, 112.0},     {kDailySheet, 36, 3, QStringLiteral("20:00")},
-                {kDailySheet, 38, 9, 126.0},    {kMonthlySheet, 1, 1, QStringLiteral("12345 - Çamlıdere")},
-                {kMonthlySheet, 7, 2, {}},      {kMonthlySheet, 18, 12, 363.0},
+                {kDailySheet, 5, 9, 112.0},
+                {kDailySheet, 36, 3, QStringLiteral("20:00")},
+                {kDailySheet, 38, 9, 126.0},
+                {kMonthlySheet, 1, 1, QStringLiteral("12345 - Çamlıdere")},
+                {kMonthlySheet, 7, 2, {}},
+                {kMonthlySheet, 18, 12, 363.0},
+                {kMonthlySheet, 19, 1, notes_.front()},
                 {kMonthlySheet, 21, 4, {}}};
   for (const auto& [sheet, row, column, value] : kCells) {
     EXPECT_TRUE(At(book, sheet, row, column) == value) << sheet.data() << ' ' << row << ',' << column;

@@ -1,13 +1,11 @@
 // Workbooks whose macro leaves a trace as soon as it is let.
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <thread>
-
 #include "platform/libreoffice/office.h"
+#include "platform_office/office_processes.h"
 #include "tables/stored_tables.h"
 
 namespace vesk::test {
@@ -55,12 +53,8 @@ TEST(OfficeMacros, OfAStoredTableDoNotRunUnasked) {
   const auto allowed = office->Open(plant(QStringLiteral("own")), Macros::MayRun);
   ASSERT_TRUE(allowed.Ok()) << allowed.Failure().English().toStdString();
   // The office runs it some time after the workbook is open, those of workbooks before it earlier.
-  QElapsedTimer waiting;
-  waiting.start();
-  while (!QFile::exists(folder.filePath(QStringLiteral("own"))) && !waiting.hasExpired(20'000)) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-  }
-  EXPECT_TRUE(QFile::exists(folder.filePath(QStringLiteral("own")))) << "else the test proves nothing";
+  EXPECT_TRUE(WaitUntil([&folder] { return QFile::exists(folder.filePath(QStringLiteral("own"))); }))
+      << "else the test proves nothing";
   EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("stored"))));
 }
 

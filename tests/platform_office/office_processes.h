@@ -1,9 +1,12 @@
-// Finds running offices in the process table.
+// Finds running offices in the process table, and waits for what an office does in its own time.
 #pragma once
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 
+#include <functional>
+#include <thread>
 #include <vector>
 
 namespace vesk::test {
@@ -18,6 +21,16 @@ inline std::vector<int> OfficesStartedWith(const QByteArray& text) {
     if (line.contains("soffice.bin") && line.contains(text)) found.push_back(entry.toInt());
   }
   return found;
+}
+
+inline bool WaitUntil(const std::function<bool()>& holds) {
+  QElapsedTimer waiting;
+  waiting.start();
+  while (!holds()) {
+    if (waiting.hasExpired(20'000)) return false;
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+  return true;
 }
 
 }  // namespace vesk::test

@@ -2,32 +2,20 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 
 #include <csignal>
-#include <functional>
-#include <thread>
 
 #include <unistd.h>
 
 #include "platform/libreoffice/office.h"
 #include "platform/libreoffice/office_process.h"
 #include "platform_office/office_processes.h"
+#include "tables/grid_rows.h"
 #include "tables/plain_answers.h"
 
 namespace vesk::test {
 namespace {
-
-bool WaitUntil(const std::function<bool()>& holds) {
-  QElapsedTimer waiting;
-  waiting.start();
-  while (!holds()) {
-    if (waiting.hasExpired(20'000)) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  }
-  return true;
-}
 
 /// Offices that were started for this test program, by the pipe they were told to listen on.
 std::vector<int> OperatorOffices() {
@@ -58,7 +46,7 @@ class OperatorOfficeTest : public testing::Test {
 };
 
 TEST_F(OperatorOfficeTest, IsStartedForATableAndLeftToItsOperatorWhileTheTableIsOpen) {
-  const StationSeries grid({{.levelCm = 120, .day = WaterYearFirstDay(2011), .minuteOfDay = 720}});
+  const StationSeries grid = GridOf("01/10/2010 12:00 120");
   const BuildInput input{.series = grid,
                          .stationNumber = QStringLiteral("12345"),
                          .stationName = {},

@@ -2,8 +2,11 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <cerrno>
 #include <filesystem>
 
+#include "support/failing_sync.h"
+#include "tables/grid_rows.h"
 #include "tables/plain_answers.h"
 #include "tables/recording_spreadsheet.h"
 #include "tables/table_cells.h"
@@ -31,12 +34,11 @@ class BuildLevelTableTest : public testing::Test {
     return files;
   }
 
-  Result<BuildReport> Build(AfterSave afterSave, RecordingSpreadsheet& office) {
+  Result<BuildReport> Build(AfterSave afterSave = AfterSave::Close) {
     return BuildLevelTable({grid_, QStringLiteral("12345"), QStringLiteral("Ad"), 2011, ExtremeMode::Recorded,
                             data_.path(), templates_.path(), QStringLiteral("Sablon.xls"), afterSave, notes_},
-                           office, questions_);
+                           office_, questions_);
   }
-  Result<BuildReport> Build(AfterSave afterSave = AfterSave::Close) { return Build(afterSave, office_); }
 
   /// The steps on the workbook; "copy" and "final" stand for the paths of the one in the making and the
   /// table.
@@ -55,7 +57,7 @@ class BuildLevelTableTest : public testing::Test {
   QString template_ = templates_.filePath(QStringLiteral("SABLON.XLS"));
   QString table_ = data_.filePath(QStringLiteral("Tablo-12345(2011).xls"));
   std::vector<QString> notes_;
-  StationSeries grid_{{{.levelCm = 120, .day = WaterYearFirstDay(2011), .minuteOfDay = 60}}};
+  StationSeries grid_ = GridOf("01/10/2010 01:00 120");
   RecordingSpreadsheet office_;
   PlainAnswers questions_;
 };
@@ -98,13 +100,13 @@ TEST_F(BuildLevelTableTest, TakesTheOldTablesPlaceOnlyWhenSavedWhole) {
                 {"select", true, 3},      {"format Gunluk", true, 1}, {"close", true, 1},
                 {"quit", true, 1},        {"no Saatlik", true, 1},    {"no Aylik", true, 1}};
   for (const auto& row : kCases) {
-    RecordingSpreadsheet office;
-    office.failing = {QString::fromLatin1(row.failing)};
-    office.sheets.erase(office.failing.front().section(QLatin1String("no "), 1));
+    office_ = {};
+    office_.failing = {QString::fromLatin1(row.failing)};
+    office_.sheets.erase(office_.failing.front().section(QLatin1String("no "), 1));
     for (const char* before : {"old", "none"}) {
       const bool hadOne = *before == 'o';
       if (hadOne) Write(table_, before);
-      const auto report = Build(AfterSave::Quit, office);
+      const auto report = Build(AfterSave::Quit);
       ASSERT_EQ(report.Ok(), row.ok) << row.failing;
       EXPECT_EQ(TableContent(), row.ok ? "saved" : before) << row.failing;
       EXPECT_EQ(DataFolder().size(), row.ok || hadOne ? 1 : 0) << row.failing;
@@ -230,7 +232,7 @@ TEST_F(BuildLevelTableTest, KilledBeforeOrAfterTheTableTakesItsPlaceItIsKnownAls
   EXPECT_EQ(LookAtTable(table_).origin, TableOrigin::Own);
 }
 
-TEST_F(BuildLevelTableTest, ATableChangedWhileTheNewOneIsMadeIsKept) {
+TEST_F(BuildLevelTableTest, ATableChangedMeanwhileIsKeptAndOneThatTheDiskDidNotKeepReplacesNone) {
   for (const char* before : {"none", "old"}) {
     if (*before == 'o') Write(table_, before);
     questions_.progress = [this](BuildStep step, int) {
@@ -242,6 +244,10 @@ TEST_F(BuildLevelTableTest, ATableChangedWhileTheNewOneIsMadeIsKept) {
     EXPECT_EQ(report.Failure().path, table_);
     EXPECT_EQ(TableContent(), "by hand");
   }
+  questions_.progress = [](BuildStep, int) { return true; };
+  const FailingSync failing(FailingSync::Of::Files, EIO);
+  EXPECT_FALSE(Build().Ok());
+  EXPECT_EQ(TableContent(), "by hand");
 }
 
 TEST_F(BuildLevelTableTest, StoppedAnywhereItLeavesTheOldTableAndNothingElse) {

@@ -4,15 +4,14 @@
 #include "tables/grid_rows.h"
 #include "tables/level_table_workbook.h"
 #include "tables/recording_spreadsheet.h"
+#include "tables/table_notes.h"
 #include "tables/written_cells.h"
 
 namespace vesk::test {
 namespace {
 
-using Rows = std::vector<GridRow>;
-
-LevelTable Table(const Rows& rows, const char* mode = "TF") {
-  return ComputeLevelTable(GridOf(rows), 2011, ExtremeModeOf(QString::fromLatin1(mode)), QStringLiteral("S"));
+LevelTable Table(const char* days, const char* mode = "TF") {
+  return ComputeLevelTable(GridOf(days), 2011, ExtremeModeOf(QString::fromLatin1(mode)), QStringLiteral("S"));
 }
 
 void Add(const PlacedBlock& block, QString& text) {
@@ -65,14 +64,10 @@ std::string Figures(const LevelTable& table) {
 }
 
 TEST(LevelTable, MeanIsWeightedByTheTimeUpToEachReading) {
-  const LevelTable table = Table({{"01/10/2010 06:00", 100},
-                                  {"01/10/2010 23:59", 200},
-                                  {"01/10/2010 07:00", 300, kMax},
-                                  {"01/10/2010 08:00", 50, kMin},
-                                  {"02/10/2010 12:00", 123.5},
-                                  {"02/10/2010 12:00", 123, kMin},
-                                  {"30/09/2011 12:00", 123.49},
-                                  {"30/09/2011 12:00", 123, kMin}});
+  const LevelTable table = Table(
+      "01/10/2010 06:00 100; 23:59 200; 07:00 300 Max; 08:00 50 Min\n"
+      "02/10/2010 12:00 123.5; 12:00 123 Min\n"
+      "30/09/2011 12:00 123.49; 12:00 123 Min");
   // (100 x 360 + 200 x 1079) / 1439 = 174.98; a half is rounded up; divided by the last reading's minute
   EXPECT_EQ(Figures(table), "5: 2, 251800, 1439\n6: 1, 88920, 720\n419: 1, 88912.8, 720\n");
   EXPECT_EQ(Daily(table),
@@ -81,12 +76,8 @@ TEST(LevelTable, MeanIsWeightedByTheTimeUpToEachReading) {
 }
 
 TEST(LevelTable, ExtremesAsRecordedOrComputedAndRecordsAlwaysBesideTheReadings) {
-  const Rows rows = {{"01/10/2010 06:00", 150},
-                     {"01/10/2010 07:00", 90, {}, "12,5"},
-                     {"01/10/2010 08:00", 150, {}, "yok"},
-                     {"01/10/2010 09:00", 90, {}, " "},
-                     {"01/10/2010 06:10", 155, kMax, "7"},
-                     {"01/10/2010 07:10", 85.5, kMin}};
+  const char* rows =
+      "01/10/2010 06:00 150; 07:00 90 12,5; 08:00 150 yok; 09:00 90; 06:10 155 Max 7; 07:10 85.5 Min";
   for (const char* mode : {"TF", "FT"}) {
     EXPECT_EQ(Hourly(Table(rows, mode)),
               "1,3: 'S/2011\n5,1: =01/10 '06:00 150/=01/10 '07:00 90 12.5/"
@@ -102,15 +93,10 @@ TEST(LevelTable, ExtremesAsRecordedOrComputedAndRecordsAlwaysBesideTheReadings) 
 }
 
 TEST(LevelTable, ADayWithoutExtremesGetsANoteAndLeaksNothing) {
-  const LevelTable table = Table({{"30/10/2010 12:00", 100},
-                                  {"31/10/2010 06:00", 100},
-                                  {"31/10/2010 12:00", 100},
-                                  {"31/10/2010 12:00", 101, kMax},
-                                  {"01/11/2010 12:00", 200},  // across the month's end
-                                  {"01/11/2010 12:00", 200, kMin},
-                                  {"02/11/2010 12:00", 200},
-                                  {"03/11/2010 12:00", 250, kMin},  // of a day without readings
-                                  {"04/11/2010 12:00", 200}});
+  const LevelTable table = Table(
+      "30/10/2010 12:00 100\n31/10/2010 06:00 100; 12:00 100; 12:00 101 Max\n"
+      "01/11/2010 12:00 200; 12:00 200 Min\n02/11/2010 12:00 200\n"
+      "03/11/2010 12:00 250 Min\n04/11/2010 12:00 200");
   EXPECT_EQ(Figures(table),
             "34: 1, 72000, 720\n35: 2, 72000, 720\n40: 1, 144000, 720\n41: 1, 144000, 720\n42: 0, 0, 0\n"
             "43: 1, 144000, 720\n");
@@ -129,30 +115,19 @@ TEST(LevelTable, ADayWithoutExtremesGetsANoteAndLeaksNothing) {
 }
 
 TEST(LevelTable, ComputedExtremesAreOfTheirOwnDayAndRecordsBeforeAnyReadingStandAbove) {
-  const LevelTable table = Table({{"01/10/2010 12:00", 99, kMax},
-                                  {"01/10/2010 12:00", 98, kMin},
-                                  {"02/10/2010 12:00", 500},
-                                  {"03/10/2010 12:00", 501, kMax},  // of a day without readings
-                                  {"03/10/2010 12:00", 50, kMin},
-                                  {"04/10/2010 12:00", 200},
-                                  {"04/10/2010 12:00", 201, kMax},
-                                  {"04/10/2010 12:00", 199, kMin}},
-                                 "FT");
+  const LevelTable table = Table(
+      "01/10/2010 12:00 99 Max; 12:00 98 Min\n02/10/2010 12:00 500\n03/10/2010 12:00 501 Max; 12:00 50 Min\n"
+      "04/10/2010 12:00 200; 12:00 201 Max; 12:00 199 Min",
+      "FT");
   EXPECT_EQ(Daily(table), "1,4: 'S\n1,1: 2011\n8,2: '04/10/2010 '12:00 200\n8,6: '12:00 200  200\n");
   EXPECT_TRUE(
       Hourly(table).starts_with("1,3: 'S/2011\n3,6: 'Maksimum '12:00 99\n4,6: 'Maksimum '12:00 501\n"));
 }
 
 TEST(LevelTable, RepeatedReadingsAddNothingAndARepeatedDayIsWrittenOver) {
-  LevelTable table = Table({{"30/09/2010 12:00", 1},  // of the years around
-                            {"01/10/2010 12:00", 100},
-                            {"01/10/2010 12:00", 100},
-                            {"01/10/2010 12:00", 99, kMin},
-                            {"02/10/2010 12:00", 7},
-                            {"02/10/2010 12:00", 7, kMin},
-                            {"01/10/2010 12:00", 300},
-                            {"01/10/2010 12:00", 299, kMin},
-                            {"01/10/2011 12:00", 3}});
+  LevelTable table = Table(
+      "30/09/2010 12:00 1\n01/10/2010 12:00 100; 12:00 100; 12:00 99 Min\n02/10/2010 12:00 7; 12:00 7 Min\n"
+      "01/10/2010 12:00 300; 12:00 299 Min\n01/10/2011 12:00 3");
   EXPECT_EQ(Figures(table), "5: 1, 216000, 720\n6: 1, 5040, 720\n");
   EXPECT_EQ(table.hourly.size(), 4U);
   table.note = QString(9000, QLatin1Char('n'));
@@ -160,6 +135,20 @@ TEST(LevelTable, RepeatedReadingsAddNothingAndARepeatedDayIsWrittenOver) {
   EXPECT_EQ(Daily(table), "1,4: 'S\n1,1: 2011\n1,6: '" + std::string(99, 'n') +
                               "\n5,6: '12:00 299  300/'12:00 7  7\nred 1,6-9\ntext 1,6-9\ntext 1,4-5\n");
   EXPECT_TRUE(Hourly(table).ends_with("text 1,6-9\ntext 1,3-5\n"));
+}
+
+TEST(NotesOfTable, RecordsThatContradictCorrectionsMatterOnlyWhereTheyAreTaken) {
+  StationSeries grid = GridOf("12/01/2011 06:00 100; 12:00 110; 12:00 110 Max; 06:00 100 Min");
+  RowState corrected = grid.Raw().StateOf(2);
+  corrected.levelCm = 572;
+  grid.SetState({.rawRow = 2}, corrected);
+  const Message missing = Wording{u"yok", u"missing"};
+  EXPECT_EQ(NotesOfTable(missing, grid, ExtremeMode::Computed, LanguageChoice::English),
+            std::vector{QStringLiteral("missing")});
+  const auto notes = NotesOfTable(missing, grid, ExtremeMode::Recorded, LanguageChoice::Turkish);
+  ASSERT_EQ(notes.size(), 2U);
+  EXPECT_EQ(notes[0], QStringLiteral("yok"));
+  EXPECT_TRUE(notes[1].endsWith(QStringLiteral(": 12/01/2011 Max 110 → 572"))) << notes[1].toStdString();
 }
 
 TEST(WriteLevelTable, ReadingsBeyondTheLastRowAreCountedAndTheRestIsComplete) {
