@@ -16,6 +16,9 @@
 #include <QTableWidget>
 
 #include "review/review_grid_model.h"
+#include "selection/changed_rows_list.h"
+#include "selection/form_sec_state.h"
+#include "selection/message_list.h"
 #include "selection/review_grid_view.h"
 #include "shell/folder_lists.h"
 #include "shell/main_frame.h"
@@ -58,7 +61,7 @@ FormSec::FormSec(MainFrame& frame, std::unique_ptr<ReviewQuestions> questions)
   setObjectName(QStringLiteral("FormSec"));
   setWindowTitle(TitleOf(workMode_, run_.language));
   model_ = std::make_unique<ReviewGridModel>(session_);
-  c_.VS1->SetGridModel(*model_);
+  c_.grid->SetGridModel(*model_);
   ConnectLists();
   ConnectGridCommands();
   ConnectSession();
@@ -66,51 +69,50 @@ FormSec::FormSec(MainFrame& frame, std::unique_ptr<ReviewQuestions> questions)
   ArrangeForMode();
   RestoreLayout();
   ChooseFolder(run_.settings.ReadDataDirectory());
-  c_.ListOrjDos->clear();  // the files show once a station or a folder has been clicked
+  c_.rawFiles->clear();  // the files show once a station or a folder has been clicked
 }
 
 FormSec::~FormSec() = default;
 
 void FormSec::ConnectLists() {
-  connect(c_.Drive1, &DriveList::VolumeChosen, this, &FormSec::ChooseFolder);
-  connect(c_.Dir1, &DirList::FolderPressed, this, &FormSec::ChooseFolder);
-  connect(c_.ListIst, &QListWidget::itemSelectionChanged, this, &FormSec::ChooseStation);
-  connect(c_.ListIst, &QListWidget::itemDoubleClicked, this, &FormSec::ChooseStation);
-  connect(c_.ListSuYili, &QListWidget::itemSelectionChanged, this, &FormSec::ChooseYears);
-  connect(c_.ListSuYili, &QListWidget::itemDoubleClicked, this, &FormSec::Confirm);
-  connect(c_.ListOrjDos, &QListWidget::itemSelectionChanged, this, &FormSec::ChooseFile);
-  connect(c_.ListOrjDos, &QListWidget::itemDoubleClicked, this, &FormSec::LoadFileByDoubleClick);
-  for (QWidget* keyed : std::initializer_list<QWidget*>{c_.ListIst, c_.ListSuYili, c_.ListOrjDos, c_.ListGraf,
-                                                        c_.Text7, c_.Text6, c_.Text8}) {
+  connect(c_.volumes, &DriveList::VolumeChosen, this, &FormSec::ChooseFolder);
+  connect(c_.folders, &DirList::FolderPressed, this, &FormSec::ChooseFolder);
+  connect(c_.stations, &QListWidget::itemSelectionChanged, this, &FormSec::ChooseStation);
+  connect(c_.stations, &QListWidget::itemDoubleClicked, this, &FormSec::ChooseStation);
+  connect(c_.waterYears, &QListWidget::itemSelectionChanged, this, &FormSec::ChooseYears);
+  connect(c_.waterYears, &QListWidget::itemDoubleClicked, this, &FormSec::Confirm);
+  connect(c_.rawFiles, &QListWidget::itemSelectionChanged, this, &FormSec::ChooseFile);
+  connect(c_.rawFiles, &QListWidget::itemDoubleClicked, this, &FormSec::LoadFileByDoubleClick);
+  for (QWidget* keyed : std::initializer_list<QWidget*>{c_.stations, c_.waterYears, c_.rawFiles, c_.graphList,
+                                                        c_.ratingPath, c_.date, c_.lastReading}) {
     keyed->installEventFilter(this);
   }
-  connect(c_.CmdTamam, &QPushButton::clicked, this, &FormSec::Confirm);
-  connect(c_.CmdVazgec, &QPushButton::clicked, this, [this] {
+  connect(c_.confirm, &QPushButton::clicked, this, &FormSec::Confirm);
+  connect(c_.cancel, &QPushButton::clicked, this, [this] {
     KeepDataDirectory();
     if (close()) static_cast<void>(frame_.CloseChild(QStringLiteral("FormGraf")));
   });
 }
 
 void FormSec::ConnectGridCommands() {
-  connect(c_.Command4, &QPushButton::clicked, this, &FormSec::SaveChanges);
-  connect(c_.CmdUndo, &QPushButton::clicked, this, &FormSec::UndoAll);
-  connect(c_.Command6, &QPushButton::clicked, this, [this] { GoToChange(true); });
-  connect(c_.Command7, &QPushButton::clicked, this, [this] { GoToChange(false); });
-  connect(c_.Command8, &QPushButton::clicked, this, &FormSec::GoToDate);
-  connect(c_.Command10, &QPushButton::clicked, this, &FormSec::CorrectDates);
-  connect(c_.CmdSaatSil, &QPushButton::clicked, this, &FormSec::RemoveDateCorrection);
-  connect(c_.VSsatir, &QListWidget::itemClicked, this, [this](const QListWidgetItem* item) {
-    c_.VS1->GoTo(item->text().toInt(), GridColumn::Level, true);
+  connect(c_.save, &QPushButton::clicked, this, &FormSec::SaveChanges);
+  connect(c_.undoAll, &QPushButton::clicked, this, &FormSec::UndoAll);
+  connect(c_.nextChange, &QPushButton::clicked, this, [this] { GoToChange(true); });
+  connect(c_.previousChange, &QPushButton::clicked, this, [this] { GoToChange(false); });
+  connect(c_.goToDate, &QPushButton::clicked, this, &FormSec::GoToDate);
+  connect(c_.correctDates, &QPushButton::clicked, this, &FormSec::CorrectDates);
+  connect(c_.removeCorrection, &QPushButton::clicked, this, &FormSec::RemoveDateCorrection);
+  connect(c_.changedRows, &ChangedRowsList::RowChosen, this,
+          [this](int row) { c_.grid->GoTo(row, GridColumn::Level, true); });
+  connect(c_.makeTable, &QPushButton::clicked, this, &FormSec::MakeTable);
+  connect(c_.drawGraph, &QPushButton::clicked, this, &FormSec::DrawGraph);
+  connect(c_.chooseRating, &QPushButton::clicked, this, &FormSec::ChooseRatingCurve);
+  connect(c_.closePanel, &QPushButton::clicked, this, [this] {
+    if (MayLeaveGrid()) c_.reviewPanel->hide();
   });
-  connect(c_.Command3, &QPushButton::clicked, this, &FormSec::MakeTable);
-  connect(c_.CmdGrf, &QPushButton::clicked, this, &FormSec::DrawGraph);
-  connect(c_.Command2, &QPushButton::clicked, this, &FormSec::ChooseRatingCurve);
-  connect(c_.Command1, &QPushButton::clicked, this, [this] {
-    if (MayLeaveGrid()) c_.Frame3->hide();
-  });
-  connect(c_.CmdCiz, &QPushButton::clicked, this, &FormSec::DrawGraphList);
-  connect(c_.CmdListe, &QPushButton::clicked, this, &FormSec::DrawStoredGraphs);
-  connect(c_.CmdListSil, &QPushButton::clicked, this, [this] {
+  connect(c_.drawList, &QPushButton::clicked, this, &FormSec::DrawGraphList);
+  connect(c_.storedGraphs, &QPushButton::clicked, this, &FormSec::DrawStoredGraphs);
+  connect(c_.clearList, &QPushButton::clicked, this, [this] {
     graphList_.clear();
     UpdateGraphList();
   });
@@ -119,9 +121,9 @@ void FormSec::ConnectGridCommands() {
 void FormSec::ConnectSession() {
   connect(&session_, &EditSession::StateChanged, this, &FormSec::ShowEditState);
   connect(&session_, &EditSession::JournalFailed, this, [this](const Error& error) {
-    AddMessage({Wording{u"Değişiklikler yalnızca Kaydet ile saklanır; ara kayıt yazılamıyor: %1",
-                        u"Changes are kept by Save only; the journal cannot be written: %1"},
-                error.Said()});
+    c_.messages->Add({Wording{u"Değişiklikler yalnızca Kaydet ile saklanır; ara kayıt yazılamıyor: %1",
+                              u"Changes are kept by Save only; the journal cannot be written: %1"},
+                      error.Said()});
   });
   ConnectGrid();
 }
@@ -136,16 +138,16 @@ void FormSec::ConnectGrid() {
         Wording{u"Ham seviye: %1 cm (Ctrl+R ham seviyeye döner)", u"Raw level: %1 cm (Ctrl+R gives it back)"},
         NumberText(rawCm));
   });
-  connect(c_.VS1, &ReviewGridView::RowEntered, this, &FormSec::ShowRowLabel);
-  const auto showRow = [this] { ShowRowLabel(c_.VS1->CurrentRow()); };
+  connect(c_.grid, &ReviewGridView::RowEntered, this, &FormSec::ShowRowLabel);
+  const auto showRow = [this] { ShowRowLabel(c_.grid->CurrentRow()); };
   connect(&session_, &EditSession::StateChanged, this, showRow);
   connect(&session_, &EditSession::GridReplaced, this, showRow);
-  auto* restore = new QAction(Say(Wording{u"Ham seviyeye dön", u"Back to the raw level"}), c_.VS1);
+  auto* restore = new QAction(Say(Wording{u"Ham seviyeye dön", u"Back to the raw level"}), c_.grid);
   restore->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
   restore->setShortcutContext(Qt::WidgetShortcut);
   connect(restore, &QAction::triggered, this, &FormSec::RestoreRawLevels);
-  c_.VS1->addAction(restore);
-  c_.VS1->setContextMenuPolicy(Qt::ActionsContextMenu);
+  c_.grid->addAction(restore);
+  c_.grid->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void FormSec::AddShortcuts() {
@@ -155,9 +157,9 @@ void FormSec::AddShortcuts() {
     connect(shortcut, &QShortcut::activated, this, action);
   };
   const auto toDate = [this] {
-    if (!c_.Text6->isVisible()) return;
-    c_.Text6->setFocus(Qt::ShortcutFocusReason);
-    c_.Text6->selectAll();
+    if (!c_.date->isVisible()) return;
+    c_.date->setFocus(Qt::ShortcutFocusReason);
+    c_.date->selectAll();
   };
   add(QKeySequence(Qt::CTRL | Qt::Key_G), toDate);
   add(QKeySequence(Qt::CTRL | Qt::Key_F), toDate);
@@ -165,7 +167,7 @@ void FormSec::AddShortcuts() {
   add(QKeySequence(Qt::SHIFT | Qt::Key_F8), [this] { GoToChange(false); });
   add(QKeySequence(Qt::CTRL | Qt::Key_S), [this] {
     // The first change may still stand in the open cell and counts only when it is taken over.
-    if (FinishEditing() && c_.Command4->isEnabled()) SaveChanges();
+    if (FinishEditing() && c_.save->isEnabled()) SaveChanges();
   });
   add(QKeySequence(Qt::CTRL | Qt::Key_Z), [this] { StepBack(); });
   add(QKeySequence(Qt::CTRL | Qt::Key_Y), [this] { StepForward(); });
@@ -174,37 +176,34 @@ void FormSec::AddShortcuts() {
 
 void FormSec::ArrangeForMode() {
   const bool collecting = workMode_ == WorkMode::MultipleGraph;
-  c_.Frame3->setVisible(!collecting);
-  c_.Parameters->setVisible(!collecting);
-  c_.GraphPanel->setVisible(collecting);
-  c_.ListOrjDos->setEnabled(!collecting);
+  c_.reviewPanel->setVisible(!collecting);
+  c_.parameters->setVisible(!collecting);
+  c_.graphPanel->setVisible(collecting);
+  c_.rawFiles->setEnabled(!collecting);
   const bool curves = run_.language.Choice() != LanguageChoice::English && !collecting;
-  c_.RatingFrame->setVisible(curves);
-  c_.Text7->setVisible(false);
-  c_.Command2->setEnabled(false);
-  c_.ProgressBar1->hide();
-  c_.ProgressBar2->hide();
-  c_.Frame4->hide();
-  c_.Frame9->hide();
-  c_.Frame10->hide();
-  c_.VS_Dosyalar->hide();
+  c_.ratingFrame->setVisible(curves);
+  c_.progress->hide();
+  c_.progress2->hide();
+  c_.editBar->hide();
+  c_.dateBar->hide();
+  c_.clockBar->hide();
+  c_.loadedFiles->hide();
   ShowEditState();
   UpdateGraphList();
-  UpdateCommands();
 }
 
 /// Enter on a station goes on to its years; where there is but one, it is the one.
 void FormSec::GoToYears() {
-  if (c_.ListIst->selectedItems().isEmpty()) ChooseStation();
-  if (c_.ListSuYili->count() == 0) return;
-  c_.ListSuYili->setFocus(Qt::OtherFocusReason);
-  if (c_.ListSuYili->count() == 1) c_.ListSuYili->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
+  if (c_.stations->selectedItems().isEmpty()) ChooseStation();
+  if (c_.waterYears->count() == 0) return;
+  c_.waterYears->setFocus(Qt::OtherFocusReason);
+  if (c_.waterYears->count() == 1) c_.waterYears->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
 }
 
 /// The first arrow in a list in which nothing is chosen yet chooses its first entry.
 bool FormSec::IsFirstArrow(int key) const {
-  return (key == Qt::Key_Down || key == Qt::Key_Up) && c_.ListSuYili->count() > 0 &&
-         c_.ListSuYili->selectedItems().isEmpty();
+  return (key == Qt::Key_Down || key == Qt::Key_Up) && c_.waterYears->count() > 0 &&
+         c_.waterYears->selectedItems().isEmpty();
 }
 
 void FormSec::showEvent(QShowEvent* event) {
@@ -215,8 +214,8 @@ void FormSec::showEvent(QShowEvent* event) {
   frame_.SetMenusEnabled(false);
   if (!QDir(run_.dataDirectory).exists()) ChooseFolder(NormaliseFolderPath({}));
   browser_.ApplyCaptionRule(BrowserList::FormActivate);
-  UpdateCommands();
-  c_.ListIst->setFocus();
+  Refresh();
+  c_.stations->setFocus();
 }
 
 void FormSec::closeEvent(QCloseEvent* event) {
@@ -240,31 +239,30 @@ void FormSec::KeepDataDirectory() {
 bool FormSec::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
   const auto* key = static_cast<QKeyEvent*>(event);
-  if (watched == c_.Text8) UpdateCommands();  // single-file mode only, whatever was loaded meanwhile
   return HandleListKey(watched, key->key()) || QWidget::eventFilter(watched, event);
 }
 
 bool FormSec::HandleListKey(QObject* watched, int key) {
   const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
-  if (watched == c_.ListIst && enter) {
+  if (watched == c_.stations && enter) {
     GoToYears();
-  } else if (watched == c_.ListSuYili && IsFirstArrow(key)) {
-    c_.ListSuYili->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
-  } else if (watched == c_.ListSuYili && key == Qt::Key_Q) {
+  } else if (watched == c_.waterYears && IsFirstArrow(key)) {
+    c_.waterYears->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
+  } else if (watched == c_.waterYears && key == Qt::Key_Q) {
     ShowYearPicker();
-  } else if (watched == c_.ListSuYili && key == Qt::Key_Delete) {
-    const int row = c_.ListSuYili->currentRow();
+  } else if (watched == c_.waterYears && key == Qt::Key_Delete) {
+    const int row = c_.waterYears->currentRow();
     ChooseStation();
-    c_.ListSuYili->setCurrentRow(row, QItemSelectionModel::NoUpdate);
-  } else if (watched == c_.Text7 && key == Qt::Key_Delete) {
+    c_.waterYears->setCurrentRow(row, QItemSelectionModel::NoUpdate);
+  } else if (watched == c_.ratingPath && key == Qt::Key_Delete) {
     ShowRatingCurve({});
-  } else if (watched == c_.ListGraf && key == Qt::Key_Delete) {
-    const auto row = static_cast<std::size_t>(c_.ListGraf->currentRow());  // none: behind the end
-    if (row < graphList_.size()) graphList_.erase(graphList_.begin() + c_.ListGraf->currentRow());
+  } else if (watched == c_.graphList && key == Qt::Key_Delete) {
+    const auto row = static_cast<std::size_t>(c_.graphList->currentRow());  // none: behind the end
+    if (row < graphList_.size()) graphList_.erase(graphList_.begin() + c_.graphList->currentRow());
     UpdateGraphList();
-  } else if ((watched == c_.ListSuYili || watched == c_.ListOrjDos) && enter) {
+  } else if ((watched == c_.waterYears || watched == c_.rawFiles) && enter) {
     if (browser_.Confirm().enabled) Confirm();
-  } else if (watched == c_.Text6 && enter) {
+  } else if (watched == c_.date && enter) {
     GoToDate();
   } else {
     return false;

@@ -19,6 +19,8 @@
 namespace vesk {
 
 struct BuildReport;
+struct SelectionFacts;
+struct SelectionState;
 
 class MainFrame;
 class ReviewGridModel;
@@ -85,9 +87,6 @@ class FormSec : public QWidget {
   void ShowWaterYears();
   void RevertSelection();
   void ShowReport(const BrowserReport& report);
-  void ShowMessages(const std::vector<Message>& messages);
-  void AddMessage(const Message& message);
-  void ShowSetup(const SetupCells& cells);
   void ShowRatingCurve(const QString& path);
   [[nodiscard]] QString StationName(const StationId& station);
   bool HandleListKey(QObject* watched, int key);
@@ -111,7 +110,10 @@ class FormSec : public QWidget {
   void ClearGrid();
   /// True when nothing unsaved is in the way any more. False: the operator stays.
   bool MayLeaveGrid();
-  void UpdateCommands();
+  [[nodiscard]] SelectionFacts Facts() const;
+  /// Behind every change of what the window knows.
+  void Refresh();
+  void Apply(const SelectionState& state);
   [[nodiscard]] bool ChoiceIsLoaded() const;
 
   // Editing.
@@ -130,8 +132,6 @@ class FormSec : public QWidget {
   void CorrectDates();
   void RemoveDateCorrection();
   void ShowEditState();
-  void ShowCorrectionState();
-  void ShowChangedRows();
   void TellStatus(const QString& text);
 
   // Tables and graphs.
@@ -161,8 +161,7 @@ class FormSec : public QWidget {
   bool opened_ = false;
   bool columnsAreKept_ = false;  ///< the columns' widths are the operator's own
   bool registerFailureTold_ = false;
-  Message registerFailure_;  ///< waits for the next message list, which would wipe it off
-  bool refused_ = false;     ///< the level typed last was not taken
+  bool refused_ = false;  ///< the level typed last was not taken
 };
 
 /// A water year as its list shows it.

@@ -5,8 +5,11 @@
 #include <QScrollArea>
 #include <QSplitter>
 
+#include "selection/changed_rows_list.h"
 #include "selection/form_sec_maker.h"
+#include "selection/message_list.h"
 #include "selection/review_grid_view.h"
+#include "selection/setup_table.h"
 #include "shell/folder_lists.h"
 #include "shell/tab_order.h"
 
@@ -19,24 +22,24 @@ class WholeWindow : public FormSecMaker {
   using FormSecMaker::FormSecMaker;
 
   void Build() {
-    c_.Columns = new QSplitter(Qt::Horizontal, &form_);
-    c_.Columns->setObjectName(QStringLiteral("Columns"));
-    c_.Columns->addWidget(MakeChoiceColumn(form_, language_, c_));
-    c_.Columns->addWidget(MakeReviewPanel(form_, language_, c_));
-    c_.Columns->addWidget(MakeParameterColumn(form_, language_, c_));
-    c_.Columns->addWidget(MakeGraphColumn(form_, language_, c_));
-    c_.Columns->setStretchFactor(0, 0);
-    c_.Columns->setStretchFactor(1, 1);
-    c_.Columns->setStretchFactor(2, 0);
-    c_.Columns->setStretchFactor(3, 1);
-    for (QSplitter* splitter : {c_.Columns, c_.LeftParts, c_.RightParts}) {
+    c_.columns = new QSplitter(Qt::Horizontal, &form_);
+    c_.columns->setObjectName(QStringLiteral("Columns"));
+    c_.columns->addWidget(MakeChoiceColumn(form_, language_, c_));
+    c_.columns->addWidget(MakeReviewPanel(form_, language_, c_));
+    c_.columns->addWidget(MakeParameterColumn(form_, language_, c_));
+    c_.columns->addWidget(MakeGraphColumn(form_, language_, c_));
+    c_.columns->setStretchFactor(0, 0);
+    c_.columns->setStretchFactor(1, 1);
+    c_.columns->setStretchFactor(2, 0);
+    c_.columns->setStretchFactor(3, 1);
+    for (QSplitter* splitter : {c_.columns, c_.leftParts, c_.rightParts}) {
       splitter->setChildrenCollapsible(false);
       splitter->setHandleWidth(kGap + 2);
     }
-    c_.Content = new QWidget(&form_);
-    auto* all = new QVBoxLayout(c_.Content);
+    c_.content = new QWidget(&form_);
+    auto* all = new QVBoxLayout(c_.content);
     all->setContentsMargins(kGap, kGap, kGap, kGap);
-    all->addWidget(c_.Columns, 1);
+    all->addWidget(c_.columns, 1);
     all->addLayout(BottomLine());
     LetScroll();
     OrderTabs();
@@ -49,39 +52,44 @@ class WholeWindow : public FormSecMaker {
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
-    area->setWidget(c_.Content);
+    area->setWidget(c_.content);
     auto* whole = new QVBoxLayout(&form_);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(area);
   }
 
   QLayout* BottomLine() {
-    c_.StatusLine = Named(new QLabel(&form_), "StatusLine");
-    c_.StatusLine->setTextFormat(Qt::PlainText);
-    c_.StatusLine->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    c_.ProgressBar1 = Named(new QProgressBar(&form_), "ProgressBar1");
-    c_.ProgressBar2 = Named(new QProgressBar(&form_), "ProgressBar2");
-    for (QProgressBar* bar : {c_.ProgressBar1, c_.ProgressBar2}) bar->setMaximumWidth(160);
-    c_.CmdTamam = Button(QStringLiteral("..."), "CmdTamam");
-    c_.CmdVazgec = Button(language_.Text(Caption::Cancel), "CmdVazgec");
+    c_.status = Named(new QLabel(&form_), "StatusLine");
+    c_.status->setTextFormat(Qt::PlainText);
+    c_.status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    c_.progress = Named(new QProgressBar(&form_), "ProgressBar1");
+    c_.progress2 = Named(new QProgressBar(&form_), "ProgressBar2");
+    for (QProgressBar* bar : {c_.progress, c_.progress2}) bar->setMaximumWidth(160);
+    c_.confirm = Button(QStringLiteral("..."), "CmdTamam");
+    c_.cancel = Button(language_.Text(Caption::Cancel), "CmdVazgec");
     constexpr int kButtonWidth = 2400 / kTwipsPerPixel;
-    c_.CmdTamam->setMinimumWidth(kButtonWidth);
-    c_.CmdVazgec->setMinimumWidth(kButtonWidth);
+    c_.confirm->setMinimumWidth(kButtonWidth);
+    c_.cancel->setMinimumWidth(kButtonWidth);
     auto* row = new QHBoxLayout;
-    row->addWidget(c_.StatusLine, 1);
-    row->addWidget(c_.ProgressBar1);
-    row->addWidget(c_.ProgressBar2);
-    row->addWidget(c_.CmdTamam);
-    row->addWidget(c_.CmdVazgec);
+    row->addWidget(c_.status, 1);
+    row->addWidget(c_.progress);
+    row->addWidget(c_.progress2);
+    row->addWidget(c_.confirm);
+    row->addWidget(c_.cancel);
     return row;
   }
 
   void OrderTabs() const {
-    ChainTabOrder({c_.Drive1,   c_.Dir1,     c_.ListIst,     c_.ListSuYili, c_.ListOrjDos, c_.Text7,
-                   c_.Command2, c_.CmdTamam, c_.VS1,         c_.Command7,   c_.Command6,   c_.CmdUndo,
-                   c_.Command4, c_.Text6,    c_.Command8,    c_.Text8,      c_.Command10,  c_.CmdSaatSil,
-                   c_.Command3, c_.CmdGrf,   c_.Command1,    c_.ListGraf,   c_.CmdCiz,     c_.CmdListSil,
-                   c_.CmdListe, c_.VS0,      c_.VS_Dosyalar, c_.VSsatir,    c_.ListMsj,    c_.CmdVazgec});
+    ChainTabOrder({c_.volumes,        c_.folders,      c_.stations,
+                   c_.waterYears,     c_.rawFiles,     c_.ratingPath,
+                   c_.chooseRating,   c_.confirm,      c_.grid,
+                   c_.previousChange, c_.nextChange,   c_.undoAll,
+                   c_.save,           c_.date,         c_.goToDate,
+                   c_.lastReading,    c_.correctDates, c_.removeCorrection,
+                   c_.makeTable,      c_.drawGraph,    c_.closePanel,
+                   c_.graphList,      c_.drawList,     c_.clearList,
+                   c_.storedGraphs,   c_.setup,        c_.loadedFiles,
+                   c_.changedRows,    c_.messages,     c_.cancel});
   }
 };
 

@@ -13,72 +13,75 @@ class QWidget;
 
 namespace vesk {
 
+class ChangedRowsList;
 class DirList;
 class DriveList;
 class Language;
+class MessageList;
 class ReviewGridView;
+class SetupTable;
 
-/// Each control's objectName is its name here.
+/// Operators and tests know a control by its objectName; here it is named by what it is for.
 struct FormSecControls {
   // Left: what to choose.
-  DriveList* Drive1 = nullptr;
-  DirList* Dir1 = nullptr;
-  QListWidget* ListIst = nullptr;
-  QLabel* Label2 = nullptr;
-  QLineEdit* Text1 = nullptr;
-  QListWidget* ListSuYili = nullptr;
-  QLabel* Label8 = nullptr;
-  QListWidget* ListOrjDos = nullptr;
-  QGroupBox* RatingFrame = nullptr;
-  QLineEdit* Text7 = nullptr;
-  QPushButton* Command2 = nullptr;
+  DriveList* volumes = nullptr;
+  DirList* folders = nullptr;
+  QListWidget* stations = nullptr;
+  QLabel* stationCountLabel = nullptr;
+  QLineEdit* stationCount = nullptr;
+  QListWidget* waterYears = nullptr;
+  QLabel* filesTitle = nullptr;
+  QListWidget* rawFiles = nullptr;
+  QGroupBox* ratingFrame = nullptr;
+  QLineEdit* ratingPath = nullptr;
+  QPushButton* chooseRating = nullptr;
   // Middle: the review panel.
-  QWidget* Frame3 = nullptr;
-  QLabel* LoadedLabel = nullptr;
-  QLabel* RowLabel = nullptr;
-  ReviewGridView* VS1 = nullptr;
-  QWidget* Frame4 = nullptr;
-  QLineEdit* Text5 = nullptr;
-  QPushButton* Command6 = nullptr;
-  QPushButton* Command7 = nullptr;
-  QPushButton* CmdUndo = nullptr;
-  QPushButton* Command4 = nullptr;
-  QWidget* Frame9 = nullptr;
-  QLineEdit* Text6 = nullptr;
-  QPushButton* Command8 = nullptr;
-  QWidget* Frame10 = nullptr;
-  QLineEdit* Text8 = nullptr;
-  QPushButton* Command10 = nullptr;
-  QPushButton* CmdSaatSil = nullptr;  ///< takes a date correction back
-  QPushButton* Command3 = nullptr;
-  QPushButton* CmdGrf = nullptr;
-  QPushButton* Command1 = nullptr;
+  QWidget* reviewPanel = nullptr;
+  QLabel* loadedLabel = nullptr;
+  QLabel* rowLabel = nullptr;
+  ReviewGridView* grid = nullptr;
+  QWidget* editBar = nullptr;
+  QLineEdit* changeCount = nullptr;
+  QPushButton* nextChange = nullptr;
+  QPushButton* previousChange = nullptr;
+  QPushButton* undoAll = nullptr;
+  QPushButton* save = nullptr;
+  QWidget* dateBar = nullptr;
+  QLineEdit* date = nullptr;
+  QPushButton* goToDate = nullptr;
+  QWidget* clockBar = nullptr;
+  QLineEdit* lastReading = nullptr;
+  QPushButton* correctDates = nullptr;
+  QPushButton* removeCorrection = nullptr;  ///< takes a date correction back
+  QPushButton* makeTable = nullptr;
+  QPushButton* drawGraph = nullptr;
+  QPushButton* closePanel = nullptr;
   // Right: what is known of the choice.
-  QWidget* Parameters = nullptr;
-  QLabel* Label4 = nullptr;
-  QTableWidget* VS0 = nullptr;
-  QTableWidget* VS_Dosyalar = nullptr;
-  QListWidget* VSsatir = nullptr;
-  QWidget* LoadedFiles = nullptr;  ///< holds VS_Dosyalar and ChangedRows
-  QWidget* ChangedRows = nullptr;  ///< holds VSsatir
-  QLabel* Label10 = nullptr;
-  QListWidget* ListMsj = nullptr;
-  QWidget* GraphPanel = nullptr;
-  QListWidget* ListGraf = nullptr;
-  QPushButton* CmdCiz = nullptr;
-  QPushButton* CmdListSil = nullptr;
-  QPushButton* CmdListe = nullptr;
+  QWidget* parameters = nullptr;
+  QLabel* setupTitle = nullptr;
+  SetupTable* setup = nullptr;
+  QTableWidget* loadedFiles = nullptr;
+  ChangedRowsList* changedRows = nullptr;
+  QWidget* loadedPart = nullptr;   ///< holds loadedFiles and changedPart
+  QWidget* changedPart = nullptr;  ///< holds changedRows
+  QLabel* messagesTitle = nullptr;
+  MessageList* messages = nullptr;
+  QWidget* graphPanel = nullptr;
+  QListWidget* graphList = nullptr;
+  QPushButton* drawList = nullptr;
+  QPushButton* clearList = nullptr;
+  QPushButton* storedGraphs = nullptr;
   // Bottom.
-  QLabel* StatusLine = nullptr;
-  QProgressBar* ProgressBar1 = nullptr;
-  QProgressBar* ProgressBar2 = nullptr;
-  QPushButton* CmdTamam = nullptr;
-  QPushButton* CmdVazgec = nullptr;
+  QLabel* status = nullptr;
+  QProgressBar* progress = nullptr;
+  QProgressBar* progress2 = nullptr;
+  QPushButton* confirm = nullptr;
+  QPushButton* cancel = nullptr;
 
-  QWidget* Content = nullptr;    ///< all of the above, scrolled where the window is too small for it
-  QSplitter* Columns = nullptr;  ///< left, middle, right
-  QSplitter* LeftParts = nullptr;
-  QSplitter* RightParts = nullptr;
+  QWidget* content = nullptr;    ///< all of the above, scrolled where the window is too small for it
+  QSplitter* columns = nullptr;  ///< left, middle, right
+  QSplitter* leftParts = nullptr;
+  QSplitter* rightParts = nullptr;
 };
 
 /// Makes all controls as children of form, in the language's captions, and lays them out.

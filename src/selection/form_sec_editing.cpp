@@ -11,6 +11,7 @@
 
 #include "review/contradictions.h"
 #include "review/review_grid_model.h"
+#include "selection/changed_rows_list.h"
 #include "selection/form_sec.h"
 #include "selection/review_grid_view.h"
 #include "shell/busy_cursor.h"
@@ -20,48 +21,16 @@
 namespace vesk {
 
 void FormSec::ShowEditState() {
-  const bool unsaved = session_.HasUnsavedChanges();
-  const bool rows = session_.Series().ReadingCount() > 0;
-  c_.Command4->setEnabled(unsaved);
-  c_.CmdUndo->setEnabled(unsaved);
-  c_.Command6->setEnabled(rows);
-  c_.Command7->setEnabled(rows);
-  c_.Text5->setText(rows ? Say(Wording{u"Toplam %1 adet", u"Total: %1"}, session_.ChangeCount()) : QString());
-  if (unsaved) c_.Frame4->show();
-  ShowChangedRows();
-  ShowCorrectionState();
-}
-
-// A correction waits to be saved or taken back before the next one starts, however it came about.
-void FormSec::ShowCorrectionState() {
-  const bool corrected = session_.HasUnsavedCorrection();
-  c_.Command10->setVisible(!corrected);
-  c_.CmdSaatSil->setVisible(session_.IsCorrected() && !corrected);
-  if (corrected) c_.Text8->setText(DateTimeText(*session_.Series().LastReading()));
-  UpdateCommands();
-}
-
-void FormSec::ShowChangedRows() {
-  const std::vector<int>& rows = session_.ChangedRows();
-  const QSignalBlocker blocker(c_.VSsatir);
-  // Only what differs is touched, so an edit costs little however many there were.
-  while (c_.VSsatir->count() > static_cast<int>(rows.size()))
-    delete c_.VSsatir->takeItem(c_.VSsatir->count() - 1);
-  for (int i = 0; i < static_cast<int>(rows.size()); ++i) {
-    const QString text = QString::number(rows[static_cast<std::size_t>(i)]);
-    if (i == c_.VSsatir->count()) {
-      c_.VSsatir->addItem(text);
-    } else if (c_.VSsatir->item(i)->text() != text) {
-      c_.VSsatir->item(i)->setText(text);
-    }
+  c_.changedRows->ShowRows(session_.ChangedRows());
+  if (session_.HasUnsavedCorrection()) {
+    c_.lastReading->setText(DateTimeText(*session_.Series().LastReading()));
   }
-  c_.ChangedRows->setVisible(!rows.empty());
-  c_.LoadedFiles->setVisible(!rows.empty() || c_.VS_Dosyalar->rowCount() > 0);
+  Refresh();
 }
 
 bool FormSec::FinishEditing() {
   refused_ = false;
-  c_.VS1->FinishEditing();
+  c_.grid->FinishEditing();
   return !refused_;
 }
 
@@ -70,8 +39,8 @@ void FormSec::TellRefusal(const Error& error) {
   const QString reason = run_.language.Say(error);
   QApplication::beep();
   TellStatus(reason);
-  const QRect cell = c_.VS1->visualRect(c_.VS1->currentIndex());
-  QToolTip::showText(c_.VS1->viewport()->mapToGlobal(cell.bottomLeft()), reason, c_.VS1);
+  const QRect cell = c_.grid->visualRect(c_.grid->currentIndex());
+  QToolTip::showText(c_.grid->viewport()->mapToGlobal(cell.bottomLeft()), reason, c_.grid);
 }
 
 void FormSec::ShowRowLabel(int row) {
@@ -84,7 +53,7 @@ void FormSec::ShowRowLabel(int row) {
               Say(Wording{u"ham seviye %1 cm", u"raw level %1 cm"}, NumberText(series.RawLevel(row)));
     }
   }
-  c_.RowLabel->setText(text);
+  c_.rowLabel->setText(text);
 }
 
 // The logger's record of the day may say what the reading said before it was corrected; tables that take
@@ -110,9 +79,9 @@ void FormSec::OfferRecordCorrection(int row) {
 }
 
 void FormSec::RestoreRawLevels() {
-  if (!FinishEditing() || c_.VS1->selectionModel() == nullptr) return;
+  if (!FinishEditing() || c_.grid->selectionModel() == nullptr) return;
   std::set<int> rows;
-  for (const QModelIndex& index : c_.VS1->selectionModel()->selectedIndexes()) {
+  for (const QModelIndex& index : c_.grid->selectionModel()->selectedIndexes()) {
     rows.insert(ReviewGridModel::GridRow(index));
   }
   int restored = 0;
@@ -153,19 +122,19 @@ void FormSec::UndoAll() {
 
 void FormSec::StepBack() {
   const int row = session_.UndoStep().value_or(0);
-  if (row > 0) c_.VS1->GoTo(row, GridColumn::Level, false);
+  if (row > 0) c_.grid->GoTo(row, GridColumn::Level, false);
 }
 
 void FormSec::StepForward() {
   const int row = session_.RedoStep().value_or(0);
-  if (row > 0) c_.VS1->GoTo(row, GridColumn::Level, false);
+  if (row > 0) c_.grid->GoTo(row, GridColumn::Level, false);
 }
 
 void FormSec::GoToChange(bool next) {
-  const int from = c_.VS1->CurrentRow();
+  const int from = c_.grid->CurrentRow();
   const int row = next ? session_.NextChange(from) : session_.PreviousChange(from);
   if (row > 0) {
-    c_.VS1->GoTo(row, GridColumn::Discharge, true);
+    c_.grid->GoTo(row, GridColumn::Discharge, true);
     TellStatus({});
   } else {
     TellStatus(next ? Say(Wording{u"Bundan sonra değişiklik yok.", u"No change after this row."})
@@ -174,13 +143,13 @@ void FormSec::GoToChange(bool next) {
 }
 
 void FormSec::GoToDate() {
-  const DateJump jump = session_.GoToDate(c_.Text6->text());
+  const DateJump jump = session_.GoToDate(c_.date->text());
   if (jump.text.isEmpty()) return;
-  c_.Text6->setText(jump.text);
+  c_.date->setText(jump.text);
   if (jump.row > 0) {
-    c_.VS1->GoTo(jump.row, GridColumn::Level, true);
-    c_.VS1->SelectWholeRow(jump.row);
-    c_.VS1->setFocus();
+    c_.grid->GoTo(jump.row, GridColumn::Level, true);
+    c_.grid->SelectWholeRow(jump.row);
+    c_.grid->setFocus();
     TellStatus({});
   } else {
     TellStatus(
@@ -191,7 +160,7 @@ void FormSec::GoToDate() {
 void FormSec::CorrectDates() {
   const Result<bool> corrected = [this] {
     const BusyCursor busy;
-    return session_.CorrectDates(c_.Text8->text().trimmed());
+    return session_.CorrectDates(c_.lastReading->text().trimmed());
   }();
   if (!corrected) {
     questions_->Warn(this, run_.language.attentionTitle,
@@ -205,8 +174,8 @@ void FormSec::CorrectDates() {
                            u"The last reading has that time already."}));
     return;
   }
-  c_.VS1->GoTo(1, GridColumn::Level, true);
-  c_.VS1->setFocus();
+  c_.grid->GoTo(1, GridColumn::Level, true);
+  c_.grid->setFocus();
 }
 
 void FormSec::RemoveDateCorrection() {
@@ -217,13 +186,13 @@ void FormSec::RemoveDateCorrection() {
   }
   TellStatus(Say(Wording{u"Kayıtlar cihazın kendi zamanlarını gösteriyor.",
                          u"The readings have the logger's own times."}));
-  c_.VS1->GoTo(1, GridColumn::Level, true);
-  c_.VS1->setFocus();
+  c_.grid->GoTo(1, GridColumn::Level, true);
+  c_.grid->setFocus();
 }
 
 void FormSec::TellStatus(const QString& text) {
-  c_.StatusLine->setText(text);
-  c_.StatusLine->setToolTip(text);
+  c_.status->setText(text);
+  c_.status->setToolTip(text);
 }
 
 }  // namespace vesk

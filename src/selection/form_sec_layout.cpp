@@ -7,6 +7,7 @@
 #include "selection/form_sec.h"
 #include "selection/form_sec_maker.h"
 #include "selection/review_grid_view.h"
+#include "selection/setup_table.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 
@@ -62,11 +63,11 @@ int WidthOf(const QAbstractScrollArea& view, const QString& text) {
 QSize FormSec::sizeHint() const {
   const bool collecting = workMode_ == WorkMode::MultipleGraph;
   const int width = collecting ? 720 : 1340;
-  return QSize(width, StartingHeight(workMode_)).expandedTo(c_.Content->minimumSizeHint());
+  return QSize(width, StartingHeight(workMode_)).expandedTo(c_.content->minimumSizeHint());
 }
 
 void FormSec::RestoreLayout() {
-  c_.Columns->updateGeometry();  // its least size is that of the parts which the mode shows
+  c_.columns->updateGeometry();  // its least size is that of the parts which the mode shows
   const bool collecting = workMode_ == WorkMode::MultipleGraph;
   const auto read = [this](const char* key) {
     return run_.settings.ReadSetting(Section(), QLatin1String(key));
@@ -74,30 +75,31 @@ void FormSec::RestoreLayout() {
   const QList<int> size = SplitSizes(read(collecting ? "GraphSize" : "Size"), 2);
   resize(size.isEmpty() ? sizeHint() : QSize(size[0], size[1]).expandedTo(minimumSizeHint()));
   setProperty(kOpensMaximised, read(collecting ? "GraphMaximized" : "Maximized") == QLatin1String("1"));
-  const QList<int> columns = SplitSizes(read(collecting ? "GraphColumns" : "Columns"), c_.Columns->count());
+  const QList<int> columns = SplitSizes(read(collecting ? "GraphColumns" : "Columns"), c_.columns->count());
   const QList<int> left =
-      SplitSizes(read(collecting ? "GraphLeftParts" : "LeftParts"), c_.LeftParts->count());
-  const QList<int> right = SplitSizes(read("RightParts"), c_.RightParts->count());
+      SplitSizes(read(collecting ? "GraphLeftParts" : "LeftParts"), c_.leftParts->count());
+  const QList<int> right = SplitSizes(read("RightParts"), c_.rightParts->count());
   columnsAreKept_ = !columns.isEmpty();
-  c_.Columns->setSizes(columnsAreKept_ ? columns : QList<int>{260, 720, 310, 380});
-  c_.LeftParts->setSizes(left.isEmpty() ? QList<int>{150, collecting ? 220 : 130, collecting ? 110 : 200}
+  c_.columns->setSizes(columnsAreKept_ ? columns : QList<int>{260, 720, 310, 380});
+  c_.leftParts->setSizes(left.isEmpty() ? QList<int>{150, collecting ? 220 : 130, collecting ? 110 : 200}
                                         : left);
-  c_.RightParts->setSizes(right.isEmpty() ? QList<int>{330, 90, 100} : right);
+  c_.rightParts->setSizes(right.isEmpty() ? QList<int>{330, 90, 100} : right);
 }
 
 // A narrow window, or large letters, leave the side columns what they need and give the grid the rest.
 void FormSec::FitColumns() {
   if (columnsAreKept_ || workMode_ == WorkMode::MultipleGraph) return;
-  const int all = c_.Columns->width() - 2 * c_.Columns->handleWidth();
-  const int left = std::max({std::min(all * 19 / 100, 260), c_.Columns->widget(0)->minimumSizeHint().width(),
-                             WidthOf(*c_.ListOrjDos, QStringLiteral("000-00000-000000=0000.txt<"))});
-  const int right = std::max({std::min(all * 23 / 100, 310), c_.Parameters->minimumWidth(),
-                              c_.VS0->columnWidth(0) + WidthOf(*c_.VS0, QStringLiteral("00/00/0000 00:00"))});
+  const int all = c_.columns->width() - 2 * c_.columns->handleWidth();
+  const int left = std::max({std::min(all * 19 / 100, 260), c_.columns->widget(0)->minimumSizeHint().width(),
+                             WidthOf(*c_.rawFiles, QStringLiteral("000-00000-000000=0000.txt<"))});
+  const int right =
+      std::max({std::min(all * 23 / 100, 310), c_.parameters->minimumWidth(),
+                c_.setup->columnWidth(0) + WidthOf(*c_.setup, QStringLiteral("00/00/0000 00:00"))});
   // The grid comes first: tried without its scroll bar's room, it shows what its columns lack.
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-  c_.Columns->setSizes({left, all - left - right - bar, right + bar, 0});
-  const int lacking = std::max(0, c_.VS1->horizontalHeader()->length() - c_.VS1->viewport()->width());
-  c_.Columns->setSizes({left, all - left - right + lacking, right - lacking, 0});
+  c_.columns->setSizes({left, all - left - right - bar, right + bar, 0});
+  const int lacking = std::max(0, c_.grid->horizontalHeader()->length() - c_.grid->viewport()->width());
+  c_.columns->setSizes({left, all - left - right + lacking, right - lacking, 0});
 }
 
 void FormSec::KeepLayout() const {
@@ -109,9 +111,9 @@ void FormSec::KeepLayout() const {
   const QWidget* frame = parentWidget() == nullptr ? this : parentWidget();
   write(collecting ? "GraphMaximized" : "Maximized", {frame->isMaximized() ? 1 : 0});
   if (!frame->isMaximized()) write(collecting ? "GraphSize" : "Size", {width(), height()});
-  write(collecting ? "GraphColumns" : "Columns", c_.Columns->sizes());
-  write(collecting ? "GraphLeftParts" : "LeftParts", c_.LeftParts->sizes());
-  if (!collecting) write("RightParts", c_.RightParts->sizes());
+  write(collecting ? "GraphColumns" : "Columns", c_.columns->sizes());
+  write(collecting ? "GraphLeftParts" : "LeftParts", c_.leftParts->sizes());
+  if (!collecting) write("RightParts", c_.rightParts->sizes());
 }
 
 }  // namespace vesk

@@ -12,6 +12,8 @@
 
 #include "review/setup_parameters.h"
 #include "selection/form_sec.h"
+#include "selection/message_list.h"
+#include "selection/setup_table.h"
 #include "shell/busy_cursor.h"
 #include "shell/folder_lists.h"
 #include "shell/main_frame.h"
@@ -54,58 +56,58 @@ QString EntryText(const StationWaterYear& year) {
 
 void FormSec::ChooseFolder(const QString& folder) {
   if (busy_ || !MayLeaveGrid()) {
-    c_.Drive1->ShowVolumeOf(run_.dataDirectory);
-    c_.Dir1->SetPath(run_.dataDirectory);
+    c_.volumes->ShowVolumeOf(run_.dataDirectory);
+    c_.folders->SetPath(run_.dataDirectory);
     return;
   }
   const BusyCursor busy;
   run_.dataDirectory = NormaliseFolderPath(folder);
   frame_.ShowDataDirectory();
   const BrowserReport report = browser_.OpenFolder(run_.dataDirectory);
-  c_.Drive1->ShowVolumeOf(run_.dataDirectory);
+  c_.volumes->ShowVolumeOf(run_.dataDirectory);
   // The list stays as it is while the chosen folder is an entry of it, so a press does not move the entries.
-  if (QDir::cleanPath(c_.Dir1->SelectedPath()) != QDir::cleanPath(run_.dataDirectory)) {
-    c_.Dir1->SetPath(run_.dataDirectory);
+  if (QDir::cleanPath(c_.folders->SelectedPath()) != QDir::cleanPath(run_.dataDirectory)) {
+    c_.folders->SetPath(run_.dataDirectory);
   }
   ShowStations();
   ShowFiles();
   ShowWaterYears();
-  ShowSetup({});
+  c_.setup->ShowCells({});
   ShowReport(report);
-  UpdateCommands();
+  Refresh();
 }
 
 void FormSec::ShowStations() {
   std::vector<QString> entries;
   for (const StationId& station : browser_.Stations()) entries.push_back(station.Text());
-  Fill(*c_.ListIst, entries);
-  c_.Text1->setText(QString::number(browser_.Stations().size()));
+  Fill(*c_.stations, entries);
+  c_.stationCount->setText(QString::number(browser_.Stations().size()));
 }
 
 void FormSec::ShowFiles() {
-  c_.Label8->setText(run_.language.Text(Caption::Files));
-  Fill(*c_.ListOrjDos, browser_.FileEntries());
+  c_.filesTitle->setText(run_.language.Text(Caption::Files));
+  Fill(*c_.rawFiles, browser_.FileEntries());
 }
 
 // Changes the entries in place: the list may be in the middle of a press.
 void FormSec::ShowFileMarks() {
   const QString title = run_.language.Text(Caption::Files);
-  c_.Label8->setText(browser_.MarksShown() ? title + QLatin1Char(':') : title);
-  const QSignalBlocker blocker(c_.ListOrjDos);
+  c_.filesTitle->setText(browser_.MarksShown() ? title + QLatin1Char(':') : title);
+  const QSignalBlocker blocker(c_.rawFiles);
   const std::vector<QString> entries = browser_.FileEntries();
-  for (int row = 0; row < c_.ListOrjDos->count() && row < static_cast<int>(entries.size()); ++row) {
-    c_.ListOrjDos->item(row)->setText(entries[static_cast<std::size_t>(row)]);
+  for (int row = 0; row < c_.rawFiles->count() && row < static_cast<int>(entries.size()); ++row) {
+    c_.rawFiles->item(row)->setText(entries[static_cast<std::size_t>(row)]);
   }
 }
 
 void FormSec::ShowWaterYears() {
   std::vector<QString> texts;
   for (const StationWaterYear& year : browser_.StationYears()) texts.push_back(EntryText(year));
-  Fill(*c_.ListSuYili, texts);
+  Fill(*c_.waterYears, texts);
 }
 
 void FormSec::ChooseStation() {
-  const std::vector<int> rows = SelectedRows(*c_.ListIst);
+  const std::vector<int> rows = SelectedRows(*c_.stations);
   if (busy_ || !MayLeaveGrid()) {
     RevertSelection();
     return;
@@ -117,48 +119,46 @@ void FormSec::SelectStationEntry(int index) {
   if (browser_.Stations().empty()) return;
   const BusyCursor busy;
   const BrowserReport report = browser_.SelectStation(index);
-  Select(*c_.ListIst, {std::max(index, 0)});
+  Select(*c_.stations, {std::max(index, 0)});
   ShowFiles();
   ShowWaterYears();
   const QString name = WithoutDash(StationName(browser_.Station()));
   ShowReport(report);
   const QString& station = browser_.Station().Text();
   TellStatus(name.isEmpty() ? station : station + QStringLiteral("  ") + name);
-  c_.Text7->hide();
-  c_.Command2->setEnabled(false);
-  UpdateCommands();
+  Refresh();
 }
 
 // Puts the lists back to what is chosen, after the operator decided to stay.
 void FormSec::RevertSelection() {
   const auto& stations = browser_.Stations();
   const auto at = std::find(stations.begin(), stations.end(), browser_.Station());
-  Select(*c_.ListIst,
+  Select(*c_.stations,
          at == stations.end() ? std::vector<int>{} : std::vector{static_cast<int>(at - stations.begin())});
-  Select(*c_.ListSuYili, browser_.ChosenYears());
-  Select(*c_.ListOrjDos, browser_.ChosenFile() ? std::vector{*browser_.ChosenFile()} : std::vector<int>{});
+  Select(*c_.waterYears, browser_.ChosenYears());
+  Select(*c_.rawFiles, browser_.ChosenFile() ? std::vector{*browser_.ChosenFile()} : std::vector<int>{});
 }
 
 void FormSec::ChooseYears() {
-  const std::vector<int> rows = SelectedRows(*c_.ListSuYili);
+  const std::vector<int> rows = SelectedRows(*c_.waterYears);
   if (busy_ || !MayLeaveGrid()) {
     RevertSelection();
     return;
   }
   browser_.SelectWaterYears(rows);
-  Select(*c_.ListOrjDos, {});
+  Select(*c_.rawFiles, {});
   ShowFileMarks();
   ShowRatingCurve({});
-  UpdateCommands();
+  Refresh();
 }
 
 void FormSec::ChooseWaterYears(const std::vector<WaterYear>& years) {
-  Select(*c_.ListSuYili, browser_.IndexesOf(years));
+  Select(*c_.waterYears, browser_.IndexesOf(years));
   ChooseYears();
 }
 
 void FormSec::ChooseFile() {
-  const std::vector<int> rows = SelectedRows(*c_.ListOrjDos);
+  const std::vector<int> rows = SelectedRows(*c_.rawFiles);
   if (rows.empty() || busy_) return;
   if (!MayLeaveGrid()) {
     RevertSelection();
@@ -168,19 +168,15 @@ void FormSec::ChooseFile() {
   SetupCells cells;
   std::vector<Message> messages;
   if (!browser_.SelectRawFile(rows.front(), StationName(station), cells, messages)) return;
-  Select(*c_.ListSuYili, {});
+  Select(*c_.waterYears, {});
   ShowFileMarks();
-  c_.Text5->clear();
-  c_.VS_Dosyalar->hide();
-  ShowSetup(cells);
-  ShowMessages(messages);
+  c_.loadedFiles->hide();
+  c_.setup->ShowCells(cells);
+  c_.messages->Show(messages);
   ShowRatingCurve({});
-  c_.Text7->setText(run_.settings.ReadSetting(QStringLiteral("Genel"), QStringLiteral("AnahtarDirectory")));
-  c_.Text7->setVisible(run_.language.Choice() != LanguageChoice::English);
-  UpdateCommands();
-  c_.Command2->setEnabled(true);
-  c_.Command6->setEnabled(false);
-  c_.Command7->setEnabled(false);
+  c_.ratingPath->setText(
+      run_.settings.ReadSetting(QStringLiteral("Genel"), QStringLiteral("AnahtarDirectory")));
+  Refresh();
 }
 
 void FormSec::LoadFileByDoubleClick() {
@@ -197,7 +193,7 @@ void FormSec::LoadFileByDoubleClick() {
   const auto again = std::find_if(files.begin(), files.end(),
                                   [&](const RawFile& file) { return file.listName == chosen.listName; });
   if (again == files.end()) return;  // archived meanwhile: a later read-out has taken its place
-  Select(*c_.ListOrjDos, {static_cast<int>(again - files.begin())});
+  Select(*c_.rawFiles, {static_cast<int>(again - files.begin())});
   ChooseFile();
   Confirm();
 }
@@ -215,31 +211,13 @@ void FormSec::ShowReport(const BrowserReport& report) {
   }
   for (std::size_t i = 0; i < report.failures.size() && i < kListedFailures; ++i)
     lines.push_back(report.failures[i]);
-  ShowMessages(lines);
-}
-
-void FormSec::ShowMessages(const std::vector<Message>& messages) {
-  c_.ListMsj->clear();
-  for (const Message& message : messages) AddMessage(message);
-  AddMessage(std::exchange(registerFailure_, {}));
-}
-
-void FormSec::AddMessage(const Message& message) {
-  if (!message.IsEmpty()) c_.ListMsj->addItem(run_.language.Say(message));
-}
-
-void FormSec::ShowSetup(const SetupCells& cells) {
-  for (int row = 0; row < kSetupRows; ++row) {
-    QTableWidgetItem* item = c_.VS0->item(row, 1);
-    item->setText(cells[static_cast<std::size_t>(row)]);
-    item->setToolTip(item->text());
-  }
+  c_.messages->Show(lines);
 }
 
 QString FormSec::StationName(const StationId& station) {
   const Result<QString> name = LookupStationName(run_.stationDatabasePath, station.Number());
   if (name) return *name;
-  if (!registerFailureTold_) registerFailure_ = name.Failure().Said();
+  if (!registerFailureTold_) c_.messages->AddToNext(name.Failure().Said());
   registerFailureTold_ = true;
   return {};
 }

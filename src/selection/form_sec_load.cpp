@@ -11,8 +11,12 @@
 #include <algorithm>
 
 #include "review/load_summary.h"
+#include "selection/changed_rows_list.h"
 #include "selection/form_sec.h"
+#include "selection/form_sec_state.h"
+#include "selection/message_list.h"
 #include "selection/review_grid_view.h"
+#include "selection/setup_table.h"
 #include "shell/busy_cursor.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
@@ -39,7 +43,6 @@ void FormSec::Confirm() {
 void FormSec::Load(const LoadRequest& request, int timesLoaded) {
   browser_.ClearMarks();
   ShowFileMarks();
-  c_.Command3->setEnabled(false);
   KeepDataDirectory();
   Result<LoadedReadings> loaded = LoadWithProgress(request);
   if (!loaded) {
@@ -47,10 +50,10 @@ void FormSec::Load(const LoadRequest& request, int timesLoaded) {
                      Say(Wording{u"Hiçbir veri yüklenmedi; ekrandaki veriler öncekilerdir.",
                                  u"Nothing was loaded; the window shows what it showed before."}) +
                          QLatin1Char('\n') + run_.language.Say(loaded.Failure()));
-    UpdateCommands();
+    Refresh();
     return;
   }
-  c_.Text6->clear();
+  c_.date->clear();
   ShowLoaded(request, *loaded);
   const DateTime lastRecord = loaded->header.LastRecordTime;
   session_.Begin(std::move(*loaded));
@@ -62,8 +65,8 @@ void FormSec::Load(const LoadRequest& request, int timesLoaded) {
   request_ = request;
   ShowLastReading(lastRecord);
   TellHolder();
-  c_.VS1->GoTo(1, GridColumn::Level, true);
-  c_.VS1->setFocus();
+  c_.grid->GoTo(1, GridColumn::Level, true);
+  c_.grid->setFocus();
   OfferRecovery();
 }
 
@@ -74,17 +77,17 @@ Result<LoadedReadings> FormSec::LoadWithProgress(LoadRequest request) {
     request.progress = [this](int percent) { ShowProgress(percent); };
   }
   Result<LoadedReadings> loaded = LoadReadings(request);
-  c_.ProgressBar1->hide();
+  c_.progress->hide();
   return loaded;
 }
 
 // No events are let in: nothing of the window can be touched while a load or a drawing is under way.
 void FormSec::ShowProgress(int value) {
-  c_.ProgressBar1->setValue(value);
-  if (c_.ProgressBar1->isVisible()) return;
-  c_.ProgressBar1->show();
+  c_.progress->setValue(value);
+  if (c_.progress->isVisible()) return;
+  c_.progress->show();
   layout()->activate();
-  c_.ProgressBar1->repaint();
+  c_.progress->repaint();
 }
 
 void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded) {
@@ -98,9 +101,9 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
                    .notWhole = NotWholeNote(loaded)};
   ShowLoadedLabel();
   ShowLoadedFiles(single ? std::vector<QString>() : loaded.files);
-  ShowSetup(loaded.setup);
-  ShowMessages(loaded.messages);
-  for (QWidget* part : {c_.Frame3, c_.Frame4, c_.Frame9, c_.Frame10}) part->show();
+  c_.setup->ShowCells(loaded.setup);
+  c_.messages->Show(loaded.messages);
+  for (QWidget* part : {c_.reviewPanel, c_.editBar, c_.dateBar, c_.clockBar}) part->show();
   TellSummary(loaded);
 }
 
@@ -126,17 +129,17 @@ void FormSec::ShowLoadedLabel() {
     parts += Say(Wording{u"tablo ve grafik: %1", u"table and graph: %1"}, loaded_->year->number);
   }
   parts += years.isEmpty() ? loaded_->file : years.join(QStringLiteral(", "));
-  c_.LoadedLabel->setText(parts.join(QStringLiteral("  ·  ")));
-  c_.LoadedLabel->setToolTip(c_.LoadedLabel->text());
+  c_.loadedLabel->setText(parts.join(QStringLiteral("  ·  ")));
+  c_.loadedLabel->setToolTip(c_.loadedLabel->text());
 }
 
 /// files: of a water-year load; a single file needs no list.
 void FormSec::ShowLoadedFiles(const std::vector<QString>& files) {
-  c_.VS_Dosyalar->setRowCount(static_cast<int>(files.size()));
-  for (int row = 0; row < c_.VS_Dosyalar->rowCount(); ++row) {
-    c_.VS_Dosyalar->setItem(row, 0, new QTableWidgetItem(files[static_cast<std::size_t>(row)]));
+  c_.loadedFiles->setRowCount(static_cast<int>(files.size()));
+  for (int row = 0; row < c_.loadedFiles->rowCount(); ++row) {
+    c_.loadedFiles->setItem(row, 0, new QTableWidgetItem(files[static_cast<std::size_t>(row)]));
   }
-  c_.VS_Dosyalar->setVisible(!files.empty());
+  c_.loadedFiles->setVisible(!files.empty());
 }
 
 // Where a date correction starts from. A file that was re-timed on load ends at its corrected time, while its
@@ -144,7 +147,7 @@ void FormSec::ShowLoadedFiles(const std::vector<QString>& files) {
 void FormSec::ShowLastReading(DateTime headersLastRecord) {
   const std::optional<DateTime> last = session_.Series().LastReading();
   const bool fromGrid = session_.IsCorrected() || !IsSingleFile(loaded_->choice);
-  c_.Text8->setText(last ? DateTimeText(fromGrid ? *last : headersLastRecord) : QString());
+  c_.lastReading->setText(last ? DateTimeText(fromGrid ? *last : headersLastRecord) : QString());
 }
 
 QString FormSec::HolderText() const {
@@ -174,7 +177,7 @@ void FormSec::TellHolder() {
   const QString text =
       who + QLatin1Char(' ') +
       Say(Wording{u"Veriler yalnız bakmak için açıldı.", u"The readings are open for looking only."});
-  AddMessage(Message::Verbatim(text));
+  c_.messages->Add(Message::Verbatim(text));
   TellStatus(text);
 }
 
@@ -195,7 +198,7 @@ bool FormSec::LoadAgain() {
 void FormSec::OfferRecovery() {
   const Result<PendingEdits> pending = session_.Pending();
   if (!pending) {
-    AddMessage(pending.Failure().Said());
+    c_.messages->Add(pending.Failure().Said());
     return;
   }
   if (pending->Empty()) return;
@@ -203,13 +206,14 @@ void FormSec::OfferRecovery() {
   switch (questions_->AskToRecover(this, edits)) {
     case RecoverAnswer::Restore:
       if (const int lost = session_.Restore(*pending); lost > 0) {
-        AddMessage(Message(Wording{u"%1 değişiklik yüklenen verilere uymuyor; geri yüklenmedi.",
-                                   u"%1 change(s) do not fit the loaded readings and were not restored."},
-                           lost));
+        c_.messages->Add(
+            Message(Wording{u"%1 değişiklik yüklenen verilere uymuyor; geri yüklenmedi.",
+                            u"%1 change(s) do not fit the loaded readings and were not restored."},
+                    lost));
       }
       break;
     case RecoverAnswer::Discard:
-      if (const Status gone = session_.Discard(); !gone) AddMessage(gone.Failure().Said());
+      if (const Status gone = session_.Discard(); !gone) c_.messages->Add(gone.Failure().Said());
       break;
     case RecoverAnswer::Later:
       break;
@@ -218,8 +222,8 @@ void FormSec::OfferRecovery() {
 
 void FormSec::ClearGrid() {
   loaded_.reset();
-  c_.LoadedLabel->clear();
-  c_.RowLabel->clear();
+  c_.loadedLabel->clear();
+  c_.rowLabel->clear();
   ShowLoadedFiles({});
   session_.Clear();
 }
@@ -253,24 +257,52 @@ bool FormSec::ChoiceIsLoaded() const {
   return browser_.Chosen() == loaded_->choice && loaded_->station == browser_.Station();
 }
 
-void FormSec::UpdateCommands() {
-  const ConfirmButton confirm = browser_.Confirm();
-  c_.CmdTamam->setText(confirm.caption);
-  c_.CmdTamam->setEnabled(confirm.enabled && !busy_);
-  c_.CmdVazgec->setEnabled(!busy_);
-  const bool rows = session_.Series().ReadingCount() > 0;
-  const bool ready = rows && ChoiceIsLoaded() && !busy_;
-  c_.Command3->setEnabled(ready && loaded_->year);
-  c_.CmdGrf->setEnabled(ready);
-  c_.Command8->setEnabled(rows || !browser_.ChosenYears().empty());
-  const bool correctable = rows && session_.CanCorrectDates() && !busy_;
-  c_.Command10->setEnabled(correctable);
-  c_.Text8->setEnabled(correctable && !c_.Command10->isHidden());
-  const bool curve = loaded_ && loaded_->year;
-  if (curve && ChoiceIsLoaded()) {
-    c_.Command2->setEnabled(true);
-    c_.Text7->setVisible(run_.language.Choice() != LanguageChoice::English);
-  }
+SelectionFacts FormSec::Facts() const {
+  return {.confirm = browser_.Confirm(),
+          .curvesAreOffered = run_.language.Choice() != LanguageChoice::English,
+          .busy = busy_,
+          .fileChosen = browser_.ChosenFile().has_value(),
+          .yearsChosen = !browser_.ChosenYears().empty(),
+          .choiceIsLoaded = ChoiceIsLoaded(),
+          .yearIsLoaded = loaded_ && loaded_->year,
+          .readings = session_.Series().ReadingCount(),
+          .changes = session_.ChangeCount(),
+          .unsaved = session_.HasUnsavedChanges(),
+          .canCorrectDates = session_.CanCorrectDates(),
+          .isCorrected = session_.IsCorrected(),
+          .correctionWaits = session_.HasUnsavedCorrection(),
+          .changedRows = c_.changedRows->count(),
+          .loadedFiles = c_.loadedFiles->rowCount(),
+          .graphEntries = static_cast<int>(graphList_.size())};
+}
+
+void FormSec::Refresh() {
+  Apply(StateOf(Facts()));
+}
+
+void FormSec::Apply(const SelectionState& state) {
+  c_.confirm->setText(state.confirmCaption);
+  c_.confirm->setEnabled(state.confirm);
+  c_.cancel->setEnabled(state.cancel);
+  c_.chooseRating->setEnabled(state.chooseRating);
+  c_.ratingPath->setVisible(state.ratingPathShown);
+  c_.makeTable->setEnabled(state.makeTable);
+  c_.drawGraph->setEnabled(state.drawGraph);
+  c_.nextChange->setEnabled(state.goToChange);
+  c_.previousChange->setEnabled(state.goToChange);
+  c_.changeCount->setText(state.changes ? Say(Wording{u"Toplam %1 adet", u"Total: %1"}, *state.changes)
+                                        : QString());
+  c_.save->setEnabled(state.save);
+  c_.undoAll->setEnabled(state.undoAll);
+  c_.goToDate->setEnabled(state.goToDate);
+  c_.correctDates->setVisible(state.correctDatesShown);
+  c_.correctDates->setEnabled(state.correctDates);
+  c_.removeCorrection->setVisible(state.removeCorrectionShown);
+  c_.lastReading->setEnabled(state.lastReading);
+  c_.changedPart->setVisible(state.changedRowsShown);
+  c_.loadedPart->setVisible(state.loadedPartShown);
+  c_.drawList->setEnabled(state.graphListCommands);
+  c_.clearList->setEnabled(state.graphListCommands);
 }
 
 }  // namespace vesk

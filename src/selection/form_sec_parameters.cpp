@@ -1,10 +1,11 @@
 // The right column of the selection window: what is known of the choice, or the graph list.
 #include <QHBoxLayout>
-#include <QScrollBar>
 #include <QSplitter>
 
-#include "review/setup_parameters.h"
+#include "selection/changed_rows_list.h"
 #include "selection/form_sec_maker.h"
+#include "selection/message_list.h"
+#include "selection/setup_table.h"
 
 namespace vesk {
 namespace {
@@ -14,78 +15,59 @@ class RightColumnMaker : public FormSecMaker {
   using FormSecMaker::FormSecMaker;
 
   QWidget* RightColumn() {
-    c_.RightParts = Named(new QSplitter(Qt::Vertical, &form_), "RightParts");
-    c_.RightParts->addWidget(SetupParameters());
-    c_.RightParts->addWidget(LoadedFiles());
-    c_.Label10 = Named(new QLabel(Say(Wording{u"Açıklamalar", u"Messages"}), &form_), "Label10");
-    c_.ListMsj = List("ListMsj");
-    c_.ListMsj->setWordWrap(true);
-    c_.ListMsj->setUniformItemSizes(false);
-    c_.ListMsj->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    c_.RightParts->addWidget(Titled(c_.Label10, c_.ListMsj));
-    c_.RightParts->setStretchFactor(0, 3);
-    c_.RightParts->setStretchFactor(1, 1);
-    c_.RightParts->setStretchFactor(2, 1);
-    c_.Parameters = c_.RightParts;
-    c_.Parameters->setMinimumWidth(4030 / kTwipsPerPixel);
-    return c_.Parameters;
+    c_.rightParts = Named(new QSplitter(Qt::Vertical, &form_), "RightParts");
+    c_.rightParts->addWidget(SetupParameters());
+    c_.rightParts->addWidget(LoadedFiles());
+    c_.messagesTitle = Named(new QLabel(Say(Wording{u"Açıklamalar", u"Messages"}), &form_), "Label10");
+    c_.messages = new MessageList(language_, &form_);
+    c_.rightParts->addWidget(Titled(c_.messagesTitle, c_.messages));
+    c_.rightParts->setStretchFactor(0, 3);
+    c_.rightParts->setStretchFactor(1, 1);
+    c_.rightParts->setStretchFactor(2, 1);
+    c_.parameters = c_.rightParts;
+    c_.parameters->setMinimumWidth(4030 / kTwipsPerPixel);
+    return c_.parameters;
   }
 
   QWidget* GraphColumn() {
-    c_.ListGraf = List("ListGraf");
+    c_.graphList = List("ListGraf");
     auto* title = new QLabel(language_.Text(Caption::List), &form_);
-    c_.CmdCiz = Button(language_.Text(Caption::Draw), "CmdCiz");
-    c_.CmdListSil = Button(Text(u"Listeyi Sil", Caption::ClearList), "CmdListSil");
-    c_.CmdListe = Button(language_.Text(Caption::List), "CmdListe");
-    c_.CmdListe->setToolTip(Say(Wording{u"Son çizimin grafik dosyalarından yeniden çiz",
-                                        u"Draw again from the last drawing's graph files"}));
+    c_.drawList = Button(language_.Text(Caption::Draw), "CmdCiz");
+    c_.clearList = Button(Text(u"Listeyi Sil", Caption::ClearList), "CmdListSil");
+    c_.storedGraphs = Button(language_.Text(Caption::List), "CmdListe");
+    c_.storedGraphs->setToolTip(Say(Wording{u"Son çizimin grafik dosyalarından yeniden çiz",
+                                            u"Draw again from the last drawing's graph files"}));
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(c_.CmdCiz);
-    buttons->addWidget(c_.CmdListSil);
-    buttons->addWidget(c_.CmdListe);
+    buttons->addWidget(c_.drawList);
+    buttons->addWidget(c_.clearList);
+    buttons->addWidget(c_.storedGraphs);
     buttons->addStretch();
-    c_.GraphPanel = Titled(title, c_.ListGraf, buttons);
-    c_.GraphPanel->setObjectName(QStringLiteral("GraphPanel"));
-    return c_.GraphPanel;
+    c_.graphPanel = Titled(title, c_.graphList, buttons);
+    c_.graphPanel->setObjectName(QStringLiteral("GraphPanel"));
+    return c_.graphPanel;
   }
 
  private:
   QWidget* SetupParameters() {
-    c_.Label4 = Named(new QLabel(Text(u"SET-UP PARAMETRELERİ", Caption::SetupParameters), &form_), "Label4");
-    c_.VS0 = Table("VS0", kSetupRows, 2);
-    c_.VS0->horizontalHeader()->hide();
-    for (int row = 0; row < kSetupRows; ++row) {
-      auto* label = new QTableWidgetItem(SetupLabels()[static_cast<std::size_t>(row)]);
-      label->setFlags(Qt::ItemIsEnabled);
-      c_.VS0->setItem(row, 0, label);
-      auto* value = new QTableWidgetItem;
-      value->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-      c_.VS0->setItem(row, 1, value);
-    }
-    c_.VS0->horizontalHeader()->setMinimumSectionSize(2000 / kTwipsPerPixel / 2);
-    c_.VS0->resizeColumnToContents(0);
-    // Values share what the labels leave and carry a tool tip; no scroll bar may hide them.
-    c_.VS0->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    c_.VS0->setMinimumWidth(c_.VS0->columnWidth(0) + 2000 / kTwipsPerPixel / 2 +
-                            c_.VS0->verticalScrollBar()->sizeHint().width());
-    c_.VS0->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    c_.VS0->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
-    return Titled(c_.Label4, c_.VS0);
+    c_.setupTitle =
+        Named(new QLabel(Text(u"SET-UP PARAMETRELERİ", Caption::SetupParameters), &form_), "Label4");
+    c_.setup = new SetupTable(&form_);
+    return Titled(c_.setupTitle, c_.setup);
   }
 
   QWidget* LoadedFiles() {
-    c_.VS_Dosyalar = Table("VS_Dosyalar", 0, 1);
-    c_.VS_Dosyalar->setHorizontalHeaderLabels({Say(Wording{u"Yüklenen dosyalar", u"Loaded files"})});
-    c_.VSsatir = List("VSsatir");
-    QWidget* changed = Titled(new QLabel(Say(Wording{u"Satir No", u"Row no."}), &form_), c_.VSsatir);
+    c_.loadedFiles = Table("VS_Dosyalar", 0, 1);
+    c_.loadedFiles->setHorizontalHeaderLabels({Say(Wording{u"Yüklenen dosyalar", u"Loaded files"})});
+    c_.changedRows = new ChangedRowsList(&form_);
+    QWidget* changed = Titled(new QLabel(Say(Wording{u"Satir No", u"Row no."}), &form_), c_.changedRows);
     changed->setMaximumWidth(90);
-    c_.ChangedRows = changed;
-    c_.LoadedFiles = new QWidget(&form_);
-    auto* row = new QHBoxLayout(c_.LoadedFiles);
+    c_.changedPart = changed;
+    c_.loadedPart = new QWidget(&form_);
+    auto* row = new QHBoxLayout(c_.loadedPart);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(c_.VS_Dosyalar, 1);
+    row->addWidget(c_.loadedFiles, 1);
     row->addWidget(changed);
-    return c_.LoadedFiles;
+    return c_.loadedPart;
   }
 };
 

@@ -9,6 +9,7 @@
 #include "graphs/frm_gr_lis.h"
 #include "graphs/open_graph.h"
 #include "selection/form_sec.h"
+#include "selection/message_list.h"
 #include "selection/review_grid_view.h"
 #include "selection/window_build_questions.h"
 #include "shell/busy_cursor.h"
@@ -35,7 +36,7 @@ QString UnchosenExtremes(const RunValues& run) {
 void FormSec::MakeTable() {
   if (busy_ || !loaded_ || !loaded_->year) return;
   busy_ = true;
-  UpdateCommands();
+  Refresh();
   const ExtremeMode mode = ExtremeModeOf(run_.options.Slot(8));
   const BuildInput input{
       .series = session_.Series(),
@@ -53,8 +54,8 @@ void FormSec::MakeTable() {
     return BuildLevelTable(input, frame_.Office(), asking);
   }();
   busy_ = false;
-  UpdateCommands();
-  c_.VS1->setFocus();  // the button that was pressed was off meanwhile, and the focus went on from it
+  Refresh();
+  c_.grid->setFocus();  // the button that was pressed was off meanwhile, and the focus went on from it
   if (!report) {
     questions_->Warn(this, run_.language.attentionTitle, run_.language.Say(report.Failure()));
     return;
@@ -70,9 +71,9 @@ void FormSec::MakeTable() {
 }
 
 void FormSec::TellTableMade(const BuildReport& report) {
-  for (const Error& warning : report.warnings) AddMessage(warning.Said());
+  for (const Error& warning : report.warnings) c_.messages->Add(warning.Said());
   if (report.hourlyRowsLeftOut > 0) {
-    AddMessage(Message(
+    c_.messages->Add(Message(
         Wording{u"%1 kayıt saatlik sayfaya sığmadı ve orada yok; günlük sayfa eksiksizdir.",
                 u"%1 readings did not fit the hourly sheet and are not on it; the daily sheet is complete."},
         report.hourlyRowsLeftOut));
@@ -105,17 +106,13 @@ void FormSec::DrawGraph() {
 }
 
 void FormSec::ShowRatingCurve(const QString& path) {
-  c_.Text7->setText(path);
-  c_.Text7->setToolTip(path);
+  c_.ratingPath->setText(path);
+  c_.ratingPath->setToolTip(path);
 }
 
 void FormSec::ChooseRatingCurve() {
   auto* form = new Form5(frame_);
-  connect(form, &Form5::CurveChosen, this, [this](const QString& path) {
-    ShowRatingCurve(path);
-    if (path.isEmpty()) return;
-    c_.Text7->setVisible(run_.language.Choice() != LanguageChoice::English);
-  });
+  connect(form, &Form5::CurveChosen, this, [this](const QString& path) { ShowRatingCurve(path); });
   frame_.ShowChild(form);
 }
 
@@ -136,17 +133,15 @@ void FormSec::AddGraphEntries() {
 }
 
 void FormSec::UpdateGraphList() {
-  const int row = c_.ListGraf->currentRow();
-  c_.ListGraf->clear();
-  for (const GraphListEntry& entry : graphList_) c_.ListGraf->addItem(entry.Text());
-  c_.ListGraf->setCurrentRow(std::min(row, c_.ListGraf->count() - 1));
-  const bool any = !graphList_.empty();
-  c_.CmdCiz->setEnabled(any);
-  c_.CmdListSil->setEnabled(any);
+  const int row = c_.graphList->currentRow();
+  c_.graphList->clear();
+  for (const GraphListEntry& entry : graphList_) c_.graphList->addItem(entry.Text());
+  c_.graphList->setCurrentRow(std::min(row, c_.graphList->count() - 1));
+  Refresh();
 }
 
 void FormSec::DrawGraphList() {
-  c_.ProgressBar1->setRange(0, static_cast<int>(graphList_.size()) * 100);
+  c_.progress->setRange(0, static_cast<int>(graphList_.size()) * 100);
   ShowProgress(0);
   const Result<GraphFilesBuilt> built = [&] {
     const BusyCursor busy;
@@ -162,8 +157,8 @@ void FormSec::DrawGraphList() {
         },
         run_.language);
   }();
-  c_.ProgressBar1->hide();
-  c_.ProgressBar1->setRange(0, 100);
+  c_.progress->hide();
+  c_.progress->setRange(0, 100);
   if (!built) {
     questions_->Warn(this, run_.language.attentionTitle, run_.language.Say(built.Failure()));
     return;
