@@ -5,7 +5,7 @@
 #include <QGuiApplication>
 #include <QPainter>
 
-#include "datafiles/helpers.h"
+#include "datafiles/water_year.h"
 #include "graphs/graph_output.h"
 #include "graphs/graph_readout.h"
 

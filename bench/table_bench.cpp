@@ -18,6 +18,7 @@
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/table/BorderLine2.hpp>
 
+#include "datafiles/water_year.h"
 #include "platform/libreoffice/office_workbook.h"
 #include "tables/build_level_table.h"
 

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstring>
 
+#include "datafiles/numbers.h"
+
 namespace vesk {
 namespace {
 

@@ -8,7 +8,8 @@
 #include <cstring>
 #include <string_view>
 
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 #include "platform/whole_file.h"
 
 namespace vesk {

@@ -3,8 +3,10 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <vector>
 
+#include "datafiles/header_checks.h"
 #include "datafiles/raw_header.h"
 
 namespace vesk {
@@ -22,6 +24,12 @@ bool IsAcceptedVersion(const QString& version);
 
 /// The note for a correction code (line 1, trimmed): "01", "02" or "03"; empty for anything else.
 QString CorrectionNote(const QString& code, HeaderScope scope);
+
+/// True when the list holds exactly that text.
+template <class Text>
+bool ListContains(const std::vector<Text>& list, const Text& text) {
+  return std::ranges::find(list, text) != list.end();
+}
 
 /// What a header that was read has to say, for the message list; none of a file that is not there.
 std::vector<Message> HeaderNotes(const HeaderReading& reading, HeaderScope scope);

@@ -7,7 +7,10 @@
 #include <array>
 
 #include "datafiles/data_lines.h"
+#include "datafiles/dates.h"
 #include "datafiles/header_checks.h"
+#include "datafiles/numbers.h"
+#include "datafiles/water_year.h"
 #include "platform/code_page.h"
 #include "platform/folder_entries.h"
 

@@ -4,7 +4,6 @@
 #include <QByteArrayView>
 #include <QString>
 
-#include "datafiles/helpers.h"
 #include "datafiles/reading.h"
 #include "platform/regional.h"
 #include "platform/result.h"

@@ -25,4 +25,15 @@ struct Reading {
   [[nodiscard]] DateTime Time() const { return DateTime(day) + std::chrono::minutes(minuteOfDay); }
 };
 
+/// Running level range, cm; the start values are those of an empty one.
+struct LevelExtent {
+  double highestCm = 0;
+  double lowestCm = 9999999;
+
+  void Widen(double levelCm) {
+    if (lowestCm > levelCm) lowestCm = levelCm;
+    if (highestCm < levelCm) highestCm = levelCm;
+  }
+};
+
 }  // namespace vesk

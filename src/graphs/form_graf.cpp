@@ -16,7 +16,7 @@
 #include <QScrollArea>
 #include <QTimer>
 
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
 #include "graphs/graph_notes.h"
 #include "graphs/graph_output.h"
 #include "graphs/graph_picture.h"

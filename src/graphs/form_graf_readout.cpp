@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
 #include "graphs/form_graf.h"
 #include "graphs/graph_picture.h"
 

@@ -4,7 +4,8 @@
 
 #include <algorithm>
 
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 #include "graphs/graph_labels.h"
 #include "graphs/graph_scales.h"
 #include "review/not_whole_note.h"

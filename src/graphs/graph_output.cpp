@@ -12,7 +12,8 @@
 #include <array>
 #include <cmath>
 
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 #include "platform/csv.h"
 #include "platform/system_reason.h"
 #include "platform/whole_file.h"

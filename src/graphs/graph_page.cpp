@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
 #include "graphs/graph_labels.h"
 #include "graphs/graph_legend.h"
 #include "graphs/graph_notes.h"

@@ -4,8 +4,6 @@
 
 #include <algorithm>
 
-#include "datafiles/helpers.h"
-
 namespace vesk {
 namespace {
 

@@ -3,17 +3,18 @@
 #include <charconv>
 #include <cmath>
 
+#include "datafiles/dates.h"
+#include "datafiles/fallback_calendar.h"
 #include "datafiles/graph_file.h"
-#include "datafiles/helpers.h"
+#include "datafiles/numbers.h"
 
 namespace vesk {
 namespace {
 
-constexpr int kLastFallbackYear = 1900;
 constexpr qsizetype kLevelWidth = 6;
 
 // Two digits at the start or end of a clock field; anything else counts as 0.
-int TwoDigits(QByteArrayView text) {
+int ClockPart(QByteArrayView text) {
   int value = 0;
   for (const char c : text) {
     if (c < '0' || c > '9') return static_cast<int>(ParseNumber(QString::fromLatin1(text)));
@@ -65,8 +66,8 @@ FilePoint LoadFilePoint(QByteArrayView content, qint64 n, Day firstDay, ReadingK
   if (!record) return {FilePointState::End, {}};
   const auto date = DateOf(record->date);
   if (!date || record->level.size() < kLevelWidth) return {FilePointState::Unreadable, {}};
-  const int hour = TwoDigits(record->clock.first(std::min<qsizetype>(2, record->clock.size())));
-  const int minute = TwoDigits(record->clock.last(std::min<qsizetype>(2, record->clock.size())));
+  const int hour = ClockPart(record->clock.first(std::min<qsizetype>(2, record->clock.size())));
+  const int minute = ClockPart(record->clock.last(std::min<qsizetype>(2, record->clock.size())));
   return {FilePointState::Point,
           GraphPoint(LevelOf(record->level), GraphTime(FileDayNumber(firstDay, *date), hour * 60 + minute),
                      KindOf(record->label, previousKind), n)};

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 
 namespace vesk {
 namespace {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "datafiles/graph_file.h"
+#include "datafiles/water_year.h"
 #include "review/review_grid.h"
 
 namespace vesk {

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 #include "platform/csv.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "datafiles/archive.h"
+#include "datafiles/dates.h"
 #include "datafiles/header_checks.h"
 #include "platform/csv.h"
 #include "programs/batch.h"

@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "datafiles/dates.h"
 #include "platform/code_page.h"
 #include "platform/whole_file.h"
 #include "review/change_log_rows.h"

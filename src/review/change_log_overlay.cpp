@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 #include "platform/code_page.h"
 #include "platform/whole_file.h"
 #include "review/change_log.h"

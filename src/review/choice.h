@@ -3,23 +3,12 @@
 
 #include <QString>
 
-#include <compare>
 #include <variant>
 #include <vector>
 
-#include "datafiles/helpers.h"
+#include "datafiles/water_year.h"
 
 namespace vesk {
-
-/// The twelve months from 1 October to 30 September; named by the year in which it ends.
-struct WaterYear {
-  int number = 0;
-
-  [[nodiscard]] Day FirstDay() const { return WaterYearFirstDay(number); }
-  [[nodiscard]] Day LastDay() const { return WaterYearLastDay(number); }
-  [[nodiscard]] QString Text() const { return QString::number(number); }
-  auto operator<=>(const WaterYear&) const = default;
-};
 
 /// A water year of a station, and the word that marks it in the names of its change log: empty unless its
 /// converted file is in the folder.

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <vector>
 
+#include "datafiles/dates.h"
+
 namespace vesk {
 namespace {
 

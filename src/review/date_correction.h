@@ -9,7 +9,6 @@
 #include <tuple>
 #include <vector>
 
-#include "datafiles/helpers.h"
 #include "platform/result.h"
 #include "review/raw_rows.h"
 

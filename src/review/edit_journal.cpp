@@ -9,7 +9,8 @@
 #include <iterator>
 #include <optional>
 
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 #include "platform/system_reason.h"
 #include "platform/whole_file.h"
 

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 #include "platform/current_user.h"
 
 namespace vesk {

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <map>
 
+#include "datafiles/dates.h"
 #include "review/change_log_rows.h"
 #include "review/editing.h"
 

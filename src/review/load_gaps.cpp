@@ -1,5 +1,8 @@
 #include "review/load_gaps.h"
 
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
+
 namespace vesk {
 namespace {
 

@@ -5,8 +5,10 @@
 #include <algorithm>
 
 #include "datafiles/data_lines.h"
+#include "datafiles/dates.h"
 #include "datafiles/file_bytes.h"
 #include "datafiles/header_checks.h"
+#include "datafiles/numbers.h"
 #include "datafiles/raw_file_names.h"
 #include "platform/whole_file.h"
 #include "review/contradictions.h"

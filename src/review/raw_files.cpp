@@ -9,6 +9,7 @@
 #include "datafiles/archive.h"
 #include "datafiles/header_checks.h"
 #include "datafiles/marker.h"
+#include "datafiles/numbers.h"
 #include "datafiles/raw_file_names.h"
 #include "datafiles/tidy_lock.h"
 #include "platform/folder_entries.h"

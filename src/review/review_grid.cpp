@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 #include "platform/code_page.h"
 
 namespace vesk {

@@ -6,7 +6,6 @@
 
 #include <optional>
 
-#include "datafiles/helpers.h"
 #include "datafiles/reading.h"
 #include "review/station_series.h"
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 
+#include "datafiles/dates.h"
 #include "platform/whole_file.h"
 #include "review/review_grid.h"
 

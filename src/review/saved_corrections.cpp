@@ -3,6 +3,7 @@
 #include <QList>
 #include <QStringList>
 
+#include "datafiles/dates.h"
 #include "platform/whole_file.h"
 #include "review/review_record.h"
 

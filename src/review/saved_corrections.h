@@ -8,7 +8,6 @@
 #include <optional>
 #include <vector>
 
-#include "datafiles/helpers.h"
 #include "platform/result.h"
 #include "review/date_correction.h"
 

@@ -1,6 +1,7 @@
 #include "review/setup_parameters.h"
 
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 
 namespace vesk {
 namespace {

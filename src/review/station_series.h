@@ -10,7 +10,6 @@
 #include <tuple>
 #include <vector>
 
-#include "datafiles/helpers.h"
 #include "review/date_correction.h"
 #include "review/raw_rows.h"
 

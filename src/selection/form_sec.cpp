@@ -15,6 +15,7 @@
 #include <QSplitter>
 #include <QTableWidget>
 
+#include "datafiles/numbers.h"
 #include "review/review_grid_model.h"
 #include "selection/changed_rows_list.h"
 #include "selection/form_sec_state.h"

@@ -9,6 +9,8 @@
 
 #include <set>
 
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 #include "review/contradictions.h"
 #include "review/review_grid_model.h"
 #include "selection/changed_rows_list.h"

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 
+#include "datafiles/dates.h"
 #include "review/load_summary.h"
 #include "selection/changed_rows_list.h"
 #include "selection/form_sec.h"

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "datafiles/helpers.h"
+#include "datafiles/numbers.h"
 #include "shell/settings.h"
 
 namespace vesk {

@@ -11,7 +11,7 @@
 
 #include <optional>
 
-#include "datafiles/helpers.h"
+#include "datafiles/numbers.h"
 #include "platform/system_reason.h"
 
 namespace vesk {

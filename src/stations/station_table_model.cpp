@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "datafiles/helpers.h"
+#include "datafiles/numbers.h"
 
 namespace vesk {
 namespace {

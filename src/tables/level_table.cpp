@@ -4,6 +4,9 @@
 #include <array>
 #include <cmath>
 
+#include "datafiles/dates.h"
+#include "datafiles/water_year.h"
+
 namespace vesk {
 namespace {
 

@@ -4,6 +4,9 @@
 #include <optional>
 #include <utility>
 
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
+
 namespace vesk {
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 #include "review/contradictions.h"
 #include "review/review_grid.h"
 

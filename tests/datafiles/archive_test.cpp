@@ -11,6 +11,7 @@
 
 #include <cerrno>
 
+#include "datafiles/dates.h"
 #include "datafiles/raw_file_names.h"
 #include "datafiles/tidy_lock.h"
 #include "support/failing_sync.h"

@@ -1,8 +1,8 @@
 #include "datafiles/data_lines.h"
+#include "datafiles/dates.h"
+#include "datafiles/water_year.h"
 
 #include <gtest/gtest.h>
-
-#include "datafiles/helpers.h"
 
 namespace vesk {
 namespace {

@@ -6,8 +6,6 @@
 
 #include <limits>
 
-#include "datafiles/helpers.h"
-
 namespace vesk {
 namespace {
 

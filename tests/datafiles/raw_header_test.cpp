@@ -1,4 +1,5 @@
 #include "datafiles/raw_header.h"
+#include "datafiles/dates.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +7,6 @@
 #include <QTemporaryDir>
 
 #include "datafiles/header_checks.h"
-#include "datafiles/helpers.h"
 #include "datafiles/marker.h"
 #include "support/raw_file_writer.h"
 

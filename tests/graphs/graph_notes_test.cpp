@@ -1,10 +1,10 @@
 #include "graphs/graph_notes.h"
+#include "datafiles/water_year.h"
 
 #include <gtest/gtest.h>
 
 #include <QFontMetricsF>
 
-#include "datafiles/helpers.h"
 #include "graphs/graph_labels.h"
 #include "graphs/graph_scales.h"
 

@@ -1,4 +1,5 @@
 #include "graphs/graph_page.h"
+#include "datafiles/water_year.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,6 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "datafiles/helpers.h"
 #include "graphs/graph_output.h"
 #include "platform/whole_file.h"
 #include "support/full_disk.h"

@@ -1,12 +1,11 @@
 #include "graphs/graph_scales.h"
+#include "datafiles/dates.h"
 
 #include <gtest/gtest.h>
 
 #include <QStringList>
 
 #include <algorithm>
-
-#include "datafiles/helpers.h"
 
 namespace vesk {
 namespace {

@@ -1,4 +1,6 @@
 #include "review/contradictions.h"
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 
 #include <gtest/gtest.h>
 

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include "datafiles/dates.h"
 #include "support/raw_file_writer.h"
 
 namespace vesk::test {

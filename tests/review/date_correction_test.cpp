@@ -1,4 +1,5 @@
 #include "review/date_correction.h"
+#include "datafiles/dates.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
 #include "review/edit_journal.h"
+#include "datafiles/dates.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
 #include "review/editing.h"
+#include "datafiles/dates.h"
 
 #include <gtest/gtest.h>
 

@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QString>
 
+#include "datafiles/dates.h"
+#include "datafiles/water_year.h"
 #include "review/load_readings.h"
 #include "review/review_grid.h"
 

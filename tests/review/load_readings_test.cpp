@@ -1,4 +1,5 @@
 #include "review/load_readings.h"
+#include "datafiles/water_year.h"
 
 #include <gtest/gtest.h>
 

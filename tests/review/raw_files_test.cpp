@@ -1,4 +1,5 @@
 #include "review/raw_files.h"
+#include "datafiles/dates.h"
 
 #include <gtest/gtest.h>
 

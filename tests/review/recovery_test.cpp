@@ -1,6 +1,7 @@
 // Unsaved work across crashes: at every point of a save, beside other raw files, behind other corrections.
 #include <gtest/gtest.h>
 
+#include "datafiles/dates.h"
 #include "review/session_fixture.h"
 
 namespace vesk {

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
 
 namespace vesk::test {
 

@@ -3,6 +3,8 @@
 
 #include <QStringList>
 
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
 #include "review/review_grid.h"
 
 namespace vesk::test {

@@ -1,6 +1,9 @@
 // What the sheets of a table show of a grid, and how it goes into a workbook.
 #include <gtest/gtest.h>
 
+#include "datafiles/dates.h"
+#include "datafiles/numbers.h"
+#include "datafiles/water_year.h"
 #include "tables/grid_rows.h"
 #include "tables/level_table_workbook.h"
 #include "tables/recording_spreadsheet.h"

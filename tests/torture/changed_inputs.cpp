@@ -1,6 +1,7 @@
 // Between a save and the next load the raw files, the log or what stands beside it change. The folder is then
 // loaded twice: as it is, and without any correction. A row that differs must have a correction of its own,
 // made on that very reading; a correction that is on no row must be named.
+#include "datafiles/dates.h"
 #include "torture/desk.h"
 #include "torture/parts.h"
 #include "torture/world.h"
@@ -8,8 +9,6 @@
 #include <QDir>
 
 #include <set>
-
-#include "datafiles/helpers.h"
 
 namespace vesk::torture {
 namespace {

@@ -1,5 +1,6 @@
 // Read-outs as a bad cable, a full stick or a careless editor leaves them. Rows that are not those of the
 // intact file, and rows that are gone without a message, are what must not be.
+#include "datafiles/water_year.h"
 #include "torture/desk.h"
 #include "torture/parts.h"
 #include "torture/world.h"

@@ -1,7 +1,7 @@
 #include "torture/desk.h"
+#include "datafiles/dates.h"
 
 #include "datafiles/archive.h"
-#include "datafiles/helpers.h"
 #include "review/raw_files.h"
 
 namespace vesk::torture {

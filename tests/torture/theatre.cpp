@@ -1,8 +1,8 @@
 #include "torture/theatre.h"
+#include "datafiles/dates.h"
 
 #include <QDirIterator>
 
-#include "datafiles/helpers.h"
 #include "shell/settings.h"
 #include "torture/fault_shim.h"
 

@@ -1,6 +1,6 @@
 #include "torture/world.h"
+#include "datafiles/dates.h"
 
-#include "datafiles/helpers.h"
 #include "datafiles/raw_file_names.h"
 #include "datafiles/raw_header.h"
 

@@ -12,7 +12,8 @@
 
 #include <memory>
 
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
+#include "datafiles/water_year.h"
 #include "graphs/form_graf.h"
 #include "graphs/graph_page.h"
 #include "graphs/open_graph.h"

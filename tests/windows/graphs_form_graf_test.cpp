@@ -12,6 +12,7 @@
 #include <QRegularExpression>
 #include <QTimer>
 
+#include "datafiles/dates.h"
 #include "support/full_disk.h"
 #include "windows/graphs_fixture.h"
 

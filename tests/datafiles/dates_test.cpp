@@ -1,6 +1,10 @@
-#include "datafiles/helpers.h"
+#include "datafiles/dates.h"
 
 #include <gtest/gtest.h>
+
+#include "datafiles/fallback_calendar.h"
+#include "datafiles/numbers.h"
+#include "datafiles/water_year.h"
 
 namespace vesk {
 namespace {
