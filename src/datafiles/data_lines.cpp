@@ -9,7 +9,6 @@
 namespace vesk {
 namespace {
 
-constexpr std::int16_t kEndOfDay = 1439;
 constexpr std::ptrdiff_t kLevelColumn = 22;  // 0-based
 constexpr std::ptrdiff_t kLevelWidth = 5;
 constexpr std::ptrdiff_t kFieldsEnd = kLevelColumn + kLevelWidth;
@@ -81,8 +80,7 @@ int MinuteOf(const char* p) {
   const int minute = TwoDigits(p + 3);
   if (hour < 0 || minute < 0 || minute > 59 || IsDigit(p[2])) return -1;
   const int total = hour * 60 + minute;
-  if (total > 1440) return -1;
-  return total == 0 || total == 1440 ? kEndOfDay : total;
+  return total <= kMinutesPerDay ? MinuteOfReading(total) : -1;
 }
 
 /// Readings come in runs of one date: the last date text is remembered with its day.
@@ -208,9 +206,9 @@ class Decoder {
     // A line break there would make two lines of it.
     const bool blanks =
         std::memcmp(line + 10, "  ", 2) == 0 && std::memcmp(line + 17, "    ", 4) == 0 && line[21] != '\n';
-    const bool plain = hour >= 0 && minute >= 0 && minute < 60 && total <= 1440 && line[14] == ':' &&
-                       tens >= 0 && tens <= 9 && metres >= 0 && metres <= 9 && line[24] == '.' &&
-                       hundredths >= 0 && blanks;
+    const bool plain = hour >= 0 && minute >= 0 && minute < 60 && total <= kMinutesPerDay &&
+                       line[14] == ':' && tens >= 0 && tens <= 9 && metres >= 0 && metres <= 9 &&
+                       line[24] == '.' && hundredths >= 0 && blanks;
     if (!plain) return false;
     ++line_;
     ++tally_.kept;
@@ -218,7 +216,7 @@ class Decoder {
     reading.levelCm = tens * 1000 + metres * 100 + hundredths;
     reading.levelByte = levelByte;
     reading.day = dates_.Last();
-    reading.minuteOfDay = total == 0 || total == 1440 ? kEndOfDay : static_cast<std::int16_t>(total);
+    reading.minuteOfDay = static_cast<std::int16_t>(MinuteOfReading(total));
     reading.flag = line[21];
     reading.sourceFile = sourceFile_;
     return true;

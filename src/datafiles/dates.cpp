@@ -95,7 +95,7 @@ std::optional<DateTime> ReadDateTime(QStringView text) {
   if (!rest.front().isSpace()) return std::nullopt;
   const auto minute = ReadClock(rest.trimmed());
   if (!minute) return std::nullopt;
-  return DateTime(*date) + std::chrono::minutes(std::min(*minute, 1439));
+  return DateTime(*date) + std::chrono::minutes(WithinDay(*minute));
 }
 
 std::optional<int> ReadClock(QStringView text) {
@@ -106,7 +106,7 @@ std::optional<int> ReadClock(QStringView text) {
   const auto minute = TakeNumber(rest, 2);
   if (!minute || !rest.isEmpty() || *minute > 59) return std::nullopt;
   const int total = *hour * 60 + *minute;
-  if (total > 1440) return std::nullopt;
+  if (total > kMinutesPerDay) return std::nullopt;
   return total;
 }
 

@@ -10,6 +10,7 @@
 
 #include "datafiles/dates.h"
 #include "datafiles/numbers.h"
+#include "datafiles/record_label.h"
 #include "platform/whole_file.h"
 
 namespace vesk {
@@ -32,19 +33,6 @@ QByteArray LevelText(double levelCm) {
   return text;
 }
 
-QByteArray LabelText(const Reading& reading) {
-  const QByteArray number = QByteArray::number(reading.sourceFile).rightJustified(2, '0');
-  switch (reading.kind) {
-    case ReadingKind::Maximum:
-      return number + "-Max";
-    case ReadingKind::Minimum:
-      return number + "-Min";
-    case ReadingKind::Ordinary:
-      break;
-  }
-  return number + "-ort";
-}
-
 void AppendRecord(QByteArray& content, const Reading& reading, const QByteArray& level) {
   content += DateText(reading.day).toLatin1();
   content += ',';
@@ -52,7 +40,7 @@ void AppendRecord(QByteArray& content, const Reading& reading, const QByteArray&
   content += ',';
   content += level.right(kLevelField).rightJustified(kLevelField, ' ');
   content += ',';
-  content += LabelText(reading);
+  content += RecordLabel(reading).toLatin1();
   content += "\r\n";
 }
 
@@ -75,7 +63,7 @@ bool HasRecordShape(QByteArrayView line) {
   if (std::none_of(level.begin(), level.end(), isDigit)) return false;
   QByteArrayView rest = line.sliced(shapeLength);
   while (!rest.isEmpty() && isDigit(rest.front())) rest = rest.sliced(1);
-  return rest == "-ort" || rest == "-Max" || rest == "-Min";
+  return rest.startsWith('-') && ReadKind(QString::fromLatin1(rest.sliced(1))).has_value();
 }
 
 }  // namespace

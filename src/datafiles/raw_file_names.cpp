@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "datafiles/numbers.h"
+
 namespace vesk {
 namespace {
 
@@ -19,7 +21,7 @@ constexpr int kLargestCount = 9999;
 
 /// A count that does not fit four digits would give a name that no list shows any more.
 QString FourDigits(int count) {
-  return QString::number(std::clamp(count, 0, kLargestCount)).rightJustified(kCountWidth, QLatin1Char('0'));
+  return PaddedNumber(std::clamp(count, 0, kLargestCount), kCountWidth);
 }
 
 }  // namespace

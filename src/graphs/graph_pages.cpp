@@ -8,7 +8,6 @@ namespace vesk {
 namespace {
 
 constexpr double kHeadroom = 1.1;
-constexpr std::chrono::minutes kLastMinute(1439);
 
 }  // namespace
 
@@ -44,7 +43,7 @@ std::optional<Day> ReadDayOfWaterYear(const QString& text, int waterYear) {
 }
 
 GraphPage PageOfDates(Day start, Day end, double maximumCm) {
-  return {DateTime(start), DateTime(end) + kLastMinute, maximumCm, 0};
+  return {DateTime(start), DateTime(end) + std::chrono::minutes(kLastMinuteOfDay), maximumCm, 0};
 }
 
 bool PageTable::Add(const GraphPage& page) {

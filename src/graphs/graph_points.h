@@ -35,7 +35,7 @@ struct GraphPoint {
 /// Minutes of a graph's time: dayNumber counts the water year's first day as 1. A date centuries away stays
 /// in range.
 constexpr std::int32_t GraphTime(int dayNumber, int minuteOfDay) {
-  return std::clamp(dayNumber, -500000, 500000) * 1440 + minuteOfDay;
+  return std::clamp(dayNumber, -500000, 500000) * kMinutesPerDay + minuteOfDay;
 }
 
 /// Point of a row as shown (from 1); firstDay is the first day of the water year drawn. Nothing for the spare

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "datafiles/graph_file.h"
+#include "datafiles/numbers.h"
 #include "datafiles/water_year.h"
 #include "review/review_grid.h"
 
@@ -12,7 +13,7 @@ namespace {
 constexpr int kFirstColourSlot = 2;  // background, station 1, scale, stations 2 to 4
 
 QString YearText(int waterYear) {
-  return QStringLiteral("%1").arg(waterYear, 4, 10, QLatin1Char('0'));
+  return PaddedNumber(waterYear, 4);
 }
 
 GraphTexts AxisTexts(const Language& language) {

@@ -16,8 +16,6 @@
 namespace vesk {
 namespace {
 
-constexpr int kLastMinute = 1439;
-
 QString LineText(const StationSeries& series, int row) {
   const QLatin1Char tab('\t');
   const Discharge discharge = series.DischargeOf(row);
@@ -124,7 +122,7 @@ std::optional<ChangeLogLine> ReadChangeLogLine(QByteArrayView bytes, Message& ex
   } else if (!level) {
     expected = Wording{u"cm olarak seviye", u"a level in cm"};
   } else {
-    return ChangeLogLine{*day, std::min(*minute, kLastMinute), *level, fields.value(3).simplified()};
+    return ChangeLogLine{*day, WithinDay(*minute), *level, fields.value(3).simplified()};
   }
   return std::nullopt;
 }

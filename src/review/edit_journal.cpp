@@ -11,6 +11,7 @@
 
 #include "datafiles/dates.h"
 #include "datafiles/numbers.h"
+#include "datafiles/record_label.h"
 #include "platform/system_reason.h"
 #include "platform/whole_file.h"
 

@@ -10,6 +10,7 @@
 #include "datafiles/header_checks.h"
 #include "datafiles/numbers.h"
 #include "datafiles/raw_file_names.h"
+#include "datafiles/record_label.h"
 #include "platform/whole_file.h"
 #include "review/contradictions.h"
 #include "review/load_gaps.h"

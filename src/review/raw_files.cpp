@@ -198,9 +198,9 @@ class Tidier {
       holders.removeLast();
       if (same) continue;  // the same file once more: nothing to tell
       report_.replaced.push_back(*archived);
-      report_.done.push_back({Wording{u"%1 başka bir dosyanın adını aldı; o dosya şimdi Arsiv klasöründe",
-                                      u"%1 took the name of another file, which is now in Arsiv"},
-                              from});
+      report_.done.push_back({Wording{u"%1 başka bir dosyanın adını aldı; o dosya şimdi %2 klasöründe",
+                                      u"%1 took the name of another file, which is now in %2"},
+                              from, QLatin1String(kArchiveFolder)});
     }
     return {};
   }

@@ -1,16 +1,14 @@
 #include "review/review_grid.h"
 
 #include <algorithm>
-#include <array>
 
 #include "datafiles/dates.h"
 #include "datafiles/numbers.h"
+#include "datafiles/record_label.h"
 #include "platform/code_page.h"
 
 namespace vesk {
 namespace {
-
-constexpr std::array<const char*, 3> kKindTexts = {"ort", "Max", "Min"};
 
 QString FlagText(char flag) {
   return flag == ' ' || flag == '\0' ? QString() : DecodeWindows1254(QByteArrayView(&flag, 1));
@@ -66,22 +64,6 @@ QString CellText(const StationSeries& series, int row, GridColumn column) {
 std::optional<double> ReadLevel(QStringView text) {
   const std::optional<double> level = ReadWholeNumber(text);
   return level && ReadWholeNumber(NumberText(*level)) ? level : std::nullopt;
-}
-
-QString KindText(ReadingKind kind) {
-  return QLatin1String(kKindTexts[static_cast<std::size_t>(kind)]);
-}
-
-std::optional<ReadingKind> ReadKind(const QString& text) {
-  const auto found =
-      std::ranges::find_if(kKindTexts, [&](const char* kind) { return text == QLatin1String(kind); });
-  if (found == kKindTexts.end()) return std::nullopt;
-  return static_cast<ReadingKind>(found - kKindTexts.begin());
-}
-
-QString RecordLabel(const Reading& reading) {
-  return QString::number(reading.sourceFile).rightJustified(2, QLatin1Char('0')) + QLatin1Char('-') +
-         KindText(reading.kind);
 }
 
 void LevelRange(const StationSeries& series, LevelExtent& extent) {

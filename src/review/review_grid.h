@@ -22,14 +22,6 @@ QString CellText(const StationSeries& series, int row, GridColumn column);
 /// hold with an exponent: the next load would not read it.
 std::optional<double> ReadLevel(QStringView text);
 
-/// "ort", "Max" or "Min": what a label says of a reading's kind.
-QString KindText(ReadingKind kind);
-/// Nothing for any other text.
-std::optional<ReadingKind> ReadKind(const QString& text);
-
-/// "01-ort", "01-Max" or "01-Min".
-QString RecordLabel(const Reading& reading);
-
 /// Widens the extent by every level of the series.
 void LevelRange(const StationSeries& series, LevelExtent& extent);
 

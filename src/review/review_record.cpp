@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "datafiles/dates.h"
+#include "datafiles/record_label.h"
 #include "platform/whole_file.h"
 #include "review/review_grid.h"
 

@@ -11,6 +11,7 @@
 
 #include "datafiles/dates.h"
 #include "datafiles/numbers.h"
+#include "datafiles/record_label.h"
 #include "review/contradictions.h"
 #include "review/review_grid_model.h"
 #include "selection/changed_rows_list.h"

@@ -12,7 +12,7 @@ constexpr int kSlotCount = 40;
 
 /// "01" to "40".
 QString SlotKey(int n) {
-  return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
+  return TwoDigits(n);
 }
 
 }  // namespace

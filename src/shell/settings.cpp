@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 
+#include "datafiles/archive.h"
 #include "platform/system_reason.h"
 
 namespace vesk {
@@ -119,7 +120,7 @@ std::vector<Error> InitialiseDefaults(const QString& programFolder, Settings& se
           failures);
   Collect(settings.WriteSettings(kOptionsSection, FirstRunOptionEntries()), failures);
   const bool stored = failures.empty();
-  Collect(MakeFolder(dataFolder + QLatin1String("Arsiv")), failures);
+  Collect(MakeFolder(dataFolder + QLatin1String(kArchiveFolder)), failures);
   Collect(MakeFolder(registerFolder), failures);
   if (stored) Collect(DeleteMarker(programFolder), failures);
   return failures;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "datafiles/archive.h"
 #include "platform/folders.h"
 
 namespace vesk {
@@ -53,7 +54,7 @@ void ReadRegisterFolder(RunValues& run) {
 /// The archive folder has to be reachable; otherwise the fallback holds for the whole run, the second reading
 /// of the stored directory included.
 void CheckArchive(RunValues& run, StartUpReport& report) {
-  const auto archive = FindEntry(run.dataDirectory, QStringLiteral("Arsiv"));
+  const auto archive = FindEntry(run.dataDirectory, QLatin1String(kArchiveFolder));
   if (archive && IsReachableFolder(*archive)) return;
   report.archiveMissing = true;
   run.dataDirectory = run.settings.Home();

@@ -10,6 +10,7 @@
 #include <memory>
 #include <system_error>
 
+#include "datafiles/numbers.h"
 #include "platform/system_reason.h"
 #include "platform/whole_file.h"
 #include "tables/level_table_workbook.h"
@@ -263,7 +264,7 @@ LevelTable TableOf(const BuildInput& input, bool withHourly) {
 }
 
 QString TableFileName(const QString& stationNumber, int waterYear) {
-  return QStringLiteral("Tablo-%1(%2).xls").arg(stationNumber).arg(waterYear, 4, 10, QLatin1Char('0'));
+  return QStringLiteral("Tablo-%1(%2).xls").arg(stationNumber, PaddedNumber(waterYear, 4));
 }
 
 Result<BuildReport> BuildLevelTable(const BuildInput& input, Spreadsheet& spreadsheet,

@@ -4,6 +4,7 @@
 
 #include "datafiles/dates.h"
 #include "datafiles/numbers.h"
+#include "datafiles/record_label.h"
 #include "review/contradictions.h"
 #include "review/review_grid.h"
 

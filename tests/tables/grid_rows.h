@@ -5,6 +5,7 @@
 
 #include "datafiles/dates.h"
 #include "datafiles/numbers.h"
+#include "datafiles/record_label.h"
 #include "review/review_grid.h"
 
 namespace vesk::test {
