@@ -161,18 +161,20 @@ const char* KindName(ReadingKind kind) {
 // The values behind the page: what is drawn, reading by reading.
 Status WriteCsv(QIODevice& device, const GraphPage& page, const GraphSheet& sheet, PageSize /*size*/) {
   QByteArray text = "station,date,time,level_cm,kind\n";
+  CsvLines csv(text);
   const int start = GraphMinutes(sheet.firstDay, page.start);
   const int end = GraphMinutes(sheet.firstDay, page.end);
   for (std::size_t i = 0; i < sheet.series.size(); ++i) {
-    QByteArray station;
-    AppendCsv(station, sheet.stationNames.value(static_cast<qsizetype>(i)));
-    station += ',';
     for (const GraphPoint& point : sheet.series[i].OnPage(start, end)) {
       if (point.minutes < start) continue;
-      QByteArray time =
+      const QByteArray time =
           DateTimeText(TimeOfCoordinate(sheet.firstDay, point.minutes * kMinuteUnits)).toLatin1();
-      text += station + time.replace(' ', ',') + ',' + NumberText(point.levelCm).toLatin1() + ',' +
-              KindName(point.Kind()) + '\n';
+      csv.Cell(sheet.stationNames.value(static_cast<qsizetype>(i)));
+      csv.Plain() += time.left(10);
+      csv.Plain() += time.mid(11);
+      csv.Plain() += NumberText(point.levelCm).toLatin1();
+      csv.Plain() += KindName(point.Kind());
+      csv.EndLine();
     }
   }
   if (device.write(text) == text.size()) return {};

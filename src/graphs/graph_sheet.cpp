@@ -5,6 +5,7 @@
 #include "datafiles/graph_file.h"
 #include "datafiles/numbers.h"
 #include "datafiles/water_year.h"
+#include "platform/colour_numbers.h"
 #include "review/review_grid.h"
 
 namespace vesk {
@@ -98,13 +99,10 @@ QString DamageText(const QString& path, qint64 record, const Language& language)
 }  // namespace
 
 QColor ColourOf(qint32 number) {
-  const auto bits = static_cast<quint32>(number);
-  if ((bits & 0x80000000U) == 0) {
-    return QColor(static_cast<int>(bits & 0xFFU), static_cast<int>((bits >> 8U) & 0xFFU),
-                  static_cast<int>((bits >> 16U) & 0xFFU));
-  }
+  const auto system = SystemColourOf(number);
+  if (!system) return QColor(RgbOf(number));
   // Classic system colours that a colour choice can hold; paper stays paper whatever the desktop's theme.
-  switch (bits & 0xFFU) {
+  switch (*system) {
     case 5:
       return Qt::white;  // window background
     case 15:

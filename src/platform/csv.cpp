@@ -31,6 +31,17 @@ QString HarmlessCell(const QString& text) {
   return BeginsLikeAFormula(text) && !IsNumber(text) ? QLatin1Char('\'') + text : text;
 }
 
+QByteArray& CsvLines::Plain() {
+  if (!first_) text_ += ',';
+  first_ = false;
+  return text_;
+}
+
+void CsvLines::EndLine() {
+  text_ += '\n';
+  first_ = true;
+}
+
 void AppendCsv(QByteArray& line, const QString& text) {
   const QByteArray bytes = HarmlessCell(text).toUtf8();
   const bool plain = std::none_of(bytes.cbegin(), bytes.cend(),

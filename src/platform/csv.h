@@ -14,4 +14,19 @@ QString HarmlessCell(const QString& text);
 /// Appends a cell in UTF-8: harmless, and quoted when it holds a comma, a quote or a line break.
 void AppendCsv(QByteArray& line, const QString& text);
 
+/// Lines of cells, one behind the other.
+class CsvLines {
+ public:
+  explicit CsvLines(QByteArray& text) : text_(text) {}
+
+  void Cell(const QString& text) { AppendCsv(Plain(), text); }
+  /// The next cell, for what needs no quotes to be appended: figures, dates, a cell from AppendCsv.
+  QByteArray& Plain();
+  void EndLine();
+
+ private:
+  QByteArray& text_;
+  bool first_ = true;  ///< of the line
+};
+
 }  // namespace vesk

@@ -35,36 +35,35 @@ void AppendNumber(QByteArray& line, double value) {
   }
 }
 
-/// A level of the daily sheet as "time,level"; two empty fields when the day has none.
-void AppendLevelAt(QByteArray& line, const std::optional<LevelAt>& level) {
-  line += ',';
+/// A level of the daily sheet as time and level; two empty cells when the day has none.
+void AppendLevelAt(CsvLines& csv, const std::optional<LevelAt>& level) {
+  QByteArray& time = csv.Plain();
   if (level) {
-    AppendTwoDigits(line, level->minuteOfDay / 60);
-    line += ':';
-    AppendTwoDigits(line, level->minuteOfDay % 60);
+    AppendTwoDigits(time, level->minuteOfDay / 60);
+    time += ':';
+    AppendTwoDigits(time, level->minuteOfDay % 60);
   }
-  line += ',';
-  if (level) AppendNumber(line, level->levelCm);
+  QByteArray& levelCm = csv.Plain();
+  if (level) AppendNumber(levelCm, level->levelCm);
 }
 
 void AppendDays(const QString& stationNumber, const LevelTable& table, QByteArray& text) {
-  QByteArray prefix;
-  AppendCsv(prefix, stationNumber);
-  prefix += ',' + QByteArray::number(table.waterYear) + ',';
+  QByteArray station;
+  AppendCsv(station, stationNumber);
+  const QByteArray year = QByteArray::number(table.waterYear);
+  CsvLines csv(text);
   for (const DayRecord& day : table.days) {
-    text += prefix;
-    text += DateText(day.day).toLatin1();
-    AppendLevelAt(text, day.maximum);
-    AppendLevelAt(text, day.minimum);
-    text += ',';
-    if (day.meanCm) AppendNumber(text, *day.meanCm);
-    text += ',';
-    AppendNumber(text, day.readings);
-    text += ',';
-    AppendNumber(text, day.weightedSum);
-    text += ',';
-    AppendNumber(text, day.lastMinute);
-    text += '\n';
+    csv.Plain() += station;
+    csv.Plain() += year;
+    csv.Plain() += DateText(day.day).toLatin1();
+    AppendLevelAt(csv, day.maximum);
+    AppendLevelAt(csv, day.minimum);
+    QByteArray& mean = csv.Plain();
+    if (day.meanCm) AppendNumber(mean, *day.meanCm);
+    AppendNumber(csv.Plain(), day.readings);
+    AppendNumber(csv.Plain(), day.weightedSum);
+    AppendNumber(csv.Plain(), day.lastMinute);
+    csv.EndLine();
   }
 }
 

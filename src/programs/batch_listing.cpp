@@ -54,12 +54,12 @@ QCommandLineOption OutOption() {
 void AppendReadings(const StationSeries& series, QByteArray& text) {
   text += "date,time,level_cm,discharge,label,code,baseline_cm\n";
   text.reserve(text.size() + series.ReadingCount() * qsizetype{48});
+  CsvLines csv(text);
   for (int row = 1; row <= series.ReadingCount(); ++row) {
     for (int column = 0; column < kGridColumns; ++column) {
-      if (column > 0) text += ',';
-      AppendCsv(text, CellText(series, row, static_cast<GridColumn>(column)));
+      csv.Cell(CellText(series, row, static_cast<GridColumn>(column)));
     }
-    text += '\n';
+    csv.EndLine();
   }
 }
 

@@ -6,20 +6,21 @@
 
 #include <array>
 
+#include "platform/colour_numbers.h"
+
 namespace vesk {
 namespace {
 
 constexpr int kTwipsPerPixel = 15;
 constexpr std::array<int, kGridColumns> kWidthsTwips = {1020, 570, 630, 585, 600, 405, 780};
 
-// The classic 16-colour palette, as far as the grid uses it.
-const QColor kLightGrey(0xC0, 0xC0, 0xC0);    // 7
-const QColor kLightBlue(0x00, 0x00, 0xFF);    // 9
-const QColor kLightGreen(0x00, 0xFF, 0x00);   // 10
-const QColor kLightRed(0xFF, 0x00, 0x00);     // 12
-const QColor kLightYellow(0xFF, 0xFF, 0x00);  // 14
-const QColor kWhite(0xFF, 0xFF, 0xFF);        // 15
-const QColor kRedOnGreen(0xC0, 0x00, 0x00);   // light red cannot be read on light green
+const QColor kLightGrey(PaletteColour::kLightGrey);
+const QColor kLightBlue(PaletteColour::kLightBlue);
+const QColor kLightGreen(PaletteColour::kLightGreen);
+const QColor kLightRed(PaletteColour::kLightRed);
+const QColor kLightYellow(PaletteColour::kLightYellow);
+const QColor kWhite(PaletteColour::kWhite);
+const QColor kRedOnGreen(0xC0, 0x00, 0x00);  // light red cannot be read on light green
 const QColor kMinimumBorder(0, 0, 125);
 
 /// Of a level cell; the rest of a row stays green in a re-timed grid, whatever its level cell shows.

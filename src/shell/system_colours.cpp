@@ -1,5 +1,7 @@
 #include "shell/system_colours.h"
 
+#include "platform/colour_numbers.h"
+
 namespace vesk {
 namespace {
 
@@ -36,10 +38,8 @@ QPalette::ColorRole RoleOf(quint32 systemColour) {
 }  // namespace
 
 QColor DesktopColour(qint32 number, const QPalette& palette) {
-  const auto bits = static_cast<quint32>(number);
-  if ((bits & 0x80000000U) != 0) return palette.color(QPalette::Active, RoleOf(bits & 0xFFU));
-  return {static_cast<int>(bits & 0xFFU), static_cast<int>((bits >> 8U) & 0xFFU),
-          static_cast<int>((bits >> 16U) & 0xFFU)};
+  const auto system = SystemColourOf(number);
+  return system ? palette.color(QPalette::Active, RoleOf(*system)) : QColor(RgbOf(number));
 }
 
 }  // namespace vesk

@@ -22,9 +22,14 @@ TEST(Csv, TextsAreQuotedAndNoFormulas) {
               {"", ""},
               {"1.2.3", "1.2.3"}};
   for (const auto& row : rows) {
-    QByteArray line;
-    AppendCsv(line, QString::fromUtf8(row.text));
-    EXPECT_EQ(line.toStdString(), row.cell);
+    QByteArray text;
+    CsvLines csv(text);
+    csv.Plain() += "1";
+    csv.Cell(QString::fromUtf8(row.text));
+    csv.EndLine();
+    csv.Plain();
+    csv.Plain();
+    EXPECT_EQ(text.toStdString(), std::string("1,") + row.cell + "\n,");
   }
 }
 
