@@ -13,6 +13,7 @@
 #include "review/browser.h"
 #include "review/editing.h"
 #include "review/review_grid_model.h"
+#include "review/row_selection.h"
 #include "selection/review_grid_view.h"
 #include "tools/sample_data.h"
 
@@ -91,7 +92,7 @@ BENCHMARK(ChooseStationOfSixtyFiles)->Unit(benchmark::kMillisecond);
 /// Grid, session and view as the window has them, without the window.
 struct Screen {
   Screen() : model(session), view(nullptr) {
-    view.SetGridModel(model);
+    view.SetGridModel(model, selection);
     view.resize(kViewSize);
     view.ensurePolished();
   }
@@ -102,6 +103,7 @@ struct Screen {
   }
   EditSession session;
   ReviewGridModel model;
+  RowSelection selection;
   ReviewGridView view;
 };
 

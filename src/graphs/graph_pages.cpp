@@ -20,7 +20,6 @@ GraphPage PageOfCorners(const GraphCorner& a, const GraphCorner& b) {
   page.start = std::min(a.time, b.time);
   page.end = std::max(a.time, b.time);
   page.maximumCm = std::max(a.levelCm, b.levelCm);
-  page.minimumCm = std::min(a.levelCm, b.levelCm);
   return page;
 }
 
@@ -43,7 +42,7 @@ std::optional<Day> ReadDayOfWaterYear(const QString& text, int waterYear) {
 }
 
 GraphPage PageOfDates(Day start, Day end, double maximumCm) {
-  return {DateTime(start), DateTime(end) + std::chrono::minutes(kLastMinuteOfDay), maximumCm, 0};
+  return {DateTime(start), DateTime(end) + std::chrono::minutes(kLastMinuteOfDay), maximumCm};
 }
 
 bool PageTable::Add(const GraphPage& page) {

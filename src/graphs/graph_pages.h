@@ -18,8 +18,6 @@ inline constexpr int kLastPageNumber = 10;
 struct GraphPage {
   DateTime start{}, end{};
   double maximumCm = 0;  ///< decides the level axis
-  double minimumCm =
-      0;  ///< lower level of the rectangle that the page came from; the axis starts at 0 all the same
 };
 
 /// Page 0: the whole period of the sheet, with 1.1 times the highest level as its maximum.

@@ -46,7 +46,6 @@ QString NormaliseTypedLevel(const QString& typed) {
 EditSession::EditSession(QObject* parent) : QObject(parent) {}
 
 void EditSession::Begin(LoadedReadings loaded) {
-  singleFile_ = IsSingleFile(loaded.choice);
   whole_ = loaded.whole;
   journals_.Use(loaded);
   logs_ = std::move(loaded.changeLogs);

@@ -86,7 +86,7 @@ class EditSession : public QObject {
   /// Gives every reading its raw time back; false when the readings are not re-timed.
   Result<bool> RemoveDateCorrection();
   /// True for a single-file load: only such a grid can be re-timed.
-  [[nodiscard]] bool CanCorrectDates() const { return singleFile_ && series_.ReadingCount() > 0; }
+  [[nodiscard]] bool CanCorrectDates() const { return OfSingleFile() && series_.ReadingCount() > 0; }
 
   /// True while the grid's readings are re-timed, by this session or as saved.
   [[nodiscard]] bool IsCorrected() const { return series_.Target().has_value(); }
@@ -129,6 +129,7 @@ class EditSession : public QObject {
     [[nodiscard]] bool IsCorrection() const { return record.kind == JournalRecord::Kind::CorrectDates; }
   };
 
+  [[nodiscard]] bool OfSingleFile() const { return IsSingleFile(series_.Chosen()); }
   Status MayEdit();
   void TryLocks();
   void CheckWhetherOutdated();
@@ -164,7 +165,6 @@ class EditSession : public QObject {
   bool locksFailed_ = false;  ///< no lock file can be made there: nobody's work is to be protected
   bool outdated_ = false;
   bool journalFailed_ = false;
-  bool singleFile_ = false;
   bool whole_ = true;           ///< nothing is missing from the load
   std::vector<RowRef> edited_;  ///< one an edit, in the order made
   std::vector<Step> done_, undone_;

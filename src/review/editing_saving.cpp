@@ -121,16 +121,16 @@ Status EditSession::Save() {
 Status EditSession::SaveLog(LoadedChangeLog& log) {
   SavedCorrection& correction = log.overlay.correction;
   const ChangeLogToSave next =
-      FormChangeLog(series_, log.overlay, Author(), singleFile_ ? RowRange{} : log.rows);
-  if (singleFile_ && HasUnsavedCorrection()) {
+      FormChangeLog(series_, log.overlay, Author(), OfSingleFile() ? RowRange{} : log.rows);
+  if (OfSingleFile() && HasUnsavedCorrection()) {
     const PlannedTarget plan{.target = series_.Target(), .logHash = next.state.logHash};
     if (Status planned = WriteSavedCorrection(log.saveTo, correction, plan); !planned) return planned;
-  } else if (singleFile_) {
+  } else if (OfSingleFile()) {
     if (Status settled = WriteSavedCorrection(log.saveTo, correction); !settled) return settled;
   }
   if (Status saved = SaveChangeLog(log.saveTo, next, log.overlay); !saved) return saved;
   MarkSaved(series_, next.authors);
-  if (!singleFile_ || !HasUnsavedCorrection()) return {};
+  if (!OfSingleFile() || !HasUnsavedCorrection()) return {};
   correction.target = series_.Target();
   // From here on the plan counts; a next save makes it plain if this cannot.
   static_cast<void>(WriteSavedCorrection(log.saveTo, correction));

@@ -25,9 +25,7 @@ constexpr int kLargestFileNumber = 99;  // record labels have two digits for it
 /// One load under way.
 class Loader {
  public:
-  explicit Loader(const LoadRequest& request) : request_(request), years_(YearsOf(request.choice)) {
-    loaded_.choice = request.choice;
-  }
+  explicit Loader(const LoadRequest& request) : request_(request), years_(YearsOf(request.choice)) {}
 
   void LoadChoice() {
     if (IsSingleFile(request_.choice)) LoadSingleFile();
@@ -58,7 +56,8 @@ class Loader {
   /// Lays the log of every chosen year over the rows that came in with it. An extreme record's own date may
   /// be the other side of a year's end, and another year's reading may have its minute.
   Status LayChangeLogs() {
-    loaded_.series = StationSeries(std::move(readings_), std::move(rawFiles_));
+    loaded_.series =
+        StationSeries(std::move(readings_), std::move(rawFiles_), request_.station, request_.choice);
     if (IsSingleFile(request_.choice)) return LayChangeLog({}, {});
     rowsOfYears_.resize(years_.size(), {1, 0});  // years that the load did not get to have none
     for (std::size_t i = 0; i < rowsOfYears_.size(); ++i) {

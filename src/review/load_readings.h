@@ -48,7 +48,6 @@ struct LoadedReadings {
   QString refusedFile;  ///< file whose header ended the load, later years included; empty when none did
   std::vector<LoadedChangeLog> changeLogs;  ///< one a chosen water year, or the one of a single file
   qint64 refusedLines = 0;                  ///< lines of the files used that could not be read
-  Choice choice;                            ///< as it was asked for
   std::optional<WaterYear> lastYear;        ///< the last one that was loaded; none of a single file
 };
 

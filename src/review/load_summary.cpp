@@ -26,8 +26,8 @@ LoadSummary SummaryOf(const LoadedReadings& loaded) {
                       .refusedLines = loaded.refusedLines,
                       .retimed = loaded.series.Target().has_value()};
   int daysInAll = days.empty() ? 0 : static_cast<int>((*days.rbegin() - *days.begin()).count()) + 1;
-  if (!IsSingleFile(loaded.choice)) daysInAll = 0;
-  for (const StationWaterYear& chosen : YearsOf(loaded.choice)) daysInAll += DaysOf(chosen.year);
+  if (!IsSingleFile(loaded.series.Chosen())) daysInAll = 0;
+  for (const StationWaterYear& chosen : YearsOf(loaded.series.Chosen())) daysInAll += DaysOf(chosen.year);
   summary.daysMissing = daysInAll - summary.daysPresent;
   for (const LoadedChangeLog& log : loaded.changeLogs) summary.corrections += log.overlay.applied;
   return summary;

@@ -8,7 +8,7 @@ namespace vesk {
 void SessionJournals::Use(const LoadedReadings& loaded) {
   journals_.clear();
   rows_.clear();
-  const bool singleFile = IsSingleFile(loaded.choice);
+  const bool singleFile = IsSingleFile(loaded.series.Chosen());
   const auto& files = loaded.series.Files();
   const QString rawFile = singleFile && !files.empty() ? files.front().rawFile : QString();
   for (const LoadedChangeLog& log : loaded.changeLogs) {

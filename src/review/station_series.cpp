@@ -19,8 +19,12 @@ ExtremeKey KeyOf(const RetimedRow& extreme) {
 
 }  // namespace
 
-StationSeries::StationSeries(std::vector<Reading> raw, std::vector<RawFileRows> files)
-    : raw_(std::move(raw)), files_(std::move(files)) {}
+StationSeries::StationSeries(std::vector<Reading> raw, std::vector<RawFileRows> files, StationId station,
+                             Choice chosen)
+    : station_(std::move(station)),
+      chosen_(std::move(chosen)),
+      raw_(std::move(raw)),
+      files_(std::move(files)) {}
 
 int StationSeries::ReadingCount() const {
   return target_ ? static_cast<int>(view_.size()) : raw_.ReadingCount();

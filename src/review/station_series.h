@@ -10,6 +10,8 @@
 #include <tuple>
 #include <vector>
 
+#include "datafiles/station_id.h"
+#include "review/choice.h"
 #include "review/date_correction.h"
 #include "review/raw_rows.h"
 
@@ -38,7 +40,12 @@ struct RowRef {
 class StationSeries {
  public:
   StationSeries() = default;
-  explicit StationSeries(std::vector<Reading> raw, std::vector<RawFileRows> files = {});
+  explicit StationSeries(std::vector<Reading> raw, std::vector<RawFileRows> files = {},
+                         StationId station = {}, Choice chosen = {});
+
+  [[nodiscard]] const StationId& Station() const { return station_; }
+  /// What of the station was loaded.
+  [[nodiscard]] const Choice& Chosen() const { return chosen_; }
 
   /// The rows as operators see them: the raw ones, or re-timed with computed extremes.
   [[nodiscard]] int ReadingCount() const;
@@ -102,6 +109,8 @@ class StationSeries {
   /// What the operator put in the place of a computed extreme; null when nothing.
   [[nodiscard]] const ExtremeEdit* EditOf(const RetimedRow& extreme) const;
 
+  StationId station_;
+  Choice chosen_;
   RawRows raw_;
   std::vector<RawFileRows> files_;
   std::optional<DateTime> target_;

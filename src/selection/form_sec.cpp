@@ -62,7 +62,7 @@ FormSec::FormSec(MainFrame& frame, std::unique_ptr<ReviewQuestions> questions)
   setObjectName(QStringLiteral("FormSec"));
   setWindowTitle(TitleOf(workMode_, run_.language));
   model_ = std::make_unique<ReviewGridModel>(session_);
-  c_.grid->SetGridModel(*model_);
+  c_.grid->SetGridModel(*model_, selection_);
   ConnectLists();
   ConnectGridCommands();
   ConnectSession();
@@ -139,8 +139,8 @@ void FormSec::ConnectGrid() {
         Wording{u"Ham seviye: %1 cm (Ctrl+R ham seviyeye döner)", u"Raw level: %1 cm (Ctrl+R gives it back)"},
         NumberText(rawCm));
   });
-  connect(c_.grid, &ReviewGridView::RowEntered, this, &FormSec::ShowRowLabel);
-  const auto showRow = [this] { ShowRowLabel(c_.grid->CurrentRow()); };
+  connect(&selection_, &RowSelection::CurrentChanged, this, &FormSec::ShowRowLabel);
+  const auto showRow = [this] { ShowRowLabel(selection_.Current()); };
   connect(&session_, &EditSession::StateChanged, this, showRow);
   connect(&session_, &EditSession::GridReplaced, this, showRow);
   auto* restore = new QAction(Say(Wording{u"Ham seviyeye dön", u"Back to the raw level"}), c_.grid);

@@ -12,6 +12,7 @@
 #include "review/browser.h"
 #include "review/editing.h"
 #include "review/not_whole_note.h"
+#include "review/row_selection.h"
 #include "selection/form_sec_controls.h"
 #include "selection/review_questions.h"
 #include "shell/run_values.h"
@@ -153,6 +154,7 @@ class FormSec : public QWidget {
   FormSecControls c_;
   Browser browser_;
   EditSession session_;
+  RowSelection selection_;  ///< of the rows that the grid shows
   std::unique_ptr<ReviewGridModel> model_;
   std::optional<Loaded> loaded_;
   std::optional<LoadRequest> request_;     ///< of what is loaded

@@ -134,7 +134,7 @@ void FormSec::StepForward() {
 }
 
 void FormSec::GoToChange(bool next) {
-  const int from = c_.grid->CurrentRow();
+  const int from = selection_.Current();
   const int row = next ? session_.NextChange(from) : session_.PreviousChange(from);
   if (row > 0) {
     c_.grid->GoTo(row, GridColumn::Discharge, true);

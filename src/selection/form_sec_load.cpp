@@ -92,12 +92,12 @@ void FormSec::ShowProgress(int value) {
 }
 
 void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded) {
-  const bool single = IsSingleFile(loaded.choice);
+  const bool single = IsSingleFile(loaded.series.Chosen());
   loaded_ = Loaded{.station = request.station,
                    .stationName = request.stationName,
                    .dataDirectory = request.dataDirectory,
                    .file = single ? request.files.front().listName : QString(),
-                   .choice = loaded.choice,
+                   .choice = loaded.series.Chosen(),
                    .year = loaded.lastYear,
                    .notWhole = NotWholeNote(loaded)};
   ShowLoadedLabel();

@@ -9,6 +9,7 @@
 #include <array>
 
 #include "review/review_grid_model.h"
+#include "review/row_selection.h"
 #include "selection/review_grid_delegate.h"
 
 namespace vesk {
@@ -39,9 +40,15 @@ ReviewGridView::ReviewGridView(QWidget* parent) : QTableView(parent) {
   connect(copy, &QShortcut::activated, this, &ReviewGridView::CopySelection);
 }
 
-void ReviewGridView::SetGridModel(ReviewGridModel& model) {
+void ReviewGridView::SetGridModel(ReviewGridModel& model, RowSelection& selection) {
   model_ = &model;
+  selection_ = &selection;
   setModel(&model);
+  connect(&selection, &RowSelection::CurrentChanged, this, [this](int row) {
+    if (row == CurrentRow()) return;
+    const int column = std::max(currentIndex().column(), 0);
+    GoTo(row, static_cast<GridColumn>(column), false);
+  });
   int least = 0;
   for (int column = 0; column < kGridColumns; ++column) {
     least += ReviewGridModel::ColumnWidthPixels(static_cast<GridColumn>(column));
@@ -69,6 +76,13 @@ int ReviewGridView::CurrentRow() const {
   return currentIndex().isValid() ? ReviewGridModel::GridRow(currentIndex()) : 0;
 }
 
+void ReviewGridView::reset() {
+  QTableView::reset();
+  if (selection_ == nullptr) return;
+  selection_->SetCurrent(0);
+  selection_->SetRange(0, 0);
+}
+
 void ReviewGridView::CopySelection() const {
   if (model_ == nullptr || selectionModel() == nullptr) return;
   QGuiApplication::clipboard()->setText(model_->SelectionText(selectionModel()->selection()));
@@ -87,7 +101,15 @@ void ReviewGridView::resizeEvent(QResizeEvent* event) {
 
 void ReviewGridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
-  Q_EMIT RowEntered(current.isValid() ? ReviewGridModel::GridRow(current) : 0);
+  if (selection_ != nullptr) selection_->SetCurrent(CurrentRow());
+}
+
+void ReviewGridView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QTableView::selectionChanged(selected, deselected);
+  if (selection_ == nullptr) return;
+  const QItemSelection all = selectionModel()->selection();
+  if (all.isEmpty()) return selection_->SetRange(0, 0);
+  selection_->SetRange(all.first().top() + 1, all.first().bottom() + 1);  // the selection is contiguous
 }
 
 // Columns keep the proportions they are defined with; spare width is shared out, and too little is scrolled.

@@ -8,13 +8,15 @@
 namespace vesk {
 
 class ReviewGridModel;
+class RowSelection;
 
 class ReviewGridView : public QTableView {
   Q_OBJECT
 
  public:
   explicit ReviewGridView(QWidget* parent);
-  void SetGridModel(ReviewGridModel& model);
+  /// selection follows the view and the view follows it; both must outlive the view.
+  void SetGridModel(ReviewGridModel& model, RowSelection& selection);
 
   /// Makes a cell current; atTop scrolls its row to the top of the view. Rows that are not there are ignored.
   void GoTo(int gridRow, GridColumn column, bool atTop);
@@ -23,19 +25,19 @@ class ReviewGridView : public QTableView {
   /// Grid row of the current cell; 0 when there is none.
   [[nodiscard]] int CurrentRow() const;
   void CopySelection() const;
+  void reset() override;
   /// Takes over what stands in an open editor and closes it.
   void FinishEditing();
-
- Q_SIGNALS:
-  void RowEntered(int gridRow);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
  private:
   void ShareWidth();
   ReviewGridModel* model_ = nullptr;
+  RowSelection* selection_ = nullptr;
 };
 
 }  // namespace vesk

@@ -28,7 +28,7 @@ class GraphNotes : public testing::Test {
   }
   GraphPage Page(int startMinutes, int endMinutes, double maximumCm) const {
     return {TimeOfCoordinate(sheet_.firstDay, startMinutes * 0.01),
-            TimeOfCoordinate(sheet_.firstDay, endMinutes * 0.01), maximumCm, 0};
+            TimeOfCoordinate(sheet_.firstDay, endMinutes * 0.01), maximumCm};
   }
   PageNotes Notes(int startMinutes, int endMinutes, double maximumCm = 200) const {
     return NotesOfPage(Page(startMinutes, endMinutes, maximumCm), sheet_);

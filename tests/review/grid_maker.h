@@ -40,8 +40,10 @@ inline StationSeries HourlyGrid(const char* start, int count) {
 }
 
 /// The same rows, corrections included, as they came from those files.
-inline StationSeries WithFiles(const StationSeries& grid, std::vector<RawFileRows> files) {
-  StationSeries series(grid.Raw().Readings(), std::move(files));
+inline StationSeries WithFiles(const StationSeries& grid, std::vector<RawFileRows> files,
+                               Choice chosen = {}) {
+  StationSeries series(grid.Raw().Readings(), std::move(files), StationId(QStringLiteral("001-12345")),
+                       std::move(chosen));
   for (int row = 1; row <= grid.Raw().ReadingCount(); ++row) {
     if (grid.Raw().IsChanged(row)) series.SetState({.rawRow = row}, grid.Raw().StateOf(row));
   }
@@ -62,11 +64,10 @@ inline LoadedReadings LoadOf(const StationSeries& grid, const QString& folder,
   if (files.empty()) files = {{QStringLiteral("001-12345-010203"), 1, grid.ReadingCount()}};
   LoadedReadings loaded;
   loaded.files = {QStringLiteral("001-12345-010203=0001.txt")};
-  StationSeries series = WithFiles(grid, std::move(files));
-  const int count = series.Raw().ReadingCount();
   WaterYears chosen;
   for (const int year : waterYears) chosen.years.push_back({{year}});
-  if (!waterYears.empty()) loaded.choice = chosen;
+  StationSeries series = WithFiles(grid, std::move(files), waterYears.empty() ? Choice() : Choice(chosen));
+  const int count = series.Raw().ReadingCount();
   int next = 1;
   for (const int year : waterYears.empty() ? std::vector<int>{0} : waterYears) {
     LoadedChangeLog log;
