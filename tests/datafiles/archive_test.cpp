@@ -72,6 +72,15 @@ TEST_F(ArchiveTest, KeepsTheLastOfEachStem) {
   EXPECT_FALSE(ArchiveDuplicateRawFiles(Folder(), {last, other}).changed) << "nothing left to do";
 }
 
+TEST_F(ArchiveTest, AnUnreadableReadOutSupersedesNothing) {
+  const auto last = QStringLiteral("101-12345-010203=0030.txt");
+  EXPECT_EQ(Superseded({{first_}, {second_}, {.name = last, .usable = false}}),
+            (std::vector{true, false, false}));
+  EXPECT_EQ(Superseded({{.name = first_, .usable = false, .counted = false}, {second_}}),
+            (std::vector{false, false}))
+      << "nobody has seen it yet";
+}
+
 TEST_F(ArchiveTest, AFileThatCannotBeMovedStays) {
   Put("Arsiv", "in the way of the folder");
   const ArchiveReport report = ArchiveDuplicateRawFiles(Folder(), {first_, second_});

@@ -79,7 +79,7 @@ TEST(DataLines, EveryLineIsAccountedFor) {
       "\r\n"
       "   \r\n"
       "31/02/2009  07:15      1.00\r\n"  // line 19
-      "05/03/2009  25:15      1.00\r\n"
+      "05/03/2009  07:60      1.00\r\n"
       "05/03/2009  07:15      abcd\r\n"
       "  05/03/2009  07:30      1.10  \n"  // blanks around, LF only
       "05/03/2009  07:45\r\nab  1.23\r\n"  // too short, and no part of the next line completes it
@@ -98,7 +98,21 @@ TEST(DataLines, EveryLineIsAccountedFor) {
 TEST(DataLines, ACutLastLineGivesNoFigure) {
   EXPECT_EQ(Decode("05/03/2009  07:15     12.").tally.refused, 1) << "12. could have been 12.34";
   EXPECT_EQ(Decode("05/03/2009  07:15     12.34").tally.kept, 1) << "whole, only its line end is missing";
-  EXPECT_EQ(Decode("05/03/2009  07:15      1.00\r\n05/03").tally.kept, 1);
+  const DataLineTally tail = Decode("05/03/2009  07:15      1.00\r\n05/03").tally;
+  EXPECT_EQ(tail.kept, 1);
+  EXPECT_EQ(tail.refused, 0) << "a short tail is never read";
+  const DataLineTally joined = Decode("05/03/2009  07:15      1.0005/03/2009  07:30      2.00\r\n").tally;
+  EXPECT_EQ(joined.joined, 1);
+  EXPECT_EQ(joined.firstJoinedLine, 16);
+}
+
+TEST(DataLines, AReadingThatStandsInTheHeaderIsTold) {
+  EXPECT_EQ(ReadingInHeader(kHeader, kHeader.size() + 1), std::nullopt);
+  for (const QByteArray& line : {QByteArray("05/03/2009  07:15      1.00\r\n"),
+                                 QByteArray("Max 05/03/2009 08:00   1.00\r\n"), QByteArray("h\0\r\n", 4)}) {
+    const QByteArray header = kHeader.first(3 * 13) + line + "h\r\n";
+    EXPECT_EQ(ReadingInHeader(header, header.size() + 1), 14) << line.toStdString();
+  }
 }
 
 TEST(DataLines, WindowKeepsWholeDaysAndTheExtremesThatGoWithThem) {

@@ -49,6 +49,13 @@ TEST_F(GraphFile, RecordsHaveThirtyTwoBytesWhateverTheLevel) {
             "01/10/2008,12:30,1234.5,01-ort\r\n"
             "01/10/2008,12:30,234.56,01-ort\r\n"
             "01/10/2008,12:30,2345.6,01-ort\r\n");
+  EXPECT_TRUE(IsOwnGraphFile(written_.name, content));
+  for (const char* other : {"01/10/2008,12:30,   123,01-ort\n", "01/10/2008,12:30,   123,01-Ort\r\n",
+                            "01/10/2008,12:30,      ,01-ort\r\n", "01/10/2008,12:30,   123,01-ort"}) {
+    EXPECT_FALSE(IsOwnGraphFile(written_.name, other)) << other;
+  }
+  EXPECT_EQ(GraphRecordCount(content.first(64 + 5)), 2) << "five bytes are no record";
+  EXPECT_EQ(GraphRecordCount(content.first(64 + 6)), 3);
   EXPECT_EQ(written_.records, 7);
   EXPECT_EQ(written_.cutRecords, (std::vector<qint64>{6, 7})) << "only a lost sign blank is no loss";
 }

@@ -62,8 +62,8 @@ TEST_F(RawHeaderTest, FillsTheRecord) {
 }
 
 TEST_F(RawHeaderTest, AcceptsTheVersionsInUseOnly) {
-  const std::pair<const char*, bool> rows[] = {{"10", true}, {"11", true},  {"21", true}, {"1", true},
-                                               {"4", false}, {"12", false}, {"20", false}};
+  const std::pair<const char*, bool> rows[] = {{"10", true}, {"11", true},  {"21", true},  {"1", true},
+                                               {"4", false}, {"12", false}, {"20", false}, {"V10", false}};
   for (const auto& [version, accepted] : rows) {
     sketch_.version = version;
     const HeaderReading reading = Decode(test::SketchContent(sketch_));
