@@ -59,6 +59,10 @@ Day DayOfRow(const RetimedRow& row) {
   return floor<std::chrono::days>(row.time);
 }
 
+Error Refused(const Message& reason) {
+  return {Wording{u"Tarihler düzeltilmedi", u"The dates were not corrected"}, {}, reason};
+}
+
 }  // namespace
 
 std::optional<ReadingSpan> SpanOf(const RawRows& raw) {
@@ -78,27 +82,29 @@ DateTime RetimedReading(DateTime time, const ReadingSpan& span, DateTime target)
   return span.first + floor<minutes>(seconds(std::llround(from * trueLength / length * 60)));
 }
 
-Result<DateTime> ReadCorrectionTarget(const QString& text, const RawRows& raw) {
-  const Message what = Wording{u"Tarihler düzeltilmedi", u"The dates were not corrected"};
-  const auto refuse = [&what](const Message& reason) { return Error{what, {}, reason}; };
+Result<DateTime> CheckCorrectionTarget(DateTime target, const RawRows& raw) {
   const auto span = SpanOf(raw);
-  if (!span) return refuse(Wording{u"yüklenmiş kayıt yok", u"no readings are loaded"});
-  const QString trimmed = text.trimmed();
-  const auto target = ReadDateTime(trimmed);
-  if (!target || !trimmed.contains(QLatin1Char(':'))) {
-    return refuse(Wording{u"son verinin gerçek zamanı gg/aa/yyyy ss:dd biçiminde yazılmalıdır",
-                          u"the true time of the last reading is expected as dd/mm/yyyy hh:mm"});
-  }
+  if (!span) return Refused(Wording{u"yüklenmiş kayıt yok", u"no readings are loaded"});
   if (span->last <= span->first) {
-    return refuse(
+    return Refused(
         Wording{u"son kayıt ilk kayıttan sonra değil", u"the last reading does not lie after the first one"});
   }
-  if (*target <= span->first) {
-    return refuse(
+  if (target <= span->first) {
+    return Refused(
         Wording{u"son verinin gerçek zamanı (gg/aa/yyyy ss:dd) ilk veriden sonra olmalıdır",
                 u"the true time of the last reading (dd/mm/yyyy hh:mm) must lie after the first reading"});
   }
-  return *target;
+  return target;
+}
+
+Result<DateTime> ReadCorrectionTarget(const QString& text, const RawRows& raw) {
+  const QString trimmed = text.trimmed();
+  const auto target = trimmed.contains(QLatin1Char(':')) ? ReadDateTime(trimmed) : std::nullopt;
+  if (!target && SpanOf(raw)) {
+    return Refused(Wording{u"son verinin gerçek zamanı gg/aa/yyyy ss:dd biçiminde yazılmalıdır",
+                           u"the true time of the last reading is expected as dd/mm/yyyy hh:mm"});
+  }
+  return CheckCorrectionTarget(target.value_or(DateTime{}), raw);
 }
 
 std::vector<RetimedRow> RetimeReadings(const RawRows& raw, DateTime target) {

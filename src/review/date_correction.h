@@ -32,6 +32,8 @@ DateTime RetimedReading(DateTime time, const ReadingSpan& span, DateTime target)
 /// Refused (the reason says why): a text that is no date-time, a time not after the first reading, readings
 /// whose last one does not lie after the first.
 Result<DateTime> ReadCorrectionTarget(const QString& text, const RawRows& raw);
+/// The same for a time that is known already.
+Result<DateTime> CheckCorrectionTarget(DateTime target, const RawRows& raw);
 
 /// A daily extreme that a corrected clock has computed; it is told by its day and its kind.
 struct ExtremeKey {

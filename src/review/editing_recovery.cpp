@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <map>
 
-#include "datafiles/dates.h"
 #include "review/change_log_rows.h"
 #include "review/editing.h"
 
@@ -86,7 +85,7 @@ std::optional<RowRef> EditSession::Resolve(const JournalRecord& record) const {
 /// saved: rows that have their last level of the journal already, because a save got as far as that.
 bool EditSession::Repeat(const JournalRecord& record, const Levels& saved) {
   if (record.kind == JournalRecord::Kind::CorrectDates) {
-    if (!CanCorrectDates() || !ReadCorrectionTarget(DateTimeText(record.target), series_.Raw())) return false;
+    if (!CanCorrectDates() || !CheckCorrectionTarget(record.target, series_.Raw())) return false;
     ApplyCorrection(record.target);
     return true;
   }
