@@ -57,6 +57,9 @@ awk -v o="$ours100" -v o10="$ours10" -v s="$start" -v a="$awk100" -v p="$pandas1
 echo "== graph of four stations against gnuplot"
 VESK_BENCH_BIN=$bin bench/graph_vs_gnuplot.sh
 
+echo "== start to a usable main window"
+bench/start_up.py "$bin"
+
 for benchmark in "$bin"/*_bench; do
   [ -x "$benchmark" ] || continue
   echo "== $(basename "$benchmark")"

@@ -130,9 +130,8 @@ TEST_F(Form2Test, OpensTheChosenWorkbook) {
 TEST_F(Form2Test, AWorkbookThatWentAwayIsToldInTheOperatorsLanguageOnly) {
   ASSERT_TRUE(QFile::remove(Data("Tablo-12345(2012).xls")));  // after it was listed
   Press(Files(), 1, true);
-  EXPECT_EQ(
-      Message(),
-      QStringLiteral("Tablo dosyası açılamadı: %1: Böyle bir dosya veya dizin yok").arg(Data("Tablo-12345(2012).xls")));
+  EXPECT_EQ(Message(), QStringLiteral("Tablo dosyası açılamadı: %1: Böyle bir dosya veya dizin yok")
+                           .arg(Data("Tablo-12345(2012).xls")));
   frame_.Run().language.FillEnglish();
   QTest::keyClick(&Files(), Qt::Key_Return);
   EXPECT_EQ(Message(), QStringLiteral("The workbook could not be opened: %1: No such file or directory")
