@@ -8,7 +8,7 @@ namespace vesk {
 namespace {
 
 struct Reason {
-  int number;
+  int number = 0;
   Wording wording;
 };
 

@@ -273,8 +273,8 @@ class Overlay {
     if (overlay_.messages.size() < kMostMessages) {
       overlay_.messages.push_back(message);
     } else if (overlay_.messages.size() == kMostMessages) {
-      overlay_.messages.push_back(Message(
-          Wording{u"%1: öteki satırlar tek tek yazılmadı", u"%1: further lines are not named"}, fileName_));
+      overlay_.messages.emplace_back(
+          Wording{u"%1: öteki satırlar tek tek yazılmadı", u"%1: further lines are not named"}, fileName_);
     }
   }
 
@@ -340,20 +340,19 @@ Result<Snapshot> ReadSnapshot(const QString& path, const StationSeries& series, 
 void TellDates(const QString& path, const CorrectionReading& dates, std::vector<Message>& messages) {
   const QString fileName = QFileInfo(SavedCorrectionPath(path)).fileName();
   if (dates.unreadable > 0) {
-    messages.push_back(
-        Message(Wording{u"%1: %2 satır okunamadı; bunların dosyaları cihazın zamanlarını gösterir",
-                        u"%1: %2 line(s) could not be read; their files have the logger's times"},
-                fileName, dates.unreadable));
+    messages.emplace_back(Wording{u"%1: %2 satır okunamadı; bunların dosyaları cihazın zamanlarını gösterir",
+                                  u"%1: %2 line(s) could not be read; their files have the logger's times"},
+                          fileName, dates.unreadable);
   }
   if (dates.misfit) {
-    messages.push_back(Message(Wording{u"%1: kaydedilmiş tarih düzeltmesi bu kayıtlara uymuyor",
-                                       u"%1: the saved date correction does not fit these readings"},
-                               fileName));
+    messages.emplace_back(Wording{u"%1: kaydedilmiş tarih düzeltmesi bu kayıtlara uymuyor",
+                                  u"%1: the saved date correction does not fit these readings"},
+                          fileName);
   }
   if (dates.correction.target) {
-    messages.push_back(Message(Wording{u"%1: kayıt zamanları kaydedildiği gibi düzeltildi; son kayıt %2",
-                                       u"%1: the readings are re-timed as saved, the last one to %2"},
-                               fileName, DateTimeText(*dates.correction.target)));
+    messages.emplace_back(Wording{u"%1: kayıt zamanları kaydedildiği gibi düzeltildi; son kayıt %2",
+                                  u"%1: the readings are re-timed as saved, the last one to %2"},
+                          fileName, DateTimeText(*dates.correction.target));
   }
 }
 

@@ -14,14 +14,14 @@ Message WithPromise(const Message& message, const RawHeader& header) {
 
 void AddRefused(const QString& name, const DataLineTally& tally, FileGaps& gaps) {
   for (const LineFault& fault : tally.faults) {
-    gaps.messages.push_back(
-        Message(Wording{u"%1, %2. satır yüklenmedi; beklenen: %3", u"%1, line %2: not loaded; expected %3"},
-                name, fault.line, fault.expected));
+    gaps.messages.emplace_back(
+        Wording{u"%1, %2. satır yüklenmedi; beklenen: %3", u"%1, line %2: not loaded; expected %3"}, name,
+        fault.line, fault.expected);
   }
   if (tally.refused > static_cast<qint64>(tally.faults.size())) {
-    gaps.messages.push_back(
-        Message(Wording{u"%1: toplam %2 satır yüklenmedi", u"%1: %2 lines were not loaded in all"}, name,
-                tally.refused));
+    gaps.messages.emplace_back(
+        Wording{u"%1: toplam %2 satır yüklenmedi", u"%1: %2 lines were not loaded in all"}, name,
+        tally.refused);
   }
   if (tally.refused > 0) gaps.whole = false;
 }
@@ -94,10 +94,10 @@ void AddCut(const QString& name, const RawHeader& header, const DataLineTally& t
 void AddJoined(const QString& name, const DataLineTally& tally, FileGaps& gaps) {
   if (tally.joined == 0) return;
   gaps.whole = false;
-  gaps.messages.push_back(Message(
+  gaps.messages.emplace_back(
       Wording{u"%1, %2. satır: 27. sütunun ardında başka bir kayıt var; böyle %3 satır kısmen okundu",
               u"%1, line %2: another reading stands behind column 27; %3 such lines are read in part"},
-      name, tally.firstJoinedLine, tally.joined));
+      name, tally.firstJoinedLine, tally.joined);
 }
 
 /// A logger closes every day with its records and the file with an end mark. Where both are missing, the file
@@ -105,11 +105,11 @@ void AddJoined(const QString& name, const DataLineTally& tally, FileGaps& gaps) 
 void AddMissingRecords(const QString& name, const DataLineTally& tally, FileGaps& gaps) {
   if (tally.end != DataEnd::EndOfFile || !tally.lacksLastRecords || !gaps.whole) return;
   gaps.whole = false;
-  gaps.messages.push_back(Message(Wording{u"%1, %2. satır: dosya son günün Max ve Min kayıtları ve bitiş "
-                                          u"işareti olmadan bitiyor; kesilmiş olabilir",
-                                          u"%1, line %2: the file ends without the last day's Max and Min "
-                                          u"records and without an end mark; it may be cut"},
-                                  name, tally.endLine));
+  gaps.messages.emplace_back(Wording{u"%1, %2. satır: dosya son günün Max ve Min kayıtları ve bitiş "
+                                     u"işareti olmadan bitiyor; kesilmiş olabilir",
+                                     u"%1, line %2: the file ends without the last day's Max and Min "
+                                     u"records and without an end mark; it may be cut"},
+                             name, tally.endLine);
 }
 
 /// A wrong year in the first or the last reading leaves no line on its other side that would show the
@@ -118,10 +118,10 @@ void AddBeyondHeader(const QString& name, const RawHeader& header, const DataLin
                      FileGaps& gaps) {
   if (tally.firstReading && *tally.firstReading < header.FirstRecordTime - std::chrono::days(1)) {
     gaps.whole = false;
-    gaps.messages.push_back(
-        Message(Wording{u"%1: ilk kaydın tarihi %2, başlıktaki ilk kayıttan önce",
-                        u"%1: its first reading is dated %2, before the first record that the header names"},
-                name, DateTimeText(*tally.firstReading)));
+    gaps.messages.emplace_back(
+        Wording{u"%1: ilk kaydın tarihi %2, başlıktaki ilk kayıttan önce",
+                u"%1: its first reading is dated %2, before the first record that the header names"},
+        name, DateTimeText(*tally.firstReading));
   }
   if (!tally.lastReading || *tally.lastReading <= header.LastRecordTime + std::chrono::days(1)) return;
   gaps.whole = false;

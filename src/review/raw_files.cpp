@@ -145,10 +145,10 @@ class Tidier {
     const QString to = NameInList(dataDirectory_, named);
     if (!ownFile) {
       if (marker != Marker::None || to != file.name) {
-        report_.failures.push_back(
-            Message(Wording{u"%1 bir bağlantı; okunur, ama işaretlenmez ve adı değiştirilmez",
-                            u"%1 is a link; it is read, but neither stamped nor renamed"},
-                    file.name));
+        report_.failures.emplace_back(
+            Wording{u"%1 bir bağlantı; okunur, ama işaretlenmez ve adı değiştirilmez",
+                    u"%1 is a link; it is read, but neither stamped nor renamed"},
+            file.name);
       }
       return;
     }
@@ -158,16 +158,16 @@ class Tidier {
 
   void Stamp(const QString& name, Marker marker) {
     if (marker == Marker::OddLine) {
-      report_.failures.push_back(Message(
+      report_.failures.emplace_back(
           Wording{u"%1, 1. satır: yeni dosya işareti başka uzunlukta bir satırda; olduğu gibi bırakıldı",
                   u"%1, line 1: the marker of a fresh file in a line of another length; left as it is"},
-          name));
+          name);
       return;
     }
     if (const Status stamped = StampMarker(dataDirectory_ + name); !stamped) {
-      report_.failures.push_back(
-          Message(Wording{u"%1 dosyasının okunma işareti silinemedi: %2", u"%1 could not be stamped: %2"},
-                  name, stamped.Failure().reason));
+      report_.failures.emplace_back(
+          Wording{u"%1 dosyasının okunma işareti silinemedi: %2", u"%1 could not be stamped: %2"}, name,
+          stamped.Failure().reason);
     } else {
       report_.done.push_back({Wording{u"%1 okundu olarak işaretlendi", u"%1 stamped"}, name});
     }
@@ -177,9 +177,9 @@ class Tidier {
     const Status done = MakeRoom(from, to);
     const Message reason = done ? Move(from, to) : done.Failure().Said();
     if (!reason.IsEmpty()) {
-      report_.failures.push_back(
-          Message(Wording{u"%1 dosyasının adı %2 yapılamadı: %3", u"%1 could not be renamed to %2: %3"}, from,
-                  to, reason));
+      report_.failures.emplace_back(
+          Wording{u"%1 dosyasının adı %2 yapılamadı: %3", u"%1 could not be renamed to %2: %3"}, from, to,
+          reason);
       return;
     }
     report_.done.push_back({Wording{u"%1 dosyasının adı %2 yapıldı", u"%1 renamed to %2"}, from, to});
@@ -295,16 +295,16 @@ std::vector<Message> SkippedEntries(const QString& dataDirectory) {
   std::vector<Message> skipped;
   for (const FolderEntry& entry : EntriesInOrder(dataDirectory)) {
     if (!entry.nameIsText && IsTextName(entry.name)) {
-      skipped.push_back(Message(
+      skipped.emplace_back(
           Wording{u"%1 atlandı; adı geçerli UTF-8 değil", u"%1 is skipped; its name is no valid UTF-8"},
-          entry.name));
+          entry.name);
     } else if (IsRawName(entry.name) && entry.kind == EntryKind::Folder) {
-      skipped.push_back(
-          Message(Wording{u"%1 bir klasör, ham dosya değil", u"%1 is a folder, not a raw file"}, entry.name));
+      skipped.emplace_back(Wording{u"%1 bir klasör, ham dosya değil", u"%1 is a folder, not a raw file"},
+                           entry.name);
     } else if (IsRawName(entry.name) && entry.kind == EntryKind::Other) {
-      skipped.push_back(Message(Wording{u"%1 okunabilir bir dosya değil; atlandı",
-                                        u"%1 is no file that can be read; it is skipped"},
-                                entry.name));
+      skipped.emplace_back(Wording{u"%1 okunabilir bir dosya değil; atlandı",
+                                   u"%1 is no file that can be read; it is skipped"},
+                           entry.name);
     }
   }
   return skipped;
@@ -314,9 +314,9 @@ std::vector<Message> HiddenFiles(const std::vector<RawFile>& files) {
   std::vector<Message> hidden;
   for (const RawFile& file : files) {
     for (const QString& name : file.hides) {
-      hidden.push_back(Message(
+      hidden.emplace_back(
           Wording{u"%1 okunmuyor; %2 aynı adla geçiyor", u"%1 is not read; %2 goes under the same name"},
-          name, file.diskName));
+          name, file.diskName);
     }
   }
   return hidden;

@@ -12,7 +12,7 @@ namespace vesk {
 namespace {
 
 struct NamedColour {
-  quint32 number;
+  quint32 number = 0;
   Wording name;
 };
 
