@@ -24,7 +24,8 @@ struct WaterYear {
   [[nodiscard]] Day FirstDay() const { return WaterYearFirstDay(number); }
   [[nodiscard]] Day LastDay() const { return WaterYearLastDay(number); }
   [[nodiscard]] QString Text() const { return QString::number(number); }
-  auto operator<=>(const WaterYear&) const = default;
+  bool operator==(const WaterYear&) const = default;
+  bool operator<(const WaterYear& other) const { return number < other.number; }
 };
 
 }  // namespace vesk

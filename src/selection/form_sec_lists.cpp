@@ -201,13 +201,13 @@ void FormSec::LoadFileByDoubleClick() {
 void FormSec::ShowReport(const BrowserReport& report) {
   std::vector<Message> lines = report.refused;
   for (const QString& name : report.archived)
-    lines.push_back({Wording{u"Arşivlendi: %1", u"Archived: %1"}, name});
+    lines.emplace_back(Wording{u"Arşivlendi: %1", u"Archived: %1"}, name);
   if (!report.failures.empty()) {
-    lines.push_back({Wording{u"%1 dosya düzenlenmedi veya atlandı (dizine yazılamıyor olabilir); "
-                             u"düzenlenmeyenler olduğu gibi okunur:",
-                             u"%1 file(s) were not tidied (the folder may be read-only), or left out; "
-                             u"those not tidied are read as they are:"},
-                     report.failures.size()});
+    lines.emplace_back(Wording{u"%1 dosya düzenlenmedi veya atlandı (dizine yazılamıyor olabilir); "
+                               u"düzenlenmeyenler olduğu gibi okunur:",
+                               u"%1 file(s) were not tidied (the folder may be read-only), or left out; "
+                               u"those not tidied are read as they are:"},
+                       report.failures.size());
   }
   for (std::size_t i = 0; i < report.failures.size() && i < kListedFailures; ++i)
     lines.push_back(report.failures[i]);

@@ -9,7 +9,6 @@
 #include <array>
 
 #include "review/review_grid_model.h"
-#include "review/row_selection.h"
 #include "selection/review_grid_delegate.h"
 
 namespace vesk {
@@ -78,7 +77,7 @@ int ReviewGridView::CurrentRow() const {
 
 void ReviewGridView::reset() {
   QTableView::reset();
-  if (selection_ == nullptr) return;
+  if (selection_.isNull()) return;
   selection_->SetCurrent(0);
   selection_->SetRange(0, 0);
 }
@@ -101,12 +100,12 @@ void ReviewGridView::resizeEvent(QResizeEvent* event) {
 
 void ReviewGridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
-  if (selection_ != nullptr) selection_->SetCurrent(CurrentRow());
+  if (!selection_.isNull()) selection_->SetCurrent(CurrentRow());
 }
 
 void ReviewGridView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
   QTableView::selectionChanged(selected, deselected);
-  if (selection_ == nullptr) return;
+  if (selection_.isNull()) return;
   const QItemSelection all = selectionModel()->selection();
   if (all.isEmpty()) return selection_->SetRange(0, 0);
   selection_->SetRange(all.first().top() + 1, all.first().bottom() + 1);  // the selection is contiguous

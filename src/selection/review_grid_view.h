@@ -1,21 +1,22 @@
 // The review grid on screen: fixed row heights, columns that share the width, copying as tab-separated text.
 #pragma once
 
+#include <QPointer>
 #include <QTableView>
 
 #include "review/review_grid.h"
+#include "review/row_selection.h"
 
 namespace vesk {
 
 class ReviewGridModel;
-class RowSelection;
 
 class ReviewGridView : public QTableView {
   Q_OBJECT
 
  public:
   explicit ReviewGridView(QWidget* parent);
-  /// selection follows the view and the view follows it; both must outlive the view.
+  /// selection follows the view and the view follows it; the model must outlive the view.
   void SetGridModel(ReviewGridModel& model, RowSelection& selection);
 
   /// Makes a cell current; atTop scrolls its row to the top of the view. Rows that are not there are ignored.
@@ -37,7 +38,7 @@ class ReviewGridView : public QTableView {
  private:
   void ShareWidth();
   ReviewGridModel* model_ = nullptr;
-  RowSelection* selection_ = nullptr;
+  QPointer<RowSelection> selection_;  ///< may go before the view does
 };
 
 }  // namespace vesk
