@@ -96,14 +96,17 @@ class FormSec : public QWidget {
 
   // Loading.
   void Confirm();
-  void Load(const LoadRequest& request, int timesLoaded = 0);
+  void Load(const LoadRequest& request);
+  /// Shows the readings and edits them from here on. Those that somebody saved over meanwhile are read again.
+  void Take(const LoadRequest& request, LoadedReadings loaded);
   Result<LoadedReadings> LoadWithProgress(LoadRequest request);
   void ShowProgress(int value);
   void ShowLoaded(const LoadRequest& request, const LoadedReadings& loaded);
   void ShowLoadedLabel();
   void ShowLoadedFiles(const std::vector<QString>& files);
   void ShowLastReading(DateTime headersLastRecord);
-  void TellHolder();
+  /// True when the work was taken over and the readings were loaded anew for it.
+  bool TellHolder();
   void TellSummary(const LoadedReadings& loaded);
   [[nodiscard]] QString HolderText() const;
   bool LoadAgain();
@@ -115,6 +118,7 @@ class FormSec : public QWidget {
   /// Behind every change of what the window knows.
   void Refresh();
   void Apply(const SelectionState& state);
+  [[nodiscard]] bool StationIsLoaded() const;
   [[nodiscard]] bool ChoiceIsLoaded() const;
 
   // Editing.
@@ -163,7 +167,8 @@ class FormSec : public QWidget {
   bool opened_ = false;
   bool columnsAreKept_ = false;  ///< the columns' widths are the operator's own
   bool registerFailureTold_ = false;
-  bool refused_ = false;  ///< the level typed last was not taken
+  bool refused_ = false;      ///< the level typed last was not taken
+  bool filePressed_ = false;  ///< since the last load or edit
 };
 
 /// A water year as its list shows it.

@@ -1,13 +1,10 @@
 // Correcting readings in the selection window: changes, undo, saving, jumps, date correction.
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
-#include <QSignalBlocker>
-#include <QTableWidget>
 #include <QToolTip>
 
-#include <set>
+#include <algorithm>
 
 #include "datafiles/dates.h"
 #include "datafiles/numbers.h"
@@ -24,6 +21,7 @@
 namespace vesk {
 
 void FormSec::ShowEditState() {
+  filePressed_ = false;  // the count is that of the grid, and it has just changed
   c_.changedRows->ShowRows(session_.ChangedRows());
   if (session_.HasUnsavedCorrection()) {
     c_.lastReading->setText(DateTimeText(*session_.Series().LastReading()));
@@ -82,13 +80,9 @@ void FormSec::OfferRecordCorrection(int row) {
 }
 
 void FormSec::RestoreRawLevels() {
-  if (!FinishEditing() || c_.grid->selectionModel() == nullptr) return;
-  std::set<int> rows;
-  for (const QModelIndex& index : c_.grid->selectionModel()->selectedIndexes()) {
-    rows.insert(ReviewGridModel::GridRow(index));
-  }
+  if (!FinishEditing()) return;
   int restored = 0;
-  for (const int row : rows) {
+  for (int row = std::max(selection_.First(), 1); row <= selection_.Last(); ++row) {
     if (!session_.Series().IsReading(row) || !session_.Series().IsCorrected(row)) continue;
     const Result<bool> done = session_.RestoreRawLevel(row);
     if (!done) return TellRefusal(done.Failure());

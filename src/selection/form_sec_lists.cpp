@@ -168,6 +168,7 @@ void FormSec::ChooseFile() {
   SetupCells cells;
   std::vector<Message> messages;
   if (!browser_.SelectRawFile(rows.front(), StationName(station), cells, messages)) return;
+  filePressed_ = true;
   Select(*c_.waterYears, {});
   ShowFileMarks();
   c_.loadedFiles->hide();

@@ -41,7 +41,7 @@ void FormSec::Confirm() {
   Load(*request);
 }
 
-void FormSec::Load(const LoadRequest& request, int timesLoaded) {
+void FormSec::Load(const LoadRequest& request) {
   browser_.ClearMarks();
   ShowFileMarks();
   KeepDataDirectory();
@@ -55,20 +55,36 @@ void FormSec::Load(const LoadRequest& request, int timesLoaded) {
     return;
   }
   c_.date->clear();
-  ShowLoaded(request, *loaded);
-  const DateTime lastRecord = loaded->header.LastRecordTime;
-  session_.Begin(std::move(*loaded));
-  if (session_.IsOutdated() &&
-      ++timesLoaded < kMostLoads) {  // somebody saved while the files were being read
-    Load(request, timesLoaded);
-    return;
-  }
-  request_ = request;
-  ShowLastReading(lastRecord);
-  TellHolder();
+  Take(request, std::move(*loaded));
+  if (TellHolder()) return;
   c_.grid->GoTo(1, GridColumn::Level, true);
   c_.grid->setFocus();
   OfferRecovery();
+}
+
+void FormSec::Take(const LoadRequest& request, LoadedReadings loaded) {
+  DateTime lastRecord;
+  for (int times = 1;; ++times) {
+    ShowLoaded(request, loaded);
+    lastRecord = loaded.header.LastRecordTime;
+    session_.Begin(std::move(loaded));
+    if (!session_.IsOutdated() || times == kMostLoads) break;
+    Result<LoadedReadings> again = LoadWithProgress(request);
+    if (!again) {  // what was read first stays; saving it would be refused
+      questions_->Warn(this, run_.language.attentionTitle,
+                       Say(Wording{u"Okunurken başkası düzeltmeleri kaydetti ve veriler yeniden okunamadı; "
+                                   u"ekrandakiler eski olabilir.",
+                                   u"Somebody saved corrections while they were being read, and the readings "
+                                   u"could not be read again; what the window shows may be out of date."}) +
+                           QLatin1Char('\n') + run_.language.Say(again.Failure()));
+      break;
+    }
+    loaded = std::move(*again);
+  }
+  request_ = request;
+  filePressed_ = false;
+  ShowLastReading(lastRecord);
+  Refresh();
 }
 
 Result<LoadedReadings> FormSec::LoadWithProgress(LoadRequest request) {
@@ -162,8 +178,8 @@ QString FormSec::HolderText() const {
 
 // Two windows on one folder: the second one is for looking. A session on this machine that has ended is taken
 // over unasked; of another machine only its operators know.
-void FormSec::TellHolder() {
-  if (!session_.Holder()) return;
+bool FormSec::TellHolder() {
+  if (!session_.Holder()) return false;
   const QString who = HolderText();
   if (!session_.Holder()->here &&
       questions_->AskToTakeOver(this,
@@ -171,8 +187,9 @@ void FormSec::TellHolder() {
                                     Say(Wording{u"Oradaki çalışma sona erdi mi? Ancak o zaman devralın.",
                                                 u"Has that work ended? Take it over only then."}))) {
     if (const Result<bool> taken = session_.TakeOver(); taken && *taken) {
-      if (session_.IsOutdated()) Load(*request_);
-      return;
+      if (!session_.IsOutdated()) return false;
+      Load(LoadRequest(*request_));
+      return true;
     }
   }
   const QString text =
@@ -180,6 +197,7 @@ void FormSec::TellHolder() {
       Say(Wording{u"Veriler yalnız bakmak için açıldı.", u"The readings are open for looking only."});
   c_.messages->Add(Message::Verbatim(text));
   TellStatus(text);
+  return false;
 }
 
 /// Behind a save that was refused because somebody else has saved since. False: the operator stays.
@@ -252,10 +270,18 @@ bool FormSec::MayLeaveGrid() {
 // lie in another folder.
 bool FormSec::ChoiceIsLoaded() const {
   if (!loaded_ || loaded_->dataDirectory != browser_.DataDirectory()) return false;
+  // By their numbers: a converted file that turns up behind the load marks the year, and it is the same year.
+  const auto same = [](const StationWaterYear& a, const StationWaterYear& b) { return a.year == b.year; };
   if (const std::optional<int> file = browser_.ChosenFile()) {
     return browser_.Files()[static_cast<std::size_t>(*file)].listName == loaded_->file;
   }
-  return browser_.Chosen() == loaded_->choice && loaded_->station == browser_.Station();
+  return StationIsLoaded() && !browser_.ChosenYears().empty() &&
+         std::ranges::equal(YearsOf(*browser_.Chosen()), YearsOf(loaded_->choice), same);
+}
+
+bool FormSec::StationIsLoaded() const {
+  return loaded_ && loaded_->dataDirectory == browser_.DataDirectory() &&
+         loaded_->station == browser_.Station();
 }
 
 SelectionFacts FormSec::Facts() const {
@@ -263,8 +289,10 @@ SelectionFacts FormSec::Facts() const {
           .curvesAreOffered = run_.language.Choice() != LanguageChoice::English,
           .busy = busy_,
           .fileChosen = browser_.ChosenFile().has_value(),
+          .filePressed = filePressed_,
           .yearsChosen = !browser_.ChosenYears().empty(),
           .choiceIsLoaded = ChoiceIsLoaded(),
+          .stationIsLoaded = StationIsLoaded(),
           .yearIsLoaded = loaded_ && loaded_->year,
           .readings = session_.Series().ReadingCount(),
           .changes = session_.ChangeCount(),

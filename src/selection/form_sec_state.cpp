@@ -5,8 +5,9 @@ namespace vesk {
 SelectionState StateOf(const SelectionFacts& facts) {
   const bool rows = facts.readings > 0;
   const bool ready = rows && facts.choiceIsLoaded && !facts.busy;
-  const bool otherFileChosen = facts.fileChosen && !facts.choiceIsLoaded;
-  const bool takesCurve = facts.fileChosen || (facts.yearIsLoaded && facts.choiceIsLoaded);
+  // A curve is chosen behind the years, and another year of the same station does not turn it off.
+  const bool takesCurve =
+      facts.fileChosen || (facts.yearIsLoaded && facts.stationIsLoaded && facts.yearsChosen);
   SelectionState state;
   state.confirmCaption = facts.confirm.caption;
   state.confirm = facts.confirm.enabled && !facts.busy;
@@ -15,8 +16,8 @@ SelectionState StateOf(const SelectionFacts& facts) {
   state.ratingPathShown = takesCurve && facts.curvesAreOffered;
   state.makeTable = ready && facts.yearIsLoaded;
   state.drawGraph = ready;
-  // A file that is chosen and not yet loaded has no changes of its own to show.
-  state.goToChange = rows && !otherFileChosen;
+  // A file that was only pressed has no changes to show yet.
+  state.goToChange = rows && !(facts.fileChosen && facts.filePressed);
   if (state.goToChange) state.changes = facts.changes;
   state.save = facts.unsaved;
   state.undoAll = facts.unsaved;

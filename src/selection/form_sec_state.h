@@ -14,8 +14,10 @@ struct SelectionFacts {
   bool curvesAreOffered = false;  ///< rating curves belong to the Turkish window that loads
   bool busy = false;              ///< a table or a graph is being made: choices wait
   bool fileChosen = false;        ///< in the lists
+  bool filePressed = false;       ///< since the last load or edit: it may not be what the grid holds
   bool yearsChosen = false;       ///< in the lists
   bool choiceIsLoaded = false;    ///< the readings are those of the choice in the lists
+  bool stationIsLoaded = false;   ///< the readings are those of the station in the lists
   bool yearIsLoaded = false;      ///< the readings are those of water years
   int readings = 0;
   int changes = 0;  ///< edits since loading

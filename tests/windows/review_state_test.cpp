@@ -39,6 +39,7 @@ SelectionFacts Year() {
           .curvesAreOffered = true,
           .yearsChosen = true,
           .choiceIsLoaded = true,
+          .stationIsLoaded = true,
           .yearIsLoaded = true,
           .readings = 100,
           .changes = 2,
@@ -64,10 +65,15 @@ TEST(SelectionState, ATableAndAGraphNeedTheChoiceToBeWhatIsLoaded) {
   EXPECT_EQ(On(StateOf(Year())), "confirm cancel rating path table graph changes date +clock +loaded");
   EXPECT_EQ(On(StateOf(File())), "confirm cancel rating path graph changes date clock +clock last");
   EXPECT_EQ(After(Year(), [](auto& f) { f.choiceIsLoaded = false; }),
+            "confirm cancel rating path changes date +clock +loaded");
+  EXPECT_EQ(After(Year(), [](auto& f) { f.choiceIsLoaded = f.stationIsLoaded = false; }),
             "confirm cancel changes date +clock +loaded");
-  EXPECT_EQ(After(File(), [](auto& f) { f.choiceIsLoaded = false; }),
-            "confirm cancel rating path date clock +clock last")
-      << "a file that is only chosen has no changes";
+  EXPECT_EQ(After(Year(), [](auto& f) { f.choiceIsLoaded = f.yearsChosen = false; }),
+            "confirm cancel changes date +clock +loaded")
+      << "the station alone is chosen";
+  EXPECT_EQ(After(File(), [](auto& f) { f.filePressed = true; }),
+            "confirm cancel rating path graph date clock +clock last")
+      << "a file that was only pressed has no changes to show, though it be the loaded one";
   EXPECT_EQ(After(Year(), [](auto& f) { f.busy = true; }), "rating path changes date +clock +loaded");
   EXPECT_EQ(After(Year(), [](auto& f) { f.curvesAreOffered = false; }),
             "confirm cancel rating table graph changes date +clock +loaded");
