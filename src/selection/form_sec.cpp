@@ -4,11 +4,8 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
-#include <QGroupBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QShortcut>
@@ -18,10 +15,11 @@
 #include "datafiles/numbers.h"
 #include "review/review_grid_model.h"
 #include "selection/changed_rows_list.h"
+#include "selection/chooser_panel.h"
 #include "selection/form_sec_state.h"
+#include "selection/graph_list_panel.h"
 #include "selection/message_list.h"
 #include "selection/review_grid_view.h"
-#include "shell/folder_lists.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 
@@ -63,36 +61,39 @@ FormSec::FormSec(MainFrame& frame, std::unique_ptr<ReviewQuestions> questions)
   setWindowTitle(TitleOf(workMode_, run_.language));
   model_ = std::make_unique<ReviewGridModel>(session_);
   c_.grid->SetGridModel(*model_, selection_);
-  ConnectLists();
+  ConnectChooser();
+  ConnectGraphList();
   ConnectGridCommands();
   ConnectSession();
   AddShortcuts();
   ArrangeForMode();
   RestoreLayout();
   ChooseFolder(run_.settings.ReadDataDirectory());
-  c_.rawFiles->clear();  // the files show once a station or a folder has been clicked
+  c_.chooser->ShowFiles({});  // the files show once a station or a folder has been clicked
 }
 
 FormSec::~FormSec() = default;
 
-void FormSec::ConnectLists() {
-  connect(c_.volumes, &DriveList::VolumeChosen, this, &FormSec::ChooseFolder);
-  connect(c_.folders, &DirList::FolderPressed, this, &FormSec::ChooseFolder);
-  connect(c_.stations, &QListWidget::itemSelectionChanged, this, &FormSec::ChooseStation);
-  connect(c_.stations, &QListWidget::itemDoubleClicked, this, &FormSec::ChooseStation);
-  connect(c_.waterYears, &QListWidget::itemSelectionChanged, this, &FormSec::ChooseYears);
-  connect(c_.waterYears, &QListWidget::itemDoubleClicked, this, &FormSec::Confirm);
-  connect(c_.rawFiles, &QListWidget::itemSelectionChanged, this, &FormSec::ChooseFile);
-  connect(c_.rawFiles, &QListWidget::itemDoubleClicked, this, &FormSec::LoadFileByDoubleClick);
-  for (QWidget* keyed : std::initializer_list<QWidget*>{c_.stations, c_.waterYears, c_.rawFiles, c_.graphList,
-                                                        c_.ratingPath, c_.date, c_.lastReading}) {
-    keyed->installEventFilter(this);
-  }
+void FormSec::ConnectChooser() {
+  connect(c_.chooser, &ChooserPanel::FolderChosen, this, &FormSec::ChooseFolder);
+  connect(c_.chooser, &ChooserPanel::StationChosen, this, &FormSec::ChooseStation);
+  connect(c_.chooser, &ChooserPanel::WaterYearsChosen, this, &FormSec::ChooseYears);
+  connect(c_.chooser, &ChooserPanel::FileChosen, this, &FormSec::ChooseFile);
+  connect(c_.chooser, &ChooserPanel::FileOpened, this, &FormSec::LoadFileByDoubleClick);
+  connect(c_.chooser, &ChooserPanel::Confirmed, this, &FormSec::Confirm);
+  connect(c_.chooser, &ChooserPanel::YearPickerAsked, this, &FormSec::ShowYearPicker);
+  connect(c_.chooser, &ChooserPanel::RatingCurveAsked, this, &FormSec::ChooseRatingCurve);
   connect(c_.confirm, &QPushButton::clicked, this, &FormSec::Confirm);
   connect(c_.cancel, &QPushButton::clicked, this, [this] {
     KeepDataDirectory();
     if (close()) static_cast<void>(frame_.CloseChild(QStringLiteral("FormGraf")));
   });
+}
+
+void FormSec::ConnectGraphList() {
+  connect(c_.graphList, &GraphListPanel::EntriesChanged, this, &FormSec::Refresh);
+  connect(c_.graphList, &GraphListPanel::DrawAsked, this, &FormSec::DrawGraphList);
+  connect(c_.graphList, &GraphListPanel::StoredGraphsAsked, this, &FormSec::DrawStoredGraphs);
 }
 
 void FormSec::ConnectGridCommands() {
@@ -101,21 +102,15 @@ void FormSec::ConnectGridCommands() {
   connect(c_.nextChange, &QPushButton::clicked, this, [this] { GoToChange(true); });
   connect(c_.previousChange, &QPushButton::clicked, this, [this] { GoToChange(false); });
   connect(c_.goToDate, &QPushButton::clicked, this, &FormSec::GoToDate);
+  connect(c_.date, &QLineEdit::returnPressed, this, &FormSec::GoToDate);
   connect(c_.correctDates, &QPushButton::clicked, this, &FormSec::CorrectDates);
   connect(c_.removeCorrection, &QPushButton::clicked, this, &FormSec::RemoveDateCorrection);
   connect(c_.changedRows, &ChangedRowsList::RowChosen, this,
           [this](int row) { c_.grid->GoTo(row, GridColumn::Level, true); });
   connect(c_.makeTable, &QPushButton::clicked, this, &FormSec::MakeTable);
   connect(c_.drawGraph, &QPushButton::clicked, this, &FormSec::DrawGraph);
-  connect(c_.chooseRating, &QPushButton::clicked, this, &FormSec::ChooseRatingCurve);
   connect(c_.closePanel, &QPushButton::clicked, this, [this] {
     if (MayLeaveGrid()) c_.reviewPanel->hide();
-  });
-  connect(c_.drawList, &QPushButton::clicked, this, &FormSec::DrawGraphList);
-  connect(c_.storedGraphs, &QPushButton::clicked, this, &FormSec::DrawStoredGraphs);
-  connect(c_.clearList, &QPushButton::clicked, this, [this] {
-    graphList_.clear();
-    UpdateGraphList();
   });
 }
 
@@ -179,10 +174,10 @@ void FormSec::ArrangeForMode() {
   const bool collecting = workMode_ == WorkMode::MultipleGraph;
   c_.reviewPanel->setVisible(!collecting);
   c_.parameters->setVisible(!collecting);
-  c_.graphPanel->setVisible(collecting);
-  c_.rawFiles->setEnabled(!collecting);
+  c_.graphList->setVisible(collecting);
+  c_.chooser->SetFilesEnabled(!collecting);
   const bool curves = run_.language.Choice() != LanguageChoice::English && !collecting;
-  c_.ratingFrame->setVisible(curves);
+  c_.chooser->SetRatingShown(curves);
   c_.progress->hide();
   c_.progress2->hide();
   c_.editBar->hide();
@@ -190,21 +185,6 @@ void FormSec::ArrangeForMode() {
   c_.clockBar->hide();
   c_.loadedFiles->hide();
   ShowEditState();
-  UpdateGraphList();
-}
-
-/// Enter on a station goes on to its years; where there is but one, it is the one.
-void FormSec::GoToYears() {
-  if (c_.stations->selectedItems().isEmpty()) ChooseStation();
-  if (c_.waterYears->count() == 0) return;
-  c_.waterYears->setFocus(Qt::OtherFocusReason);
-  if (c_.waterYears->count() == 1) c_.waterYears->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
-}
-
-/// The first arrow in a list in which nothing is chosen yet chooses its first entry.
-bool FormSec::IsFirstArrow(int key) const {
-  return (key == Qt::Key_Down || key == Qt::Key_Up) && c_.waterYears->count() > 0 &&
-         c_.waterYears->selectedItems().isEmpty();
 }
 
 void FormSec::showEvent(QShowEvent* event) {
@@ -216,7 +196,7 @@ void FormSec::showEvent(QShowEvent* event) {
   if (!QDir(run_.dataDirectory).exists()) ChooseFolder(NormaliseFolderPath({}));
   browser_.ApplyCaptionRule(BrowserList::FormActivate);
   Refresh();
-  c_.stations->setFocus();
+  c_.chooser->FocusStations();
 }
 
 void FormSec::closeEvent(QCloseEvent* event) {
@@ -235,40 +215,6 @@ void FormSec::KeepDataDirectory() {
   const Status kept = run_.settings.WriteSetting(QStringLiteral("Genel"), QStringLiteral("DataDirectory"),
                                                  run_.dataDirectory);
   if (!kept) TellStatus(run_.language.Say(kept.Failure()));
-}
-
-bool FormSec::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
-  const auto* key = static_cast<QKeyEvent*>(event);
-  return HandleListKey(watched, key->key()) || QWidget::eventFilter(watched, event);
-}
-
-bool FormSec::HandleListKey(QObject* watched, int key) {
-  const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
-  if (watched == c_.stations && enter) {
-    GoToYears();
-  } else if (watched == c_.waterYears && IsFirstArrow(key)) {
-    c_.waterYears->setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
-  } else if (watched == c_.waterYears && key == Qt::Key_Q) {
-    ShowYearPicker();
-  } else if (watched == c_.waterYears && key == Qt::Key_Delete) {
-    const int row = c_.waterYears->currentRow();
-    ChooseStation();
-    c_.waterYears->setCurrentRow(row, QItemSelectionModel::NoUpdate);
-  } else if (watched == c_.ratingPath && key == Qt::Key_Delete) {
-    ShowRatingCurve({});
-  } else if (watched == c_.graphList && key == Qt::Key_Delete) {
-    const auto row = static_cast<std::size_t>(c_.graphList->currentRow());  // none: behind the end
-    if (row < graphList_.size()) graphList_.erase(graphList_.begin() + c_.graphList->currentRow());
-    UpdateGraphList();
-  } else if ((watched == c_.waterYears || watched == c_.rawFiles) && enter) {
-    if (browser_.Confirm().enabled) Confirm();
-  } else if (watched == c_.date && enter) {
-    GoToDate();
-  } else {
-    return false;
-  }
-  return true;
 }
 
 }  // namespace vesk

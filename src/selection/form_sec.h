@@ -43,7 +43,6 @@ class FormSec : public QWidget {
  protected:
   void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   /// What the review grid holds.
@@ -58,7 +57,8 @@ class FormSec : public QWidget {
   };
 
   // Opening and closing.
-  void ConnectLists();
+  void ConnectChooser();
+  void ConnectGraphList();
   void ConnectGridCommands();
   void ConnectSession();
   void AddShortcuts();
@@ -76,23 +76,17 @@ class FormSec : public QWidget {
 
   // Choosing.
   void ChooseFolder(const QString& folder);
-  void ChooseStation();
-  void SelectStationEntry(int index);
-  void ChooseYears();
-  void ChooseFile();
+  // Rows of the lists, from 0.
+  void ChooseStation(int row);
+  void SelectStationEntry(int row);
+  void ChooseYears(const std::vector<int>& rows);
+  void ChooseFile(int row);
   void LoadFileByDoubleClick();
   void ShowYearPicker();
-  void ShowStations();
-  void ShowFiles();
   void ShowFileMarks();
-  void ShowWaterYears();
   void RevertSelection();
   void ShowReport(const BrowserReport& report);
-  void ShowRatingCurve(const QString& path);
   [[nodiscard]] QString StationName(const StationId& station);
-  bool HandleListKey(QObject* watched, int key);
-  void GoToYears();
-  [[nodiscard]] bool IsFirstArrow(int key) const;
 
   // Loading.
   void Confirm();
@@ -149,7 +143,6 @@ class FormSec : public QWidget {
   void DrawStoredGraphs();
   void OpenGraphs(const std::vector<GraphFileEntry>& files, const QStringList& notes = {});
   bool MayDraw(const QStringList& notes);
-  void UpdateGraphList();
 
   MainFrame& frame_;
   RunValues& run_;
@@ -161,18 +154,14 @@ class FormSec : public QWidget {
   RowSelection selection_;  ///< of the rows that the grid shows
   std::unique_ptr<ReviewGridModel> model_;
   std::optional<Loaded> loaded_;
-  std::optional<LoadRequest> request_;     ///< of what is loaded
-  std::vector<GraphListEntry> graphList_;  ///< as ListGraf shows it
-  bool busy_ = false;                      ///< a table or a graph is being made: choices wait
+  std::optional<LoadRequest> request_;  ///< of what is loaded
+  bool busy_ = false;                   ///< a table or a graph is being made: choices wait
   bool opened_ = false;
   bool columnsAreKept_ = false;  ///< the columns' widths are the operator's own
   bool registerFailureTold_ = false;
   bool refused_ = false;      ///< the level typed last was not taken
   bool filePressed_ = false;  ///< since the last load or edit
 };
-
-/// A water year as its list shows it.
-QString EntryText(const StationWaterYear& year);
 
 /// A station's name as titles show it: a register without names gives "-", which says nothing there.
 inline QString WithoutDash(const QString& name) {

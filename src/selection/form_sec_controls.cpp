@@ -6,33 +6,36 @@
 #include <QSplitter>
 
 #include "selection/changed_rows_list.h"
-#include "selection/form_sec_maker.h"
+#include "selection/chooser_panel.h"
+#include "selection/form_sec_parts.h"
+#include "selection/graph_list_panel.h"
 #include "selection/message_list.h"
 #include "selection/review_grid_view.h"
 #include "selection/setup_table.h"
-#include "shell/folder_lists.h"
 #include "shell/tab_order.h"
 
 namespace vesk {
 namespace {
 
 /// Puts the parts together.
-class WholeWindow : public FormSecMaker {
+class WholeWindow : public FormSecPart {
  public:
-  using FormSecMaker::FormSecMaker;
+  using FormSecPart::FormSecPart;
 
   void Build() {
     c_.columns = new QSplitter(Qt::Horizontal, &form_);
     c_.columns->setObjectName(QStringLiteral("Columns"));
-    c_.columns->addWidget(MakeChoiceColumn(form_, language_, c_));
+    c_.chooser = new ChooserPanel(language_, &form_);
+    c_.graphList = new GraphListPanel(language_, &form_);
+    c_.columns->addWidget(c_.chooser);
     c_.columns->addWidget(MakeReviewPanel(form_, language_, c_));
     c_.columns->addWidget(MakeParameterColumn(form_, language_, c_));
-    c_.columns->addWidget(MakeGraphColumn(form_, language_, c_));
+    c_.columns->addWidget(c_.graphList);
     c_.columns->setStretchFactor(0, 0);
     c_.columns->setStretchFactor(1, 1);
     c_.columns->setStretchFactor(2, 0);
     c_.columns->setStretchFactor(3, 1);
-    for (QSplitter* splitter : {c_.columns, c_.leftParts, c_.rightParts}) {
+    for (QSplitter* splitter : {c_.columns, &c_.chooser->Parts(), c_.rightParts}) {
       splitter->setChildrenCollapsible(false);
       splitter->setHandleWidth(kGap + 2);
     }
@@ -80,16 +83,15 @@ class WholeWindow : public FormSecMaker {
   }
 
   void OrderTabs() const {
-    ChainTabOrder({c_.volumes,        c_.folders,      c_.stations,
-                   c_.waterYears,     c_.rawFiles,     c_.ratingPath,
-                   c_.chooseRating,   c_.confirm,      c_.grid,
-                   c_.previousChange, c_.nextChange,   c_.undoAll,
-                   c_.save,           c_.date,         c_.goToDate,
-                   c_.lastReading,    c_.correctDates, c_.removeCorrection,
-                   c_.makeTable,      c_.drawGraph,    c_.closePanel,
-                   c_.graphList,      c_.drawList,     c_.clearList,
-                   c_.storedGraphs,   c_.setup,        c_.loadedFiles,
-                   c_.changedRows,    c_.messages,     c_.cancel});
+    std::vector<QWidget*> stops = c_.chooser->TabStops();
+    const auto add = [&stops](const std::vector<QWidget*>& more) {
+      stops.insert(stops.end(), more.begin(), more.end());
+    };
+    add({c_.confirm, c_.grid, c_.previousChange, c_.nextChange, c_.undoAll, c_.save, c_.date, c_.goToDate,
+         c_.lastReading, c_.correctDates, c_.removeCorrection, c_.makeTable, c_.drawGraph, c_.closePanel});
+    add(c_.graphList->TabStops());
+    add({c_.setup, c_.loadedFiles, c_.changedRows, c_.messages, c_.cancel});
+    ChainTabOrder(stops);
   }
 };
 

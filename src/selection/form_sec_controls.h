@@ -1,10 +1,8 @@
 // The controls of the selection window and where they stand. What they do is the window's affair.
 #pragma once
 
-class QGroupBox;
 class QLabel;
 class QLineEdit;
-class QListWidget;
 class QProgressBar;
 class QPushButton;
 class QSplitter;
@@ -14,8 +12,8 @@ class QWidget;
 namespace vesk {
 
 class ChangedRowsList;
-class DirList;
-class DriveList;
+class ChooserPanel;
+class GraphListPanel;
 class Language;
 class MessageList;
 class ReviewGridView;
@@ -24,17 +22,7 @@ class SetupTable;
 /// Operators and tests know a control by its objectName; here it is named by what it is for.
 struct FormSecControls {
   // Left: what to choose.
-  DriveList* volumes = nullptr;
-  DirList* folders = nullptr;
-  QListWidget* stations = nullptr;
-  QLabel* stationCountLabel = nullptr;
-  QLineEdit* stationCount = nullptr;
-  QListWidget* waterYears = nullptr;
-  QLabel* filesTitle = nullptr;
-  QListWidget* rawFiles = nullptr;
-  QGroupBox* ratingFrame = nullptr;
-  QLineEdit* ratingPath = nullptr;
-  QPushButton* chooseRating = nullptr;
+  ChooserPanel* chooser = nullptr;
   // Middle: the review panel.
   QWidget* reviewPanel = nullptr;
   QLabel* loadedLabel = nullptr;
@@ -58,19 +46,13 @@ struct FormSecControls {
   QPushButton* closePanel = nullptr;
   // Right: what is known of the choice.
   QWidget* parameters = nullptr;
-  QLabel* setupTitle = nullptr;
   SetupTable* setup = nullptr;
   QTableWidget* loadedFiles = nullptr;
   ChangedRowsList* changedRows = nullptr;
   QWidget* loadedPart = nullptr;   ///< holds loadedFiles and changedPart
   QWidget* changedPart = nullptr;  ///< holds changedRows
-  QLabel* messagesTitle = nullptr;
   MessageList* messages = nullptr;
-  QWidget* graphPanel = nullptr;
-  QListWidget* graphList = nullptr;
-  QPushButton* drawList = nullptr;
-  QPushButton* clearList = nullptr;
-  QPushButton* storedGraphs = nullptr;
+  GraphListPanel* graphList = nullptr;  ///< in the place of the others while graphs are collected
   // Bottom.
   QLabel* status = nullptr;
   QProgressBar* progress = nullptr;
@@ -80,7 +62,6 @@ struct FormSecControls {
 
   QWidget* content = nullptr;    ///< all of the above, scrolled where the window is too small for it
   QSplitter* columns = nullptr;  ///< left, middle, right
-  QSplitter* leftParts = nullptr;
   QSplitter* rightParts = nullptr;
 };
 

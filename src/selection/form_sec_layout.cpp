@@ -4,8 +4,9 @@
 
 #include <algorithm>
 
+#include "selection/chooser_panel.h"
+#include "selection/control_maker.h"
 #include "selection/form_sec.h"
-#include "selection/form_sec_maker.h"
 #include "selection/review_grid_view.h"
 #include "selection/setup_table.h"
 #include "shell/main_frame.h"
@@ -13,8 +14,6 @@
 
 namespace vesk {
 namespace {
-
-constexpr int kTwipsPerPixel = FormSecMaker::kTwipsPerPixel;
 
 QString Section() {
   return QStringLiteral("FormSec");
@@ -51,13 +50,6 @@ QList<int> SplitSizes(const QString& text, qsizetype count) {
   return sizes.size() == count ? sizes : QList<int>();
 }
 
-/// What a list or table needs to show the text whole beside its scroll bar.
-int WidthOf(const QAbstractScrollArea& view, const QString& text) {
-  const int textMargins = 2 * (view.style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1);
-  return view.fontMetrics().horizontalAdvance(text) + textMargins + 2 * view.frameWidth() +
-         view.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-}
-
 }  // namespace
 
 QSize FormSec::sizeHint() const {
@@ -77,12 +69,12 @@ void FormSec::RestoreLayout() {
   setProperty(kOpensMaximised, read(collecting ? "GraphMaximized" : "Maximized") == QLatin1String("1"));
   const QList<int> columns = SplitSizes(read(collecting ? "GraphColumns" : "Columns"), c_.columns->count());
   const QList<int> left =
-      SplitSizes(read(collecting ? "GraphLeftParts" : "LeftParts"), c_.leftParts->count());
+      SplitSizes(read(collecting ? "GraphLeftParts" : "LeftParts"), c_.chooser->Parts().count());
   const QList<int> right = SplitSizes(read("RightParts"), c_.rightParts->count());
   columnsAreKept_ = !columns.isEmpty();
   c_.columns->setSizes(columnsAreKept_ ? columns : QList<int>{260, 720, 310, 380});
-  c_.leftParts->setSizes(left.isEmpty() ? QList<int>{150, collecting ? 220 : 130, collecting ? 110 : 200}
-                                        : left);
+  c_.chooser->Parts().setSizes(
+      left.isEmpty() ? QList<int>{150, collecting ? 220 : 130, collecting ? 110 : 200} : left);
   c_.rightParts->setSizes(right.isEmpty() ? QList<int>{330, 90, 100} : right);
 }
 
@@ -90,11 +82,11 @@ void FormSec::RestoreLayout() {
 void FormSec::FitColumns() {
   if (columnsAreKept_ || workMode_ == WorkMode::MultipleGraph) return;
   const int all = c_.columns->width() - 2 * c_.columns->handleWidth();
-  const int left = std::max({std::min(all * 19 / 100, 260), c_.columns->widget(0)->minimumSizeHint().width(),
-                             WidthOf(*c_.rawFiles, QStringLiteral("000-00000-000000=0000.txt<"))});
+  const int left = std::max(
+      {std::min(all * 19 / 100, 260), c_.chooser->minimumSizeHint().width(), c_.chooser->FileListWidth()});
   const int right =
       std::max({std::min(all * 23 / 100, 310), c_.parameters->minimumWidth(),
-                c_.setup->columnWidth(0) + WidthOf(*c_.setup, QStringLiteral("00/00/0000 00:00"))});
+                c_.setup->columnWidth(0) + WidthToShow(*c_.setup, QStringLiteral("00/00/0000 00:00"))});
   // The grid comes first: tried without its scroll bar's room, it shows what its columns lack.
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
   c_.columns->setSizes({left, all - left - right - bar, right + bar, 0});
@@ -112,7 +104,7 @@ void FormSec::KeepLayout() const {
   write(collecting ? "GraphMaximized" : "Maximized", {frame->isMaximized() ? 1 : 0});
   if (!frame->isMaximized()) write(collecting ? "GraphSize" : "Size", {width(), height()});
   write(collecting ? "GraphColumns" : "Columns", c_.columns->sizes());
-  write(collecting ? "GraphLeftParts" : "LeftParts", c_.leftParts->sizes());
+  write(collecting ? "GraphLeftParts" : "LeftParts", c_.chooser->Parts().sizes());
   if (!collecting) write("RightParts", c_.rightParts->sizes());
 }
 

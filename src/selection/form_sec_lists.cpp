@@ -1,21 +1,15 @@
 // Choosing in the selection window: folder, station, water years, raw file.
-#include <QDir>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
-#include <QSignalBlocker>
 #include <QTableWidget>
 
 #include <algorithm>
 #include <utility>
 
 #include "review/setup_parameters.h"
+#include "selection/chooser_panel.h"
 #include "selection/form_sec.h"
 #include "selection/message_list.h"
 #include "selection/setup_table.h"
 #include "shell/busy_cursor.h"
-#include "shell/folder_lists.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "stations/station_register.h"
@@ -25,103 +19,45 @@ namespace {
 
 constexpr int kListedFailures = 5;
 
-void Fill(QListWidget& list, const std::vector<QString>& entries) {
-  const QSignalBlocker blocker(&list);
-  list.clear();
-  for (const QString& entry : entries) list.addItem(entry);
-}
-
-std::vector<int> SelectedRows(const QListWidget& list) {
-  std::vector<int> rows;
-  for (int row = 0; row < list.count(); ++row) {
-    if (list.item(row)->isSelected()) rows.push_back(row);
-  }
-  return rows;
-}
-
-void Select(QListWidget& list, const std::vector<int>& rows) {
-  const QSignalBlocker blocker(&list);
-  list.clearSelection();
-  list.setCurrentRow(rows.empty() ? -1 : rows.front(), QItemSelectionModel::NoUpdate);
-  for (const int row : rows) {
-    if (QListWidgetItem* item = list.item(row)) item->setSelected(true);
-  }
-}
-
 }  // namespace
-
-QString EntryText(const StationWaterYear& year) {
-  return year.year.Text() + QLatin1Char(' ') + year.mark;
-}
 
 void FormSec::ChooseFolder(const QString& folder) {
   if (busy_ || !MayLeaveGrid()) {
-    c_.volumes->ShowVolumeOf(run_.dataDirectory);
-    c_.folders->SetPath(run_.dataDirectory);
+    c_.chooser->ShowFolder(run_.dataDirectory);
     return;
   }
   const BusyCursor busy;
   run_.dataDirectory = NormaliseFolderPath(folder);
   frame_.ShowDataDirectory();
   const BrowserReport report = browser_.OpenFolder(run_.dataDirectory);
-  c_.volumes->ShowVolumeOf(run_.dataDirectory);
-  // The list stays as it is while the chosen folder is an entry of it, so a press does not move the entries.
-  if (QDir::cleanPath(c_.folders->SelectedPath()) != QDir::cleanPath(run_.dataDirectory)) {
-    c_.folders->SetPath(run_.dataDirectory);
-  }
-  ShowStations();
-  ShowFiles();
-  ShowWaterYears();
+  c_.chooser->ShowFolder(run_.dataDirectory);
+  c_.chooser->ShowStations(browser_.Stations());
+  c_.chooser->ShowFiles(browser_.FileEntries());
+  c_.chooser->ShowWaterYears(browser_.StationYears());
   c_.setup->ShowCells({});
   ShowReport(report);
   Refresh();
 }
 
-void FormSec::ShowStations() {
-  std::vector<QString> entries;
-  for (const StationId& station : browser_.Stations()) entries.push_back(station.Text());
-  Fill(*c_.stations, entries);
-  c_.stationCount->setText(QString::number(browser_.Stations().size()));
-}
-
-void FormSec::ShowFiles() {
-  c_.filesTitle->setText(run_.language.Text(Caption::Files));
-  Fill(*c_.rawFiles, browser_.FileEntries());
-}
-
-// Changes the entries in place: the list may be in the middle of a press.
 void FormSec::ShowFileMarks() {
-  const QString title = run_.language.Text(Caption::Files);
-  c_.filesTitle->setText(browser_.MarksShown() ? title + QLatin1Char(':') : title);
-  const QSignalBlocker blocker(c_.rawFiles);
-  const std::vector<QString> entries = browser_.FileEntries();
-  for (int row = 0; row < c_.rawFiles->count() && row < static_cast<int>(entries.size()); ++row) {
-    c_.rawFiles->item(row)->setText(entries[static_cast<std::size_t>(row)]);
-  }
+  c_.chooser->ShowFileMarks(browser_.FileEntries(), browser_.MarksShown());
 }
 
-void FormSec::ShowWaterYears() {
-  std::vector<QString> texts;
-  for (const StationWaterYear& year : browser_.StationYears()) texts.push_back(EntryText(year));
-  Fill(*c_.waterYears, texts);
-}
-
-void FormSec::ChooseStation() {
-  const std::vector<int> rows = SelectedRows(*c_.stations);
+void FormSec::ChooseStation(int row) {
   if (busy_ || !MayLeaveGrid()) {
     RevertSelection();
     return;
   }
-  SelectStationEntry(rows.empty() ? -1 : rows.front());
+  SelectStationEntry(row);
 }
 
-void FormSec::SelectStationEntry(int index) {
+void FormSec::SelectStationEntry(int row) {
   if (browser_.Stations().empty()) return;
   const BusyCursor busy;
-  const BrowserReport report = browser_.SelectStation(index);
-  Select(*c_.stations, {std::max(index, 0)});
-  ShowFiles();
-  ShowWaterYears();
+  const BrowserReport report = browser_.SelectStation(row);
+  c_.chooser->SelectStation(std::max(row, 0));
+  c_.chooser->ShowFiles(browser_.FileEntries());
+  c_.chooser->ShowWaterYears(browser_.StationYears());
   const QString name = WithoutDash(StationName(browser_.Station()));
   ShowReport(report);
   const QString& station = browser_.Station().Text();
@@ -133,49 +69,46 @@ void FormSec::SelectStationEntry(int index) {
 void FormSec::RevertSelection() {
   const auto& stations = browser_.Stations();
   const auto at = std::find(stations.begin(), stations.end(), browser_.Station());
-  Select(*c_.stations,
-         at == stations.end() ? std::vector<int>{} : std::vector{static_cast<int>(at - stations.begin())});
-  Select(*c_.waterYears, browser_.ChosenYears());
-  Select(*c_.rawFiles, browser_.ChosenFile() ? std::vector{*browser_.ChosenFile()} : std::vector<int>{});
+  const auto row = static_cast<int>(at - stations.begin());
+  c_.chooser->SelectStation(at == stations.end() ? std::nullopt : std::optional(row));
+  c_.chooser->SelectWaterYears(browser_.ChosenYears());
+  c_.chooser->SelectFile(browser_.ChosenFile());
 }
 
-void FormSec::ChooseYears() {
-  const std::vector<int> rows = SelectedRows(*c_.waterYears);
+void FormSec::ChooseYears(const std::vector<int>& rows) {
   if (busy_ || !MayLeaveGrid()) {
     RevertSelection();
     return;
   }
   browser_.SelectWaterYears(rows);
-  Select(*c_.rawFiles, {});
+  c_.chooser->SelectFile({});
   ShowFileMarks();
-  ShowRatingCurve({});
+  c_.chooser->ShowRatingCurve({});
   Refresh();
 }
 
 void FormSec::ChooseWaterYears(const std::vector<WaterYear>& years) {
-  Select(*c_.waterYears, browser_.IndexesOf(years));
-  ChooseYears();
+  const std::vector<int> rows = browser_.IndexesOf(years);
+  c_.chooser->SelectWaterYears(rows);
+  ChooseYears(rows);
 }
 
-void FormSec::ChooseFile() {
-  const std::vector<int> rows = SelectedRows(*c_.rawFiles);
-  if (rows.empty() || busy_) return;
-  if (!MayLeaveGrid()) {
+void FormSec::ChooseFile(int row) {
+  if (busy_ || !MayLeaveGrid()) {
     RevertSelection();
     return;
   }
-  const StationId station = browser_.Files()[static_cast<std::size_t>(rows.front())].Station();
+  const StationId station = browser_.Files()[static_cast<std::size_t>(row)].Station();
   SetupCells cells;
   std::vector<Message> messages;
-  if (!browser_.SelectRawFile(rows.front(), StationName(station), cells, messages)) return;
+  if (!browser_.SelectRawFile(row, StationName(station), cells, messages)) return;
   filePressed_ = true;
-  Select(*c_.waterYears, {});
+  c_.chooser->SelectWaterYears({});
   ShowFileMarks();
   c_.loadedFiles->hide();
   c_.setup->ShowCells(cells);
   c_.messages->Show(messages);
-  ShowRatingCurve({});
-  c_.ratingPath->setText(
+  c_.chooser->ShowRatingCurve(
       run_.settings.ReadSetting(QStringLiteral("Genel"), QStringLiteral("AnahtarDirectory")));
   Refresh();
 }
@@ -194,8 +127,9 @@ void FormSec::LoadFileByDoubleClick() {
   const auto again = std::find_if(files.begin(), files.end(),
                                   [&](const RawFile& file) { return file.listName == chosen.listName; });
   if (again == files.end()) return;  // archived meanwhile: a later read-out has taken its place
-  Select(*c_.rawFiles, {static_cast<int>(again - files.begin())});
-  ChooseFile();
+  const auto row = static_cast<int>(again - files.begin());
+  c_.chooser->SelectFile(row);
+  ChooseFile(row);
   Confirm();
 }
 

@@ -13,8 +13,10 @@
 #include "datafiles/dates.h"
 #include "review/load_summary.h"
 #include "selection/changed_rows_list.h"
+#include "selection/chooser_panel.h"
 #include "selection/form_sec.h"
 #include "selection/form_sec_state.h"
+#include "selection/graph_list_panel.h"
 #include "selection/message_list.h"
 #include "selection/review_grid_view.h"
 #include "selection/setup_table.h"
@@ -302,7 +304,7 @@ SelectionFacts FormSec::Facts() const {
           .correctionWaits = session_.HasUnsavedCorrection(),
           .changedRows = c_.changedRows->count(),
           .loadedFiles = c_.loadedFiles->rowCount(),
-          .graphEntries = static_cast<int>(graphList_.size())};
+          .graphEntries = static_cast<int>(c_.graphList->Entries().size())};
 }
 
 void FormSec::Refresh() {
@@ -313,8 +315,7 @@ void FormSec::Apply(const SelectionState& state) {
   c_.confirm->setText(state.confirmCaption);
   c_.confirm->setEnabled(state.confirm);
   c_.cancel->setEnabled(state.cancel);
-  c_.chooseRating->setEnabled(state.chooseRating);
-  c_.ratingPath->setVisible(state.ratingPathShown);
+  c_.chooser->SetRatingState(state.chooseRating, state.ratingPathShown);
   c_.makeTable->setEnabled(state.makeTable);
   c_.drawGraph->setEnabled(state.drawGraph);
   c_.nextChange->setEnabled(state.goToChange);
@@ -330,8 +331,7 @@ void FormSec::Apply(const SelectionState& state) {
   c_.lastReading->setEnabled(state.lastReading);
   c_.changedPart->setVisible(state.changedRowsShown);
   c_.loadedPart->setVisible(state.loadedPartShown);
-  c_.drawList->setEnabled(state.graphListCommands);
-  c_.clearList->setEnabled(state.graphListCommands);
+  c_.graphList->SetCommandsEnabled(state.graphListCommands);
 }
 
 }  // namespace vesk

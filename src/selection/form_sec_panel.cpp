@@ -1,16 +1,16 @@
 // The middle of the selection window: the review grid, its corrections, and what is made from it.
 #include <QHBoxLayout>
 
-#include "selection/form_sec_maker.h"
+#include "selection/form_sec_parts.h"
 #include "selection/review_grid_view.h"
 #include "shell/flow_layout.h"
 
 namespace vesk {
 namespace {
 
-class ReviewPanelMaker : public FormSecMaker {
+class ReviewPanelMaker : public FormSecPart {
  public:
-  using FormSecMaker::FormSecMaker;
+  using FormSecPart::FormSecPart;
 
   QWidget* ReviewPanel() {
     c_.reviewPanel = Named(new QWidget(&form_), "Frame3");

@@ -1,14 +1,14 @@
 // Tables and graphs made from the selection window.
 #include <QFileInfo>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
 
 #include "graphs/form_coklu_secim.h"
 #include "graphs/frm_gr_lis.h"
 #include "graphs/open_graph.h"
+#include "selection/chooser_panel.h"
 #include "selection/form_sec.h"
+#include "selection/graph_list_panel.h"
 #include "selection/message_list.h"
 #include "selection/review_grid_view.h"
 #include "selection/window_build_questions.h"
@@ -105,48 +105,31 @@ void FormSec::DrawGraph() {
       notes);
 }
 
-void FormSec::ShowRatingCurve(const QString& path) {
-  c_.ratingPath->setText(path);
-  c_.ratingPath->setToolTip(path);
-}
-
 void FormSec::ChooseRatingCurve() {
   auto* form = new Form5(frame_);
-  connect(form, &Form5::CurveChosen, this, [this](const QString& path) { ShowRatingCurve(path); });
+  connect(form, &Form5::CurveChosen, c_.chooser, &ChooserPanel::ShowRatingCurve);
   frame_.ShowChild(form);
 }
 
 void FormSec::AddGraphEntries() {
   for (const StationWaterYear& chosen : YearsOf(browser_.Chosen().value_or(SingleFile{}))) {
-    const GraphListEntry entry{browser_.Station(), chosen.year};
-    if (std::ranges::find(graphList_, entry) != graphList_.end()) continue;
-    if (graphList_.size() >= kMostGraphStations) {
-      questions_->Tell(
-          this, run_.language.attentionTitle,
-          Say(Wording{u"En çok %1 grafik birlikte çizilebilir.", u"At most %1 graphs are drawn together."},
-              kMostGraphStations));
-      break;
-    }
-    graphList_.push_back(entry);
+    if (c_.graphList->Add({browser_.Station(), chosen.year})) continue;
+    questions_->Tell(
+        this, run_.language.attentionTitle,
+        Say(Wording{u"En çok %1 grafik birlikte çizilebilir.", u"At most %1 graphs are drawn together."},
+            kMostGraphStations));
+    break;
   }
-  UpdateGraphList();
-}
-
-void FormSec::UpdateGraphList() {
-  const int row = c_.graphList->currentRow();
-  c_.graphList->clear();
-  for (const GraphListEntry& entry : graphList_) c_.graphList->addItem(entry.Text());
-  c_.graphList->setCurrentRow(std::min(row, c_.graphList->count() - 1));
-  Refresh();
 }
 
 void FormSec::DrawGraphList() {
-  c_.progress->setRange(0, static_cast<int>(graphList_.size()) * 100);
+  const std::vector<GraphListEntry>& entries = c_.graphList->Entries();
+  c_.progress->setRange(0, static_cast<int>(entries.size()) * 100);
   ShowProgress(0);
   const Result<GraphFilesBuilt> built = [&] {
     const BusyCursor busy;
     return BuildGraphFiles(
-        run_.dataDirectory, graphList_,
+        run_.dataDirectory, entries,
         [this, done = 0](const GraphListEntry& entry) mutable {
           const int before = 100 * done++;
           LoadRequest request =

@@ -3,11 +3,11 @@
 
 #include <QWidget>
 
-#include <initializer_list>
+#include <vector>
 
 namespace vesk {
 
-inline void ChainTabOrder(std::initializer_list<QWidget*> controls) {
+inline void ChainTabOrder(const std::vector<QWidget*>& controls) {
   QWidget* previous = nullptr;
   for (QWidget* control : controls) {
     if (previous != nullptr) QWidget::setTabOrder(previous, control);
