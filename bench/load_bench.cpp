@@ -45,15 +45,15 @@ BENCHMARK(ReadBytes)->Unit(benchmark::kMillisecond);
 void LoadWaterYear(benchmark::State& state) {
   vesk::LoadRequest request;
   request.dataDirectory = Bulk().Directory();
-  request.station = StationId(QStringLiteral("101-20000"));
+  request.station = vesk::StationId(QStringLiteral("101-20000"));
   request.files = vesk::ListRawFiles(Bulk().Directory());
   vesk::ReadHeaders(request.dataDirectory, request.files);
-  request.choice = WaterYears{{{{2025}}}};
+  request.choice = vesk::WaterYears{{{{2025}}}};
   const qint64 fileBytes = QFile(Bulk().Path()).size();
   qint64 bytes = 0;
   for (auto _ : state) {
     const auto loaded = vesk::LoadReadings(request);
-    if (!loaded || loaded->grid.ReadingCount() != 35040 + 2 * 365)
+    if (!loaded || loaded->series.ReadingCount() != 35040 + 2 * 365)
       state.SkipWithError("not what was written");
     bytes += fileBytes;
   }

@@ -4,6 +4,8 @@
 #include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QDir>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include "review/review_grid_model.h"
 #include "shell/folder_lists.h"
@@ -139,6 +141,32 @@ TEST_F(Editing, ASecondWindowOnOneFolderOnlyLooksAndNoSaveIsOverwritten) {
   EXPECT_EQ(Cell(5, GridColumn::Level), Texts("7"));
   Push("Command4");
   EXPECT_EQ(ChangeLogContent(), QByteArray("01/11/2009\t03:00\t50\t\r\n01/11/2009\t05:00\t7\t\r\n"));
+}
+
+TEST_F(Editing, WorkTakenOverFromAnotherMachineIsOfferedOnce) {
+  TypeLevel(3, Texts("50"));
+  const QString lockPath = ChangeLog() + Texts(".lock");
+  QFile lock(lockPath);
+  ASSERT_TRUE(lock.open(QIODevice::ReadOnly));
+  QJsonObject holder = QJsonDocument::fromJson(lock.readAll()).object();
+  lock.close();
+  Kill();  // the journal stays, as after a crash
+  holder[Texts("host")] = holder[Texts("machine")] = Texts("elsewhere");
+  ASSERT_TRUE(lock.open(QIODevice::WriteOnly) && lock.write(QJsonDocument(holder).toJson()) > 0);
+  lock.close();
+  operator_.yes = true;
+  operator_.recover = RecoverAnswer::Later;
+  operator_.recoverQuestions = 0;
+  operator_.whileAskedToTakeOver = [this] {  // its last save arrives late
+    QFile log(ChangeLog());
+    EXPECT_TRUE(log.open(QIODevice::WriteOnly) && log.write("01/11/2009\t05:00\t7\t\r\n") > 0);
+  };
+  Reopen();
+  EXPECT_TRUE(operator_.told.join(QLatin1Char(32)).contains(Texts("elsewhere")));
+  EXPECT_EQ(operator_.recoverQuestions, 1);
+  EXPECT_EQ(Cell(5, GridColumn::Level), Texts("7"));
+  TypeLevel(4, Texts("60"));
+  EXPECT_EQ(Cell(4, GridColumn::Level), Texts("60")) << "the work is this window's now";
 }
 
 TEST_F(Editing, ChangesAndDatesAreFoundByKey) {

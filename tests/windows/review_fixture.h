@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
 #include "selection/form_sec.h"
@@ -27,6 +28,7 @@ struct Operator {
   int unsavedQuestions = 0;
   int recoverQuestions = 0;
   bool correctsRecords = false;
+  std::function<void()> whileAskedToTakeOver;
   QStringList records;  ///< questions about extreme records
   QStringList told;
 };
@@ -48,6 +50,7 @@ class OperatorsAnswers : public ReviewQuestions {
   }
   bool AskToTakeOver(QWidget*, const QString& text) override {
     person_.told += text;
+    if (person_.whileAskedToTakeOver) person_.whileAskedToTakeOver();
     return person_.yes;
   }
   bool AskYesNo(QWidget*, const QString&, const QString& text) override {
