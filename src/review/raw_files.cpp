@@ -169,7 +169,7 @@ class Tidier {
           Wording{u"%1 dosyasının okunma işareti silinemedi: %2", u"%1 could not be stamped: %2"}, name,
           stamped.Failure().reason);
     } else {
-      report_.done.push_back({Wording{u"%1 okundu olarak işaretlendi", u"%1 stamped"}, name});
+      report_.done.emplace_back(Wording{u"%1 okundu olarak işaretlendi", u"%1 stamped"}, name);
     }
   }
 
@@ -182,7 +182,7 @@ class Tidier {
           reason);
       return;
     }
-    report_.done.push_back({Wording{u"%1 dosyasının adı %2 yapıldı", u"%1 renamed to %2"}, from, to});
+    report_.done.emplace_back(Wording{u"%1 dosyasının adı %2 yapıldı", u"%1 renamed to %2"}, from, to);
     names_[to.toCaseFolded()].push_back(to);
     renamed_ = true;
   }
@@ -198,9 +198,9 @@ class Tidier {
       holders.removeLast();
       if (same) continue;  // the same file once more: nothing to tell
       report_.replaced.push_back(*archived);
-      report_.done.push_back({Wording{u"%1 başka bir dosyanın adını aldı; o dosya şimdi %2 klasöründe",
-                                      u"%1 took the name of another file, which is now in %2"},
-                              from, QLatin1String(kArchiveFolder)});
+      report_.done.emplace_back(Wording{u"%1 başka bir dosyanın adını aldı; o dosya şimdi %2 klasöründe",
+                                        u"%1 took the name of another file, which is now in %2"},
+                                from, QLatin1String(kArchiveFolder));
     }
     return {};
   }

@@ -53,15 +53,13 @@ void ReadRegisterFolder(RunValues& run) {
 
 /// The archive folder has to be reachable; otherwise the fallback holds for the whole run, the second reading
 /// of the stored directory included.
-void CheckArchive(RunValues& run, StartUpReport& report) {
+void CheckArchive(RunValues& run) {
   const auto archive = FindEntry(run.dataDirectory, QLatin1String(kArchiveFolder));
   if (archive && IsReachableFolder(*archive)) return;
-  report.archiveMissing = true;
   run.dataDirectory = run.settings.Home();
 }
 
-void FallBackFromRegisterFolder(RunValues& run, StartUpReport& report) {
-  report.registerFolderMissing = true;
+void FallBackFromRegisterFolder(RunValues& run) {
   run.hydrologyDirectory = run.settings.Home();
 }
 
@@ -77,14 +75,14 @@ Status EnsureRegister(const RunValues& run) {
 }
 
 void PrepareRegister(RunValues& run, StartUpReport& report) {
-  if (!IsReachableFolder(run.hydrologyDirectory)) FallBackFromRegisterFolder(run, report);
+  if (!IsReachableFolder(run.hydrologyDirectory)) FallBackFromRegisterFolder(run);
   const QString name = QStringLiteral("Istasyon.mdb");
   const auto existing = FindEntry(run.hydrologyDirectory, name);
   run.stationDatabasePath = existing.value_or(WithTrailingSlash(run.hydrologyDirectory) + name);
   if (existing) return;
   if (const Status made = EnsureRegister(run); !made) {
     AddProblem(report, made.Failure());
-    FallBackFromRegisterFolder(run, report);
+    FallBackFromRegisterFolder(run);
   }
 }
 
@@ -105,7 +103,7 @@ StartUpReport StartUp(const StartUpInput& input, RunValues& run) {
     AddProblem(report, failure);
   ReadDataDirectory(run, report);
   ReadRegisterFolder(run);
-  CheckArchive(run, report);
+  CheckArchive(run);
   PrepareRegister(run, report);
   run.options = LoadOptions(run.settings);
   FillLanguage(run, LanguageChoiceOf(run.options.Slot(21)));

@@ -23,9 +23,6 @@ struct StartUpInput {
 
 struct StartUpReport {
   std::vector<Error> problems;  ///< for the operator to read; the run goes on
-  bool archiveMissing =
-      false;  ///< no "Arsiv" below the data directory: the home folder stands in for this run
-  bool registerFolderMissing = false;  ///< hydrology folder out of reach, or its register could not be made
 };
 
 /// "/" or "." when the text has it ("." when it has both); nothing otherwise.
