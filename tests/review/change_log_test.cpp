@@ -184,6 +184,11 @@ TEST_F(ChangeLog, ALogThatAnOlderHandHasChangedKeepsWhatTheRecordKnows) {
     EXPECT_EQ(LevelAndCode(grid, row), text) << row;
   }
   EXPECT_TRUE(Told("changed by another program"));
+  // What the record knows is no candidate for a line that it does not know.
+  ASSERT_TRUE(WriteContent(path_, "01/10/2010\t02:00\t22\t\r\n01/10/2010\t02:00\t999\t\r\n"));
+  const StationSeries both = Load(test::GridOf(readings));
+  EXPECT_EQ(LevelAndCode(both, 3), "22/999*");
+  EXPECT_EQ(LevelAndCode(both, 4), "999/999*");
 }
 
 TEST_F(ChangeLog, TheOrderOfALogTellsAReadingFromARecordWhereItCan) {

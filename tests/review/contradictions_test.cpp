@@ -55,6 +55,9 @@ TEST(Contradictions, ARecordThatACorrectedReadingExceedsIsFound) {
   StationSeries grid = DayWithDropOut();
   Change(grid, 1, 600);
   EXPECT_EQ(Text(FindContradictions(grid)), "4: 573 -> 600 at 10:00");
+  StationSeries corrected = grid;
+  Change(corrected, 4, 590);
+  EXPECT_EQ(Text(FindContradictions(corrected)), "") << "the operator's own word";
   Change(grid, 1, 571);  // an ordinary correction within the records says nothing against them
   EXPECT_EQ(Text(FindContradictions(grid)), "");
 }

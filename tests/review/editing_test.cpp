@@ -253,7 +253,9 @@ TEST_F(Editing, ExtremesOfARetimedFileComeBackAsTheyStood) {
     return row;
   };
   EXPECT_EQ(session_.Series().At(rowOf(ReadingKind::Maximum)).levelCm, 9999);
+  QSignalSpy whole(&session_, &EditSession::AllRowsChanged);
   Edit(10, "1017");
+  EXPECT_EQ(whole.count(), 1) << "the extreme's row is shown anew, too";
   EXPECT_EQ(session_.Series().At(rowOf(ReadingKind::Maximum)).levelCm, 1018) << "follows the readings";
   Edit(rowOf(ReadingKind::Minimum), "55");
   for (const char* level : {"20", "30"}) {
@@ -292,10 +294,13 @@ TEST_F(Editing, TheSecondSessionOnOneLogOnlyLooks) {
   other.Begin(std::move(again));
   EXPECT_FALSE(other.Holder() || other.IsOutdated());
   ASSERT_TRUE(other.EditLevel(3, QStringLiteral("8")));
+  ASSERT_TRUE(other.EditLevel(4, QStringLiteral("9")));
+  other.UndoStep();
   // Someone without locks writes: nothing is overwritten, and the work waits in the journal.
   ASSERT_TRUE(test::WriteContent(logPath_, "01/10/2010\t05:00\t3\t\r\n"));
   EXPECT_FALSE(other.Save());
   EXPECT_TRUE(other.IsOutdated());
+  EXPECT_EQ(other.RedoStep(), std::nullopt) << "as an edit would be refused";
   other.KeepForLater();
   other.Clear();
   LoadYear();
