@@ -84,7 +84,6 @@ void FormSec::Take(const LoadRequest& request, LoadedReadings loaded) {
     loaded = std::move(*again);
   }
   request_ = request;
-  filePressed_ = false;
   ShowLastReading(lastRecord);
   Refresh();
 }

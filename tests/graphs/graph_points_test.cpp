@@ -56,6 +56,7 @@ TEST(FilePoint, ARecordIsAPointOrNamedAsDamaged) {
     EXPECT_EQ(read.point.levelCm, one.levelCm) << one.record;
     EXPECT_EQ(read.point.Kind(), one.kind) << one.record;
   }
+  EXPECT_EQ(LoadFilePoint("30/09/2009,23:59,   100,11-Min\r\n", 1, kFirst, kOrdinary).point.Kind(), kMinimum);
 }
 
 TEST(FilePoint, RecordsAreReadByNumberAndCountOneDayLessThanTheGridInTheFallbackCalendar) {

@@ -54,5 +54,23 @@ TEST(SeriesTrace, APeakOfOneReadingStaysAtEveryWidth) {
   }
 }
 
+TEST(SeriesTrace, ALineThatLeavesThePlotGoesToItsEdgeAndComesBackFromThere) {
+  const PageScale scale = YearScale(1000);
+  const double topCm = scale.topCm;
+  const auto at = [](int day) { return kYearStart + day * 1440; };
+  const GraphSeries series({{topCm - 10, at(0), kOrdinary},
+                            {topCm + 10, at(2), kOrdinary},
+                            {topCm + 30, at(4), kOrdinary},
+                            {topCm - 30, at(6), kOrdinary}},
+                           true);
+  const SeriesTrace trace = TraceSeries(series, scale, 1);
+  ASSERT_EQ(trace.lines.size(), 2U);
+  const QPointF left = trace.lines[0].back(), right = trace.lines[1].front();
+  EXPECT_NEAR(left.y(), YOfLevel(scale, topCm), 1e-6);
+  EXPECT_NEAR(left.x(), XOfTime(scale, at(1) * 0.01), 1e-6);
+  EXPECT_NEAR(right.y(), YOfLevel(scale, topCm), 1e-6);
+  EXPECT_NEAR(right.x(), XOfTime(scale, at(5) * 0.01), 1e-6);
+}
+
 }  // namespace
 }  // namespace vesk

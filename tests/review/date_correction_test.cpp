@@ -62,6 +62,15 @@ TEST(DateCorrection, RebuildsTheGridWithDailyExtremes) {
   for (int row = 1; row <= grid.ReadingCount(); ++row) EXPECT_EQ(grid.Mark(row).shade, RowShade::Corrected);
 }
 
+TEST(DateCorrection, OfEqualLevelsTheFirstIsTheDaysExtreme) {
+  StationSeries grid = test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 06:00", 40),
+                                     ReadingAt("01/01/2010 07:00", 60), ReadingAt("01/01/2010 08:00", 60),
+                                     ReadingAt("01/01/2010 09:00", 40), ReadingAt("02/01/2010 06:00", 50)});
+  grid.SetTarget(At("02/01/2010 05:00"));
+  EXPECT_EQ(Rows(grid).section(QStringLiteral(", "), 5, 6),
+            QStringLiteral("01/01 06:46 60 01-Max, 01/01 05:48 40 01-Min"));
+}
+
 TEST(DateCorrection, CarriesWhatTheOperatorAddedToAReading) {
   StationSeries grid =
       test::GridOf({ReadingAt("01/01/2010 00:00", 50), ReadingAt("01/01/2010 12:00", 70, {}, 'a'),

@@ -159,6 +159,8 @@ TEST_F(LoadReadingsTest, WhatWasCutOrLeftUnreadIsToldWithWhatTheHeaderPromised) 
        "dated before the water year"},
       {"end mark inside", QByteArray(good).replace(day, QByteArray(20, '*') + "\r\n" + day),
        ": the end mark; "},
+      {"end mark before the last record",
+       QByteArray(good).insert(good.lastIndexOf("Min "), QByteArray(20, '*') + "\r\n"), ": the end mark; "},
       {"cut at a line end", good.left(good.indexOf(day)),
        "the last reading read is that of 15/10/2008 23:59"},
       {"cut and ended", good.left(good.indexOf(day)) + QByteArray(20, '*') + "\r\n",

@@ -118,6 +118,13 @@ TEST_F(StartUpTest, WithoutAnArchiveTheHomeFolderStandsInAndIsStoredOnExit) {
   EXPECT_NE(SettingsContent().find("DataDirectory=" + home_.toStdString() + "\r\n"), std::string::npos);
 }
 
+TEST_F(StartUpTest, AFileOfThatNameIsNoArchive) {
+  MakeOffice({"Data", "Reg"});
+  MakeFile(Home("Data/Arsiv"));
+  Start();
+  EXPECT_EQ(run_.dataDirectory, home_);
+}
+
 TEST_F(StartUpTest, FolderAndFileNamesMatchWithoutRegardToCase) {
   MakeOffice({"Data/ARSIV", "Reg"});
   MakeFile(Home("Reg/ISTASYON.MDB"), "old");

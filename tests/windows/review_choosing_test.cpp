@@ -74,6 +74,11 @@ TEST_F(Choosing, ATableIsOnlyOfferedForWhatTheListsShow) {
   Click("ListSuYili", 1);
   EXPECT_FALSE(Button("Command3").isEnabled());
   EXPECT_FALSE(Button("CmdGrf").isEnabled());
+  Click("ListIst", 1);
+  Click("ListSuYili", 0);
+  EXPECT_EQ(Chosen("ListSuYili"), QStringList({Texts("2010 ")})) << "the same year of another station";
+  EXPECT_FALSE(Button("Command3").isEnabled());
+  EXPECT_FALSE(Button("CmdGrf").isEnabled());
   Click("Dir1", Find<DirList>("Dir1").count() - 1);
   Click("ListIst", 0);
   Click("ListSuYili", 0);
@@ -239,6 +244,7 @@ TEST_F(Choosing, MultipleGraphsCollectUpToFourEntriesInsteadOfReadings) {
   Find<QListWidget>("ListGraf").setCurrentRow(0);
   QTest::keyClick(&Find<QListWidget>("ListGraf"), Qt::Key_Delete);
   EXPECT_EQ(Entries("ListGraf").size(), 3);
+  EXPECT_EQ(Entries("ListGraf").front(), Texts("001-30000/2014"));
   Push("CmdListSil");
   EXPECT_TRUE(Entries("ListGraf").isEmpty());
 }

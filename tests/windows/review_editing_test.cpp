@@ -111,6 +111,11 @@ TEST_F(Editing, ACorrectedReadingOffersTheRecordThatItLeavesWrong) {
   TypeLevel(kFirst, Texts("x"));
   EXPECT_FALSE(Find<QLabel>("StatusLine").text().isEmpty());
   Push("Command4");
+  TypeLevel(kFirst + 2, Texts("50"));
+  Grid().GoTo(kFirst + 1, GridColumn::Level, false);
+  QTest::keyClick(&Grid(), Qt::Key_R, Qt::ControlModifier);
+  EXPECT_EQ(Cell(kFirst, GridColumn::Level) + Cell(kFirst + 2, GridColumn::Level), Texts("99950"))
+      << "only what is selected goes back";
   Grid().GoTo(kFirst, GridColumn::Level, false);
   EXPECT_TRUE(Find<QLabel>("RowLabel").text().endsWith(Texts("ham seviye 100 cm")));
   EXPECT_TRUE(Grid().currentIndex().data(Qt::ToolTipRole).toString().startsWith(Texts("Ham seviye: 100 cm")));
@@ -225,6 +230,11 @@ TEST_F(Editing, UnsavedChangesAreAskedAboutBeforeAnythingReplacesThem) {
   LoadWaterYear();
   TypeLevel(4, Texts("60"));
   operator_.unsaved = UnsavedAnswer::Discard;
+  Click("ListIst", 1);
+  EXPECT_EQ(Grid().model()->rowCount(), 0) << "levels that were given up are no readings";
+  EXPECT_FALSE(Button("Command3").isEnabled());
+  LoadWaterYear();
+  TypeLevel(4, Texts("60"));
   Push("CmdVazgec");
   EXPECT_EQ(form_, nullptr);
   Reopen();
