@@ -276,6 +276,22 @@ TEST_F(Editing, ExtremesOfARetimedFileComeBackAsTheyStood) {
   EXPECT_EQ(session_.Series().At(rowOf(ReadingKind::Minimum)).levelCm, 55) << "kept while it had no row";
 }
 
+TEST_F(Editing, AnExtremeWhoseEditsAreUndoneIsComputedAgain) {
+  LoadFile();
+  CorrectDates("03/10/2010 22:00");
+  ASSERT_TRUE(session_.Save());
+  int row = 1;
+  while (session_.Series().At(row).kind != ReadingKind::Maximum) ++row;
+  for (const char* level : {"500", "600", "700"}) Edit(row, level);
+  session_.UndoAll();
+  EXPECT_TRUE(session_.Series().EditedExtremes().empty());
+  CorrectDates("03/10/2010 23:00");
+  const QString shown = TextOf(session_.Series(), GridColumn::Level);
+  LoadFile();  // after a crash
+  EXPECT_EQ(RestorePending(), 0);
+  EXPECT_EQ(TextOf(session_.Series(), GridColumn::Level), shown);
+}
+
 TEST_F(Editing, TheSecondSessionOnOneLogOnlyLooks) {
   Edit(2, "7");
   EditSession other;
