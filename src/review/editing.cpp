@@ -254,7 +254,8 @@ void EditSession::UndoAll() {
   for (const auto& [key, edit] : series_.EditedExtremes()) {
     const RowRef ref{.extreme = key};
     RowState state = Undone(*series_.StateOf(ref), edit.state.mark.editCode);
-    // Back at what was computed it is nobody's any more, or it would keep the minute of its edit.
+    // Never saved (a saved one counts on from kSavedCode) and back at what was computed, it is nobody's any
+    // more, or it would keep the minute of its edit.
     if (state.mark.baselineCm == state.mark.rawCm && state.mark.editCode < kSavedCode / 2)
       state.mark.editCode = 0;
     states.emplace_back(ref, state);

@@ -75,7 +75,7 @@ class ControlMaker {
     return table;
   }
 
- private:
+ protected:
   QWidget& parent_;
   const Language& language_;
 };

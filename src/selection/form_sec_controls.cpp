@@ -23,13 +23,13 @@ class WholeWindow : public FormSecPart {
   using FormSecPart::FormSecPart;
 
   void Build() {
-    c_.columns = new QSplitter(Qt::Horizontal, &form_);
+    c_.columns = new QSplitter(Qt::Horizontal, &parent_);
     c_.columns->setObjectName(QStringLiteral("Columns"));
-    c_.chooser = new ChooserPanel(language_, &form_);
-    c_.graphList = new GraphListPanel(language_, &form_);
+    c_.chooser = new ChooserPanel(language_, &parent_);
+    c_.graphList = new GraphListPanel(language_, &parent_);
     c_.columns->addWidget(c_.chooser);
-    c_.columns->addWidget(MakeReviewPanel(form_, language_, c_));
-    c_.columns->addWidget(MakeParameterColumn(form_, language_, c_));
+    c_.columns->addWidget(MakeReviewPanel(parent_, language_, c_));
+    c_.columns->addWidget(MakeParameterColumn(parent_, language_, c_));
     c_.columns->addWidget(c_.graphList);
     c_.columns->setStretchFactor(0, 0);
     c_.columns->setStretchFactor(1, 1);
@@ -39,7 +39,7 @@ class WholeWindow : public FormSecPart {
       splitter->setChildrenCollapsible(false);
       splitter->setHandleWidth(kGap + 2);
     }
-    c_.content = new QWidget(&form_);
+    c_.content = new QWidget(&parent_);
     auto* all = new QVBoxLayout(c_.content);
     all->setContentsMargins(kGap, kGap, kGap, kGap);
     all->addWidget(c_.columns, 1);
@@ -51,22 +51,22 @@ class WholeWindow : public FormSecPart {
  private:
   /// Large letters on a small screen may need more room than there is.
   void LetScroll() {
-    auto* area = new QScrollArea(&form_);
+    auto* area = new QScrollArea(&parent_);
     area->setFrameShape(QFrame::NoFrame);
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(c_.content);
-    auto* whole = new QVBoxLayout(&form_);
+    auto* whole = new QVBoxLayout(&parent_);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(area);
   }
 
   QLayout* BottomLine() {
-    c_.status = Named(new QLabel(&form_), "StatusLine");
+    c_.status = Named(new QLabel(&parent_), "StatusLine");
     c_.status->setTextFormat(Qt::PlainText);
     c_.status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    c_.progress = Named(new QProgressBar(&form_), "ProgressBar1");
-    c_.progress2 = Named(new QProgressBar(&form_), "ProgressBar2");
+    c_.progress = Named(new QProgressBar(&parent_), "ProgressBar1");
+    c_.progress2 = Named(new QProgressBar(&parent_), "ProgressBar2");
     for (QProgressBar* bar : {c_.progress, c_.progress2}) bar->setMaximumWidth(160);
     c_.confirm = Button(QStringLiteral("..."), "CmdTamam");
     c_.cancel = Button(language_.Text(Caption::Cancel), "CmdVazgec");

@@ -85,7 +85,6 @@ void FormSec::Take(const LoadRequest& request, LoadedReadings loaded) {
   }
   request_ = request;
   ShowLastReading(lastRecord);
-  Refresh();
 }
 
 Result<LoadedReadings> FormSec::LoadWithProgress(LoadRequest request) {

@@ -13,19 +13,19 @@ class ReviewPanelMaker : public FormSecPart {
   using FormSecPart::FormSecPart;
 
   QWidget* ReviewPanel() {
-    c_.reviewPanel = Named(new QWidget(&form_), "Frame3");
-    c_.loadedLabel = Named(new QLabel(&form_), "LoadedLabel");
+    c_.reviewPanel = Named(new QWidget(&parent_), "Frame3");
+    c_.loadedLabel = Named(new QLabel(&parent_), "LoadedLabel");
     c_.loadedLabel->setTextFormat(Qt::PlainText);
     c_.loadedLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     QFont bold = c_.loadedLabel->font();
     bold.setBold(true);
     c_.loadedLabel->setFont(bold);
-    c_.rowLabel = Named(new QLabel(&form_), "RowLabel");
+    c_.rowLabel = Named(new QLabel(&parent_), "RowLabel");
     auto* heading = new QHBoxLayout;
     heading->addWidget(c_.loadedLabel, 1);
     heading->addWidget(c_.rowLabel);
-    c_.grid = Named(new ReviewGridView(&form_), "VS1");
-    c_.grid->setMinimumHeight(8 * form_.fontMetrics().height());
+    c_.grid = Named(new ReviewGridView(&parent_), "VS1");
+    c_.grid->setMinimumHeight(8 * parent_.fontMetrics().height());
     c_.grid->setAccessibleName(language_.Text(Caption::RawData));
     auto* lower = new FlowLayout(kGap);
     lower->addWidget(DateJump());
@@ -43,9 +43,9 @@ class ReviewPanelMaker : public FormSecPart {
 
  private:
   QWidget* ChangeControls() {
-    c_.editBar = Named(new QWidget(&form_), "Frame4");
-    auto* title =
-        Named(new QLabel(Say(Wording{u"Yapılan Değişiklik Sayısı", u"Number of changes"}), &form_), "Label5");
+    c_.editBar = Named(new QWidget(&parent_), "Frame4");
+    auto* title = Named(
+        new QLabel(Say(Wording{u"Yapılan Değişiklik Sayısı", u"Number of changes"}), &parent_), "Label5");
     c_.changeCount = Box("Text5", 14, true);
     title->setBuddy(c_.changeCount);
     c_.previousChange = Button(Say(Wording{u"Bir Önceki Değişikliğe Git", u"Previous change"}), "Command7");
@@ -53,7 +53,7 @@ class ReviewPanelMaker : public FormSecPart {
     c_.undoAll =
         Button(Say(Wording{u"Son Yapılan Değişikliklerden Vazgeç", u"Undo unsaved changes"}), "CmdUndo");
     c_.save = Button(Say(Wording{u"Kaydet", u"Save"}), "Command4");
-    auto* count = new QWidget(&form_);
+    auto* count = new QWidget(&parent_);
     auto* pair = new QHBoxLayout(count);
     pair->setContentsMargins(0, 0, 0, 0);
     pair->addWidget(title);
@@ -68,7 +68,7 @@ class ReviewPanelMaker : public FormSecPart {
   }
 
   QWidget* DateJump() {
-    c_.dateBar = Named(new QWidget(&form_), "Frame9");
+    c_.dateBar = Named(new QWidget(&parent_), "Frame9");
     c_.date = Box("Text6", 10);
     c_.date->setPlaceholderText(Say(Wording{u"gg/aa/yyyy", u"dd/mm/yyyy"}));
     c_.goToDate = Button(Say(Wording{u"Yukarıdaki Tarihe Git", u"Go to the date above"}), "Command8");
@@ -82,9 +82,9 @@ class ReviewPanelMaker : public FormSecPart {
   }
 
   QWidget* DateCorrectionBox() {
-    c_.clockBar = Named(new QWidget(&form_), "Frame10");
+    c_.clockBar = Named(new QWidget(&parent_), "Frame10");
     auto* title = Named(
-        new QLabel(Say(Wording{u"Son Verinin Değişecek Tarihi", u"True time of the last reading"}), &form_),
+        new QLabel(Say(Wording{u"Son Verinin Değişecek Tarihi", u"True time of the last reading"}), &parent_),
         "Label7");
     c_.lastReading = Box("Text8", 16);
     c_.lastReading->setPlaceholderText(Say(Wording{u"gg/aa/yyyy ss:dd", u"dd/mm/yyyy hh:mm"}));

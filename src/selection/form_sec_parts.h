@@ -9,11 +9,9 @@ namespace vesk {
 class FormSecPart : protected ControlMaker {
  public:
   FormSecPart(QWidget& form, const Language& language, FormSecControls& controls)
-      : ControlMaker(form, language), form_(form), language_(language), c_(controls) {}
+      : ControlMaker(form, language), c_(controls) {}
 
  protected:
-  QWidget& form_;
-  const Language& language_;
   FormSecControls& c_;
 };
 

@@ -20,6 +20,7 @@ GraphListPanel::GraphListPanel(const Language& language, QWidget* parent) : QWid
   stored_->setToolTip(language.Say(Wording{u"Son çizimin grafik dosyalarından yeniden çiz",
                                            u"Draw again from the last drawing's graph files"}));
   auto* buttons = new QHBoxLayout;
+  buttons->setSpacing(kGap);  // not that of the column it stands in
   for (QPushButton* button : {draw_, clear_, stored_}) buttons->addWidget(button);
   buttons->addStretch();
   auto* column = new QVBoxLayout(this);
