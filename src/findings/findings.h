@@ -3,15 +3,17 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
 
 #include "datafiles/data_lines.h"
-#include "datafiles/raw_header.h"
+#include "datafiles/station_limits.h"
 #include "platform/wording.h"
-#include "review/station_series.h"
+#include "review/load_readings.h"
 
 namespace vesk {
 
@@ -24,53 +26,69 @@ enum class FindingRule : std::uint8_t {
   Spike,
   Rate,
   Flat,
-  Range
+  Range,
+  Extreme,  ///< the logger's own record against its readings
+  Joint,    ///< a jump of the level or of the clock between two read-outs
+  Header,   ///< what the header promises against the readings
+  Refused,  ///< lines, or whole files, that are not among the readings
+  Sensor    ///< levels that a failing sensor gives
 };
+inline constexpr std::array kFindingRules = {
+    FindingRule::Gap,   FindingRule::Overlap, FindingRule::Double,  FindingRule::Order, FindingRule::Step,
+    FindingRule::Spike, FindingRule::Rate,    FindingRule::Flat,    FindingRule::Range, FindingRule::Extreme,
+    FindingRule::Joint, FindingRule::Header,  FindingRule::Refused, FindingRule::Sensor};
 
 /// "gap", "overlap" …, as the command line and files name a rule.
 QString RuleWord(FindingRule rule);
+std::optional<FindingRule> RuleOfWord(QStringView word);
+/// As a list of findings names it.
+Wording RuleName(FindingRule rule);
 
 enum class FindingSeverity : std::uint8_t {
   Doubt,  ///< to be looked at: the figures may be wrong
   Note    ///< worth knowing, no figure depends on it
 };
+/// "doubt" or "note".
+QString SeverityWord(FindingSeverity severity);
+
+/// What a finding's value counts.
+enum class FindingUnit : std::uint8_t { Readings, Minutes, Cm, CmPerHour, Hours, Percent, Lines, Files };
 
 struct Finding {
   FindingRule rule = FindingRule::Gap;
   FindingSeverity severity = FindingSeverity::Doubt;
-  int firstRow = 0, lastRow = 0;  ///< rows of the series as shown; of a gap, the readings on both sides of it
-  DateTime from{}, to{};          ///< of these rows; of a gap, what lacks readings
+  /// Rows of the series as shown; of a gap, the readings on both sides of it; 0: no row.
+  int firstRow = 0, lastRow = 0;
+  DateTime from{}, to{};  ///< of these rows; of a gap, what lacks readings
   QString file;           ///< raw file of the first row, first 16 characters; empty when it is not known
-  double value = 0;       ///< what was seen: readings missing, cm, cm/h, minutes; as the rule has it
+  double value = 0;       ///< what was seen
+  FindingUnit unit = FindingUnit::Readings;
   Message expected = {};  ///< what was expected instead
 
   bool operator==(const Finding&) const = default;
 };
 
-/// Limits of a station. A limit that is not set turns its rule off.
-struct StationLimits {
-  std::optional<double> spikeCm = {};  ///< T: most that a reading may lie off the mean of its neighbours
-  std::optional<double> rateCmPerHour = {};  ///< R: fastest change
-  std::optional<double> flatHours = {};      ///< N: so long may the level stand still
-  double flatCm = 0;                         ///< still: highest less lowest at most this
-  std::optional<double> lowestCm = {}, highestCm = {};
-};
+/// The value with its unit, for a list: "12.5 cm/h".
+Message ValueText(const Finding& finding);
 
-/// A raw file whose readings are in the series.
-struct ReadOut {
-  std::uint8_t number = 1;  ///< Reading::sourceFile of its readings
-  double intervalMinutes =
-      0;  ///< its record interval; 0: not known, the most common step of its readings counts
-};
+class Samples;
 
 struct FindingInput {
-  const StationSeries& series;      ///< levels as corrected, times as shown
-  std::vector<ReadOut> readOuts;    ///< a file that is not among them has no known interval
-  std::optional<DayWindow> window;  ///< the water years asked for; nothing of a single file
-  StationLimits limits;
+  const StationSeries& series;           ///< levels as corrected, times as shown
+  const std::vector<ReadOut>& readOuts;  ///< a file that is not among them has no known interval
+  std::vector<DayWindow> windows = {};   ///< the water years asked for, ascending; none of a single file
+  StationLimits limits = {};
+  std::vector<QString> missedFiles = {};  ///< disk names of files that the load does without
+  /// One finding for each flagged reading, where readings are flagged; else one for each run of them.
+  bool each = false;
 };
+
+/// What a load asks of the rules.
+FindingInput InputOf(const LoadedReadings& loaded, const StationLimits& limits);
 
 /// All findings, in the order of their times. Every reading is looked at; none is changed.
 std::vector<Finding> FindAll(const FindingInput& input);
+/// The same of samples that were made of that series already, for who has other questions to them, too.
+std::vector<Finding> FindAll(const Samples& samples, const FindingInput& input);
 
 }  // namespace vesk

@@ -2,7 +2,6 @@
 // range.
 #include <algorithm>
 #include <cmath>
-#include <deque>
 
 #include "datafiles/numbers.h"
 #include "findings/samples.h"
@@ -10,134 +9,120 @@
 namespace vesk {
 namespace {
 
-constexpr double kMinutesPerHour = 60;
-constexpr double kSameCm =
-    1e-9;  // levels are decimal figures held in binary: a limit that is met is not passed
-
-/// Joins flagged neighbours into one finding, which has the largest value of its readings.
-class Runs {
- public:
-  Runs(const Samples& samples, FindingRule rule, Message expected, std::vector<Finding>& found)
-      : samples_(samples), rule_(rule), expected_(std::move(expected)), found_(found) {}
-  ~Runs() { End(); }
-  Q_DISABLE_COPY_MOVE(Runs)
-
-  void Flag(std::size_t place, double value) {
-    if (open_ && place == last_ + 1) {
-      last_ = place;
-      if (std::abs(value) > std::abs(value_)) value_ = value;
-      return;
-    }
-    End();
-    first_ = last_ = place;
-    value_ = value;
-    open_ = true;
-  }
-
- private:
-  void End() {
-    if (!open_) return;
-    Finding run = samples_.Over(rule_, samples_.InTime()[first_], samples_.InTime()[last_]);
-    run.value = value_;
-    run.expected = expected_;
-    found_.push_back(std::move(run));
-    open_ = false;
-  }
-
-  const Samples& samples_;
-  FindingRule rule_;
-  Message expected_;
-  std::vector<Finding>& found_;
-  bool open_ = false;
-  std::size_t first_ = 0, last_ = 0;
-  double value_ = 0;
-};
-
 void FindSpikes(const Samples& samples, double mostCm, std::vector<Finding>& found) {
   const std::vector<Sample>& all = samples.InTime();
-  Runs runs(samples, FindingRule::Spike,
-            Message(Wording{u"komşularının ortalamasından en çok %1 cm uzakta",
-                            u"at most %1 cm off the mean of its neighbours"},
-                    NumberText(mostCm)),
-            found);
+  FlaggedRuns runs(samples, FindingRule::Spike, FindingUnit::Cm,
+                   Message(Wording{u"komşularının ortalamasından en çok %1 cm uzakta",
+                                   u"at most %1 cm off the mean of its neighbours"},
+                           NumberText(mostCm)),
+                   found);
   for (std::size_t i = 1; i + 1 < all.size(); ++i) {
-    if (samples.GapBetween(all[i - 1], all[i]) || samples.GapBetween(all[i], all[i + 1])) continue;
+    if (all[i].gapBefore || all[i + 1].gapBefore) continue;
     const double off = all[i].levelCm - (all[i - 1].levelCm + all[i + 1].levelCm) / 2;
-    if (std::abs(off) > mostCm + kSameCm) runs.Flag(i, off);
+    if (std::abs(off) > mostCm + kSameCm) runs.Flag(i, off, std::abs(off));
   }
 }
 
 void FindFastChanges(const Samples& samples, double mostCmPerHour, std::vector<Finding>& found) {
   const std::vector<Sample>& all = samples.InTime();
-  Runs runs(samples, FindingRule::Rate,
-            Message(Wording{u"saatte en çok %1 cm değişim", u"a change of at most %1 cm in an hour"},
-                    NumberText(mostCmPerHour)),
-            found);
+  FlaggedRuns runs(samples, FindingRule::Rate, FindingUnit::CmPerHour,
+                   Message(Wording{u"saatte en çok %1 cm değişim", u"a change of at most %1 cm in an hour"},
+                           NumberText(mostCmPerHour)),
+                   found);
   for (std::size_t i = 1; i < all.size(); ++i) {
     const auto minutes = static_cast<double>(all[i].minute - all[i - 1].minute);
-    if (minutes <= 0 || samples.GapBetween(all[i - 1], all[i])) continue;
+    if (minutes <= 0 || all[i].gapBefore) continue;
     const double rate = (all[i].levelCm - all[i - 1].levelCm) * kMinutesPerHour / minutes;
-    if (std::abs(rate) > mostCmPerHour + kSameCm) runs.Flag(i, rate);
+    if (std::abs(rate) > mostCmPerHour + kSameCm) runs.Flag(i, rate, std::abs(rate));
   }
 }
 
-/// Places of the lowest or the highest levels of a window that slides on, the extreme one in front.
-template <class Before>
-class SlidingExtreme {
- public:
-  SlidingExtreme(const std::vector<Sample>& all, Before before) : all_(all), before_(before) {}
-  void Add(std::size_t place) {
-    while (!places_.empty() && !before_(all_[places_.back()].levelCm, all_[place].levelCm))
-      places_.pop_back();
-    places_.push_back(place);
-  }
-  void DropBefore(std::size_t place) {
-    while (!places_.empty() && places_.front() < place) places_.pop_front();
-  }
-  [[nodiscard]] double Level() const { return all_[places_.front()].levelCm; }
-
- private:
-  const std::vector<Sample>& all_;
-  Before before_;
-  std::deque<std::size_t> places_;
+/// A stretch of readings in time order, both ends included.
+struct Stretch {
+  std::size_t first = 0, last = 0;
 };
 
-/// Stretches without a gap, each as long as it gets, over which the level stands still.
+/// Looks for stretches without a gap over which the level stands still.
+class FlatSearch {
+ public:
+  FlatSearch(const std::vector<Sample>& inTime, double hours, double toleranceCm)
+      : all_(inTime), minutes_(hours * kMinutesPerHour), toleranceCm_(toleranceCm) {}
+
+  /// Each as long as it gets; those that reach into each other are one.
+  std::vector<Stretch> Stretches() {
+    std::vector<Stretch> flat;
+    std::size_t first = 0;
+    std::size_t last = 0;
+    while (first < all_.size()) {
+      last = FirstAfter(first, last);
+      if (last == all_.size()) break;
+      // What moves near the end of the time asked for moves in every stretch that begins before it.
+      const std::size_t begin = BeginOfStillness(first, last);
+      if (begin > first) {
+        first = begin;
+        continue;
+      }
+      Extend(first, last);
+      if (!flat.empty() && first <= flat.back().last) {
+        flat.back().last = last;
+      } else {
+        flat.push_back({first, last});
+      }
+      if (last + 1 == all_.size()) break;
+      ++last;
+      first = BeginOfStillness(first, last);
+    }
+    return flat;
+  }
+
+ private:
+  /// The first reading at least the time asked for behind `first`; `from`: one that is not behind it.
+  [[nodiscard]] std::size_t FirstAfter(std::size_t first, std::size_t from) const {
+    std::size_t at = std::max(first, from);
+    while (at < all_.size() && static_cast<double>(all_[at].minute - all_[first].minute) < minutes_) ++at;
+    return at;
+  }
+
+  /// The earliest reading from `first` on from which the level stands still up to `last`.
+  std::size_t BeginOfStillness(std::size_t first, std::size_t last) {
+    low_ = high_ = all_[last].levelCm;
+    for (std::size_t at = last; at > first; --at) {
+      if (all_[at].gapBefore || !Takes(all_[at - 1].levelCm)) return at;
+    }
+    return first;
+  }
+
+  void Extend(std::size_t first, std::size_t& last) {
+    BeginOfStillness(first, last);
+    while (last + 1 < all_.size() && !all_[last + 1].gapBefore && Takes(all_[last + 1].levelCm)) ++last;
+  }
+
+  /// False, and nothing taken, when the level moves by too much.
+  bool Takes(double levelCm) {
+    const double low = std::min(low_, levelCm);
+    const double high = std::max(high_, levelCm);
+    if (high - low > toleranceCm_ + kSameCm) return false;
+    low_ = low;
+    high_ = high;
+    return true;
+  }
+
+  const std::vector<Sample>& all_;
+  double minutes_;
+  double toleranceCm_;
+  double low_ = 0, high_ = 0;
+};
+
 void FindFlatLines(const Samples& samples, double hours, double toleranceCm, std::vector<Finding>& found) {
   const std::vector<Sample>& all = samples.InTime();
-  SlidingExtreme low(all, std::less<>{});
-  SlidingExtreme high(all, std::greater<>{});
-  const Message expected(
-      Wording{u"%1 saat içinde %2 cm üzerinde değişim", u"a change of more than %2 cm within %1 hours"},
-      NumberText(hours), NumberText(toleranceCm));
-  std::size_t first = 0;
-  std::size_t reported = all.size();  // first place of the run that was reported last
-  std::size_t reportedLast = 0;
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    if (i > 0 && samples.GapBetween(all[i - 1], all[i])) first = i;
-    low.Add(i);
-    high.Add(i);
-    low.DropBefore(first);
-    high.DropBefore(first);
-    while (high.Level() - low.Level() > toleranceCm + kSameCm) {
-      ++first;
-      low.DropBefore(first);
-      high.DropBefore(first);
-    }
-    const double lasted = static_cast<double>(all[i].minute - all[first].minute) / kMinutesPerHour;
-    if (lasted < hours) continue;
-    if (reported < all.size() && first <= reportedLast) {  // the same stretch, or one that reaches into it
-      found.back().to = all[i].time;
-      found.back().lastRow = std::max(found.back().lastRow, all[i].row);
-      found.back().value = static_cast<double>(all[i].minute - all[reported].minute) / kMinutesPerHour;
-    } else {
-      Finding flat = samples.Over(FindingRule::Flat, all[first], all[i]);
-      flat.value = lasted;
-      flat.expected = expected;
-      found.push_back(std::move(flat));
-      reported = first;
-    }
-    reportedLast = i;
+  for (const Stretch& stretch : FlatSearch(all, hours, toleranceCm).Stretches()) {
+    Finding flat = samples.Over(FindingRule::Flat, all[stretch.first], all[stretch.last]);
+    flat.value = static_cast<double>(all[stretch.last].minute - all[stretch.first].minute) / kMinutesPerHour;
+    flat.unit = FindingUnit::Hours;
+    flat.expected = Message(
+        Wording{u"%1 saat içinde %2 cm üzerinde değişim", u"a change of more than %2 cm within %1 hours"},
+        NumberText(hours), NumberText(toleranceCm));
+    samples.Add(flat, stretch.first, stretch.last, found);
   }
 }
 
@@ -147,22 +132,22 @@ void FindOutOfRange(const Samples& samples, const StationLimits& limits, std::ve
   const auto text = [](const std::optional<double>& cm) {
     return cm ? NumberText(*cm) : QStringLiteral("-");
   };
-  Runs runs(samples, FindingRule::Range,
-            Message(Wording{u"%1 ile %2 cm arasında", u"between %1 and %2 cm"}, text(limits.lowestCm),
-                    text(limits.highestCm)),
-            found);
+  FlaggedRuns runs(samples, FindingRule::Range, FindingUnit::Cm,
+                   Message(Wording{u"%1 ile %2 cm arasında", u"between %1 and %2 cm"}, text(limits.lowestCm),
+                           text(limits.highestCm)),
+                   found);
   for (std::size_t i = 0; i < all.size(); ++i) {
     const double level = all[i].levelCm;
-    if ((limits.lowestCm && level < *limits.lowestCm - kSameCm) ||
-        (limits.highestCm && level > *limits.highestCm + kSameCm))
-      runs.Flag(i, level);
+    const double below = limits.lowestCm ? *limits.lowestCm - level : 0;
+    const double above = limits.highestCm ? level - *limits.highestCm : 0;
+    const double by = std::max(below, above);
+    if (by > kSameCm) runs.Flag(i, level, by);
   }
 }
 
 }  // namespace
 
-void FindInLevels(const Samples& samples, const FindingInput& input, std::vector<Finding>& found) {
-  const StationLimits& limits = input.limits;
+void FindInLevels(const Samples& samples, const StationLimits& limits, std::vector<Finding>& found) {
   if (limits.spikeCm) FindSpikes(samples, *limits.spikeCm, found);
   if (limits.rateCmPerHour) FindFastChanges(samples, *limits.rateCmPerHour, found);
   if (limits.flatHours) FindFlatLines(samples, *limits.flatHours, limits.flatCm, found);

@@ -1,6 +1,7 @@
-// When readings were taken: gaps, overlaps, doubles, order, step.
+// When readings were taken: overlaps, doubles, order, step.
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "datafiles/dates.h"
 #include "datafiles/numbers.h"
@@ -9,51 +10,10 @@
 namespace vesk {
 namespace {
 
-std::int64_t MinuteOf(Day day) {
-  return DateTime(day).time_since_epoch().count();
-}
-
-Message ExpectedInterval(double minutes) {
-  return {Wording{u"%1 dakikada bir okuma", u"a reading every %1 minutes"}, NumberText(minutes)};
-}
-
-void FindGaps(const Samples& samples, std::vector<Finding>& found) {
-  const std::vector<Sample>& all = samples.InTime();
-  for (std::size_t i = 1; i < all.size(); ++i) {
-    if (!samples.GapBetween(all[i - 1], all[i])) continue;
-    Finding gap = samples.Over(FindingRule::Gap, all[i - 1], all[i]);
-    const double interval = std::max(samples.IntervalOf(all[i - 1].file), samples.IntervalOf(all[i].file));
-    gap.value = std::round(static_cast<double>(all[i].minute - all[i - 1].minute) / interval) - 1;
-    gap.expected = ExpectedInterval(interval);
-    found.push_back(std::move(gap));
-  }
-}
-
-/// The days asked for must be begun and ended by readings.
-void FindMissingEnds(const Samples& samples, const DayWindow& window, std::vector<Finding>& found) {
-  if (samples.InTime().empty()) return;
-  const Sample& first = samples.InTime().front();
-  const Sample& last = samples.InTime().back();
-  const auto add = [&](const Sample& at, std::int64_t missing, DateTime from, DateTime to) {
-    const double interval = samples.IntervalOf(at.file);
-    if (interval <= 0 || static_cast<double>(missing) <= samples.MostMinutesBetween(at, at)) return;
-    Finding gap = samples.Over(FindingRule::Gap, at, at);
-    gap.from = from;
-    gap.to = to;
-    gap.value = std::round(static_cast<double>(missing) / interval) - 1;
-    gap.expected = ExpectedInterval(interval);
-    found.push_back(std::move(gap));
-  };
-  const DateTime begin(window.first);
-  const DateTime end = DateTime(window.last) + std::chrono::minutes(kLastMinuteOfDay);
-  add(first, first.minute - MinuteOf(window.first), begin, first.time);
-  add(last, MinuteOf(window.last) + kMinutesPerDay - last.minute, last.time, end);
-}
-
 /// Stretches of time that two read-outs cover.
 void FindOverlaps(const Samples& samples, std::vector<Finding>& found) {
   const std::vector<Sample>& all = samples.InRows();
-  std::map<std::uint8_t, std::pair<const Sample*, const Sample*>> spans;  // earliest and latest of a file
+  std::map<int, std::pair<const Sample*, const Sample*>> spans;  // earliest and latest of a file
   for (const Sample& sample : all) {
     auto& [first, last] = spans[sample.file];
     if (first == nullptr || sample.minute < first->minute) first = &sample;
@@ -68,6 +28,7 @@ void FindOverlaps(const Samples& samples, std::vector<Finding>& found) {
       if (from.minute > to.minute) continue;
       Finding overlap = samples.Over(FindingRule::Overlap, from, to);
       overlap.value = static_cast<double>(to.minute - from.minute);
+      overlap.unit = FindingUnit::Minutes;
       overlap.expected = Wording{u"her zaman için tek dosya", u"one file for every time"};
       found.push_back(std::move(overlap));
     }
@@ -91,8 +52,9 @@ void FindDoubles(const Samples& samples, std::vector<Finding>& found) {
     }
     twice.severity = differ ? FindingSeverity::Doubt : FindingSeverity::Note;
     twice.value = most;
+    twice.unit = FindingUnit::Cm;
     twice.expected = Wording{u"her zaman için tek seviye", u"one level for every time"};
-    found.push_back(std::move(twice));
+    samples.Add(twice, runFirst, last, found);
     count = 0;
     differ = false;
     most = 0;
@@ -116,34 +78,60 @@ void FindDisorder(const Samples& samples, std::vector<Finding>& found) {
     if (all[i].file != all[i - 1].file || all[i].minute >= all[i - 1].minute) continue;
     Finding back = samples.Over(FindingRule::Order, all[i], all[i - 1]);
     back.value = static_cast<double>(all[i - 1].minute - all[i].minute);
+    back.unit = FindingUnit::Minutes;
     back.expected =
-        Message(Wording{u"%1 sonrası bir zaman", u"a time after %1"}, DateTimeText(all[i - 1].time));
+        Message(Wording{u"%1 sonrası bir zaman", u"a time after %1"}, DateTimeText(all[i - 1].Time()));
     found.push_back(std::move(back));
   }
+}
+
+/// Of each reading, in the order of rows, the minute of its file's interval at which it stands.
+std::vector<std::int64_t> PhasesOf(const Samples& samples) {
+  const std::vector<Sample>& all = samples.InRows();
+  std::vector<std::int64_t> phases(all.size());
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const std::int64_t interval = std::max<std::int64_t>(std::llround(samples.IntervalOf(all[i].file)), 1);
+    const bool inStep =
+        i > 0 && all[i].file == all[i - 1].file && all[i].minute - all[i - 1].minute == interval;
+    phases[i] = inStep ? phases[i - 1] : all[i].minute % interval;
+  }
+  return phases;
+}
+
+/// The phase that most readings of a file have.
+std::map<int, std::int64_t> UsualPhases(const std::vector<Sample>& all,
+                                        const std::vector<std::int64_t>& phases) {
+  std::map<int, std::map<std::int64_t, std::size_t>> counts;
+  for (std::size_t i = 0; i < all.size();) {
+    std::size_t end = i + 1;
+    while (end < all.size() && all[end].file == all[i].file && phases[end] == phases[i]) ++end;
+    counts[all[i].file][phases[i]] += end - i;
+    i = end;
+  }
+  std::map<int, std::int64_t> usual;
+  for (const auto& [file, ofFile] : counts)
+    usual[file] = std::ranges::max_element(ofFile, {}, [](const auto& entry) { return entry.second; })->first;
+  return usual;
 }
 
 /// Times that do not stand on the step which most readings of their file keep.
 void FindOffStep(const Samples& samples, std::vector<Finding>& found) {
   const std::vector<Sample>& all = samples.InRows();
-  std::map<std::uint8_t, std::map<std::int64_t, int>> phases;
-  const auto phaseOf = [&](const Sample& sample) {
-    return sample.minute % std::max<std::int64_t>(std::llround(samples.IntervalOf(sample.file)), 1);
-  };
-  for (const Sample& sample : all) ++phases[sample.file][phaseOf(sample)];
-  std::map<std::uint8_t, std::int64_t> usual;
-  for (const auto& [file, counts] : phases) {
-    usual[file] = std::ranges::max_element(counts, {}, [](const auto& entry) { return entry.second; })->first;
-  }
+  const std::vector<std::int64_t> phases = PhasesOf(samples);
+  const std::map<int, std::int64_t> usual = UsualPhases(all, phases);
+  auto ofFile = usual.begin();
   for (std::size_t i = 0; i < all.size(); ++i) {
-    if (phaseOf(all[i]) == usual[all[i].file]) continue;
+    if (ofFile->first != all[i].file) ofFile = usual.find(all[i].file);
+    if (phases[i] == ofFile->second) continue;
     std::size_t last = i;
-    while (last + 1 < all.size() && all[last + 1].file == all[i].file &&
-           phaseOf(all[last + 1]) != usual[all[i].file])
+    while (!samples.Each() && last + 1 < all.size() && all[last + 1].file == all[i].file &&
+           phases[last + 1] != ofFile->second)
       ++last;
     Finding off = samples.Over(FindingRule::Step, all[i], all[last]);
     off.severity = FindingSeverity::Note;
     off.value = static_cast<double>(last - i + 1);
-    off.expected = ExpectedInterval(samples.IntervalOf(all[i].file));
+    off.expected = Message(Wording{u"%1 dakikada bir okuma", u"a reading every %1 minutes"},
+                           NumberText(samples.IntervalOf(all[i].file)));
     found.push_back(std::move(off));
     i = last;
   }
@@ -151,9 +139,7 @@ void FindOffStep(const Samples& samples, std::vector<Finding>& found) {
 
 }  // namespace
 
-void FindInTimes(const Samples& samples, const FindingInput& input, std::vector<Finding>& found) {
-  FindGaps(samples, found);
-  if (input.window) FindMissingEnds(samples, *input.window, found);
+void FindInTimes(const Samples& samples, std::vector<Finding>& found) {
   FindOverlaps(samples, found);
   FindDoubles(samples, found);
   FindDisorder(samples, found);

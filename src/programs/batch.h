@@ -6,7 +6,7 @@
 namespace vesk {
 
 /// Exit codes of the program.
-enum BatchExit : int { kBatchDone = 0, kBatchFailed = 1, kBatchWrongUse = 2 };
+enum BatchExit : int { kBatchDone = 0, kBatchFailed = 1, kBatchWrongUse = 2, kBatchFindings = 3 };
 
 /// One verb. arguments: the verb itself, then what follows it on the command line.
 struct BatchVerb {
@@ -18,6 +18,7 @@ struct BatchVerb {
 int RunFilesVerb(const QStringList& arguments);
 int RunHeaderVerb(const QStringList& arguments);
 int RunReadingsVerb(const QStringList& arguments);
+int RunCheckVerb(const QStringList& arguments);
 int RunDailyVerb(const QStringList& arguments);
 int RunTableVerb(const QStringList& arguments);
 int RunTidyVerb(const QStringList& arguments);

@@ -22,6 +22,7 @@ constexpr BatchVerb kVerbs[] = {
     {"files", "list the raw files of a data directory", vesk::RunFilesVerb},
     {"header", "show the setup parameters of one raw file", vesk::RunHeaderVerb},
     {"readings", "write the readings of a water year or of one file (CSV)", vesk::RunReadingsVerb},
+    {"check", "tell what is doubtful in the readings (CSV, JSON)", vesk::RunCheckVerb},
     {"daily", "write daily extremes and means (CSV)", vesk::RunDailyVerb},
     {"table", "make level table workbooks", vesk::RunTableVerb},
     {"graph", "draw a graph of one to four stations (PNG, PDF, SVG)", vesk::RunGraphVerb},
@@ -49,7 +50,8 @@ void PrintHelp(std::FILE* to) {
   for (const BatchVerb& verb : kVerbs) std::fprintf(to, "  %-10s%s\n", verb.name, verb.summary);
   std::fputs(
       "\n\"vesk4-batch VERB --help\" tells the options of a verb.\n"
-      "Exit code 0: done; 1: something failed, as told on standard error; 2: wrong use.\n",
+      "Exit code 0: done; 1: something failed, as told on standard error; 2: wrong use;\n"
+      "3: check has findings.\n",
       to);
 }
 

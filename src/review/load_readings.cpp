@@ -265,6 +265,11 @@ class Loader {
     const FileGaps gaps = GapsOf(file.diskName, header, tally, window);
     for (const Message& message : gaps.messages) Tell(message);
     const std::optional<int> lost = ReadingInHeader(*content, header.HeaderEnd);
+    loaded_.readOuts.push_back({.file = file.listName.left(kStemLength),
+                                .diskName = file.diskName,
+                                .header = header,
+                                .tally = tally,
+                                .readingsInHeader = lost.has_value()});
     if (lost) {
       Tell(Message(Wording{u"%1, %2. satır: başlık bozuk ve içinde kayıtlar var; bunlar okunmadı",
                            u"%1, line %2: the header is damaged and holds readings; they are not read"},

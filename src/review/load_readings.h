@@ -10,6 +10,7 @@
 #include "datafiles/raw_header.h"
 #include "review/change_log.h"
 #include "review/raw_files.h"
+#include "review/read_out.h"
 #include "review/setup_parameters.h"
 
 namespace vesk {
@@ -38,6 +39,7 @@ struct LoadedReadings {
   StationSeries series;           ///< the readings, with the saved corrections laid over them
   SetupCells setup;               ///< "--" where the files of a water year differ
   std::vector<QString> files;     ///< names of the files used, in file-number order
+  std::vector<ReadOut> readOuts;  ///< the same, each once a water year
   std::vector<Message> messages;  ///< for the message list
   RawHeader header;               ///< of the last file read
   /// False when a file or a part of one is missing from the load; NotWholeNote (not_whole_note.h) words it.

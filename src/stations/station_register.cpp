@@ -2,48 +2,25 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QUuid>
 #include <QVariant>
 
 #include <optional>
 
 #include "datafiles/numbers.h"
 #include "platform/system_reason.h"
+#include "stations/register_connection.h"
 
 namespace vesk {
 namespace {
 
 constexpr char kSqliteStart[] = "SQLite format 3";      // the NUL behind it belongs to it
 constexpr char kOldEngineStart[] = "\x00\x01\x00\x00";  // a desktop database of the old engine
-constexpr int kBusyMilliseconds = 1000;
 /// The row of a key that still holds what was read; keys of deleted rows are given out again.
 constexpr char kWhereAsRead[] = " WHERE rowid = ? AND No IS ? COLLATE BINARY AND Ad IS ? COLLATE BINARY";
 constexpr Wording kOpenFailed{u"İstasyon veri tabanı açılamadı", u"The station register could not be opened"};
-constexpr Wording kReadFailed{u"İstasyon veri tabanı okunamadı", u"The station register could not be read"};
-constexpr Wording kWriteFailed{u"Değişiklik istasyon veri tabanına yazılamadı",
-                               u"The station register could not be changed"};
-
-/// What the database engine says, in the operators' languages where it is one of its usual reasons.
-Message SqlReason(const QString& words) {
-  static constexpr Wording kReasons[] = {
-      {u"dosya salt okunur", u"attempt to write a readonly database"},
-      {u"dosya bozuk", u"database disk image is malformed"},
-      {u"dosya başka bir program tarafından kullanılıyor", u"database is locked"},
-      {u"disk dolu", u"database or disk is full"},
-      {u"disk okuma/yazma hatası", u"disk I/O error"},
-      {u"dosya bozuk", u"file is not a database"},
-      {u"IstNoAd tablosu yok", u"no such table: IstNoAd"},
-      {u"dosya açılamıyor", u"unable to open database file"},
-  };
-  for (const Wording& reason : kReasons) {
-    if (words == QStringView(reason.In(LanguageChoice::English))) return reason;
-  }
-  return Message::Verbatim(words);
-}
 
 /// Why a file is no register, by its first bytes; empty when it may be one.
 Message ForeignFormat(QByteArrayView start) {
@@ -55,12 +32,6 @@ Message ForeignFormat(QByteArrayView start) {
   }
   return Wording{u"dosya bir SQLite veri tabanı değil; olduğu gibi bırakıldı",
                  u"the file is no SQLite database; it is left as it is"};
-}
-
-Station StationOf(const QSqlQuery& query) {
-  const QVariant number = query.value(1);
-  const QVariant name = query.value(2);
-  return {query.value(0).toLongLong(), number.toString(), name.toString(), number, name};
 }
 
 /// A name of the file's own, as a statement takes it.
@@ -82,90 +53,6 @@ Status CheckFile(const QString& path) {
 }
 
 }  // namespace
-
-/// A connection of its own name, closed and forgotten with the register.
-class StationRegister::Connection {
- public:
-  Connection(QString path, Access access) : path_(std::move(path)), name_(QUuid::createUuid().toString()) {
-    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name_);
-    database.setDatabaseName(path_);
-    QString options = QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(kBusyMilliseconds);
-    if (access == Access::ReadOnly) options += QStringLiteral(";QSQLITE_OPEN_READONLY");
-    database.setConnectOptions(options);
-  }
-  ~Connection() {
-    Database().close();
-    QSqlDatabase::removeDatabase(name_);
-  }
-  Q_DISABLE_COPY_MOVE(Connection)
-
-  /// A reading and writing that nobody else comes between; taken back unless it is committed.
-  class Transaction {
-   public:
-    explicit Transaction(const Connection& connection) : connection_(connection) {}
-    ~Transaction() {
-      QSqlQuery query(connection_.Database());
-      if (open_) query.exec(QStringLiteral("ROLLBACK"));
-    }
-    Q_DISABLE_COPY_MOVE(Transaction)
-    Status Begin() {
-      QSqlQuery query(connection_.Database());
-      Status begun = connection_.Run(query, QStringLiteral("BEGIN IMMEDIATE"), {}, kWriteFailed);
-      open_ = begun.Ok();
-      return begun;
-    }
-    Status Commit() {
-      QSqlQuery query(connection_.Database());
-      Status committed = connection_.Run(query, QStringLiteral("COMMIT"), {}, kWriteFailed);
-      open_ = !committed.Ok();
-      return committed;
-    }
-
-   private:
-    const Connection& connection_;
-    bool open_ = false;
-  };
-
-  [[nodiscard]] QSqlDatabase Database() const { return QSqlDatabase::database(name_, false); }
-  [[nodiscard]] const QString& Path() const { return path_; }
-
-  Status Open() {
-    QSqlDatabase database = Database();
-    if (!database.open()) return Failure(kOpenFailed, database.lastError());
-    QSqlQuery query(database);
-    // Naming the columns also proves that the table is there and the file is sound where it matters.
-    return Run(query, QStringLiteral("SELECT rowid, No, Ad FROM IstNoAd LIMIT 1"), {}, kOpenFailed);
-  }
-
-  Status Run(QSqlQuery& query, const QString& sql, const QVariantList& values, const Wording& what) const {
-    query.setForwardOnly(true);
-    bool ok = query.prepare(sql);
-    for (const QVariant& value : values) query.addBindValue(value);
-    ok = ok && query.exec();
-    if (!ok) return Failure(what, query.lastError());
-    return {};
-  }
-
-  Result<std::optional<Station>> RowOf(qint64 key) const {
-    QSqlQuery query(Database());
-    const Status run =
-        Run(query, QStringLiteral("SELECT rowid, No, Ad FROM IstNoAd WHERE rowid = ?"), {key}, kReadFailed);
-    if (!run) return run.Failure();
-    if (query.next()) return std::optional<Station>(StationOf(query));
-    if (query.lastError().isValid()) return Failure(kReadFailed, query.lastError());
-    return std::optional<Station>();
-  }
-
-  [[nodiscard]] Error Failure(const Wording& what, const QSqlError& error) const {
-    QString reason = error.databaseText().trimmed();
-    if (reason.isEmpty()) reason = error.text().trimmed();
-    return {what, path_, SqlReason(reason)};
-  }
-
- private:
-  QString path_;
-  QString name_;
-};
 
 StationRegister::StationRegister(std::unique_ptr<Connection> connection)
     : connection_(std::move(connection)) {}

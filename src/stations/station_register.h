@@ -10,6 +10,7 @@
 #include <optional>
 #include <vector>
 
+#include "datafiles/station_limits.h"
 #include "platform/result.h"
 
 namespace vesk {
@@ -58,6 +59,14 @@ class StationRegister {
   /// Puts a deleted row back, in its place unless another row has taken that.
   Result<Station> Restore(const DeletedStation& deleted);
 
+  /// What an office takes for ordinary at the station of that number; nothing when nobody has said. An error
+  /// names a field that holds something else than a number.
+  [[nodiscard]] Result<std::optional<StationLimits>> LimitsOf(const QString& number) const;
+  /// Keeps them, in a table of their own that is made when it is not there; no limits: forgets them. read:
+  /// what was read before. False, and no change, when the register holds others by now.
+  Result<bool> SetLimits(const QString& number, const std::optional<StationLimits>& read,
+                         const std::optional<StationLimits>& limits);
+
   /// How long a change waits for others who are writing.
   Status SetPatience(std::chrono::milliseconds patience);
   /// A number that is another one after others have changed the file.
@@ -78,5 +87,8 @@ Result<StationRegister> OpenStationDatabase(const QString& path);
 Result<std::vector<Station>> OpenStationTable(const StationRegister& stations);
 /// Opens the register anew, read-only, and looks one number up; cheap enough for every click on a station.
 Result<QString> LookupStationName(const QString& path, const QString& number);
+
+/// The same for a station's limits.
+Result<std::optional<StationLimits>> LookupStationLimits(const QString& path, const QString& number);
 
 }  // namespace vesk

@@ -5,64 +5,19 @@
 
 #include <random>
 
-#include "review/grid_maker.h"
+#include "findings/finding_maker.h"
 
 namespace vesk {
 namespace {
 
 using std::chrono::days;
 using std::chrono::minutes;
-
-const Day kFirstDay = std::chrono::year(2010) / 10 / 1;
-
-/// A reading so many minutes behind 01/10/2010 00:00, as a loader makes it: midnight ends the day before.
-Reading At(int minute, double levelCm, std::uint8_t file = 1) {
-  const bool midnight = minute % kMinutesPerDay == 0;
-  Reading reading;
-  const int shown = midnight ? minute - 1 : minute;
-  reading.day = kFirstDay + days(shown >= 0 ? shown / kMinutesPerDay : -1);
-  reading.minuteOfDay = static_cast<std::int16_t>((shown + kMinutesPerDay) % kMinutesPerDay);
-  reading.levelCm = levelCm;
-  reading.sourceFile = file;
-  return reading;
-}
-
-/// Hourly readings of one file, the first at 01:00.
-std::vector<Reading> Hourly(const std::vector<double>& levels) {
-  std::vector<Reading> readings;
-  for (std::size_t i = 0; i < levels.size(); ++i)
-    readings.push_back(At(60 * (static_cast<int>(i) + 1), levels[i]));
-  return readings;
-}
-
-std::vector<double> Ramp(int count) {
-  std::vector<double> levels;
-  for (int i = 0; i < count; ++i) levels.push_back(100 + i);
-  return levels;
-}
-
-struct Asked {
-  StationLimits limits = {};
-  std::vector<ReadOut> readOuts = {{1, 60}, {2, 60}};
-  std::optional<DayWindow> window = {};
-};
-
-/// "rule first-last value" of every finding; a note in brackets.
-std::string Found(const std::vector<Reading>& readings, const Asked& asked = {}) {
-  const StationSeries series = test::GridOf(readings);
-  QStringList found;
-  for (const Finding& finding : FindAll({series, asked.readOuts, asked.window, asked.limits})) {
-    const QString text = QStringLiteral("%1 %2-%3 %4")
-                             .arg(RuleWord(finding.rule))
-                             .arg(finding.firstRow)
-                             .arg(finding.lastRow)
-                             .arg(finding.value);
-    found += finding.severity == FindingSeverity::Note ? QStringLiteral("(%1)").arg(text) : text;
-    EXPECT_LE(finding.from, finding.to) << text.toStdString();
-    EXPECT_FALSE(finding.expected.IsEmpty()) << text.toStdString();
-  }
-  return found.join(QStringLiteral(", ")).toStdString();
-}
+using test::At;
+using test::Found;
+using test::Hourly;
+using test::kFirstDay;
+using test::Out;
+using test::Ramp;
 
 TEST(Findings, ASeriesInOrderHasNone) {
   EXPECT_EQ(Found({}), "");
@@ -70,16 +25,18 @@ TEST(Findings, ASeriesInOrderHasNone) {
   // Over several midnights, which stand as 23:59 and are an hour from both neighbours all the same.
   EXPECT_EQ(Found(Hourly(Ramp(24 * 3)), {.limits = {.spikeCm = 0, .rateCmPerHour = 1, .flatHours = 1}}), "");
   std::vector<Reading> records = Hourly(Ramp(30));
-  Reading record = At(90, 900);
-  record.kind = ReadingKind::Maximum;
-  records.insert(records.begin() + 2, record);
+  for (const ReadingKind kind : {ReadingKind::Maximum, ReadingKind::Minimum}) {
+    const double level = kind == ReadingKind::Maximum ? 123 : 100;
+    records.insert(records.begin() + 23, At(60 * (static_cast<int>(level) - 99), level, 1, kind));
+  }
+  records.resize(26);
   EXPECT_EQ(Found(records, {.limits = {.rateCmPerHour = 1}}), "") << "a record is no reading";
 }
 
 TEST(Findings, AGapIsMoreThanOneAndAHalfIntervals) {
   std::vector<Reading> readings = Hourly(Ramp(10));
   readings[5] = At(60 * 5 + 90, 105);
-  EXPECT_EQ(Found(readings, {.readOuts = {{1, 60}}}), "(step 6-6 1)") << "an hour and a half is none";
+  EXPECT_EQ(Found(readings, {.readOuts = {Out(1, 60)}}), "(step 6-6 1)") << "an hour and a half is none";
   readings[5] = At(60 * 5 + 91, 105);
   EXPECT_EQ(Found(readings), "gap 5-6 1, (step 6-6 1)");
   readings = Hourly(Ramp(10));
@@ -88,20 +45,29 @@ TEST(Findings, AGapIsMoreThanOneAndAHalfIntervals) {
   EXPECT_EQ(Found(readings, {.readOuts = {}}), "gap 3-4 3") << "the interval is learnt from the readings";
   // At a change of file the larger interval counts.
   std::vector<Reading> joint = {At(60, 100), At(120, 101), At(180, 102), At(330, 103, 2), At(360, 104, 2)};
-  EXPECT_EQ(Found(joint, {.readOuts = {{1, 60}, {2, 30}}}), "gap 3-4 2");
-  EXPECT_EQ(Found(joint, {.readOuts = {{1, 120}, {2, 30}}}), "(step 2-2 1)");
+  EXPECT_EQ(Found(joint, {.readOuts = {Out(1, 60), Out(2, 30)}}), "gap 3-4 2");
+  EXPECT_EQ(Found(joint, {.readOuts = {Out(1, 120), Out(2, 30)}}), "header 1-3 60, (step 2-2 1)");
 }
 
 TEST(Findings, AWaterYearIsBegunAndEndedByReadings) {
   const DayWindow twoDays{kFirstDay, kFirstDay + days(1)};
-  EXPECT_EQ(Found(Hourly(Ramp(48)), {.window = twoDays}), "");
+  EXPECT_EQ(Found(Hourly(Ramp(48)), {.windows = {twoDays}}), "");
   std::vector<Reading> readings = Hourly(Ramp(48));
   readings.pop_back();
-  EXPECT_EQ(Found(readings, {.window = twoDays}), "")
+  EXPECT_EQ(Found(readings, {.windows = {twoDays}}), "")
       << "one reading later than the last is within 1.5 intervals";
   readings.erase(readings.end() - 2, readings.end());
   readings.erase(readings.begin(), readings.begin() + 5);
-  EXPECT_EQ(Found(readings, {.window = twoDays}), "gap 1-1 5, gap 40-40 2");
+  EXPECT_EQ(Found(readings, {.windows = {twoDays}}), "gap 1-1 5, gap 40-40 3");
+}
+
+TEST(Findings, WaterYearsThatDoNotFollowEachOther) {
+  const DayWindow one{kFirstDay, kFirstDay}, other{kFirstDay + days(3), kFirstDay + days(3)};
+  std::vector<Reading> readings = Hourly(Ramp(24));
+  EXPECT_EQ(Found(readings, {.windows = {one, other}}), "gap 0-0 0") << "a year without any reading";
+  for (int i = 1; i <= 24; ++i) readings.push_back(At(3 * kMinutesPerDay + 60 * i, 200 + i));
+  EXPECT_EQ(Found(readings, {.windows = {one, other}}), "") << "nobody asked for the days between them";
+  EXPECT_EQ(Found(readings), "gap 24-25 48");
 }
 
 TEST(Findings, ReadOutsThatCoverTheSameTime) {
@@ -127,7 +93,7 @@ TEST(Findings, ADoubledHourAndTimeThatRunsBackwards) {
 
 TEST(Findings, ASpikeLiesOffTheMeanOfItsNeighbours) {
   std::vector<Reading> readings = Hourly({100, 100, 100, 110, 100, 100});
-  const Asked ten{.limits = {.spikeCm = 10}};
+  const test::Asked ten{.limits = {.spikeCm = 10}};
   EXPECT_EQ(Found(readings, ten), "") << "the limit itself is allowed";
   readings[3].levelCm = 110.1;
   EXPECT_EQ(Found(readings, ten), "spike 4-4 10.1");
@@ -141,7 +107,7 @@ TEST(Findings, ASpikeLiesOffTheMeanOfItsNeighbours) {
 
 TEST(Findings, AFastChangeIsPerHourAndNotAcrossGaps) {
   std::vector<Reading> readings = {At(60, 100), At(70, 101), At(80, 103), At(90, 103)};
-  const std::vector<ReadOut> ten = {{1, 10}};
+  const std::vector<ReadOut> ten = {Out(1, 10)};
   EXPECT_EQ(Found(readings, {.limits = {.rateCmPerHour = 12}, .readOuts = ten}), "");
   EXPECT_EQ(Found(readings, {.limits = {.rateCmPerHour = 11.9}, .readOuts = ten}), "rate 3-3 12");
   readings[2].levelCm = 99;
@@ -166,9 +132,9 @@ TEST(Findings, AFlatLineIsAsLongAsTheLevelStandsStill) {
 }
 
 TEST(Findings, LevelsOutOfTheStationsRange) {
-  const std::vector<Reading> readings = Hourly({100, -1, -3, 100, 250, 250.1});
-  EXPECT_EQ(Found(readings, {.limits = {.lowestCm = 0, .highestCm = 250}}), "range 2-3 -3, range 6-6 250.1");
-  EXPECT_EQ(Found(readings, {.limits = {.lowestCm = -3}}), "");
+  const std::vector<Reading> readings = Hourly({100, 49, 47, 100, 250, 250.1});
+  EXPECT_EQ(Found(readings, {.limits = {.lowestCm = 50, .highestCm = 250}}), "range 2-3 47, range 6-6 250.1");
+  EXPECT_EQ(Found(readings, {.limits = {.lowestCm = 47}}), "");
 }
 
 // On an evenly spaced series the flagged points are those of the tests as they are published, which look at
@@ -178,10 +144,10 @@ TEST(Findings, FlagsThePointsOfThePublishedTests) {
   for (int round = 0; round < 50; ++round) {
     std::vector<double> levels;
     for (int i = 0; i < 200; ++i) levels.push_back(static_cast<double>(random() % 8));
-    const auto rows = [&](const StationLimits& limits) {
+    const auto rows = [&](FindingRule rule, const StationLimits& limits) {
       std::vector<bool> flagged(levels.size());
-      const StationSeries series = test::GridOf(Hourly(levels));
-      for (const Finding& finding : FindAll({series, {{1, 60}}, {}, limits})) {
+      for (const Finding& finding : test::AllOf(Hourly(levels), {.limits = limits})) {
+        if (finding.rule != rule) continue;
         for (int row = finding.firstRow; row <= finding.lastRow; ++row)
           flagged[static_cast<std::size_t>(row - 1)] = true;
       }
@@ -198,9 +164,9 @@ TEST(Findings, FlagsThePointsOfThePublishedTests) {
       if (*high - *low > 2) continue;
       for (std::size_t k = i - 3; k <= i; ++k) flats[k] = true;
     }
-    ASSERT_EQ(rows({.spikeCm = 3}), spikes) << round;
-    ASSERT_EQ(rows({.rateCmPerHour = 5}), rates) << round;
-    ASSERT_EQ(rows({.flatHours = 3, .flatCm = 2}), flats) << round;
+    ASSERT_EQ(rows(FindingRule::Spike, {.spikeCm = 3}), spikes) << round;
+    ASSERT_EQ(rows(FindingRule::Rate, {.rateCmPerHour = 5}), rates) << round;
+    ASSERT_EQ(rows(FindingRule::Flat, {.flatHours = 3, .flatCm = 2}), flats) << round;
   }
 }
 

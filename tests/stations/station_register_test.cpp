@@ -167,5 +167,40 @@ TEST_F(Register, TheShippedTemplateIsAnEmptyRegister) {
   EXPECT_EQ(Lookup("12345"), "Ad");
 }
 
+// Limits live in a table of their own: a register that has never had any stays as it is until some are kept.
+TEST_F(Register, KeepsTheLimitsOfAStation) {
+  const QString number = QStringLiteral("AB001");
+  const QByteArray before = BytesOf(path_);
+  auto stations = StationRegister::Open(path_);
+  ASSERT_TRUE(stations);
+  EXPECT_EQ(*stations->LimitsOf(number), std::nullopt);
+  EXPECT_EQ(BytesOf(path_), before);
+  const StationLimits limits{.spikeCm = 6.5, .flatHours = 24, .flatCm = 1, .lowestCm = -20};
+  EXPECT_TRUE(*stations->SetLimits(number, std::nullopt, limits));
+  EXPECT_EQ(*LookupStationLimits(path_, QStringLiteral("ab001")), limits) << "one station in either case";
+  EXPECT_EQ(*LookupStationLimits(path_, QStringLiteral("AB002")), std::nullopt);
+  // Somebody else has set others since these were read.
+  const StationLimits others{.highestCm = 900};
+  EXPECT_FALSE(*stations->SetLimits(number, std::nullopt, others));
+  EXPECT_EQ(*stations->LimitsOf(number), limits);
+  EXPECT_TRUE(*stations->SetLimits(number, limits, others));
+  EXPECT_EQ(*stations->LimitsOf(number), others);
+  EXPECT_TRUE(*stations->SetLimits(number, others, std::nullopt));
+  EXPECT_EQ(*stations->LimitsOf(number), std::nullopt);
+}
+
+TEST_F(Register, ALimitThatIsNoNumberIsNamed) {
+  auto stations = StationRegister::Open(path_);
+  ASSERT_TRUE(*stations->SetLimits(QStringLiteral("12345"), std::nullopt, StationLimits{.spikeCm = 5}));
+  SqlHand(path_).Do("UPDATE IstSinir SET EnDusukCm = 'zero'");
+  const auto read = stations->LimitsOf(QStringLiteral("12345"));
+  ASSERT_FALSE(read);
+  for (const char* part : {"EnDusukCm", "\"zero\"", "expected a number"})
+    EXPECT_TRUE(read.Failure().English().contains(QLatin1String(part)))
+        << read.Failure().English().toStdString();
+  EXPECT_FALSE(stations->SetLimits(QStringLiteral("12345"), std::nullopt, StationLimits{}))
+      << "what cannot be read is not written over";
+}
+
 }  // namespace
 }  // namespace vesk
