@@ -26,10 +26,11 @@ constexpr double kLeastSpanCm = 50;
 /// count there.
 class Histogram {
  public:
-  Histogram(double from, double width, std::size_t buckets) : from_(from), width_(width), counts_(buckets) {}
+  Histogram(double from, double width, std::size_t buckets)
+      : from_(from), width_(width), perUnit_(1 / width), counts_(buckets) {}
 
   void Add(double value) {
-    const double place = std::max(0.0, (value - from_) / width_ + kMiddle);
+    const double place = std::max(0.0, (value - from_) * perUnit_ + kMiddle);
     ++counts_[std::min(static_cast<std::size_t>(place), counts_.size() - 1)];
     ++all_;
   }
@@ -44,7 +45,7 @@ class Histogram {
 
  private:
   static constexpr double kMiddle = 0.5;
-  double from_, width_;
+  double from_, width_, perUnit_;
   std::vector<std::int32_t> counts_;
   std::int64_t all_ = 0;
 };

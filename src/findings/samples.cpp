@@ -28,9 +28,8 @@ FileNumbers::FileNumbers(const StationSeries& series) : files_(series.Files()) {
   if (!numbers_.empty()) count_ = std::ranges::max(numbers_) + 1;
 }
 
-int FileNumbers::Of(int rawRow) const {
+int FileNumbers::Search(int rawRow) const {
   const auto holds = [&](const RawFileRows& rows) { return rows.first <= rawRow && rawRow <= rows.last; };
-  if (last_ < files_.size() && holds(files_[last_])) return numbers_[last_];
   const auto found = std::ranges::find_if(files_, holds);
   if (found == files_.end()) return 0;
   last_ = static_cast<std::size_t>(found - files_.begin());
@@ -80,13 +79,15 @@ Samples::Samples(const StationSeries& series, const std::vector<ReadOut>& readOu
 void Samples::TakeRows(const FileNumbers& numbers) {
   const bool retimed = series_.Target().has_value();  // the rows are no longer in the raw order
   inRows_.reserve(static_cast<std::size_t>(series_.ReadingCount()));
-  for (int row = 1; row <= series_.ReadingCount(); ++row) {
+  const int count = series_.ReadingCount();
+  for (int row = 1; row <= count; ++row) {
     const Reading reading = series_.At(row);
     if (reading.kind != ReadingKind::Ordinary) continue;
-    inRows_.push_back({.minute = SampleMinute(reading),
-                       .levelCm = reading.levelCm,
-                       .row = row,
-                       .file = numbers.Of(retimed ? series_.RefOf(row).rawRow : row)});
+    inRows_.push_back(
+        {.minute = SampleMinute(reading),
+         .levelCm = reading.levelCm,
+         .row = row,
+         .file = static_cast<std::uint16_t>(numbers.Of(retimed ? series_.RefOf(row).rawRow : row))});
   }
 }
 

@@ -19,7 +19,7 @@ struct Sample {
   std::int64_t minute = 0;
   double levelCm = 0;
   int row = 0;             ///< of the series as shown
-  int file = 0;            ///< of its read-out, as FileNumbers has it
+  std::uint16_t file = 0;  ///< of its read-out, as FileNumbers has it
   bool gapBefore = false;  ///< readings are missing since the one before it in time
 
   [[nodiscard]] DateTime Time() const;  ///< as shown
@@ -35,12 +35,17 @@ class FileNumbers {
   explicit FileNumbers(const StationSeries& series);
 
   /// From 0 up; 0 too where nobody knows. Quick for rows that come in their order.
-  [[nodiscard]] int Of(int rawRow) const;
+  [[nodiscard]] int Of(int rawRow) const {
+    return last_ < files_.size() && files_[last_].first <= rawRow && rawRow <= files_[last_].last
+               ? numbers_[last_]
+               : Search(rawRow);
+  }
   /// file: first 16 characters of a name; nothing when no reading came from it.
   [[nodiscard]] std::optional<int> Of(const QString& file) const;
   [[nodiscard]] int Count() const { return count_; }
 
  private:
+  [[nodiscard]] int Search(int rawRow) const;
   const std::vector<RawFileRows>& files_;
   std::vector<int> numbers_;  ///< one an entry of files_
   int count_ = 1;

@@ -1,7 +1,7 @@
 // Levels that a failing sensor gives: below zero, at the ends of its field, stuck on one value.
 #include <algorithm>
 #include <cmath>
-#include <unordered_map>
+#include <map>
 
 #include "datafiles/numbers.h"
 #include "findings/samples.h"
@@ -42,21 +42,30 @@ std::int64_t Tenths(double levelCm) {
   return std::llround(levelCm * kTenthsPerCm);
 }
 
+/// A crowd at one value is one within its centimetre: most series have none, which takes no more than a
+/// count.
+bool MayBeCrowded(const std::vector<Sample>& all) {
+  constexpr double kBelowAll = -1000;
+  constexpr double kHalfTenth = 0.05;
+  constexpr std::size_t kCentimetres = 11'000;
+  std::vector<std::uint32_t> counts(kCentimetres);
+  for (const Sample& sample : all) {
+    const double above =
+        std::clamp(sample.levelCm + kHalfTenth - kBelowAll, 0.0, static_cast<double>(kCentimetres - 1));
+    ++counts[static_cast<std::size_t>(above)];
+  }
+  return IsCrowd(std::ranges::max(counts), all.size());
+}
+
 /// Values that more than their share of the readings has, tenths of a centimetre.
 std::vector<std::int64_t> CrowdedValues(const std::vector<Sample>& all) {
-  std::unordered_map<std::int64_t, std::size_t> counts;
-  std::size_t* of = nullptr;
-  double level = 0;
-  for (const Sample& sample : all) {
-    if (of == nullptr || sample.levelCm != level) of = &counts[Tenths(sample.levelCm)];
-    level = sample.levelCm;
-    ++*of;
-  }
+  if (!MayBeCrowded(all)) return {};
+  std::map<std::int64_t, std::size_t> counts;
+  for (const Sample& sample : all) ++counts[Tenths(sample.levelCm)];
   std::vector<std::int64_t> crowded;
   for (const auto& [tenths, count] : counts) {
     if (IsCrowd(count, all.size())) crowded.push_back(tenths);
   }
-  std::ranges::sort(crowded);
   return crowded;
 }
 
