@@ -31,8 +31,9 @@ bool ChangedSinceSave(const RowState& state) {
 /// Forms a log and its record row by row.
 class LogFormer {
  public:
-  LogFormer(const StationSeries& series, const ChangeLogOverlay& overlay, const Authorship& author)
-      : series_(series), overlay_(overlay), author_(author) {}
+  LogFormer(const StationSeries& series, const ChangeLogOverlay& overlay, const Authorship& author,
+            const std::map<RowRef, Purpose>& purposes)
+      : series_(series), overlay_(overlay), author_(author), purposes_(purposes) {}
 
   void AddShown(int shownRow) {
     const RowRef row = series_.RefOf(shownRow);
@@ -59,7 +60,9 @@ class LogFormer {
     const auto known = overlay_.authors.find(row);
     const bool isOld =
         known != overlay_.authors.end() && !ChangedSinceSave(series_.StateOf(row).value_or(RowState{}));
-    const Authorship& by = isOld ? known->second : author_;
+    Authorship by = isOld ? known->second : author_;
+    const auto purpose = purposes_.find(row);
+    if (!isOld && purpose != purposes_.end()) by.why = purpose->second;
     log_.authors[row] = by;
     return CorrectionOf(series_, row, by);
   }
@@ -67,6 +70,7 @@ class LogFormer {
   const StationSeries& series_;
   const ChangeLogOverlay& overlay_;
   Authorship author_;
+  const std::map<RowRef, Purpose>& purposes_;
   ChangeLogToSave log_;
 };
 
@@ -128,8 +132,9 @@ std::optional<ChangeLogLine> ReadChangeLogLine(QByteArrayView bytes, Message& ex
 }
 
 ChangeLogToSave FormChangeLog(const StationSeries& series, const ChangeLogOverlay& overlay,
-                              const Authorship& author, const RowRange& within) {
-  LogFormer former(series, overlay, author);
+                              const Authorship& author, const RowRange& within,
+                              const std::map<RowRef, Purpose>& purposes) {
+  LogFormer former(series, overlay, author, purposes);
   const int last = std::min(within.last, series.ReadingCount());
   for (int row = within.first; row <= last; ++row) {
     if (series.IsChanged(row)) former.AddShown(row);

@@ -87,9 +87,10 @@ struct ChangeLogToSave {
 };
 
 /// The rows that carry a change and lie within, in grid order, then what a load could not place.
-/// author: of rows changed since the last save.
+/// author: of rows changed since the last save; purposes: what each of them was changed for.
 ChangeLogToSave FormChangeLog(const StationSeries& series, const ChangeLogOverlay& overlay,
-                              const Authorship& author, const RowRange& within = {});
+                              const Authorship& author, const RowRange& within = {},
+                              const std::map<RowRef, Purpose>& purposes = {});
 
 /// Writes record and log, each whole or not at all, the record first; wherever that is cut, the record fits
 /// the log that is there. On success the overlay is that of the saved log; marks are the caller's to update

@@ -22,11 +22,14 @@ namespace {
 //   edit    <row> <date and time> <kind> <level before> <level> <raw file>
 //   extreme <date and time> <kind> <level before> <level>
 //   dates   <date and time>
-//   undo
-constexpr char kHeading[] = "journal\t2";
+//   step    <records that follow and belong together> <operation> <reason, percent-encoded>
+//   undo    of a record or a step
+constexpr char kHeading[] = "journal\t3";
+constexpr char kHeadingBefore[] = "journal\t2";  // knew no steps
 constexpr char kEditWord[] = "edit";
 constexpr char kExtremeWord[] = "extreme";
 constexpr char kDatesWord[] = "dates";
+constexpr char kStepWord[] = "step";
 constexpr char kUndoWord[] = "undo";
 constexpr char kOldSuffix[] = ".old";      // work that no longer fits its readings
 constexpr char kLaterSuffix[] = ".later";  // work put off by the operator while new work goes on
@@ -43,6 +46,10 @@ std::optional<QByteArrayView> Unsealed(QByteArrayView line) {
   const QByteArrayView fields = line.first(tab);
   if (Sealed(fields.toByteArray()).chopped(1) != line) return std::nullopt;
   return fields;
+}
+
+bool IsHeading(QByteArrayView fields) {
+  return fields == QByteArrayView(kHeading) || fields == QByteArrayView(kHeadingBefore);
 }
 
 QByteArray Fields(const JournalRecord& record) {
@@ -95,27 +102,77 @@ std::optional<JournalRecord> ReadRecord(const QStringList& fields) {
   return record;
 }
 
-/// Plays the lines of a journal: what was undone does not count.
+/// Plays the lines of a journal: what was undone does not count, nor a step that is not whole.
 class Playback {
  public:
   /// False for a line that no version of the program writes.
   bool Take(QByteArrayView line) {
     const QStringList fields = QString::fromUtf8(line).split(QLatin1Char('\t'));
+    if (awaited_ > 0) return TakeOfStep(fields);
     if (fields.front() == QLatin1String(kUndoWord)) {
       if (!done_.empty()) done_.pop_back();
       return true;
     }
+    if (fields.front() == QLatin1String(kStepWord)) return BeginStep(fields);
     std::optional<JournalRecord> record = ReadRecord(fields);
     if (!record) return false;
-    done_.push_back(std::move(*record));
+    done_.push_back({std::move(*record)});
     return true;
   }
 
-  std::vector<JournalRecord> TakeRecords() { return std::move(done_); }
+  /// A step was begun and its records are not all there.
+  [[nodiscard]] bool IsCut() const { return awaited_ > 0; }
+
+  std::vector<JournalRecord> TakeRecords() {
+    std::vector<JournalRecord> records;
+    for (std::vector<JournalRecord>& step : done_) std::ranges::move(step, std::back_inserter(records));
+    return records;
+  }
 
  private:
-  std::vector<JournalRecord> done_;
+  bool BeginStep(const QStringList& fields) {
+    bool isNumber = false;
+    awaited_ = fields.value(1).toInt(&isNumber);
+    if (!isNumber || awaited_ <= 0) return false;
+    pattern_ = {.step = ++steps_,
+                .operation = fields.value(2),
+                .reason = QString::fromUtf8(QByteArray::fromPercentEncoding(fields.value(3).toLatin1()))};
+    step_.clear();
+    return true;
+  }
+
+  bool TakeOfStep(const QStringList& fields) {
+    std::optional<JournalRecord> record = ReadRecord(fields);
+    if (!record) return false;
+    record->step = pattern_.step;
+    record->operation = pattern_.operation;
+    record->reason = pattern_.reason;
+    step_.push_back(std::move(*record));
+    if (--awaited_ == 0) done_.push_back(std::move(step_));
+    return true;
+  }
+
+  std::vector<std::vector<JournalRecord>> done_;
+  std::vector<JournalRecord> step_;  ///< under way
+  JournalRecord pattern_;
+  int awaited_ = 0;
+  int steps_ = 0;
 };
+
+/// The lines of records, each step headed by its own line.
+QByteArray LinesOf(const std::vector<JournalRecord>& records) {
+  QByteArray lines;
+  for (std::size_t first = 0; first < records.size();) {
+    const std::size_t end = EndOfStep(records, first);
+    const JournalRecord& head = records[first];
+    if (head.step > 0) {
+      lines += Sealed(QByteArray(kStepWord) + '\t' + QByteArray::number(static_cast<qint64>(end - first)) +
+                      '\t' + head.operation.toUtf8() + '\t' + head.reason.toUtf8().toPercentEncoding());
+    }
+    for (; first < end; ++first) lines += Sealed(Fields(records[first]));
+  }
+  return lines;
+}
 
 Message NotWritten() {
   return Wording{u"Düzeltme günlüğü yazılamadı", u"The edit journal could not be written"};
@@ -126,9 +183,7 @@ Error JournalError(const QString& path, const Message& reason) {
 }
 
 Status WriteJournal(const QString& path, const std::vector<JournalRecord>& records) {
-  QByteArray content = Sealed(kHeading);
-  for (const JournalRecord& record : records) content += Sealed(Fields(record));
-  return WriteWholeFile(path, content, NotWritten());
+  return WriteWholeFile(path, Sealed(kHeading) + LinesOf(records), NotWritten());
 }
 
 /// Name under which a journal can be kept without touching one that was kept before.
@@ -139,8 +194,13 @@ QString FreeOldPath(const QString& path) {
   return kept;
 }
 
+/// The same records behind one another; the numbers of their steps may be others.
 bool EndsWith(const std::vector<JournalRecord>& records, const std::vector<JournalRecord>& end) {
-  return end.size() <= records.size() && std::equal(end.rbegin(), end.rend(), records.rbegin());
+  const auto same = [](JournalRecord one, JournalRecord other) {
+    one.step = other.step = 0;
+    return one == other;
+  };
+  return end.size() <= records.size() && std::equal(end.rbegin(), end.rend(), records.rbegin(), same);
 }
 
 }  // namespace
@@ -150,19 +210,35 @@ QString JournalPath(const QString& changeLogPath, const QString& rawFileName) {
   return changeLogPath + middle + QStringLiteral(".journal");
 }
 
+void AppendRecords(std::vector<JournalRecord>& records, const std::vector<JournalRecord>& further) {
+  int last = 0;
+  for (const JournalRecord& record : records) last = std::max(last, record.step);
+  for (JournalRecord record : further) {
+    if (record.step > 0) record.step += last;
+    records.push_back(std::move(record));
+  }
+}
+
+std::size_t EndOfStep(const std::vector<JournalRecord>& records, std::size_t first) {
+  std::size_t end = first + 1;
+  while (records[first].step > 0 && end < records.size() && records[end].step == records[first].step) ++end;
+  return end;
+}
+
 PendingEdits DecodeJournal(QByteArrayView content) {
   PendingEdits pending;
   Playback playback;
   for (bool heading = true; !content.isEmpty(); heading = false) {
     const qsizetype end = content.indexOf('\n');
     const auto fields = end < 0 ? std::nullopt : Unsealed(content.first(end));
-    const bool whole = fields && (heading ? *fields == QByteArrayView(kHeading) : playback.Take(*fields));
+    const bool whole = fields && (heading ? IsHeading(*fields) : playback.Take(*fields));
     if (!whole) {
       pending.torn = true;
       break;
     }
     content = content.sliced(end + 1);
   }
+  pending.torn = pending.torn || playback.IsCut();
   pending.records = playback.TakeRecords();
   return pending;
 }
@@ -206,7 +282,7 @@ Status EditJournal::SetAside() {
   // A crash between the two steps below must not add the same work twice.
   if (!EndsWith(waiting->records, latest->records)) {
     std::vector<JournalRecord> records = waiting->records;
-    std::copy(latest->records.begin(), latest->records.end(), std::back_inserter(records));
+    AppendRecords(records, latest->records);
     if (Status written = WriteJournal(aside, records); !written) return written;
   }
   if (!QFile::remove(path_))
@@ -235,18 +311,17 @@ Status EditJournal::OpenNew() {
   if (!file_.open(QIODevice::ReadWrite | QIODevice::NewOnly))
     return JournalError(path_, SystemReason(file_.errorString()));
   Status begun = SyncToDisk(QFileInfo(path_).absolutePath(), NotWritten());
-  if (begun) begun = AppendLine(kHeading);
+  if (begun) begun = AppendLines(Sealed(kHeading));
   if (!begun) file_.remove();  // the next record begins anew: without its heading it would not be read
   return begun;
 }
 
-Status EditJournal::AppendLine(const QByteArray& fields) {
+Status EditJournal::AppendLines(const QByteArray& lines) {
   if (!file_.isOpen()) {
     if (Status opened = OpenNew(); !opened) return opened;
   }
   const qint64 start = file_.pos();
-  const QByteArray line = Sealed(fields);
-  const bool written = file_.write(line) == line.size() && file_.flush();
+  const bool written = file_.write(lines) == lines.size() && file_.flush();
   if (written && ::fdatasync(file_.handle()) == 0) return {};
   const Message reason = written ? SystemReason(errno) : SystemReason(file_.errorString());
   // A line cut short (disk full) would hide every later one.
@@ -254,12 +329,12 @@ Status EditJournal::AppendLine(const QByteArray& fields) {
   return JournalError(path_, reason);
 }
 
-Status EditJournal::Append(const JournalRecord& record) {
-  return AppendLine(Fields(record));
+Status EditJournal::Append(const std::vector<JournalRecord>& step) {
+  return AppendLines(LinesOf(step));
 }
 
 Status EditJournal::AppendUndo() {
-  return file_.isOpen() ? AppendLine(kUndoWord) : Status();
+  return file_.isOpen() ? AppendLines(Sealed(kUndoWord)) : Status();
 }
 
 Status EditJournal::Finish() {

@@ -27,9 +27,18 @@ struct JournalRecord {
   double fromCm = 0;   ///< edits: the level before, cm
   double levelCm = 0;  ///< edits: the level typed, cm
   DateTime target{};   ///< CorrectDates: the true time of the last reading
+  /// Edits of one operation, which come and go together, follow each other under one number; 0: alone.
+  int step = 0;
+  QString operation{};  ///< edits: what was done, as the review record has it
+  QString reason{};     ///< edits: why, in the operator's words
 
   bool operator==(const JournalRecord&) const = default;
 };
+
+/// Adds records behind those that are there; their steps get numbers that nobody has.
+void AppendRecords(std::vector<JournalRecord>& records, const std::vector<JournalRecord>& further);
+/// End of the step that begins at `first`: one behind its last record.
+std::size_t EndOfStep(const std::vector<JournalRecord>& records, std::size_t first);
 
 /// What a journal offers: the work that was never saved, single-step undo already taken into account.
 struct PendingEdits {
@@ -64,8 +73,10 @@ class EditJournal {
   /// its name + ".later" until the new one is gone.
   Status Restart(const std::vector<JournalRecord>& records, bool keepOld);
 
-  Status Append(const JournalRecord& record);
-  /// The last record not yet undone no longer counts. Nothing to do where no record was written.
+  Status Append(const JournalRecord& record) { return Append(std::vector{record}); }
+  /// The records of one step: after a crash all of them are there or none. One write to the disk.
+  Status Append(const std::vector<JournalRecord>& step);
+  /// The last step not yet undone no longer counts. Nothing to do where no record was written.
   Status AppendUndo();
   /// The work is saved or dropped: deletes what this object wrote, and brings back a journal that waits.
   Status Finish();
@@ -76,7 +87,7 @@ class EditJournal {
   Status Remove();
 
  private:
-  Status AppendLine(const QByteArray& fields);
+  Status AppendLines(const QByteArray& lines);
   Status OpenNew();
   Status SetAside();
   Status BringBack();

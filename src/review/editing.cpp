@@ -3,6 +3,7 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <set>
 
 #include "datafiles/dates.h"
 #include "datafiles/numbers.h"
@@ -92,45 +93,85 @@ Result<bool> EditSession::RestoreRawLevel(int row) {
 }
 
 Result<bool> EditSession::Edit(int row, double levelCm) {
-  const RowRef ref = series_.RefOf(row);
   if (NumberText(levelCm) == NumberText(series_.At(row).levelCm)) return false;
-  if (const Status may = MayEdit(); !may) return may.Failure();
-  ApplyEdit(ref, levelCm);
-  JournalLastStep();
-  Q_EMIT StateChanged();
-  return true;
+  const Result<int> changed = Correct({{row, levelCm}}, {QStringLiteral("edit"), reason_});
+  if (!changed) return changed.Failure();
+  return *changed > 0;
 }
 
-/// False when the row has that level already.
-bool EditSession::ApplyEdit(const RowRef& row, double levelCm) {
-  Step step{
-      .record = RecordOf(row, levelCm), .row = row, .before = series_.StateOf(row).value_or(RowState{})};
-  if (NumberText(levelCm) == NumberText(step.before.levelCm)) return false;
+Result<int> EditSession::Correct(const std::vector<LevelChange>& changes, const Purpose& why) {
+  Step step{.why = why};
+  std::set<RowRef> taken;
+  for (const LevelChange& change : changes) {
+    if (!series_.IsReading(change.row))
+      return Error{NotChanged(), {}, Wording{u"bu satırda kayıt yok", u"the row holds no reading"}};
+    if (!ReadLevel(NumberText(change.levelCm)))
+      return Error{NotChanged(), {}, Wording{u"seviye bir sayı olmalıdır", u"a level must be a number"}};
+    auto row = StepOf(series_.RefOf(change.row), change.levelCm);
+    if (row && taken.insert(row->row).second) step.rows.push_back(std::move(*row));
+  }
+  if (step.rows.empty()) return 0;
+  if (const Status may = MayEdit(); !may) return may.Failure();
+  const auto count = static_cast<int>(step.rows.size());
+  Do(std::move(step));
+  JournalLastStep();
+  Q_EMIT StateChanged();
+  return count;
+}
+
+/// Nothing when the row has that level already.
+std::optional<EditSession::RowStep> EditSession::StepOf(const RowRef& row, double levelCm) const {
+  RowStep step{.row = row, .before = series_.StateOf(row).value_or(RowState{})};
+  if (NumberText(levelCm) == NumberText(step.before.levelCm)) return std::nullopt;
   step.after = step.before;
   step.after.levelCm = levelCm;
   const int code =
       row.rawRow > 0 ? series_.Raw().CodeValue(row.rawRow) : std::max(step.before.mark.editCode, 0);
   step.after.mark.editCode = code + 1;
   step.after.mark.shade = RowShade::Changed;
-  Do(std::move(step));
-  return true;
+  return step;
 }
 
-JournalRecord EditSession::RecordOf(const RowRef& row, double levelCm) const {
+JournalRecord EditSession::RecordOf(const RowStep& change) const {
+  const RowRef& row = change.row;
   if (row.rawRow > 0) {
-    const Reading reading = series_.Raw().At(row.rawRow);
+    const Reading& reading = series_.Raw().Readings()[static_cast<std::size_t>(row.rawRow - 1)];
     return {.row = row.rawRow,
             .rawFile = series_.FileOf(row.rawRow),
             .time = reading.Time(),
             .readingKind = reading.kind,
-            .fromCm = reading.levelCm,
-            .levelCm = levelCm};
+            .fromCm = change.before.levelCm,
+            .levelCm = change.after.levelCm};
   }
   return {.kind = JournalRecord::Kind::EditExtreme,
           .time = DateTime(row.extreme.day),
           .readingKind = row.extreme.kind,
-          .fromCm = series_.StateOf(row).value_or(RowState{}).levelCm,
-          .levelCm = levelCm};
+          .fromCm = change.before.levelCm,
+          .levelCm = change.after.levelCm};
+}
+
+std::vector<JournalRecord> EditSession::RecordsOf(const Step& step) const {
+  if (step.IsCorrection()) return {{.kind = JournalRecord::Kind::CorrectDates, .target = step.target}};
+  const bool plain = step.rows.size() == 1 && step.why == Purpose{QStringLiteral("edit"), {}};
+  std::vector<JournalRecord> records;
+  records.reserve(step.rows.size());
+  for (const RowStep& change : step.rows) {
+    records.push_back(RecordOf(change));
+    if (plain) continue;
+    records.back().step = 1;
+    records.back().operation = step.why.operation;
+    records.back().reason = step.why.reason;
+  }
+  return records;
+}
+
+/// What each row was changed for last.
+std::map<RowRef, Purpose> EditSession::Purposes() const {
+  std::map<RowRef, Purpose> purposes;
+  for (const Step& step : done_) {
+    for (const RowStep& change : step.rows) purposes[change.row] = step.why;
+  }
+  return purposes;
 }
 
 Result<bool> EditSession::CorrectDates(const QString& targetText) {
@@ -164,8 +205,7 @@ std::optional<DateTime> EditSession::SavedTarget() const {
 /// False when the last reading stands there already.
 bool EditSession::ApplyCorrection(DateTime target) {
   if (target == series_.LastReading()) return false;
-  Step step{.record = {.kind = JournalRecord::Kind::CorrectDates, .target = target},
-            .targetBefore = series_.Target()};
+  Step step{.target = target, .targetBefore = series_.Target()};
   const auto span = SpanOf(series_.Raw());
   if (span && target != span->last) step.targetAfter = target;
   Do(std::move(step));
@@ -183,14 +223,35 @@ void EditSession::TakeStep(const Step& step, bool forward) {
     RetimeTo(forward ? step.targetAfter : step.targetBefore);
     return;
   }
-  series_.SetState(step.row, forward ? step.after : step.before);
+  std::vector<std::pair<RowRef, RowState>> states;
+  states.reserve(step.rows.size());
+  for (const RowStep& change : step.rows)
+    states.emplace_back(change.row, forward ? change.after : change.before);
+  series_.SetStates(states);
   if (forward) {
-    edited_.push_back(step.row);
+    for (const RowStep& change : step.rows) edited_.push_back(change.row);
   } else {
-    const auto last = std::find(edited_.rbegin(), edited_.rend(), step.row);
+    ForgetEdits(step);
+  }
+  ShowChanged(step);
+}
+
+/// Of several edits of a row the last one goes. Steps are taken back in turn, so nearly always those at the
+/// end.
+void EditSession::ForgetEdits(const Step& step) {
+  const auto atEnd = [&] {
+    return edited_.size() >= step.rows.size() &&
+           std::equal(step.rows.rbegin(), step.rows.rend(), edited_.rbegin(),
+                      [](const RowStep& change, const RowRef& row) { return change.row == row; });
+  };
+  if (atEnd()) {
+    edited_.resize(edited_.size() - step.rows.size());
+    return;
+  }
+  for (const RowStep& change : step.rows) {
+    const auto last = std::find(edited_.rbegin(), edited_.rend(), change.row);
     if (last != edited_.rend()) edited_.erase(std::next(last).base());
   }
-  ShowChanged(step.row);
 }
 
 void EditSession::RetimeTo(const std::optional<DateTime>& target) {
@@ -200,12 +261,22 @@ void EditSession::RetimeTo(const std::optional<DateTime>& target) {
 }
 
 /// In a re-timed grid the day's computed extremes follow a reading.
-void EditSession::ShowChanged(const RowRef& row) {
-  if (IsCorrected()) {
+void EditSession::ShowChanged(const Step& step) {
+  if (IsCorrected() || step.rows.size() > 1) {
     Q_EMIT AllRowsChanged();
   } else {
-    Q_EMIT RowChanged(row.rawRow);
+    Q_EMIT RowChanged(step.rows.front().row.rawRow);
   }
+}
+
+/// 0: the step was the whole grid's, or none of its rows is on the screen.
+int EditSession::FirstShownRow(const Step& step) const {
+  int first = 0;
+  for (const RowStep& change : step.rows) {
+    const int shown = series_.ShownRowOf(change.row);
+    if (shown > 0 && (first == 0 || shown < first)) first = shown;
+  }
+  return first;
 }
 
 std::vector<int> EditSession::ChangedRows() const {
@@ -222,9 +293,9 @@ std::optional<int> EditSession::UndoStep() {
   Step step = std::move(done_.back());
   done_.pop_back();
   TakeStep(step, false);
-  const int row = step.IsCorrection() ? 0 : series_.ShownRowOf(step.row);
+  const int row = FirstShownRow(step);
   undone_.push_back(std::move(step));
-  if (!journalFailed_) Journal(journals_.AppendUndo(undone_.back().record));
+  if (!journalFailed_) Journal(journals_.AppendUndo(RecordsOf(undone_.back())));
   if (done_.empty()) FinishJournals();
   Q_EMIT StateChanged();
   return row;
@@ -235,7 +306,7 @@ std::optional<int> EditSession::RedoStep() {
   Step step = std::move(undone_.back());
   undone_.pop_back();
   TakeStep(step, true);
-  const int row = step.IsCorrection() ? 0 : series_.ShownRowOf(step.row);
+  const int row = FirstShownRow(step);
   done_.push_back(std::move(step));
   JournalLastStep();
   Q_EMIT StateChanged();

@@ -7,12 +7,14 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "platform/locks.h"
 #include "platform/regional.h"
 #include "platform/result.h"
 #include "review/load_readings.h"
+#include "review/range_correction.h"
 #include "review/review_grid.h"
 #include "review/session_journals.h"
 #include "review/station_series.h"
@@ -80,6 +82,12 @@ class EditSession : public QObject {
   Result<bool> EditLevel(int row, const QString& typed);
   /// Gives a reading the level of its raw file back; a step like another.
   Result<bool> RestoreRawLevel(int row);
+  /// Gives several rows other levels as one step. Rows that have theirs already are passed over; how many
+  /// changed. Refused as a whole when a row is no reading.
+  Result<int> Correct(const std::vector<LevelChange>& changes, const Purpose& why);
+  /// Why the edits from here on are made, in the operator's words; may be empty.
+  void SetReason(const QString& reason) { reason_ = reason; }
+
   /// Re-times a single file's readings so that the last one stands at the typed date and time (dd/mm/yyyy
   /// hh:mm). False when that is its time already. The logger's own time takes a correction back.
   Result<bool> CorrectDates(const QString& targetText);
@@ -119,14 +127,19 @@ class EditSession : public QObject {
   void JournalFailed(const vesk::Error& error);
 
  private:
-  /// One step that can be taken back: a row's state before and after, or the clock's.
-  struct Step {
-    JournalRecord record;
+  /// A row's state before and after a step.
+  struct RowStep {
     RowRef row{};
     RowState before{}, after{};
+  };
+  /// One step that can be taken back: of rows, or of the clock.
+  struct Step {
+    std::vector<RowStep> rows{};  ///< none: of the clock
+    Purpose why{};
+    DateTime target{};
     std::optional<DateTime> targetBefore{}, targetAfter{};
 
-    [[nodiscard]] bool IsCorrection() const { return record.kind == JournalRecord::Kind::CorrectDates; }
+    [[nodiscard]] bool IsCorrection() const { return rows.empty(); }
   };
 
   [[nodiscard]] bool OfSingleFile() const { return IsSingleFile(series_.Chosen()); }
@@ -136,15 +149,21 @@ class EditSession : public QObject {
   using Levels = std::map<RowRef, double>;
   [[nodiscard]] Levels FinalLevels(const std::vector<JournalRecord>& records) const;
   [[nodiscard]] bool HasLevel(const RowRef& row, double levelCm) const;
-  bool Repeat(const JournalRecord& record, const Levels& saved);
-  bool ApplyEdit(const RowRef& row, double levelCm);
+  int Repeat(const std::vector<JournalRecord>& records, const Levels& saved);
+  bool RepeatEdit(const JournalRecord& record, const Levels& saved, Step& step);
+  [[nodiscard]] std::optional<RowStep> StepOf(const RowRef& row, double levelCm) const;
   Result<bool> Edit(int row, double levelCm);
   bool ApplyCorrection(DateTime target);
   void TakeStep(const Step& step, bool forward);
   void Do(Step step);
-  void ShowChanged(const RowRef& row);
+  void ForgetEdits(const Step& step);
+  void ShowChanged(const Step& step);
   void RetimeTo(const std::optional<DateTime>& target);
-  [[nodiscard]] JournalRecord RecordOf(const RowRef& row, double levelCm) const;
+  [[nodiscard]] JournalRecord RecordOf(const RowStep& change) const;
+  [[nodiscard]] std::vector<JournalRecord> RecordsOf(const Step& step) const;
+  [[nodiscard]] std::vector<JournalRecord> DoneRecords() const;
+  [[nodiscard]] std::map<RowRef, Purpose> Purposes() const;
+  [[nodiscard]] int FirstShownRow(const Step& step) const;
   [[nodiscard]] std::optional<RowRef> Resolve(const JournalRecord& record) const;
   [[nodiscard]] int ResolveRawRow(const JournalRecord& record) const;
   [[nodiscard]] bool IsSaved(const std::vector<JournalRecord>& records) const;
@@ -165,8 +184,10 @@ class EditSession : public QObject {
   bool locksFailed_ = false;  ///< no lock file can be made there: nobody's work is to be protected
   bool outdated_ = false;
   bool journalFailed_ = false;
-  bool whole_ = true;           ///< nothing is missing from the load
+  bool whole_ = true;  ///< nothing is missing from the load
+  QString reason_;
   std::vector<RowRef> edited_;  ///< one an edit, in the order made
+  std::set<RowRef> touched_;    ///< while work is done again: rows that it changed
   std::vector<Step> done_, undone_;
 };
 

@@ -82,20 +82,32 @@ std::optional<RowRef> EditSession::Resolve(const JournalRecord& record) const {
   return RowRef{.extreme = {std::chrono::floor<std::chrono::days>(record.time), record.readingKind}};
 }
 
-/// saved: rows that have their last level of the journal already, because a save got as far as that.
-bool EditSession::Repeat(const JournalRecord& record, const Levels& saved) {
-  if (record.kind == JournalRecord::Kind::CorrectDates) {
-    if (!CanCorrectDates() || !CheckCorrectionTarget(record.target, series_.Raw())) return false;
-    ApplyCorrection(record.target);
-    return true;
+/// Repeats one step; how many of its records do not fit. saved: rows that have their last level of the
+/// journal already, because a save got as far as that.
+int EditSession::Repeat(const std::vector<JournalRecord>& records, const Levels& saved) {
+  const JournalRecord& first = records.front();
+  if (first.kind == JournalRecord::Kind::CorrectDates) {
+    if (!CanCorrectDates() || !CheckCorrectionTarget(first.target, series_.Raw())) return 1;
+    ApplyCorrection(first.target);
+    return 0;
   }
+  Step step{.why = {first.step > 0 ? first.operation : QStringLiteral("edit"), first.reason}};
+  int misfits = 0;
+  for (const JournalRecord& record : records) misfits += RepeatEdit(record, saved, step) ? 0 : 1;
+  if (!step.rows.empty()) Do(std::move(step));
+  return misfits;
+}
+
+/// Adds what the record does to the step; false when it does not fit.
+bool EditSession::RepeatEdit(const JournalRecord& record, const Levels& saved, Step& step) {
   const auto row = Resolve(record);
   if (!row || !series_.StateOf(*row)) return false;
   if (saved.contains(*row) || HasLevel(*row, record.levelCm)) return true;
   // Of two unsaved works behind one another, the later one did not see the earlier one's levels.
-  const bool touched = std::ranges::find(edited_, *row) != edited_.end();
+  const bool touched = touched_.contains(*row);
   if (!touched && !HasLevel(*row, record.fromCm)) return false;
-  ApplyEdit(*row, record.levelCm);
+  if (auto change = StepOf(*row, record.levelCm)) step.rows.push_back(std::move(*change));
+  touched_.insert(*row);
   return true;
 }
 
@@ -103,14 +115,34 @@ int EditSession::Restore(const PendingEdits& pending) {
   if (const Status may = MayEdit(); !may) return static_cast<int>(pending.records.size());
   Levels saved = FinalLevels(pending.records);
   std::erase_if(saved, [this](const auto& row) { return !HasLevel(row.first, row.second); });
+  touched_.clear();
+  touched_.insert(edited_.begin(), edited_.end());
   int misfits = 0;
-  for (const JournalRecord& record : pending.records) misfits += Repeat(record, saved) ? 0 : 1;
-  std::vector<JournalRecord> kept;
-  for (const Step& step : done_) kept.push_back(step.record);
-  Journal(journals_.Restart(kept, misfits > 0));
+  const std::vector<JournalRecord>& records = pending.records;
+  for (std::size_t first = 0; first < records.size();) {
+    const std::size_t end = EndOfStep(records, first);
+    const auto at = [&](std::size_t place) { return records.begin() + static_cast<std::ptrdiff_t>(place); };
+    misfits += Repeat({at(first), at(end)}, saved);
+    first = end;
+  }
+  touched_.clear();
+  Journal(journals_.Restart(DoneRecords(), misfits > 0));
   Q_EMIT AllRowsChanged();
   Q_EMIT StateChanged();
   return misfits;
+}
+
+std::vector<JournalRecord> EditSession::DoneRecords() const {
+  std::vector<JournalRecord> records;
+  int number = 0;
+  for (const Step& step : done_) {
+    ++number;
+    for (JournalRecord& record : RecordsOf(step)) {
+      if (record.step > 0) record.step = number;
+      records.push_back(std::move(record));
+    }
+  }
+  return records;
 }
 
 Status EditSession::Discard() {
@@ -127,7 +159,7 @@ void EditSession::FinishJournals() {
 }
 
 void EditSession::JournalLastStep() {
-  if (!journalFailed_) Journal(journals_.Append(done_.back().record));
+  if (!journalFailed_) Journal(journals_.Append(RecordsOf(done_.back())));
 }
 
 void EditSession::Journal(const Status& status) {

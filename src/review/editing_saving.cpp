@@ -121,7 +121,7 @@ Status EditSession::Save() {
 Status EditSession::SaveLog(LoadedChangeLog& log) {
   SavedCorrection& correction = log.overlay.correction;
   const ChangeLogToSave next =
-      FormChangeLog(series_, log.overlay, Author(), OfSingleFile() ? RowRange{} : log.rows);
+      FormChangeLog(series_, log.overlay, Author(), OfSingleFile() ? RowRange{} : log.rows, Purposes());
   if (OfSingleFile() && HasUnsavedCorrection()) {
     const PlannedTarget plan{.target = series_.Target(), .logHash = next.state.logHash};
     if (Status planned = WriteSavedCorrection(log.saveTo, correction, plan); !planned) return planned;

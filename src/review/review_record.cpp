@@ -30,6 +30,9 @@ QJsonObject Encode(const Correction& correction) {
                      {Key("name"), correction.by.name},        {Key("at"), correction.by.at}};
   if (correction.computed) object[Key("computed")] = true;
   if (correction.occurrence != 1) object[Key("occurrence")] = correction.occurrence;
+  const Purpose& why = correction.by.why;
+  if (!why.operation.isEmpty()) object[Key("operation")] = why.operation;
+  if (!why.reason.isEmpty()) object[Key("reason")] = why.reason;
   if (!correction.discharge.isEmpty()) object[Key("discharge")] = correction.discharge;
   return object;
 }
@@ -40,16 +43,18 @@ std::optional<Correction> DecodeCorrection(const QJsonObject& object) {
   const QJsonValue raw = object[Key("raw")];
   const QJsonValue level = object[Key("level")];
   if (!time || !kind || !raw.isDouble() || !level.isDouble()) return std::nullopt;
-  return Correction{
-      .rawFile = object[Key("file")].toString(),
-      .time = *time,
-      .kind = *kind,
-      .computed = object[Key("computed")].toBool(),
-      .occurrence = std::max(object[Key("occurrence")].toInt(1), 1),
-      .rawCm = raw.toDouble(),
-      .levelCm = level.toDouble(),
-      .discharge = object[Key("discharge")].toString(),
-      .by = {object[Key("by")].toString(), object[Key("name")].toString(), object[Key("at")].toString()}};
+  return Correction{.rawFile = object[Key("file")].toString(),
+                    .time = *time,
+                    .kind = *kind,
+                    .computed = object[Key("computed")].toBool(),
+                    .occurrence = std::max(object[Key("occurrence")].toInt(1), 1),
+                    .rawCm = raw.toDouble(),
+                    .levelCm = level.toDouble(),
+                    .discharge = object[Key("discharge")].toString(),
+                    .by = {object[Key("by")].toString(),
+                           object[Key("name")].toString(),
+                           object[Key("at")].toString(),
+                           {object[Key("operation")].toString(), object[Key("reason")].toString()}}};
 }
 
 QJsonObject Encode(const RecordState& state) {

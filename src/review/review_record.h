@@ -15,11 +15,20 @@
 
 namespace vesk {
 
-/// Who corrected a reading, and when.
+/// What was done and why, in the operator's words.
+struct Purpose {
+  QString operation{};  ///< "edit", "shift", "drift" ...; empty: not known
+  QString reason{};     ///< may be empty
+
+  bool operator==(const Purpose&) const = default;
+};
+
+/// Who corrected a reading, when and why.
 struct Authorship {
   QString login;
   QString name;  ///< full name; may be empty
   QString at;    ///< UTC, yyyy-mm-ddThh:mm:ssZ
+  Purpose why{};
 
   bool operator==(const Authorship&) const = default;
 };

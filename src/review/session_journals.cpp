@@ -30,14 +30,40 @@ Result<PendingEdits> SessionJournals::Pending() const {
     Result<PendingEdits> pending = journal->Pending();
     if (!pending) return pending;
     all.torn = all.torn || pending->torn;
-    std::move(pending->records.begin(), pending->records.end(), std::back_inserter(all.records));
+    AppendRecords(all.records, pending->records);
   }
   return all;
 }
 
-Status SessionJournals::Restart(const std::vector<JournalRecord>& records, bool keepOld) {
+std::vector<std::vector<JournalRecord>> SessionJournals::SharesOf(
+    const std::vector<JournalRecord>& records) const {
   std::vector<std::vector<JournalRecord>> shares(journals_.size());
   for (const JournalRecord& record : records) shares[IndexOf(record)].push_back(record);
+  return shares;
+}
+
+// An operation over the end of a water year stands in two journals. Where the second cannot be written the
+// first has it all the same: what was done is offered again rather than lost.
+Status SessionJournals::Append(const std::vector<JournalRecord>& step) {
+  const auto shares = SharesOf(step);
+  for (std::size_t i = 0; i < journals_.size(); ++i) {
+    if (shares[i].empty()) continue;
+    if (Status written = journals_[i]->Append(shares[i]); !written) return written;
+  }
+  return {};
+}
+
+Status SessionJournals::AppendUndo(const std::vector<JournalRecord>& step) {
+  const auto shares = SharesOf(step);
+  for (std::size_t i = 0; i < journals_.size(); ++i) {
+    if (shares[i].empty()) continue;
+    if (Status written = journals_[i]->AppendUndo(); !written) return written;
+  }
+  return {};
+}
+
+Status SessionJournals::Restart(const std::vector<JournalRecord>& records, bool keepOld) {
+  const auto shares = SharesOf(records);
   for (std::size_t i = 0; i < journals_.size(); ++i) {
     Status status = journals_[i]->Restart(shares[i], keepOld);
     if (!status) return status;

@@ -22,8 +22,10 @@ class SessionJournals {
   /// that it came in with.
   [[nodiscard]] std::size_t IndexOf(int row) const;
 
-  Status Append(const JournalRecord& record) { return Of(record).Append(record); }
-  Status AppendUndo(const JournalRecord& record) { return Of(record).AppendUndo(); }
+  /// The records of one step, each into the journal of its water year.
+  Status Append(const std::vector<JournalRecord>& step);
+  /// That step no longer counts.
+  Status AppendUndo(const std::vector<JournalRecord>& step);
   /// Starts every journal over with its share of the records.
   Status Restart(const std::vector<JournalRecord>& records, bool keepOld);
   Status Finish();
@@ -34,7 +36,8 @@ class SessionJournals {
   Status OnEach(Status (EditJournal::*action)());
   /// A date correction has no row; it belongs to a single file, which has one journal.
   [[nodiscard]] std::size_t IndexOf(const JournalRecord& record) const { return IndexOf(record.row); }
-  EditJournal& Of(const JournalRecord& record) { return *journals_[IndexOf(record)]; }
+  [[nodiscard]] std::vector<std::vector<JournalRecord>> SharesOf(
+      const std::vector<JournalRecord>& records) const;
 
   std::vector<std::unique_ptr<EditJournal>> journals_;  // never empty once in use
   std::vector<RowRange> rows_;
