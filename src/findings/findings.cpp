@@ -91,11 +91,16 @@ Message ValueText(const Finding& finding) {
 }
 
 FindingInput InputOf(const LoadedReadings& loaded, const StationLimits& limits) {
-  return {.series = loaded.series,
-          .readOuts = loaded.readOuts,
-          .windows = WindowsOf(loaded.series.Chosen()),
+  return InputOf(loaded.series, loaded.readOuts, loaded.missedFiles, limits);
+}
+
+FindingInput InputOf(const StationSeries& series, const std::vector<ReadOut>& readOuts,
+                     const std::vector<QString>& missedFiles, const StationLimits& limits) {
+  return {.series = series,
+          .readOuts = readOuts,
+          .windows = WindowsOf(series.Chosen()),
           .limits = limits,
-          .missedFiles = loaded.missedFiles};
+          .missedFiles = missedFiles};
 }
 
 std::vector<Finding> FindAll(const FindingInput& input) {

@@ -83,8 +83,10 @@ struct FindingInput {
   bool each = false;
 };
 
-/// What a load asks of the rules.
+/// What a load asks of the rules. The series and the read-outs must outlive it.
 FindingInput InputOf(const LoadedReadings& loaded, const StationLimits& limits);
+FindingInput InputOf(const StationSeries& series, const std::vector<ReadOut>& readOuts,
+                     const std::vector<QString>& missedFiles, const StationLimits& limits);
 
 /// All findings, in the order of their times. Every reading is looked at; none is changed.
 std::vector<Finding> FindAll(const FindingInput& input);

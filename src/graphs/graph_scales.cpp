@@ -13,6 +13,33 @@ constexpr double kLeastLabelWidth = 200;  // page units that 15 labelled days mu
 
 using Month = std::chrono::year_month;
 
+constexpr double kTen = 10;
+
+/// Levels between the plot's lower and upper edge.
+struct LevelSpan {
+  double bottomCm = 0, topCm = 0, stepCm = 0;
+};
+
+PageScale ScaleOver(QSizeF size, const PlotMargins& margins, double startT, double endT,
+                    const LevelSpan& levels) {
+  PageScale scale;
+  scale.margins = margins;
+  scale.width = std::max(size.width(), margins.left + margins.right + 1);
+  scale.height = std::max(size.height(), margins.top + margins.bottom + 1);
+  scale.startT = startT;
+  scale.endT = std::max(endT, startT + kMinuteUnits);
+  scale.bottomCm = levels.bottomCm;
+  scale.topCm = levels.topCm;
+  scale.stepCm = levels.stepCm;
+  const double perX = (scale.endT - startT) / (scale.width - margins.left - margins.right);
+  const double perY = (scale.topCm - scale.bottomCm) / (scale.height - margins.top - margins.bottom);
+  scale.xMin = startT - perX * margins.left;
+  scale.xMax = scale.endT + perX * margins.right;
+  scale.yMin = scale.bottomCm - perY * margins.bottom;
+  scale.yMax = scale.topCm + perY * margins.top;
+  return scale;
+}
+
 int LabelledMonthLength(Month month) {
   constexpr std::array<int, 12> kLengths = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   return kLengths[static_cast<unsigned>(month.month()) - 1];
@@ -72,20 +99,26 @@ double TopOfPage(double maximumCm) {
 
 PageScale MakePageScale(QSizeF size, double startT, double endT, double maximumCm) {
   const LevelAxis axis = LevelAxisFor(std::clamp(maximumCm, 0.0, kMostLevelCm));
-  PageScale scale;
-  scale.width = std::max(size.width(), kLeftMargin + kRightMargin + 1);
-  scale.height = std::max(size.height(), kTopMargin + kBottomMargin + 1);
-  scale.startT = startT;
-  scale.endT = std::max(endT, startT + kMinuteUnits);
-  scale.topCm = axis.topCm;
-  scale.stepCm = axis.stepCm;
-  const double perX = (scale.endT - startT) / (scale.width - kLeftMargin - kRightMargin);
-  const double perY = (scale.topCm - scale.bottomCm) / (scale.height - kTopMargin - kBottomMargin);
-  scale.xMin = startT - perX * kLeftMargin;
-  scale.xMax = scale.endT + perX * kRightMargin;
-  scale.yMin = scale.bottomCm - perY * kBottomMargin;
-  scale.yMax = scale.topCm + perY * kTopMargin;
-  return scale;
+  return ScaleOver(size, {}, startT, endT, {.topCm = axis.topCm, .stepCm = axis.stepCm});
+}
+
+PageScale MakeFittedScale(QSizeF size, const PlotMargins& margins, double startT, double endT,
+                          const LevelExtent& levels, double leastTickDistance) {
+  const double low = std::clamp(levels.lowestCm, -kMostLevelCm, kMostLevelCm);
+  const double high = std::clamp(std::max(levels.highestCm, low), -kMostLevelCm, kMostLevelCm);
+  const double room = std::max(size.height() - margins.top - margins.bottom, leastTickDistance);
+  const double mostSteps = std::max(1.0, std::floor(room / leastTickDistance));
+  LevelSpan span;
+  for (double power = 1; power <= kMostLevelCm; power *= kTen) {
+    for (const double factor : {1.0, 2.0, 5.0}) {
+      span.stepCm = factor * power;
+      span.bottomCm = std::floor(low / span.stepCm) * span.stepCm;
+      span.topCm = std::max(std::ceil(high / span.stepCm) * span.stepCm, span.bottomCm + span.stepCm);
+      if (span.topCm - span.bottomCm <= mostSteps * span.stepCm)
+        return ScaleOver(size, margins, startT, endT, span);
+    }
+  }
+  return ScaleOver(size, margins, startT, endT, span);
 }
 
 double XOfTime(const PageScale& scale, double t) {

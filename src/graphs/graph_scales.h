@@ -40,6 +40,11 @@ LevelAxis LevelAxisFor(double maximumCm);
 /// Top of the axis of a page with that maximum, cm; a maximum out of this world is cut.
 double TopOfPage(double maximumCm);
 
+/// Room around a plot, page units.
+struct PlotMargins {
+  double left = kLeftMargin, right = kRightMargin, top = kTopMargin, bottom = kBottomMargin;
+};
+
 /// World window of a page.
 struct PageScale {
   double width = 0, height = 0;    ///< page units of 1/96 inch
@@ -48,15 +53,21 @@ struct PageScale {
   double stepCm = 10;              ///< distance of the level ticks
   double xMin = 0, xMax = 0;       ///< time coordinates of the page's edges
   double yMin = 0, yMax = 0;       ///< levels of the page's edges, cm
+  PlotMargins margins = {};
 
-  [[nodiscard]] double PlotLeft() const { return kLeftMargin; }
-  [[nodiscard]] double PlotRight() const { return width - kRightMargin; }
-  [[nodiscard]] double PlotTop() const { return kTopMargin; }
-  [[nodiscard]] double PlotBottom() const { return height - kBottomMargin; }
+  [[nodiscard]] double PlotLeft() const { return margins.left; }
+  [[nodiscard]] double PlotRight() const { return width - margins.right; }
+  [[nodiscard]] double PlotTop() const { return margins.top; }
+  [[nodiscard]] double PlotBottom() const { return height - margins.bottom; }
 };
 
 /// size: page units; a page smaller than its margins counts as one unit of plot. endT is after startT.
 PageScale MakePageScale(QSizeF size, double startT, double endT, double maximumCm);
+
+/// The same for a plot of those margins whose level axis holds lowestCm and highestCm and begins and ends at
+/// a tick. As many ticks as stand leastTickDistance (page units) apart.
+PageScale MakeFittedScale(QSizeF size, const PlotMargins& margins, double startT, double endT,
+                          const LevelExtent& levels, double leastTickDistance);
 
 double XOfTime(const PageScale& scale, double t);
 double YOfLevel(const PageScale& scale, double levelCm);

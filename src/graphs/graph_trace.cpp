@@ -119,16 +119,21 @@ LinearMap MapThrough(double zero, double one) {
 }  // namespace
 
 SeriesTrace TraceSeries(const GraphSeries& series, const PageScale& scale, double columnsPerUnit) {
+  const auto startMinutes = static_cast<int>(std::lround(scale.startT / kMinuteUnits));
+  const auto endMinutes = static_cast<int>(std::lround(scale.endT / kMinuteUnits));
+  return TracePoints(series.OnPage(startMinutes, endMinutes), scale, columnsPerUnit, startMinutes);
+}
+
+SeriesTrace TracePoints(std::span<const GraphPoint> points, const PageScale& scale, double columnsPerUnit,
+                        int fromMinutes) {
   SeriesTrace trace;
   LineBuilder line(trace, scale.PlotTop());
   Column column(line);
   const LinearMap xMap = MapThrough(XOfTime(scale, 0), XOfTime(scale, kMinuteUnits));
   const LinearMap yMap = MapThrough(YOfLevel(scale, 0), YOfLevel(scale, 1));
-  const auto startMinutes = static_cast<int>(std::lround(scale.startT / kMinuteUnits));
-  const auto endMinutes = static_cast<int>(std::lround(scale.endT / kMinuteUnits));
   int previous = std::numeric_limits<int>::min() / 2;
-  for (const GraphPoint& point : series.OnPage(startMinutes, endMinutes)) {
-    if (point.minutes < startMinutes) continue;
+  for (const GraphPoint& point : points) {
+    if (point.minutes < fromMinutes) continue;
     // A step back by more than the gap joins nothing either: two read-outs that overlap, or lie in another
     // order.
     if (std::abs(point.minutes - previous) > kGapMinutes) column.Break();

@@ -3,6 +3,8 @@
 
 #include <QPointF>
 
+#include <limits>
+#include <span>
 #include <vector>
 
 #include "graphs/graph_scales.h"
@@ -20,5 +22,9 @@ struct SeriesTrace {
 /// columnsPerUnit: pixel columns of the device in one page unit. Of the readings of one column the first, the
 /// least, the greatest and the last are kept, so a peak of a single reading stays visible at every width.
 SeriesTrace TraceSeries(const GraphSeries& series, const PageScale& scale, double columnsPerUnit);
+
+/// The same of points of any level, as they follow each other; those before fromMinutes are passed over.
+SeriesTrace TracePoints(std::span<const GraphPoint> points, const PageScale& scale, double columnsPerUnit,
+                        int fromMinutes = std::numeric_limits<int>::min());
 
 }  // namespace vesk

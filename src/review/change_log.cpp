@@ -146,14 +146,16 @@ ChangeLogToSave FormChangeLog(const StationSeries& series, const ChangeLogOverla
 
 Status SaveChangeLog(const QString& path, const ChangeLogToSave& log, ChangeLogOverlay& overlay) {
   const Message what = Wording{u"Değişiklik dosyası kaydedilemedi", u"The change log could not be saved"};
-  auto record = ReadReviewRecord(path);
   const auto present = ReadWholeFile(path, what);
   if (!present) return present.Failure();
-  ReviewRecord next{.states = {log.state}, .other = record ? record->other : QJsonObject()};
   const QByteArray presentHash = HashOf(*present);
-  const RecordState* presentState = record ? record->StateOf(presentHash) : nullptr;
-  if (presentState && presentHash != log.state.logHash) next.states.push_back(*presentState);
-  if (Status written = WriteReviewRecord(path, next); !written) return written;
+  const Status recorded = UpdateReviewRecord(path, [&](ReviewRecord& record) {
+    const RecordState* presentState = record.StateOf(presentHash);
+    std::vector<RecordState> states{log.state};
+    if (presentState && presentHash != log.state.logHash) states.push_back(*presentState);
+    record.states = std::move(states);
+  });
+  if (!recorded) return recorded;
   overlay.triedHash = log.state.logHash;
   if (Status written = WriteWholeFile(path, log.content, what); !written) return written;
   overlay.path = path;

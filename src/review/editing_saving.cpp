@@ -1,21 +1,14 @@
 // Saving of corrections, and whose they are to save.
-#include <QDateTime>
-
 #include <algorithm>
 
-#include "platform/current_user.h"
 #include "review/editing.h"
+#include "review/review_decisions.h"
 
 namespace vesk {
 namespace {
 
 QString LockOwner() {
   return QStringLiteral("Vesk4");
-}
-
-Authorship Author() {
-  const UserName user = CurrentUser();
-  return {user.login, user.name, QDateTime::currentDateTimeUtc().toString(Qt::ISODate)};
 }
 
 Error NotSaved(const QString& path, const Message& reason) {
@@ -120,8 +113,8 @@ Status EditSession::Save() {
 // counts from the moment when the change log is in its place.
 Status EditSession::SaveLog(LoadedChangeLog& log) {
   SavedCorrection& correction = log.overlay.correction;
-  const ChangeLogToSave next =
-      FormChangeLog(series_, log.overlay, Author(), OfSingleFile() ? RowRange{} : log.rows, Purposes());
+  const ChangeLogToSave next = FormChangeLog(series_, log.overlay, PresentAuthor(),
+                                             OfSingleFile() ? RowRange{} : log.rows, Purposes());
   if (OfSingleFile() && HasUnsavedCorrection()) {
     const PlannedTarget plan{.target = series_.Target(), .logHash = next.state.logHash};
     if (Status planned = WriteSavedCorrection(log.saveTo, correction, plan); !planned) return planned;

@@ -10,6 +10,7 @@
 
 #include "datafiles/dates.h"
 #include "datafiles/record_label.h"
+#include "platform/locks.h"
 #include "platform/whole_file.h"
 #include "review/review_grid.h"
 
@@ -18,6 +19,7 @@ namespace {
 
 constexpr char kFormat[] = "vesk4-review-record";
 constexpr int kVersion = 1;
+constexpr std::chrono::milliseconds kPatience(3000);  // of a session that waits for another one's writing
 
 QString Key(const char* name) {
   return QLatin1String(name);
@@ -156,17 +158,25 @@ Result<ReviewRecord> ReadReviewRecord(const QString& changeLogPath) {
   return DecodeReviewRecord(*content, path);
 }
 
-Status WriteReviewRecord(const QString& changeLogPath, const ReviewRecord& record) {
+Status UpdateReviewRecord(const QString& changeLogPath, const std::function<void(ReviewRecord&)>& change) {
   const QString path = ReviewRecordPath(changeLogPath);
   const Message what = Wording{u"İnceleme kaydı kaydedilemedi", u"The review record could not be saved"};
+  const auto lock = TryLock(path + QStringLiteral(".lock"), QStringLiteral("Vesk4"), kPatience);
+  if (!lock) return lock.Failure();
+  if (std::holds_alternative<LockHolder>(*lock))
+    return Error{what, path, Wording{u"başka bir oturum onu yazıyor", u"another session is writing it"}};
   const auto content = ReadWholeFile(path, what);
   if (!content) return content.Failure();
-  if (!DecodeReviewRecord(*content, path) && !QFile::rename(path, FreePath(path))) {
+  auto record = DecodeReviewRecord(*content, path);
+  if (!record && !QFile::rename(path, FreePath(path))) {
     return Error{what, path,
                  Wording{u"bozuk dosya başka bir adla saklanamadı",
                          u"the damaged file could not be kept under another name"}};
   }
-  return WriteWholeFile(path, EncodeReviewRecord(record), what);
+  ReviewRecord next = record ? std::move(*record) : ReviewRecord();
+  change(next);
+  const QByteArray written = EncodeReviewRecord(next);
+  return written == *content ? Status() : WriteWholeFile(path, written, what);
 }
 
 }  // namespace vesk

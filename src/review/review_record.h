@@ -7,6 +7,7 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -89,8 +90,9 @@ QByteArray EncodeReviewRecord(const ReviewRecord& record);
 /// A missing file is an empty record.
 Result<ReviewRecord> ReadReviewRecord(const QString& changeLogPath);
 
-/// Whole or not at all. A file of that name that is no review record is kept under its name + ".damaged"
-/// (".damaged2", ...) first.
-Status WriteReviewRecord(const QString& changeLogPath, const ReviewRecord& record);
+/// Reads the record, lets it be changed and writes it whole or not at all, while no other session does the
+/// same. A file of that name that is no review record is kept under its name + ".damaged" (".damaged2", ...)
+/// first, and the change begins with an empty record.
+Status UpdateReviewRecord(const QString& changeLogPath, const std::function<void(ReviewRecord&)>& change);
 
 }  // namespace vesk

@@ -11,6 +11,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QTableWidget>
+#include <QToolButton>
 
 #include "datafiles/numbers.h"
 #include "review/review_grid_model.h"
@@ -18,7 +19,10 @@
 #include "selection/chooser_panel.h"
 #include "selection/form_sec_state.h"
 #include "selection/graph_list_panel.h"
+#include "selection/hydrograph_pane.h"
 #include "selection/message_list.h"
+#include "selection/range_bar.h"
+#include "selection/review_bench.h"
 #include "selection/review_grid_view.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
@@ -54,7 +58,7 @@ FormSec::FormSec(MainFrame& frame, std::unique_ptr<ReviewQuestions> questions)
       run_(frame.Run()),
       questions_(std::move(questions)),
       workMode_(run_.workMode),
-      c_(BuildFormSecControls(*this, run_.language)),
+      c_(BuildFormSecControls(*this, run_.language, selection_)),
       browser_(workMode_, WordsOf(run_.language), run_.regional) {
   if (questions_ == nullptr) questions_ = std::make_unique<ReviewMessageBoxes>(run_.language);
   setObjectName(QStringLiteral("FormSec"));
@@ -65,6 +69,7 @@ FormSec::FormSec(MainFrame& frame, std::unique_ptr<ReviewQuestions> questions)
   ConnectGraphList();
   ConnectGridCommands();
   ConnectSession();
+  ConnectBench();
   AddShortcuts();
   ArrangeForMode();
   RestoreLayout();
@@ -146,6 +151,34 @@ void FormSec::ConnectGrid() {
   c_.grid->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
+void FormSec::ConnectBench() {
+  bench_ = std::make_unique<ReviewBench>(
+      session_, selection_,
+      ReviewBench::Parts{.findings = c_.findings, .hydrograph = c_.hydrograph, .range = c_.rangeBar},
+      run_.language, run_.stationDatabasePath, *questions_, *this);
+  connect(bench_.get(), &ReviewBench::Told, this, &FormSec::TellStatus);
+  connect(bench_.get(), &ReviewBench::Noted, this, [this](const Message& note) { c_.messages->Add(note); });
+  connect(c_.foldChooser, &QToolButton::clicked, this, [this](bool shown) {
+    chooserStays_ = shown;
+    ShowChooser(shown);
+  });
+  connect(c_.foldHydrograph, &QToolButton::clicked, this, &FormSec::ShowHydrograph);
+  connect(c_.zeroBased, &QToolButton::toggled, c_.hydrograph, &HydrographPane::SetZeroBased);
+}
+
+/// What is chosen once need not stand beside the readings all day.
+void FormSec::ShowChooser(bool shown) {
+  c_.chooser->setVisible(shown);
+  c_.foldChooser->setChecked(shown);
+  if (shown) c_.chooser->FocusStations();
+}
+
+void FormSec::ShowHydrograph(bool shown) {
+  c_.hydrograph->setVisible(shown);
+  c_.zeroBased->setVisible(shown);
+  c_.foldHydrograph->setChecked(shown);
+}
+
 void FormSec::AddShortcuts() {
   const auto add = [this](const QKeySequence& keys, auto action) {
     auto* shortcut = new QShortcut(keys, this);
@@ -159,6 +192,11 @@ void FormSec::AddShortcuts() {
   };
   add(QKeySequence(Qt::CTRL | Qt::Key_G), toDate);
   add(QKeySequence(Qt::CTRL | Qt::Key_F), toDate);
+  add(QKeySequence(Qt::Key_F4), [this] { static_cast<void>(FinishEditing() && bench_->GoToFinding(true)); });
+  add(QKeySequence(Qt::SHIFT | Qt::Key_F4),
+      [this] { static_cast<void>(FinishEditing() && bench_->GoToFinding(false)); });
+  add(QKeySequence(Qt::Key_F6), [this] { ShowHydrograph(!c_.foldHydrograph->isChecked()); });
+  add(QKeySequence(Qt::Key_F7), [this] { c_.foldChooser->click(); });
   add(QKeySequence(Qt::Key_F8), [this] { GoToChange(true); });
   add(QKeySequence(Qt::SHIFT | Qt::Key_F8), [this] { GoToChange(false); });
   add(QKeySequence(Qt::CTRL | Qt::Key_S), [this] {
@@ -180,6 +218,8 @@ void FormSec::ArrangeForMode() {
   c_.chooser->SetRatingShown(curves);
   c_.progress->hide();
   c_.progress2->hide();
+  c_.rangeBar->hide();
+  c_.foldChooser->setChecked(true);
   c_.editBar->hide();
   c_.dateBar->hide();
   c_.clockBar->hide();

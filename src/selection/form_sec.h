@@ -24,6 +24,7 @@ struct SelectionFacts;
 struct SelectionState;
 
 class MainFrame;
+class ReviewBench;
 class ReviewGridModel;
 
 class FormSec : public QWidget {
@@ -61,7 +62,10 @@ class FormSec : public QWidget {
   void ConnectGraphList();
   void ConnectGridCommands();
   void ConnectSession();
+  void ConnectBench();
   void AddShortcuts();
+  void ShowChooser(bool shown);
+  void ShowHydrograph(bool shown);
   void ArrangeForMode();
   void RestoreLayout();
   void FitColumns();
@@ -148,15 +152,17 @@ class FormSec : public QWidget {
   RunValues& run_;
   std::unique_ptr<ReviewQuestions> questions_;
   WorkMode workMode_;
+  RowSelection selection_;  ///< of the rows that the grid shows
   FormSecControls c_;
   Browser browser_;
   EditSession session_;
-  RowSelection selection_;  ///< of the rows that the grid shows
+  std::unique_ptr<ReviewBench> bench_;
   std::unique_ptr<ReviewGridModel> model_;
   std::optional<Loaded> loaded_;
   std::optional<LoadRequest> request_;  ///< of what is loaded
   bool busy_ = false;                   ///< a table or a graph is being made: choices wait
   bool opened_ = false;
+  bool chooserStays_ = false;    ///< the operator has opened it behind a load: it does not fold away
   bool columnsAreKept_ = false;  ///< the columns' widths are the operator's own
   bool registerFailureTold_ = false;
   bool refused_ = false;      ///< the level typed last was not taken

@@ -4,12 +4,16 @@
 #include <QProgressBar>
 #include <QScrollArea>
 #include <QSplitter>
+#include <QToolButton>
 
 #include "selection/changed_rows_list.h"
 #include "selection/chooser_panel.h"
+#include "selection/findings_panel.h"
 #include "selection/form_sec_parts.h"
 #include "selection/graph_list_panel.h"
+#include "selection/hydrograph_pane.h"
 #include "selection/message_list.h"
+#include "selection/range_bar.h"
 #include "selection/review_grid_view.h"
 #include "selection/setup_table.h"
 #include "shell/tab_order.h"
@@ -22,20 +26,21 @@ class WholeWindow : public FormSecPart {
  public:
   using FormSecPart::FormSecPart;
 
-  void Build() {
+  void Build(RowSelection& selection) {
     c_.columns = new QSplitter(Qt::Horizontal, &parent_);
     c_.columns->setObjectName(QStringLiteral("Columns"));
     c_.chooser = new ChooserPanel(language_, &parent_);
     c_.graphList = new GraphListPanel(language_, &parent_);
     c_.columns->addWidget(c_.chooser);
-    c_.columns->addWidget(MakeReviewPanel(parent_, language_, c_));
+    c_.columns->addWidget(MakeReviewPanel(parent_, language_, c_, selection));
     c_.columns->addWidget(MakeParameterColumn(parent_, language_, c_));
     c_.columns->addWidget(c_.graphList);
     c_.columns->setStretchFactor(0, 0);
     c_.columns->setStretchFactor(1, 1);
     c_.columns->setStretchFactor(2, 0);
     c_.columns->setStretchFactor(3, 1);
-    for (QSplitter* splitter : {c_.columns, &c_.chooser->Parts(), c_.rightParts}) {
+    for (QSplitter* splitter :
+         {c_.columns, &c_.chooser->Parts(), c_.rightParts, c_.benchColumns, c_.benchRows}) {
       splitter->setChildrenCollapsible(false);
       splitter->setHandleWidth(kGap + 2);
     }
@@ -87,8 +92,12 @@ class WholeWindow : public FormSecPart {
     const auto add = [&stops](const std::vector<QWidget*>& more) {
       stops.insert(stops.end(), more.begin(), more.end());
     };
-    add({c_.confirm, c_.grid, c_.previousChange, c_.nextChange, c_.undoAll, c_.save, c_.date, c_.goToDate,
-         c_.lastReading, c_.correctDates, c_.removeCorrection, c_.makeTable, c_.drawGraph, c_.closePanel});
+    add({c_.confirm, c_.foldChooser, c_.foldHydrograph, c_.zeroBased, c_.grid});
+    add(c_.findings->TabStops());
+    add({c_.hydrograph});
+    add(c_.rangeBar->TabStops());
+    add({c_.previousChange, c_.nextChange, c_.undoAll, c_.save, c_.date, c_.goToDate, c_.lastReading,
+         c_.correctDates, c_.removeCorrection, c_.makeTable, c_.drawGraph, c_.closePanel});
     add(c_.graphList->TabStops());
     add({c_.setup, c_.loadedFiles, c_.changedRows, c_.messages, c_.cancel});
     ChainTabOrder(stops);
@@ -97,9 +106,9 @@ class WholeWindow : public FormSecPart {
 
 }  // namespace
 
-FormSecControls BuildFormSecControls(QWidget& form, const Language& language) {
+FormSecControls BuildFormSecControls(QWidget& form, const Language& language, RowSelection& selection) {
   FormSecControls controls;
-  WholeWindow(form, language, controls).Build();
+  WholeWindow(form, language, controls).Build(selection);
   return controls;
 }
 

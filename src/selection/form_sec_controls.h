@@ -7,16 +7,21 @@ class QProgressBar;
 class QPushButton;
 class QSplitter;
 class QTableWidget;
+class QToolButton;
 class QWidget;
 
 namespace vesk {
 
 class ChangedRowsList;
 class ChooserPanel;
+class FindingsPanel;
 class GraphListPanel;
+class HydrographPane;
 class Language;
 class MessageList;
+class RangeBar;
 class ReviewGridView;
+class RowSelection;
 class SetupTable;
 
 /// Operators and tests know a control by its objectName; here it is named by what it is for.
@@ -28,6 +33,12 @@ struct FormSecControls {
   QLabel* loadedLabel = nullptr;
   QLabel* rowLabel = nullptr;
   ReviewGridView* grid = nullptr;
+  FindingsPanel* findings = nullptr;
+  HydrographPane* hydrograph = nullptr;
+  RangeBar* rangeBar = nullptr;
+  QToolButton* foldChooser = nullptr;     ///< shows and hides the chooser
+  QToolButton* foldHydrograph = nullptr;  ///< the same for the hydrograph
+  QToolButton* zeroBased = nullptr;
   QWidget* editBar = nullptr;
   QLineEdit* changeCount = nullptr;
   QPushButton* nextChange = nullptr;
@@ -63,9 +74,11 @@ struct FormSecControls {
   QWidget* content = nullptr;    ///< all of the above, scrolled where the window is too small for it
   QSplitter* columns = nullptr;  ///< left, middle, right
   QSplitter* rightParts = nullptr;
+  QSplitter* benchColumns = nullptr;  ///< grid and findings
+  QSplitter* benchRows = nullptr;     ///< these and the hydrograph
 };
 
 /// Makes all controls as children of form, in the language's captions, and lays them out.
-FormSecControls BuildFormSecControls(QWidget& form, const Language& language);
+FormSecControls BuildFormSecControls(QWidget& form, const Language& language, RowSelection& selection);
 
 }  // namespace vesk

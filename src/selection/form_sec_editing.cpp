@@ -145,7 +145,7 @@ void FormSec::GoToDate() {
   c_.date->setText(jump.text);
   if (jump.row > 0) {
     c_.grid->GoTo(jump.row, GridColumn::Level, true);
-    c_.grid->SelectWholeRow(jump.row);
+    c_.grid->SelectRows(jump.row, jump.row);
     c_.grid->setFocus();
     TellStatus({});
   } else {

@@ -18,6 +18,8 @@
 #include "selection/form_sec_state.h"
 #include "selection/graph_list_panel.h"
 #include "selection/message_list.h"
+#include "selection/range_bar.h"
+#include "selection/review_bench.h"
 #include "selection/review_grid_view.h"
 #include "selection/setup_table.h"
 #include "shell/busy_cursor.h"
@@ -28,6 +30,17 @@ namespace vesk {
 namespace {
 
 constexpr int kMostLoads = 3;  // of files that somebody is saving at the same time
+
+BenchLoad BenchLoadOf(const LoadRequest& request, const LoadedReadings& loaded) {
+  BenchLoad load{.station = request.station,
+                 .dataDirectory = request.dataDirectory,
+                 .readOuts = loaded.readOuts,
+                 .missedFiles = loaded.missedFiles,
+                 .logs = {},
+                 .whole = loaded.whole};
+  for (const LoadedChangeLog& log : loaded.changeLogs) load.logs.push_back(log.saveTo);
+  return load;
+}
 
 }  // namespace
 
@@ -59,6 +72,7 @@ void FormSec::Load(const LoadRequest& request) {
   c_.date->clear();
   Take(request, std::move(*loaded));
   if (TellHolder()) return;
+  if (!chooserStays_) ShowChooser(false);
   c_.grid->GoTo(1, GridColumn::Level, true);
   c_.grid->setFocus();
   OfferRecovery();
@@ -69,7 +83,9 @@ void FormSec::Take(const LoadRequest& request, LoadedReadings loaded) {
   for (int times = 1;; ++times) {
     ShowLoaded(request, loaded);
     lastRecord = loaded.header.LastRecordTime;
+    BenchLoad bench = BenchLoadOf(request, loaded);
     session_.Begin(std::move(loaded));
+    bench_->Take(std::move(bench));
     if (!session_.IsOutdated() || times == kMostLoads) break;
     Result<LoadedReadings> again = LoadWithProgress(request);
     if (!again) {  // what was read first stays; saving it would be refused
@@ -120,7 +136,9 @@ void FormSec::ShowLoaded(const LoadRequest& request, const LoadedReadings& loade
   ShowLoadedFiles(single ? std::vector<QString>() : loaded.files);
   c_.setup->ShowCells(loaded.setup);
   c_.messages->Show(loaded.messages);
-  for (QWidget* part : {c_.reviewPanel, c_.editBar, c_.dateBar, c_.clockBar}) part->show();
+  for (QWidget* part :
+       std::initializer_list<QWidget*>{c_.reviewPanel, c_.rangeBar, c_.editBar, c_.dateBar, c_.clockBar})
+    part->show();
   TellSummary(loaded);
 }
 
@@ -244,7 +262,9 @@ void FormSec::ClearGrid() {
   c_.loadedLabel->clear();
   c_.rowLabel->clear();
   ShowLoadedFiles({});
+  bench_->Clear();
   session_.Clear();
+  ShowChooser(true);
 }
 
 bool FormSec::MayLeaveGrid() {

@@ -1,7 +1,12 @@
 // The middle of the selection window: the review grid, its corrections, and what is made from it.
 #include <QHBoxLayout>
+#include <QSplitter>
+#include <QToolButton>
 
+#include "selection/findings_panel.h"
 #include "selection/form_sec_parts.h"
+#include "selection/hydrograph_pane.h"
+#include "selection/range_bar.h"
 #include "selection/review_grid_view.h"
 #include "shell/flow_layout.h"
 
@@ -12,7 +17,7 @@ class ReviewPanelMaker : public FormSecPart {
  public:
   using FormSecPart::FormSecPart;
 
-  QWidget* ReviewPanel() {
+  QWidget* ReviewPanel(RowSelection& selection) {
     c_.reviewPanel = Named(new QWidget(&parent_), "Frame3");
     c_.loadedLabel = Named(new QLabel(&parent_), "LoadedLabel");
     c_.loadedLabel->setTextFormat(Qt::PlainText);
@@ -21,9 +26,17 @@ class ReviewPanelMaker : public FormSecPart {
     bold.setBold(true);
     c_.loadedLabel->setFont(bold);
     c_.rowLabel = Named(new QLabel(&parent_), "RowLabel");
+    c_.foldChooser = Toggle(Say(Wording{u"Seçim (F7)", u"Choice (F7)"}), "SecimGoster");
+    c_.foldHydrograph = Toggle(Say(Wording{u"Hidrograf (F6)", u"Hydrograph (F6)"}), "HidrografGoster");
+    c_.zeroBased = Toggle(Say(Wording{u"0'dan", u"From 0"}), "SifirdanBaslat");
+    c_.zeroBased->setToolTip(
+        Say(Wording{u"Hidrografın seviye ekseni 0'dan başlar", u"The hydrograph's level axis begins at 0"}));
     auto* heading = new QHBoxLayout;
+    heading->addWidget(c_.foldChooser);
     heading->addWidget(c_.loadedLabel, 1);
     heading->addWidget(c_.rowLabel);
+    heading->addWidget(c_.foldHydrograph);
+    heading->addWidget(c_.zeroBased);
     c_.grid = Named(new ReviewGridView(&parent_), "VS1");
     c_.grid->setMinimumHeight(8 * parent_.fontMetrics().height());
     c_.grid->setAccessibleName(language_.Text(Caption::RawData));
@@ -35,13 +48,40 @@ class ReviewPanelMaker : public FormSecPart {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(kGap / 2);
     column->addLayout(heading);
-    column->addWidget(c_.grid, 1);
+    column->addWidget(Bench(selection), 1);
+    c_.rangeBar = new RangeBar(language_, &parent_);
+    column->addWidget(c_.rangeBar);
     column->addWidget(ChangeControls());
     column->addLayout(lower);
     return c_.reviewPanel;
   }
 
  private:
+  QToolButton* Toggle(const QString& caption, const char* name) {
+    auto* button = Named(new QToolButton(&parent_), name);
+    button->setText(caption);
+    button->setCheckable(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+  }
+
+  /// Grid and findings side by side, the hydrograph below both.
+  QWidget* Bench(RowSelection& selection) {
+    c_.findings = new FindingsPanel(language_, &parent_);
+    c_.hydrograph = new HydrographPane(selection, language_, &parent_);
+    c_.benchColumns = Named(new QSplitter(Qt::Horizontal, &parent_), "BenchColumns");
+    c_.benchColumns->addWidget(c_.grid);
+    c_.benchColumns->addWidget(c_.findings);
+    c_.benchColumns->setStretchFactor(0, 3);
+    c_.benchColumns->setStretchFactor(1, 2);
+    c_.benchRows = Named(new QSplitter(Qt::Vertical, &parent_), "BenchRows");
+    c_.benchRows->addWidget(c_.benchColumns);
+    c_.benchRows->addWidget(c_.hydrograph);
+    c_.benchRows->setStretchFactor(0, 3);
+    c_.benchRows->setStretchFactor(1, 2);
+    return c_.benchRows;
+  }
+
   QWidget* ChangeControls() {
     c_.editBar = Named(new QWidget(&parent_), "Frame4");
     auto* title = Named(
@@ -118,8 +158,9 @@ class ReviewPanelMaker : public FormSecPart {
 
 }  // namespace
 
-QWidget* MakeReviewPanel(QWidget& form, const Language& language, FormSecControls& controls) {
-  return ReviewPanelMaker(form, language, controls).ReviewPanel();
+QWidget* MakeReviewPanel(QWidget& form, const Language& language, FormSecControls& controls,
+                         RowSelection& selection) {
+  return ReviewPanelMaker(form, language, controls).ReviewPanel(selection);
 }
 
 }  // namespace vesk

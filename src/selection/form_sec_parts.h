@@ -16,7 +16,8 @@ class FormSecPart : protected ControlMaker {
 };
 
 /// Middle: the review grid and what is done with it.
-QWidget* MakeReviewPanel(QWidget& form, const Language& language, FormSecControls& controls);
+QWidget* MakeReviewPanel(QWidget& form, const Language& language, FormSecControls& controls,
+                         RowSelection& selection);
 /// Right: setup parameters, loaded files, messages.
 QWidget* MakeParameterColumn(QWidget& form, const Language& language, FormSecControls& controls);
 

@@ -48,6 +48,12 @@ void ReviewGridView::SetGridModel(ReviewGridModel& model, RowSelection& selectio
     const int column = std::max(currentIndex().column(), 0);
     GoTo(row, static_cast<GridColumn>(column), false);
   });
+  connect(&selection, &RowSelection::RangeChanged, this, [this](int first, int last) {
+    const QItemSelection selected = selectionModel()->selection();
+    const bool same =
+        !selected.isEmpty() && selected.first().top() + 1 == first && selected.first().bottom() + 1 == last;
+    if (!same) SelectRows(first, last);
+  });
   int least = 0;
   for (int column = 0; column < kGridColumns; ++column) {
     least += ReviewGridModel::ColumnWidthPixels(static_cast<GridColumn>(column));
@@ -64,11 +70,12 @@ void ReviewGridView::GoTo(int gridRow, GridColumn column, bool atTop) {
   scrollTo(index, atTop ? QAbstractItemView::PositionAtTop : QAbstractItemView::EnsureVisible);
 }
 
-void ReviewGridView::SelectWholeRow(int gridRow) {
+void ReviewGridView::SelectRows(int first, int last) {
   if (model_ == nullptr) return;
-  const QItemSelection row(model_->IndexOf(gridRow, GridColumn::Date),
-                           model_->IndexOf(gridRow, GridColumn::Baseline));
-  selectionModel()->select(row, QItemSelectionModel::ClearAndSelect);
+  const QModelIndex from = model_->IndexOf(first, GridColumn::Date);
+  const QModelIndex to = model_->IndexOf(last, GridColumn::Baseline);
+  if (from.isValid() && to.isValid())
+    selectionModel()->select(QItemSelection(from, to), QItemSelectionModel::ClearAndSelect);
 }
 
 int ReviewGridView::CurrentRow() const {

@@ -21,8 +21,8 @@ class ReviewGridView : public QTableView {
 
   /// Makes a cell current; atTop scrolls its row to the top of the view. Rows that are not there are ignored.
   void GoTo(int gridRow, GridColumn column, bool atTop);
-  /// Selects all cells of a row; the current cell stays where it is.
-  void SelectWholeRow(int gridRow);
+  /// Selects all cells of rows, both ends included; the current cell stays where it is.
+  void SelectRows(int first, int last);
   /// Grid row of the current cell; 0 when there is none.
   [[nodiscard]] int CurrentRow() const;
   void CopySelection() const;

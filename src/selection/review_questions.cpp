@@ -1,8 +1,10 @@
 #include "selection/review_questions.h"
 
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "selection/limits_dialog.h"
 #include "shell/language.h"
 
 namespace vesk {
@@ -69,6 +71,23 @@ bool ReviewMessageBoxes::AskToTakeOver(QWidget* parent, const QString& text) {
 
 bool ReviewMessageBoxes::AskToCorrectRecord(QWidget* parent, const QString& text) {
   return AskYesNo(parent, language_.attentionTitle, text);
+}
+
+std::optional<QString> ReviewMessageBoxes::AskForReason(QWidget* parent, const QString& title,
+                                                        const QString& text, const QStringList& earlier) {
+  bool given = false;
+  QStringList offered{QString()};
+  offered += earlier;
+  const QString reason = QInputDialog::getItem(parent, TitleOr(title), text, offered, 0, true, &given);
+  return given ? std::optional(reason.trimmed()) : std::nullopt;
+}
+
+std::optional<std::optional<StationLimits>> ReviewMessageBoxes::AskForLimits(
+    QWidget* parent, const QString& station, const std::optional<StationLimits>& kept,
+    const StationLimits& proposed) {
+  LimitsDialog dialog(language_, station, kept, proposed, parent);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.Chosen();
 }
 
 bool ReviewMessageBoxes::AskYesNo(QWidget* parent, const QString& title, const QString& text) {

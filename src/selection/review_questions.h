@@ -2,8 +2,11 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
+
+#include "datafiles/station_limits.h"
 
 class QWidget;
 
@@ -25,6 +28,15 @@ class ReviewQuestions {
   virtual bool AskToTakeOver(QWidget* parent, const QString& text) = 0;
   /// A corrected reading leaves a record of its day wrong. text says which and what the readings give.
   virtual bool AskToCorrectRecord(QWidget* parent, const QString& text) = 0;
+  /// Why something is done; nothing when the operator backs out. earlier: reasons to choose from, the last
+  /// one first.
+  virtual std::optional<QString> AskForReason(QWidget* parent, const QString& title, const QString& text,
+                                              const QStringList& earlier) = 0;
+  /// Limits to be kept of a station. The inner one nothing: its limits are to be forgotten; the outer one:
+  /// all stays as it is.
+  virtual std::optional<std::optional<StationLimits>> AskForLimits(QWidget* parent, const QString& station,
+                                                                   const std::optional<StationLimits>& kept,
+                                                                   const StationLimits& proposed) = 0;
   /// An empty title means the program's own.
   virtual bool AskYesNo(QWidget* parent, const QString& title, const QString& text) = 0;
   /// Yes or No; nothing when the operator backs out. more: small print below the text; may be empty.
@@ -47,6 +59,11 @@ class ReviewMessageBoxes : public ReviewQuestions {
   RecoverAnswer AskToRecover(QWidget* parent, int edits) override;
   bool AskToTakeOver(QWidget* parent, const QString& text) override;
   bool AskToCorrectRecord(QWidget* parent, const QString& text) override;
+  std::optional<QString> AskForReason(QWidget* parent, const QString& title, const QString& text,
+                                      const QStringList& earlier) override;
+  std::optional<std::optional<StationLimits>> AskForLimits(QWidget* parent, const QString& station,
+                                                           const std::optional<StationLimits>& kept,
+                                                           const StationLimits& proposed) override;
   bool AskYesNo(QWidget* parent, const QString& title, const QString& text) override;
   std::optional<bool> AskYesNoOrBackOut(QWidget* parent, const QString& title, const QString& text,
                                         const QString& more) override;

@@ -28,6 +28,10 @@ struct Operator {
   int unsavedQuestions = 0;
   int recoverQuestions = 0;
   bool correctsRecords = false;
+  QString reason = QStringLiteral("because");
+  QStringList reasonsOffered;
+  std::optional<StationLimits> limits, keptLimits;
+  StationLimits proposedLimits;
   std::function<void()> whileAskedToTakeOver;
   QStringList records;  ///< questions about extreme records
   QStringList told;
@@ -52,6 +56,20 @@ class OperatorsAnswers : public ReviewQuestions {
     person_.told += text;
     if (person_.whileAskedToTakeOver) person_.whileAskedToTakeOver();
     return person_.yes;
+  }
+  std::optional<QString> AskForReason(QWidget*, const QString&, const QString& text,
+                                      const QStringList& earlier) override {
+    person_.told += text;
+    person_.reasonsOffered = earlier;
+    return person_.backsOut ? std::nullopt : std::optional(person_.reason);
+  }
+  std::optional<std::optional<StationLimits>> AskForLimits(QWidget*, const QString&,
+                                                           const std::optional<StationLimits>& kept,
+                                                           const StationLimits& proposed) override {
+    person_.keptLimits = kept;
+    person_.proposedLimits = proposed;
+    if (person_.backsOut) return std::nullopt;
+    return std::optional<std::optional<StationLimits>>(std::in_place, person_.limits);
   }
   bool AskYesNo(QWidget*, const QString&, const QString& text) override {
     person_.told += text;

@@ -1,0 +1,230 @@
+#include "review/review_decisions.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QFile>
+#include <QJsonArray>
+
+#include <algorithm>
+#include <cmath>
+
+#include "datafiles/dates.h"
+#include "datafiles/raw_file_names.h"
+#include "platform/current_user.h"
+#include "platform/system_reason.h"
+#include "platform/whole_file.h"
+
+namespace vesk {
+namespace {
+
+constexpr double kSameValue = 1e-6;
+const QString kAccepted = QStringLiteral("acceptedFindings");
+const QString kApprovals = QStringLiteral("approvals");
+
+void PutAuthor(QJsonObject& object, const Authorship& by) {
+  object[QStringLiteral("by")] = by.login;
+  object[QStringLiteral("name")] = by.name;
+  object[QStringLiteral("at")] = by.at;
+  if (!by.why.reason.isEmpty()) object[QStringLiteral("reason")] = by.why.reason;
+}
+
+Authorship AuthorIn(const QJsonObject& object) {
+  return {object[QStringLiteral("by")].toString(),
+          object[QStringLiteral("name")].toString(),
+          object[QStringLiteral("at")].toString(),
+          {{}, object[QStringLiteral("reason")].toString()}};
+}
+
+QJsonObject Encode(const AcceptedFinding& finding) {
+  QJsonObject object{{QStringLiteral("rule"), finding.rule},
+                     {QStringLiteral("file"), finding.rawFile},
+                     {QStringLiteral("from"), DateTimeText(finding.from)},
+                     {QStringLiteral("to"), DateTimeText(finding.to)},
+                     {QStringLiteral("value"), finding.value}};
+  PutAuthor(object, finding.by);
+  return object;
+}
+
+/// Nothing when it cannot be meant; it stays in the file.
+std::optional<AcceptedFinding> DecodeAccepted(const QJsonObject& object) {
+  const auto from = ReadDateTime(object[QStringLiteral("from")].toString());
+  const auto to = ReadDateTime(object[QStringLiteral("to")].toString());
+  const QJsonValue value = object[QStringLiteral("value")];
+  if (!from || !to || !value.isDouble()) return std::nullopt;
+  return AcceptedFinding{.rule = object[QStringLiteral("rule")].toString(),
+                         .rawFile = object[QStringLiteral("file")].toString(),
+                         .from = *from,
+                         .to = *to,
+                         .value = value.toDouble(),
+                         .by = AuthorIn(object)};
+}
+
+QJsonObject Encode(const Approval& approval) {
+  QJsonArray files;
+  for (const ApprovedFile& file : approval.rawFiles) {
+    files.append(QJsonObject{{QStringLiteral("file"), file.name},
+                             {QStringLiteral("sha256"), QString::fromLatin1(file.sha256)}});
+  }
+  QJsonObject object{{QStringLiteral("withdrawn"), approval.withdrawn},
+                     {QStringLiteral("rawFiles"), files},
+                     {QStringLiteral("changeLog"), QString::fromLatin1(approval.logHash)},
+                     {QStringLiteral("readings"), approval.readings},
+                     {QStringLiteral("corrections"), approval.corrections},
+                     {QStringLiteral("openFindings"), approval.openFindings}};
+  PutAuthor(object, approval.by);
+  return object;
+}
+
+Approval DecodeApproval(const QJsonObject& object) {
+  Approval approval{.withdrawn = object[QStringLiteral("withdrawn")].toBool(),
+                    .by = AuthorIn(object),
+                    .logHash = object[QStringLiteral("changeLog")].toString().toLatin1(),
+                    .readings = object[QStringLiteral("readings")].toInt(),
+                    .corrections = object[QStringLiteral("corrections")].toInt(),
+                    .openFindings = object[QStringLiteral("openFindings")].toInt()};
+  const QJsonArray files = object[QStringLiteral("rawFiles")].toArray();
+  for (const auto& value : files) {
+    const QJsonObject file = value.toObject();
+    approval.rawFiles.push_back(
+        {file[QStringLiteral("file")].toString(), file[QStringLiteral("sha256")].toString().toLatin1()});
+  }
+  return approval;
+}
+
+/// Drops what is meant from the list, and leaves whatever else stands there.
+QJsonArray Without(const QJsonArray& accepted, const AcceptedFinding& finding) {
+  QJsonArray kept;
+  for (const auto& value : accepted) {
+    const auto known = DecodeAccepted(value.toObject());
+    if (!known || !known->IsOf(finding)) kept.append(value);
+  }
+  return kept;
+}
+
+Result<QByteArray> HashOfFile(const QString& path) {
+  QFile file(path);
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file)) {
+    return Error{Wording{u"Ham dosya okunamadı", u"The raw file could not be read"}, path,
+                 SystemReason(file.errorString())};
+  }
+  return hash.result().toHex();
+}
+
+int CorrectionsIn(const StationSeries& series) {
+  int corrections = 0;
+  for (int row = 1; row <= series.ReadingCount(); ++row) corrections += series.IsChanged(row) ? 1 : 0;
+  return corrections;
+}
+
+void CompareFiles(const Approval& approved, const Approval& present, std::vector<Message>& differences) {
+  // By the part of the name that stays: the day count behind it changes when a file is tidied.
+  const auto find = [](const Approval& in, const QString& name) {
+    return std::ranges::find_if(in.rawFiles, [&](const ApprovedFile& file) {
+      return file.name.left(kStemLength).compare(name.left(kStemLength), Qt::CaseInsensitive) == 0;
+    });
+  };
+  for (const ApprovedFile& file : approved.rawFiles) {
+    const auto now = find(present, file.name);
+    if (now == present.rawFiles.end()) {
+      differences.emplace_back(
+          Wording{u"%1: onaylanan dosya artık yüklenmiyor", u"%1: was approved and is no longer loaded"},
+          file.name);
+    } else if (now->sha256 != file.sha256) {
+      differences.emplace_back(
+          Wording{u"%1: onaydan sonra değişti", u"%1: has changed since it was approved"}, file.name);
+    }
+  }
+  for (const ApprovedFile& file : present.rawFiles) {
+    if (find(approved, file.name) != approved.rawFiles.end()) continue;
+    differences.emplace_back(Wording{u"%1: onaydan sonra geldi", u"%1: has come since the approval"},
+                             file.name);
+  }
+}
+
+}  // namespace
+
+bool AcceptedFinding::IsOf(const AcceptedFinding& other) const {
+  return rule == other.rule && rawFile.compare(other.rawFile, Qt::CaseInsensitive) == 0 &&
+         from == other.from && to == other.to && std::abs(value - other.value) <= kSameValue;
+}
+
+const Approval* ReviewDecisions::InForce() const {
+  return approvals.empty() || approvals.back().withdrawn ? nullptr : &approvals.back();
+}
+
+Result<ReviewDecisions> ReadReviewDecisions(const QString& changeLogPath) {
+  const auto record = ReadReviewRecord(changeLogPath);
+  if (!record) return record.Failure();
+  ReviewDecisions decisions;
+  const QJsonArray accepted = record->other[kAccepted].toArray();
+  for (const auto& value : accepted) {
+    if (auto finding = DecodeAccepted(value.toObject())) decisions.accepted.push_back(std::move(*finding));
+  }
+  const QJsonArray approvals = record->other[kApprovals].toArray();
+  for (const auto& value : approvals) decisions.approvals.push_back(DecodeApproval(value.toObject()));
+  return decisions;
+}
+
+Status AcceptFinding(const QString& changeLogPath, const AcceptedFinding& finding) {
+  return UpdateReviewRecord(changeLogPath, [&](ReviewRecord& record) {
+    QJsonArray accepted = Without(record.other[kAccepted].toArray(), finding);
+    accepted.append(Encode(finding));
+    record.other[kAccepted] = accepted;
+  });
+}
+
+Status WithdrawAcceptance(const QString& changeLogPath, const AcceptedFinding& finding) {
+  return UpdateReviewRecord(changeLogPath, [&](ReviewRecord& record) {
+    record.other[kAccepted] = Without(record.other[kAccepted].toArray(), finding);
+  });
+}
+
+Status AddApproval(const QString& changeLogPath, const Approval& approval) {
+  return UpdateReviewRecord(changeLogPath, [&](ReviewRecord& record) {
+    QJsonArray approvals = record.other[kApprovals].toArray();
+    approvals.append(Encode(approval));
+    record.other[kApprovals] = approvals;
+  });
+}
+
+Result<Approval> PresentState(const QString& dataDirectory, const std::vector<ReadOut>& readOuts,
+                              const QString& changeLogPath, const StationSeries& series) {
+  Approval state;
+  for (const ReadOut& readOut : readOuts) {
+    const auto hash = HashOfFile(dataDirectory + readOut.diskName);
+    if (!hash) return hash.Failure();
+    state.rawFiles.push_back({readOut.diskName, *hash});
+  }
+  const auto log = ReadWholeFile(
+      changeLogPath, Wording{u"Değişiklik dosyası okunamadı", u"The change log could not be read"});
+  if (!log) return log.Failure();
+  state.logHash = HashOf(*log);
+  state.readings = series.ReadingCount();
+  state.corrections = CorrectionsIn(series);
+  return state;
+}
+
+std::vector<Message> ApprovalDifferences(const Approval& approved, const Approval& present) {
+  std::vector<Message> differences;
+  CompareFiles(approved, present, differences);
+  if (approved.logHash != present.logHash) {
+    differences.emplace_back(
+        Wording{u"düzeltmeler onaydan sonra değişti (onaylanan: %1, şimdi: %2)",
+                u"the corrections have changed since the approval (approved: %1, now: %2)"},
+        approved.corrections, present.corrections);
+  }
+  if (approved.readings != present.readings) {
+    differences.emplace_back(
+        Wording{u"okuma sayısı %1 iken onaylandı, şimdi %2", u"approved with %1 readings, now there are %2"},
+        approved.readings, present.readings);
+  }
+  return differences;
+}
+
+Authorship PresentAuthor() {
+  const UserName user = CurrentUser();
+  return {user.login, user.name, QDateTime::currentDateTimeUtc().toString(Qt::ISODate)};
+}
+
+}  // namespace vesk
