@@ -17,6 +17,7 @@ struct BatchVerb {
 
 int RunFilesVerb(const QStringList& arguments);
 int RunHeaderVerb(const QStringList& arguments);
+int RunHistoryVerb(const QStringList& arguments);
 int RunReadingsVerb(const QStringList& arguments);
 int RunCheckVerb(const QStringList& arguments);
 int RunDailyVerb(const QStringList& arguments);

@@ -1,9 +1,11 @@
 // Verbs that list and tidy: files, header, readings, tidy.
 #include <algorithm>
+#include <map>
 
 #include "datafiles/archive.h"
 #include "datafiles/dates.h"
 #include "datafiles/header_checks.h"
+#include "datafiles/numbers.h"
 #include "platform/csv.h"
 #include "programs/batch.h"
 #include "programs/batch_support.h"
@@ -51,14 +53,34 @@ QCommandLineOption OutOption() {
           QStringLiteral("FILE")};
 }
 
-void AppendReadings(const StationSeries& series, QByteArray& text) {
-  text += "date,time,level_cm,discharge,label,code,baseline_cm\n";
+using Authors = std::map<RowRef, Authorship>;
+
+/// Who corrected each row of a load.
+Authors AuthorsOf(const LoadedReadings& loaded) {
+  Authors authors;
+  for (const LoadedChangeLog& log : loaded.changeLogs)
+    authors.insert(log.overlay.authors.begin(), log.overlay.authors.end());
+  return authors;
+}
+
+void AppendHistory(const StationSeries& series, int row, const Authors& authors, CsvLines& csv) {
+  csv.Plain() += NumberText(series.RawLevel(row)).toLatin1();
+  const auto known = authors.find(series.RefOf(row));
+  const Authorship by = known == authors.end() ? Authorship() : known->second;
+  for (const QString& text : {by.why.reason, by.login, by.at}) csv.Cell(text);
+}
+
+/// authors: for the columns of the history; null without them.
+void AppendReadings(const StationSeries& series, const Authors* authors, QByteArray& text) {
+  text += "date,time,level_cm,discharge,label,code,baseline_cm";
+  text += authors ? ",raw_cm,reason,by,at\n" : "\n";
   text.reserve(text.size() + series.ReadingCount() * qsizetype{48});
   CsvLines csv(text);
   for (int row = 1; row <= series.ReadingCount(); ++row) {
     for (int column = 0; column < kGridColumns; ++column) {
       csv.Cell(CellText(series, row, static_cast<GridColumn>(column)));
     }
+    if (authors) AppendHistory(series, row, *authors, csv);
     csv.EndLine();
   }
 }
@@ -163,6 +185,8 @@ int RunReadingsVerb(const QStringList& arguments) {
   AddStationOptions(parser, false);
   parser.addOption(
       {QStringLiteral("file"), QStringLiteral("One raw file instead of a water year."), QStringLiteral("F")});
+  parser.addOption({QStringLiteral("with-history"),
+                    QStringLiteral("Adds the raw level and, of corrected readings, why, by whom and when.")});
   parser.addOption(OutOption());
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
   if (const QString wrong = WrongReadings(parser); !wrong.isEmpty()) {
@@ -173,7 +197,9 @@ int RunReadingsVerb(const QStringList& arguments) {
   const auto loaded = LoadChosen(parser, *folder);
   if (!loaded) return Fail(loaded.Failure());
   Output output(parser.value(QStringLiteral("out")));
-  AppendReadings(loaded->series, output.Text());
+  const Authors authors = AuthorsOf(*loaded);
+  AppendReadings(loaded->series, parser.isSet(QStringLiteral("with-history")) ? &authors : nullptr,
+                 output.Text());
   return std::max(Finish(output), ExitOf(*loaded));
 }
 

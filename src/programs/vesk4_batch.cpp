@@ -24,6 +24,7 @@ constexpr BatchVerb kVerbs[] = {
     {"readings", "write the readings of a water year or of one file (CSV)", vesk::RunReadingsVerb},
     {"check", "tell what is doubtful in the readings (CSV, JSON)", vesk::RunCheckVerb},
     {"daily", "write daily extremes and means (CSV)", vesk::RunDailyVerb},
+    {"history", "tell what was corrected in a water year, by whom and why (CSV)", vesk::RunHistoryVerb},
     {"table", "make level table workbooks", vesk::RunTableVerb},
     {"graph", "draw a graph of one to four stations (PNG, PDF, SVG)", vesk::RunGraphVerb},
     {"tidy", "stamp, rename and archive raw files", vesk::RunTidyVerb},

@@ -38,7 +38,7 @@ struct ApprovedFile {
 /// A water year, approved or withdrawn.
 struct Approval {
   bool withdrawn = false;  ///< an approval before this is taken back
-  Authorship by;           ///< by.why.reason: a remark
+  Authorship by{};         ///< by.why.reason: a remark
   std::vector<ApprovedFile> rawFiles{};
   QByteArray logHash{};  ///< SHA-256 of the change log, hexadecimal
   int readings = 0;

@@ -177,10 +177,14 @@ void FindingsPanel::LayOut(const Language& language) {
   all->addWidget(limitsText_);
   all->addLayout(buttons);
   const QFontMetrics letters(list_->font());
+  list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  const int margins = letters.averageCharWidth() * 2;
   list_->setColumnWidth(FindingsModel::Rule,
-                        letters.horizontalAdvance(QStringLiteral("Okunmayan satırlarm")));
-  list_->setColumnWidth(FindingsModel::Time, letters.horizontalAdvance(QStringLiteral("00/00/0000 00:00m")));
-  list_->setColumnWidth(FindingsModel::Value, letters.horizontalAdvance(QStringLiteral("-000.00 cm/sam")));
+                        letters.horizontalAdvance(QStringLiteral("Hızlı değişim")) + 2 * margins);
+  list_->setColumnWidth(FindingsModel::Time,
+                        letters.horizontalAdvance(QStringLiteral("00/00/0000 00:00")) + margins);
+  list_->setColumnWidth(FindingsModel::Value,
+                        letters.horizontalAdvance(QStringLiteral("-000.0 cm/sa")) + margins);
   list_->setMinimumHeight(4 * letters.height());
 }
 

@@ -1,12 +1,14 @@
 // Sizes of the selection window: where it starts, and what the operator made of it, kept between runs.
 #include <QSplitter>
 #include <QStyle>
+#include <QToolButton>
 
 #include <algorithm>
 
 #include "selection/chooser_panel.h"
 #include "selection/control_maker.h"
 #include "selection/form_sec.h"
+#include "selection/hydrograph_pane.h"
 #include "selection/review_grid_view.h"
 #include "selection/setup_table.h"
 #include "shell/main_frame.h"
@@ -71,11 +73,18 @@ void FormSec::RestoreLayout() {
   const QList<int> left =
       SplitSizes(read(collecting ? "GraphLeftParts" : "LeftParts"), c_.chooser->Parts().count());
   const QList<int> right = SplitSizes(read("RightParts"), c_.rightParts->count());
+  const QList<int> benchColumns = SplitSizes(read("BenchColumns"), c_.benchColumns->count());
+  const QList<int> benchRows = SplitSizes(read("BenchRows"), c_.benchRows->count());
   columnsAreKept_ = !columns.isEmpty();
   c_.columns->setSizes(columnsAreKept_ ? columns : QList<int>{260, 720, 310, 380});
   c_.chooser->Parts().setSizes(
       left.isEmpty() ? QList<int>{150, collecting ? 220 : 130, collecting ? 110 : 200} : left);
   c_.rightParts->setSizes(right.isEmpty() ? QList<int>{330, 90, 100} : right);
+  c_.benchColumns->setSizes(benchColumns.isEmpty() ? QList<int>{570, 430} : benchColumns);
+  c_.benchRows->setSizes(benchRows.isEmpty() ? QList<int>{300, 200} : benchRows);
+  ShowHydrograph(read("Hydrograph") != QLatin1String("0"));
+  c_.zeroBased->setChecked(read("HydrographFromZero") == QLatin1String("1"));
+  chooserStays_ = read("ChooserStays") == QLatin1String("1");
 }
 
 // A narrow window, or large letters, leave the side columns what they need and give the grid the rest.
@@ -103,9 +112,17 @@ void FormSec::KeepLayout() const {
   const QWidget* frame = parentWidget() == nullptr ? this : parentWidget();
   write(collecting ? "GraphMaximized" : "Maximized", {frame->isMaximized() ? 1 : 0});
   if (!frame->isMaximized()) write(collecting ? "GraphSize" : "Size", {width(), height()});
-  write(collecting ? "GraphColumns" : "Columns", c_.columns->sizes());
-  write(collecting ? "GraphLeftParts" : "LeftParts", c_.chooser->Parts().sizes());
-  if (!collecting) write("RightParts", c_.rightParts->sizes());
+  if (!c_.chooser->isHidden()) write(collecting ? "GraphColumns" : "Columns", c_.columns->sizes());
+  if (!c_.chooser->isHidden())
+    write(collecting ? "GraphLeftParts" : "LeftParts", c_.chooser->Parts().sizes());
+  if (collecting) return;
+  write("RightParts", c_.rightParts->sizes());
+  write("BenchColumns", c_.benchColumns->sizes());
+  // A hidden part has no size: the one that it had is kept.
+  if (!c_.hydrograph->isHidden()) write("BenchRows", c_.benchRows->sizes());
+  write("Hydrograph", {c_.foldHydrograph->isChecked() ? 1 : 0});
+  write("HydrographFromZero", {c_.zeroBased->isChecked() ? 1 : 0});
+  write("ChooserStays", {chooserStays_ ? 1 : 0});
 }
 
 }  // namespace vesk

@@ -29,6 +29,7 @@ class ReviewPanelMaker : public FormSecPart {
     c_.foldChooser = Toggle(Say(Wording{u"Seçim (F7)", u"Choice (F7)"}), "SecimGoster");
     c_.foldHydrograph = Toggle(Say(Wording{u"Hidrograf (F6)", u"Hydrograph (F6)"}), "HidrografGoster");
     c_.zeroBased = Toggle(Say(Wording{u"0'dan", u"From 0"}), "SifirdanBaslat");
+    c_.foldHydrograph->setChecked(true);
     c_.zeroBased->setToolTip(
         Say(Wording{u"Hidrografın seviye ekseni 0'dan başlar", u"The hydrograph's level axis begins at 0"}));
     auto* heading = new QHBoxLayout;

@@ -66,8 +66,11 @@ void ReviewGridView::GoTo(int gridRow, GridColumn column, bool atTop) {
   if (model_ == nullptr) return;
   const QModelIndex index = model_->IndexOf(gridRow, column);
   if (!index.isValid()) return;
+  const bool inView = viewport()->rect().contains(visualRect(index).center());
   setCurrentIndex(index);
-  scrollTo(index, atTop ? QAbstractItemView::PositionAtTop : QAbstractItemView::EnsureVisible);
+  // A row that is gone to from afar stands in the middle, with what is around it.
+  const auto hint = inView ? QAbstractItemView::EnsureVisible : QAbstractItemView::PositionAtCenter;
+  scrollTo(index, atTop ? QAbstractItemView::PositionAtTop : hint);
 }
 
 void ReviewGridView::SelectRows(int first, int last) {

@@ -46,8 +46,8 @@ Message SummaryText(const SelectionSummary& summary) {
   constexpr double kHundredths = 100;
   const Message span(Wording{u"%1 okuma  ·  %2 – %3", u"%1 readings  ·  %2 – %3"}, summary.readings,
                      DateTimeText(summary.from), DateTimeText(summary.to));
-  const Message levels(Wording{u"en düşük %1 cm (%2)  ·  en yüksek %3 cm (%4)  ·  ortalama %5 cm",
-                               u"lowest %1 cm (%2)  ·  highest %3 cm (%4)  ·  mean %5 cm"},
+  const Message levels(Wording{u"min %1 cm (%2)  ·  max %3 cm (%4)  ·  ort. %5 cm",
+                               u"min %1 cm (%2)  ·  max %3 cm (%4)  ·  mean %5 cm"},
                        NumberText(summary.lowestCm), DateTimeText(summary.lowestAt),
                        NumberText(summary.highestCm), DateTimeText(summary.highestAt),
                        NumberText(std::round(summary.meanCm * kHundredths) / kHundredths));
