@@ -19,11 +19,12 @@ struct HistoryLine {
   DateTime time{};
   double levelCm = 0;
   QString discharge;
-  std::optional<Correction> correction;
+  bool known = false;  ///< whose correction it is
+  Correction correction;
 };
 
 HistoryLine LineOf(const Correction& correction) {
-  return {correction.time, correction.levelCm, correction.discharge, correction};
+  return {correction.time, correction.levelCm, correction.discharge, true, correction};
 }
 
 /// What the record knows of the log as it is, the bare lines where it is another log's.
@@ -50,8 +51,11 @@ std::vector<HistoryLine> LinesOf(const QByteArray& log, const ReviewRecord& reco
       tell(QStringLiteral("a line of the change log could not be read; expected %1").arg(expected.English()));
       continue;
     }
-    lines.push_back(
-        {DateTime(read->day) + std::chrono::minutes(read->minuteOfDay), read->levelCm, read->discharge, {}});
+    lines.push_back({DateTime(read->day) + std::chrono::minutes(read->minuteOfDay),
+                     read->levelCm,
+                     read->discharge,
+                     false,
+                     {}});
   }
   if (state) {
     for (const Correction& hidden : state->hidden) lines.push_back(LineOf(hidden));
@@ -67,13 +71,13 @@ class HistoryWriter {
   void Corrections(const std::vector<HistoryLine>& lines) {
     for (const HistoryLine& line : lines) {
       Begin();
-      csv_.Cell(line.correction ? line.correction->rawFile : QString());
+      csv_.Cell(line.correction.rawFile);
       csv_.Cell(DateTimeText(line.time));
-      csv_.Cell(line.correction ? KindText(line.correction->kind) : QString());
-      csv_.Plain() += line.correction ? NumberText(line.correction->rawCm).toLatin1() : QByteArray();
+      csv_.Cell(line.known ? KindText(line.correction.kind) : QString());
+      csv_.Plain() += line.known ? NumberText(line.correction.rawCm).toLatin1() : QByteArray();
       csv_.Plain() += NumberText(line.levelCm).toLatin1();
       csv_.Cell(line.discharge);
-      const Authorship by = line.correction ? line.correction->by : Authorship();
+      const Authorship& by = line.correction.by;
       csv_.Cell(by.why.reason);
       csv_.Cell(by.why.operation);
       Who(by);

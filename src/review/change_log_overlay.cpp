@@ -352,7 +352,7 @@ void TellDates(const QString& path, const CorrectionReading& dates, std::vector<
   if (dates.correction.target) {
     messages.emplace_back(Wording{u"%1: kayıt zamanları kaydedildiği gibi düzeltildi; son kayıt %2",
                                   u"%1: the readings are re-timed as saved, the last one to %2"},
-                          fileName, DateTimeText(*dates.correction.target));
+                          fileName, DateTimeText(dates.correction.target->last));
   }
 }
 

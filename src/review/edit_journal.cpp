@@ -21,7 +21,7 @@ namespace {
 // One record a line: fields parted by tabs, the last one a checksum of those before it.
 //   edit    <row> <date and time> <kind> <level before> <level> <raw file>
 //   extreme <date and time> <kind> <level before> <level>
-//   dates   <date and time>
+//   dates   <true times>
 //   step    <records that follow and belong together> <operation> <reason, percent-encoded>
 //   undo    of a record or a step
 constexpr char kHeading[] = "journal\t3";
@@ -67,7 +67,7 @@ QByteArray Fields(const JournalRecord& record) {
       fields = {QLatin1String(kExtremeWord), time, kind, before, level};
       break;
     case JournalRecord::Kind::CorrectDates:
-      fields = {QLatin1String(kDatesWord), DateTimeText(record.target)};
+      fields = {QLatin1String(kDatesWord), TrueTimesText(record.target)};
       break;
   }
   return fields.join(QLatin1Char('\t')).toUtf8();
@@ -96,7 +96,7 @@ std::optional<JournalRecord> ReadRecord(const QStringList& fields) {
     record = ReadEdit(fields, 1);
     if (record) record->kind = JournalRecord::Kind::EditExtreme;
   } else if (word == QLatin1String(kDatesWord)) {
-    const auto target = ReadDateTime(fields.value(1));
+    const auto target = ReadTrueTimes(fields.value(1));
     if (target) record = JournalRecord{.kind = JournalRecord::Kind::CorrectDates, .target = *target};
   }
   return record;

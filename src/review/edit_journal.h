@@ -11,6 +11,7 @@
 
 #include "datafiles/reading.h"
 #include "platform/result.h"
+#include "review/date_correction.h"
 #include "review/review_grid.h"
 
 namespace vesk {
@@ -26,7 +27,7 @@ struct JournalRecord {
   ReadingKind readingKind = ReadingKind::Ordinary;
   double fromCm = 0;   ///< edits: the level before, cm
   double levelCm = 0;  ///< edits: the level typed, cm
-  DateTime target{};   ///< CorrectDates: the true time of the last reading
+  TrueTimes target{};  ///< CorrectDates
   /// Edits of one operation, which come and go together, follow each other under one number; 0: alone.
   int step = 0;
   QString operation{};  ///< edits: what was done, as the review record has it

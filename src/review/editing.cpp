@@ -175,6 +175,14 @@ std::map<RowRef, Purpose> EditSession::Purposes() const {
 }
 
 Result<bool> EditSession::CorrectDates(const QString& targetText) {
+  return CorrectDates(ReadCorrectionTarget(targetText, series_.Raw()));
+}
+
+Result<bool> EditSession::CorrectDates(const TrueTimes& times) {
+  return CorrectDates(CheckCorrectionTarget(times, series_.Raw()));
+}
+
+Result<bool> EditSession::CorrectDates(const Result<TrueTimes>& target) {
   const Message what = Wording{u"Tarihler düzeltilmedi", u"The dates were not corrected"};
   if (!CanCorrectDates()) {
     return Error{what,
@@ -182,9 +190,8 @@ Result<bool> EditSession::CorrectDates(const QString& targetText) {
                  Wording{u"yalnız tek dosyanın kayıtları düzeltilebilir",
                          u"only the readings of a single file can be re-timed"}};
   }
-  const Result<DateTime> target = ReadCorrectionTarget(targetText, series_.Raw());
   if (!target) return target.Failure();
-  if (*target == series_.LastReading()) return false;
+  if (*target == PresentTimes()) return false;
   if (const Status may = MayEdit(); !may) return Error{what, may.Failure().path, may.Failure().reason};
   ApplyCorrection(*target);
   JournalLastStep();
@@ -198,16 +205,23 @@ Result<bool> EditSession::RemoveDateCorrection() {
   return CorrectDates(DateTimeText(span->last));
 }
 
-std::optional<DateTime> EditSession::SavedTarget() const {
+/// Those that hold now, be they the logger's own; nothing without readings.
+std::optional<TrueTimes> EditSession::PresentTimes() const {
+  if (series_.Target()) return series_.Target();
+  const auto last = series_.LastReading();
+  return last ? std::optional<TrueTimes>(*last) : std::nullopt;
+}
+
+std::optional<TrueTimes> EditSession::SavedTarget() const {
   return logs_.empty() ? std::nullopt : logs_.front().overlay.correction.target;
 }
 
-/// False when the last reading stands there already.
-bool EditSession::ApplyCorrection(DateTime target) {
-  if (target == series_.LastReading()) return false;
+/// False when the readings have these times already.
+bool EditSession::ApplyCorrection(const TrueTimes& target) {
+  if (target == PresentTimes()) return false;
   Step step{.target = target, .targetBefore = series_.Target()};
   const auto span = SpanOf(series_.Raw());
-  if (span && target != span->last) step.targetAfter = target;
+  if (span && target != TrueTimes(span->last)) step.targetAfter = target;
   Do(std::move(step));
   return true;
 }
@@ -254,7 +268,7 @@ void EditSession::ForgetEdits(const Step& step) {
   }
 }
 
-void EditSession::RetimeTo(const std::optional<DateTime>& target) {
+void EditSession::RetimeTo(const std::optional<TrueTimes>& target) {
   Q_EMIT GridAboutToBeReplaced();
   series_.SetTarget(target);
   Q_EMIT GridReplaced();

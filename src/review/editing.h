@@ -91,6 +91,8 @@ class EditSession : public QObject {
   /// Re-times a single file's readings so that the last one stands at the typed date and time (dd/mm/yyyy
   /// hh:mm). False when that is its time already. The logger's own time takes a correction back.
   Result<bool> CorrectDates(const QString& targetText);
+  /// The same in pieces: pairs of a logger's and a true time, the last reading's among them.
+  Result<bool> CorrectDates(const TrueTimes& times);
   /// Gives every reading its raw time back; false when the readings are not re-timed.
   Result<bool> RemoveDateCorrection();
   /// True for a single-file load: only such a grid can be re-timed.
@@ -136,8 +138,8 @@ class EditSession : public QObject {
   struct Step {
     std::vector<RowStep> rows{};  ///< none: of the clock
     Purpose why{};
-    DateTime target{};
-    std::optional<DateTime> targetBefore{}, targetAfter{};
+    TrueTimes target{};
+    std::optional<TrueTimes> targetBefore{}, targetAfter{};
 
     [[nodiscard]] bool IsCorrection() const { return rows.empty(); }
   };
@@ -153,12 +155,14 @@ class EditSession : public QObject {
   bool RepeatEdit(const JournalRecord& record, const Levels& saved, Step& step);
   [[nodiscard]] std::optional<RowStep> StepOf(const RowRef& row, double levelCm) const;
   Result<bool> Edit(int row, double levelCm);
-  bool ApplyCorrection(DateTime target);
+  bool ApplyCorrection(const TrueTimes& target);
+  Result<bool> CorrectDates(const Result<TrueTimes>& target);
+  [[nodiscard]] std::optional<TrueTimes> PresentTimes() const;
   void TakeStep(const Step& step, bool forward);
   void Do(Step step);
   void ForgetEdits(const Step& step);
   void ShowChanged(const Step& step);
-  void RetimeTo(const std::optional<DateTime>& target);
+  void RetimeTo(const std::optional<TrueTimes>& target);
   [[nodiscard]] JournalRecord RecordOf(const RowStep& change) const;
   [[nodiscard]] std::vector<JournalRecord> RecordsOf(const Step& step) const;
   [[nodiscard]] std::vector<JournalRecord> DoneRecords() const;
@@ -172,7 +176,7 @@ class EditSession : public QObject {
   void JournalLastStep();
   void Journal(const Status& status);
   void FinishJournals();
-  [[nodiscard]] std::optional<DateTime> SavedTarget() const;
+  [[nodiscard]] std::optional<TrueTimes> SavedTarget() const;
   void ResetSteps();
 
   StationSeries series_;

@@ -43,7 +43,7 @@ bool EditSession::HasLevel(const RowRef& row, double levelCm) const {
 
 /// True when doing it all again would change nothing.
 bool EditSession::IsSaved(const std::vector<JournalRecord>& records) const {
-  std::optional<DateTime> target = series_.LastReading();
+  std::optional<TrueTimes> target = PresentTimes();
   for (const JournalRecord& record : records) {
     if (record.kind == JournalRecord::Kind::CorrectDates) {
       target = record.target;
@@ -51,9 +51,9 @@ bool EditSession::IsSaved(const std::vector<JournalRecord>& records) const {
       return false;
     }
   }
-  return target == series_.LastReading() &&
-         std::ranges::all_of(FinalLevels(records),
-                             [this](const auto& row) { return HasLevel(row.first, row.second); });
+  return target == PresentTimes() && std::ranges::all_of(FinalLevels(records), [this](const auto& row) {
+           return HasLevel(row.first, row.second);
+         });
 }
 
 // A raw file that came in between shifts the rows. Then a reading counts as found only when it is the one of

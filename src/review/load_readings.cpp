@@ -114,7 +114,7 @@ class Loader {
                              u"cihazınkilerdir",
                              u"%1: has a date correction of its own (last reading %2), which a water year "
                              u"does not take over; these are the logger's times"},
-                     rows.rawFile, DateTimeText(*clock.target)));
+                     rows.rawFile, DateTimeText(clock.target->last)));
       }
     }
     return {};

@@ -23,8 +23,8 @@ QString NoTarget() {
   return QStringLiteral("-");
 }
 
-QString TargetText(const std::optional<DateTime>& target) {
-  return target ? DateTimeText(*target) : NoTarget();
+QString TargetText(const std::optional<TrueTimes>& target) {
+  return target ? TrueTimesText(*target) : NoTarget();
 }
 
 QByteArray Line(const Entry& entry) {
@@ -44,8 +44,8 @@ std::optional<DateTime> ReadTime(const QString& field) {
 }
 
 /// False for a field that is neither a time nor the mark for none.
-bool ReadTarget(const QString& field, std::optional<DateTime>& target) {
-  target = ReadTime(field);
+bool ReadTarget(const QString& field, std::optional<TrueTimes>& target) {
+  target = ReadTrueTimes(field);
   return target || field == NoTarget();
 }
 
@@ -118,7 +118,8 @@ Result<CorrectionReading> ReadSavedCorrection(const QString& changeLogPath, cons
   for (const SavedCorrection& saved : *corrections) {
     if (!saved.target) ++reading.unreadable;
     if (saved.rawFile.compare(rawFile, Qt::CaseInsensitive) != 0) continue;
-    if (saved.first == span.first && saved.last == span.last && saved.target > span.first) {
+    if (saved.first == span.first && saved.last == span.last && saved.target &&
+        FitTogether(*saved.target, span)) {
       reading.correction = saved;
     } else {
       reading.misfit = saved;

@@ -19,7 +19,7 @@ struct SavedCorrection {
   QString rawFile;  ///< first 16 characters of its name
   DateTime first{};
   DateTime last{};
-  std::optional<DateTime> target;  ///< true time of the last reading; nothing: not corrected
+  std::optional<TrueTimes> target;  ///< nothing: not corrected
 
   bool operator==(const SavedCorrection&) const = default;
 };
@@ -27,8 +27,8 @@ struct SavedCorrection {
 /// A correction that is about to be saved stands in the file ahead of its change log, and counts only once
 /// that log has taken the place of the old one.
 struct PlannedTarget {
-  std::optional<DateTime> target;  ///< nothing: the correction is taken back
-  QByteArray logHash;              ///< of the change log that goes with it
+  std::optional<TrueTimes> target;  ///< nothing: the correction is taken back
+  QByteArray logHash;               ///< of the change log that goes with it
 };
 
 /// What the file says of one raw file.
@@ -38,7 +38,8 @@ struct CorrectionReading {
   int unreadable = 0;                     ///< lines of the file that could not be read, whosever they are
 };
 
-/// changeLogPath + ".dates". One line a raw file: name, first, last, target ("-" for none), parted by tabs;
+/// changeLogPath + ".dates". One line a raw file: name, first, last, target (TrueTimesText, "-" for none),
+/// parted by tabs;
 /// behind them "?" with the SHA-256 of a change log, and the target that counts with that one only.
 QString SavedCorrectionPath(const QString& changeLogPath);
 

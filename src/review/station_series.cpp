@@ -141,15 +141,15 @@ void StationSeries::PutExtreme(const ExtremeKey& key, const ExtremeEdit& edit) {
   FormView();
 }
 
-void StationSeries::SetTarget(std::optional<DateTime> target) {
+void StationSeries::SetTarget(const std::optional<TrueTimes>& target) {
   const auto span = SpanOf(raw_);
-  const bool corrects = target && span && span->first < span->last && *target != span->last;
+  const bool corrects = target && span && span->first < span->last && *target != TrueTimes(span->last);
   target_ = corrects ? target : std::nullopt;
   FormView();
 }
 
 std::optional<DateTime> StationSeries::LastReading() const {
-  if (target_) return target_;
+  if (target_) return target_->last;
   const auto span = SpanOf(raw_);
   return span ? std::optional(span->last) : std::nullopt;
 }

@@ -90,11 +90,11 @@ class StationSeries {
   /// Edited daily extremes, on the screen or not.
   [[nodiscard]] const ExtremeEdits& EditedExtremes() const { return edits_; }
 
-  /// True time of the last reading; nothing: the logger's own times.
-  [[nodiscard]] std::optional<DateTime> Target() const { return target_; }
+  /// True time of the last reading and what else is known of the clock; nothing: the logger's own times.
+  [[nodiscard]] const std::optional<TrueTimes>& Target() const { return target_; }
   /// target as ReadCorrectionTarget gives it for the raw readings; the last reading's own time is no
   /// correction.
-  void SetTarget(std::optional<DateTime> target);
+  void SetTarget(const std::optional<TrueTimes>& target);
   /// Time of the last reading as shown; nothing without readings.
   [[nodiscard]] std::optional<DateTime> LastReading() const;
 
@@ -113,7 +113,7 @@ class StationSeries {
   Choice chosen_;
   RawRows raw_;
   std::vector<RawFileRows> files_;
-  std::optional<DateTime> target_;
+  std::optional<TrueTimes> target_;
   ExtremeEdits edits_;
   std::vector<RetimedRow> view_;  ///< while target_ is set
 };

@@ -140,7 +140,11 @@ FindingsPanel::FindingsPanel(const Language& language, QWidget* parent)
   list_->horizontalHeader()->setStretchLastSection(true);
   list_->horizontalHeader()->setHighlightSections(false);
   connect(list_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-          [this](const QModelIndex& current) { Choose(current); });
+          [this](const QModelIndex& current, const QModelIndex& previous) {
+            // The list makes its first row current when it gets the focus: nobody has chosen it.
+            if (previous.isValid()) return Choose(current);
+            ShowAcceptance();
+          });
   // A click on the one that is chosen already goes there again.
   connect(list_, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) { Choose(index); });
   LayOut(language);
@@ -283,6 +287,7 @@ bool FindingsPanel::GoBy(int step) {
   const int row = current.isValid() ? current.row() + step : start;
   if (row < 0 || row >= count) return false;
   list_->setCurrentIndex(shown_->index(row, 0));
+  if (!current.isValid()) Choose(list_->currentIndex());
   return true;
 }
 

@@ -109,6 +109,7 @@ void FormSec::ConnectGridCommands() {
   connect(c_.goToDate, &QPushButton::clicked, this, &FormSec::GoToDate);
   connect(c_.date, &QLineEdit::returnPressed, this, &FormSec::GoToDate);
   connect(c_.correctDates, &QPushButton::clicked, this, &FormSec::CorrectDates);
+  connect(c_.clockPairs, &QPushButton::clicked, this, &FormSec::CorrectDatesInPieces);
   connect(c_.removeCorrection, &QPushButton::clicked, this, &FormSec::RemoveDateCorrection);
   connect(c_.changedRows, &ChangedRowsList::RowChosen, this,
           [this](int row) { c_.grid->GoTo(row, GridColumn::Level, true); });

@@ -133,6 +133,8 @@ class FormSec : public QWidget {
   void GoToChange(bool next);
   void GoToDate();
   void CorrectDates();
+  void CorrectDatesInPieces();
+  void TellCorrected(const Result<bool>& corrected);
   void RemoveDateCorrection();
   void ShowEditState();
   void TellStatus(const QString& text);

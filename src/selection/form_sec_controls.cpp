@@ -97,7 +97,7 @@ class WholeWindow : public FormSecPart {
     add({c_.hydrograph});
     add(c_.rangeBar->TabStops());
     add({c_.previousChange, c_.nextChange, c_.undoAll, c_.save, c_.date, c_.goToDate, c_.lastReading,
-         c_.correctDates, c_.removeCorrection, c_.makeTable, c_.drawGraph, c_.closePanel});
+         c_.correctDates, c_.clockPairs, c_.removeCorrection, c_.makeTable, c_.drawGraph, c_.closePanel});
     add(c_.graphList->TabStops());
     add({c_.setup, c_.loadedFiles, c_.changedRows, c_.messages, c_.cancel});
     ChainTabOrder(stops);

@@ -51,6 +51,7 @@ struct FormSecControls {
   QWidget* clockBar = nullptr;
   QLineEdit* lastReading = nullptr;
   QPushButton* correctDates = nullptr;
+  QPushButton* clockPairs = nullptr;        ///< corrects in pieces
   QPushButton* removeCorrection = nullptr;  ///< takes a date correction back
   QPushButton* makeTable = nullptr;
   QPushButton* drawGraph = nullptr;

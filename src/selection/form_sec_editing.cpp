@@ -159,6 +159,22 @@ void FormSec::CorrectDates() {
     const BusyCursor busy;
     return session_.CorrectDates(c_.lastReading->text().trimmed());
   }();
+  TellCorrected(corrected);
+}
+
+void FormSec::CorrectDatesInPieces() {
+  if (!FinishEditing() || !session_.CanCorrectDates()) return;
+  const StationSeries& series = session_.Series();
+  const auto span = SpanOf(series.Raw());
+  if (!span) return;
+  const auto times =
+      questions_->AskForClockPairs(this, series.Raw(), series.Target().value_or(TrueTimes(span->last)));
+  if (!times) return;
+  const BusyCursor busy;
+  TellCorrected(session_.CorrectDates(*times));
+}
+
+void FormSec::TellCorrected(const Result<bool>& corrected) {
   if (!corrected) {
     questions_->Warn(this, run_.language.attentionTitle,
                      Say(Wording{u"Tarih düzeltmesi yapılamadı; beklenen biçim: gg/aa/yyyy ss:dd",

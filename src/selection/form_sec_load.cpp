@@ -345,6 +345,8 @@ void FormSec::Apply(const SelectionState& state) {
   c_.goToDate->setEnabled(state.goToDate);
   c_.correctDates->setVisible(state.correctDatesShown);
   c_.correctDates->setEnabled(state.correctDates);
+  c_.clockPairs->setVisible(state.correctDatesShown);
+  c_.clockPairs->setEnabled(state.correctDates);
   c_.removeCorrection->setVisible(state.removeCorrectionShown);
   c_.lastReading->setEnabled(state.lastReading);
   c_.changedPart->setVisible(state.changedRowsShown);

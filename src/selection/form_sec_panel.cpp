@@ -144,7 +144,13 @@ class ReviewPanelMaker : public FormSecPart {
     c_.removeCorrection =
         Button(Say(Wording{u"Tarih Düzeltmesini Kaldır", u"Remove the date correction"}), "CmdSaatSil");
     c_.removeCorrection->hide();
-    column->addWidget(c_.correctDates);
+    c_.clockPairs = Button(Say(Wording{u"Parça Parça...", u"In pieces..."}), "CmdSaatCiftleri");
+    c_.clockPairs->setToolTip(Say(Wording{u"Saatin birkaç zamanda karşılaştırıldığı dosyalar için",
+                                          u"For files whose clock was compared at several times"}));
+    auto* commands = new QHBoxLayout;
+    commands->addWidget(c_.correctDates);
+    commands->addWidget(c_.clockPairs);
+    column->addLayout(commands);
     column->addWidget(c_.removeCorrection);
     return c_.clockBar;
   }

@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "selection/clock_pairs_dialog.h"
 #include "selection/limits_dialog.h"
 #include "shell/language.h"
 
@@ -86,6 +87,13 @@ std::optional<std::optional<StationLimits>> ReviewMessageBoxes::AskForLimits(
     QWidget* parent, const QString& station, const std::optional<StationLimits>& kept,
     const StationLimits& proposed) {
   LimitsDialog dialog(language_, station, kept, proposed, parent);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.Chosen();
+}
+
+std::optional<TrueTimes> ReviewMessageBoxes::AskForClockPairs(QWidget* parent, const RawRows& raw,
+                                                              const TrueTimes& present) {
+  ClockPairsDialog dialog(language_, raw, present, parent);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.Chosen();
 }

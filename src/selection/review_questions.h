@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "datafiles/station_limits.h"
+#include "review/date_correction.h"
 
 class QWidget;
 
@@ -37,6 +38,9 @@ class ReviewQuestions {
   virtual std::optional<std::optional<StationLimits>> AskForLimits(QWidget* parent, const QString& station,
                                                                    const std::optional<StationLimits>& kept,
                                                                    const StationLimits& proposed) = 0;
+  /// Pairs of a logger's and a true time; nothing when the operator backs out.
+  virtual std::optional<TrueTimes> AskForClockPairs(QWidget* parent, const RawRows& raw,
+                                                    const TrueTimes& present) = 0;
   /// An empty title means the program's own.
   virtual bool AskYesNo(QWidget* parent, const QString& title, const QString& text) = 0;
   /// Yes or No; nothing when the operator backs out. more: small print below the text; may be empty.
@@ -64,6 +68,8 @@ class ReviewMessageBoxes : public ReviewQuestions {
   std::optional<std::optional<StationLimits>> AskForLimits(QWidget* parent, const QString& station,
                                                            const std::optional<StationLimits>& kept,
                                                            const StationLimits& proposed) override;
+  std::optional<TrueTimes> AskForClockPairs(QWidget* parent, const RawRows& raw,
+                                            const TrueTimes& present) override;
   bool AskYesNo(QWidget* parent, const QString& title, const QString& text) override;
   std::optional<bool> AskYesNoOrBackOut(QWidget* parent, const QString& title, const QString& text,
                                         const QString& more) override;

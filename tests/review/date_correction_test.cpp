@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "review/grid_maker.h"
 #include "review/station_series.h"
 
@@ -25,6 +27,54 @@ QString Rows(const StationSeries& grid) {
                 .join(QLatin1Char(' '));
   }
   return rows.join(QStringLiteral(", "));
+}
+
+// In pieces between pairs; with one pair at the last reading it is the plain correction, minute for minute.
+TEST(DateCorrections, InPiecesBetweenPairs) {
+  const ReadingSpan span{At("01/01/2010 00:00"), At("11/01/2010 00:00")};
+  TrueTimes times(At("11/01/2010 02:00"));
+  for (int minute = 0; minute <= 10 * kMinutesPerDay; minute += 7) {
+    const DateTime time = span.first + std::chrono::minutes(minute);
+    const double share = minute * 14520.0 / 14400;  // ten days take two hours more
+    EXPECT_EQ(RetimedReading(time, span, times),
+              span.first + std::chrono::minutes(static_cast<int>(std::floor(std::round(share * 60) / 60))));
+  }
+  times.before = {{At("03/01/2010 00:00"), At("03/01/2010 01:00")}};
+  const auto at = [&](const char* time) {
+    return DateTimeText(RetimedReading(At(time), span, times)).toStdString();
+  };
+  EXPECT_EQ(at("01/01/2010 00:00"), "01/01/2010 00:00") << "the first reading keeps its time";
+  EXPECT_EQ(at("02/01/2010 00:00"), "02/01/2010 00:30");
+  EXPECT_EQ(at("03/01/2010 00:00"), "03/01/2010 01:00");
+  EXPECT_EQ(at("07/01/2010 00:00"), "07/01/2010 01:30");
+  EXPECT_EQ(at("11/01/2010 00:00"), "11/01/2010 02:00");
+  EXPECT_EQ(at("12/01/2010 00:00"), "12/01/2010 02:07") << "what lies behind goes on with the last piece";
+  times.before.insert(times.before.begin(), {span.first, At("01/01/2010 00:20")});
+  EXPECT_EQ(at("01/01/2010 00:00"), "01/01/2010 00:20") << "unless a pair says otherwise";
+  EXPECT_EQ(at("02/01/2010 00:00"), "02/01/2010 00:40");
+  EXPECT_EQ(ReadTrueTimes(TrueTimesText(times)), times);
+}
+
+TEST(DateCorrections, PairsThatCannotBeAreRefused) {
+  const StationSeries grid = test::HourlyGrid("01/01/2010 00:00", 25);
+  const auto fits = [&](std::vector<ClockPair> before, const char* last) {
+    TrueTimes times(At(last));
+    times.before = std::move(before);
+    return CheckCorrectionTarget(times, grid.Raw()).Ok();
+  };
+  const DateTime noon = At("01/01/2010 12:00");
+  EXPECT_TRUE(fits({{noon, At("01/01/2010 12:10")}}, "02/01/2010 00:20"));
+  EXPECT_FALSE(fits({{noon, At("02/01/2010 00:20")}}, "02/01/2010 00:20")) << "the true clock stands still";
+  EXPECT_FALSE(fits({{noon, noon}, {noon, At("01/01/2010 13:00")}}, "02/01/2010 00:20")) << "one time twice";
+  EXPECT_FALSE(fits({{At("31/12/2009 12:00"), At("31/12/2009 12:00")}}, "02/01/2010 00:20"))
+      << "before the readings";
+  EXPECT_FALSE(fits({{At("02/01/2010 00:00"), At("02/01/2010 00:01")}}, "02/01/2010 00:20"))
+      << "at the last one";
+  EXPECT_FALSE(fits({{noon, At("31/12/2009 12:00")}}, "02/01/2010 00:20"))
+      << "true time before the first reading";
+  for (const char* text : {"", "02/01/2010 00:20;", "02/01/2010 00:20;01/01/2010 12:00", "02/01/2010 00:2",
+                           "02/01/2010 00:20;01/01/2010 12:00=01/01/2010 12:1"})
+    EXPECT_FALSE(ReadTrueTimes(QString::fromLatin1(text)).has_value()) << text;
 }
 
 TEST(DateCorrection, StretchesLinearlyAndCutsToTheMinute) {

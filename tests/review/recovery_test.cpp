@@ -20,6 +20,33 @@ class Recovery : public test::SessionTest {
   static QString Raw() { return QStringLiteral("001-12345-010203"); }
 };
 
+// A clock corrected in pieces comes back as it was from the journal, and from the saved file.
+TEST_F(Recovery, AClockCorrectedInPieces) {
+  LoadFile();
+  TrueTimes times(ReadDateTime(QStringLiteral("03/10/2010 01:00")).value());
+  times.before = {{ReadDateTime(QStringLiteral("01/10/2010 12:00")).value(),
+                   ReadDateTime(QStringLiteral("01/10/2010 12:30")).value()}};
+  ASSERT_TRUE(*session_.CorrectDates(times));
+  EXPECT_FALSE(*session_.CorrectDates(times)) << "they hold already";
+  const QString shown = test::TextOf(session_.Series());
+  EXPECT_TRUE(shown.contains(QStringLiteral("01/10/2010 12:30")));
+  session_.KeepForLater();
+  LoadFile();
+  EXPECT_EQ(RestorePending(), 0);
+  EXPECT_EQ(test::TextOf(session_.Series()), shown);
+  ASSERT_TRUE(session_.Save());
+  LoadFile();
+  EXPECT_EQ(session_.Series().Target(), times);
+  EXPECT_EQ(test::TextOf(session_.Series()), shown);
+  // The plain correction to the same last time is another one, and taking it back gives the raw times.
+  ASSERT_TRUE(*session_.CorrectDates(QStringLiteral("03/10/2010 01:00")));
+  EXPECT_EQ(session_.Series().Target(), TrueTimes(times.last));
+  EXPECT_TRUE(session_.UndoStep().has_value());
+  EXPECT_EQ(session_.Series().Target(), times);
+  ASSERT_TRUE(*session_.RemoveDateCorrection());
+  EXPECT_EQ(session_.Series().Target(), std::nullopt);
+}
+
 TEST_F(Recovery, UnsavedWorkComesBackAfterACrash) {
   LoadFile();
   Edit(2, "7");

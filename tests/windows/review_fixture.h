@@ -32,6 +32,7 @@ struct Operator {
   QStringList reasonsOffered;
   std::optional<StationLimits> limits, keptLimits;
   StationLimits proposedLimits;
+  std::optional<TrueTimes> clock;
   std::function<void()> whileAskedToTakeOver;
   QStringList records;  ///< questions about extreme records
   QStringList told;
@@ -70,6 +71,9 @@ class OperatorsAnswers : public ReviewQuestions {
     person_.proposedLimits = proposed;
     if (person_.backsOut) return std::nullopt;
     return std::optional<std::optional<StationLimits>>(std::in_place, person_.limits);
+  }
+  std::optional<TrueTimes> AskForClockPairs(QWidget*, const RawRows&, const TrueTimes&) override {
+    return person_.clock;
   }
   bool AskYesNo(QWidget*, const QString&, const QString& text) override {
     person_.told += text;
