@@ -1,5 +1,7 @@
 #include "review/date_correction.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <array>
 #include <cmath>

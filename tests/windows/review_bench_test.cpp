@@ -3,8 +3,10 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QMouseEvent>
 #include <QTableView>
 #include <QToolButton>
+#include <QWheelEvent>
 
 #include "review/review_decisions.h"
 #include "selection/findings_panel.h"
