@@ -3,7 +3,6 @@
 #include <QDateTime>
 
 #include <algorithm>
-#include <set>
 
 #include "datafiles/dates.h"
 #include "datafiles/numbers.h"
@@ -101,14 +100,16 @@ Result<bool> EditSession::Edit(int row, double levelCm) {
 
 Result<int> EditSession::Correct(const std::vector<LevelChange>& changes, const Purpose& why) {
   Step step{.why = why};
-  std::set<RowRef> taken;
+  std::vector<bool> taken(static_cast<std::size_t>(series_.RowCount()));
   for (const LevelChange& change : changes) {
     if (!series_.IsReading(change.row))
       return Error{NotChanged(), {}, Wording{u"bu satırda kayıt yok", u"the row holds no reading"}};
     if (!ReadLevel(NumberText(change.levelCm)))
       return Error{NotChanged(), {}, Wording{u"seviye bir sayı olmalıdır", u"a level must be a number"}};
     auto row = StepOf(series_.RefOf(change.row), change.levelCm);
-    if (row && taken.insert(row->row).second) step.rows.push_back(std::move(*row));
+    if (!row || taken[static_cast<std::size_t>(change.row)]) continue;
+    taken[static_cast<std::size_t>(change.row)] = true;
+    step.rows.push_back(std::move(*row));
   }
   if (step.rows.empty()) return 0;
   if (const Status may = MayEdit(); !may) return may.Failure();

@@ -156,13 +156,6 @@ Result<std::vector<LevelChange>> ProposeLine(const StationSeries& series,
   return proposal.Finish();
 }
 
-/// A day of one raw file, its records with it.
-struct FileDay {
-  QString file;
-  Day day{};
-  bool operator<(const FileDay& other) const { return std::tie(file, day) < std::tie(other.file, other.day); }
-};
-
 struct DayLevels {
   bool concerned = false;
   std::optional<double> highestCm, lowestCm;
@@ -174,21 +167,32 @@ struct DayLevels {
   }
 };
 
+/// Days of one raw file each.
+using FileDays = std::map<std::pair<QString, Day>, DayLevels>;
+
 /// Levels of every day as they will be.
-std::map<FileDay, DayLevels> DaysWith(const StationSeries& series, const std::vector<LevelChange>& changes) {
-  std::map<int, double> changed;
-  for (const LevelChange& change : changes) changed[change.row] = change.levelCm;
-  std::map<FileDay, DayLevels> days;
+FileDays DaysWith(const StationSeries& series, const std::vector<LevelChange>& changes) {
+  std::vector<const LevelChange*> changed(static_cast<std::size_t>(series.RowCount()));
+  for (const LevelChange& change : changes) changed[static_cast<std::size_t>(change.row)] = &change;
+  FileDays days;
+  const std::vector<RawFileRows>& files = series.Files();
+  std::size_t file = 0;
+  std::pair<std::size_t, Day> key;  // of the row before: most rows are of the same day
+  DayLevels* day = nullptr;
   for (int row = 1; row <= series.ReadingCount(); ++row) {
     const Reading reading = series.At(row);
-    DayLevels& day = days[{series.FileOf(series.RefOf(row).rawRow), reading.day}];
+    while (file + 1 < files.size() && row > files[file].last) ++file;
+    if (day == nullptr || key != std::pair(file, reading.day)) {
+      key = {file, reading.day};
+      day = &days[{files.empty() ? QString() : files[file].rawFile, reading.day}];
+    }
     if (reading.kind != ReadingKind::Ordinary) {
-      day.records.push_back(row);
+      day->records.push_back(row);
       continue;
     }
-    const auto change = changed.find(row);
-    day.concerned = day.concerned || change != changed.end();
-    day.Take(change == changed.end() ? reading.levelCm : change->second);
+    const LevelChange* change = changed[static_cast<std::size_t>(row)];
+    day->concerned = day->concerned || change != nullptr;
+    day->Take(change == nullptr ? reading.levelCm : change->levelCm);
   }
   return days;
 }

@@ -45,6 +45,7 @@ std::vector<std::vector<JournalRecord>> SessionJournals::SharesOf(
 // An operation over the end of a water year stands in two journals. Where the second cannot be written the
 // first has it all the same: what was done is offered again rather than lost.
 Status SessionJournals::Append(const std::vector<JournalRecord>& step) {
+  if (journals_.size() == 1) return journals_.front()->Append(step);
   const auto shares = SharesOf(step);
   for (std::size_t i = 0; i < journals_.size(); ++i) {
     if (shares[i].empty()) continue;
@@ -54,6 +55,7 @@ Status SessionJournals::Append(const std::vector<JournalRecord>& step) {
 }
 
 Status SessionJournals::AppendUndo(const std::vector<JournalRecord>& step) {
+  if (journals_.size() == 1) return journals_.front()->AppendUndo();
   const auto shares = SharesOf(step);
   for (std::size_t i = 0; i < journals_.size(); ++i) {
     if (shares[i].empty()) continue;
