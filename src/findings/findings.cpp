@@ -11,7 +11,7 @@ namespace vesk {
 namespace {
 
 struct RuleTexts {
-  const char* word;
+  const char* word = "";
   Wording name;
 };
 

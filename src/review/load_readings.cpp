@@ -14,6 +14,7 @@
 #include "platform/whole_file.h"
 #include "review/contradictions.h"
 #include "review/load_gaps.h"
+#include "review/review_decisions.h"
 #include "review/review_grid.h"
 #include "review/setup_parameters.h"
 
@@ -71,6 +72,7 @@ class Loader {
     loaded_.messages.insert(loaded_.messages.begin(), headerNotes_.begin(), headerNotes_.end());
     loaded_.series.TakeBaseline();
     TellContradictions();
+    TellApproval();
     return std::move(loaded_);
   }
 
@@ -96,6 +98,13 @@ class Loader {
                    DateText(found.day), KindText(found.kind), NumberText(found.recordedCm),
                    NumberText(found.readingsCm)));
     }
+  }
+
+  void TellApproval() {
+    if (years_.size() != 1 || loaded_.changeLogs.empty()) return;
+    for (const Message& note : ApprovalNotes(request_.dataDirectory, loaded_.readOuts,
+                                             loaded_.changeLogs.front().overlay.path, loaded_.series))
+      Tell(note);
   }
 
   /// A clock is corrected for a file on its own; a water year shows the logger's times.

@@ -222,6 +222,27 @@ std::vector<Message> ApprovalDifferences(const Approval& approved, const Approva
   return differences;
 }
 
+std::vector<Message> ApprovalNotes(const QString& dataDirectory, const std::vector<ReadOut>& readOuts,
+                                   const QString& changeLogPath, const StationSeries& series) {
+  const auto decisions = ReadReviewDecisions(changeLogPath);
+  // A record that cannot be read is told of when its change log is laid.
+  const Approval* approved = decisions ? decisions->InForce() : nullptr;
+  if (approved == nullptr) return {};
+  const auto present = PresentState(dataDirectory, readOuts, changeLogPath, series);
+  if (!present) return {present.Failure().Said()};
+  const QString who = approved->by.name.isEmpty() ? approved->by.login : approved->by.name;
+  std::vector<Message> differences = ApprovalDifferences(*approved, *present);
+  if (differences.empty())
+    return {Message(Wording{u"Bu su yılı onaylı: %1, %2", u"This water year is approved: %1, %2"}, who,
+                    approved->by.at)};
+  differences.insert(
+      differences.begin(),
+      Message(Wording{u"DİKKAT: %1 tarafından onaylanan (%2) su yılı artık onaylandığı gibi değil",
+                      u"ATTENTION: the water year that %1 approved (%2) is no longer as it was approved"},
+              who, approved->by.at));
+  return differences;
+}
+
 Authorship PresentAuthor() {
   const UserName user = CurrentUser();
   return {user.login, user.name, QDateTime::currentDateTimeUtc().toString(Qt::ISODate)};

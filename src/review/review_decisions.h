@@ -10,7 +10,8 @@
 
 #include "datafiles/reading.h"
 #include "platform/result.h"
-#include "review/load_readings.h"
+#include "review/read_out.h"
+#include "review/station_series.h"
 #include "review/review_record.h"
 
 namespace vesk {
@@ -71,6 +72,11 @@ Result<Approval> PresentState(const QString& dataDirectory, const std::vector<Re
 
 /// What is no longer as it was approved; empty when the approval holds.
 std::vector<Message> ApprovalDifferences(const Approval& approved, const Approval& present);
+
+/// What there is to say of the approval of a water year when it is loaded: that it holds and whose it is, or
+/// what is no longer as it was approved. None when it is not approved.
+std::vector<Message> ApprovalNotes(const QString& dataDirectory, const std::vector<ReadOut>& readOuts,
+                                   const QString& changeLogPath, const StationSeries& series);
 
 /// Who is logged in, and now.
 Authorship PresentAuthor();

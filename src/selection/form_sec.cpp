@@ -158,7 +158,6 @@ void FormSec::ConnectBench() {
       ReviewBench::Parts{.findings = c_.findings, .hydrograph = c_.hydrograph, .range = c_.rangeBar},
       run_.language, run_.stationDatabasePath, *questions_, *this);
   connect(bench_.get(), &ReviewBench::Told, this, &FormSec::TellStatus);
-  connect(bench_.get(), &ReviewBench::Noted, this, [this](const Message& note) { c_.messages->Add(note); });
   connect(c_.foldChooser, &QToolButton::clicked, this, [this](bool shown) {
     chooserStays_ = shown;
     ShowChooser(shown);

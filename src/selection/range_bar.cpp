@@ -76,7 +76,8 @@ RangeBar::RangeBar(const Language& language, QWidget* parent) : QWidget(parent) 
   reason_->lineEdit()->setPlaceholderText(
       language.Say(Wording{u"Düzeltme nedeni", u"Reason of the correction"}));
   reason_->setAccessibleName(reason_->lineEdit()->placeholderText());
-  reason_->setMinimumWidth(fontMetrics().averageCharWidth() * 26);
+  reason_->setMinimumWidth(fontMetrics().horizontalAdvance(reason_->lineEdit()->placeholderText()) +
+                           fontMetrics().height() * 3);
 
   auto* amounts = new QWidget(this);
   auto* pair = new QHBoxLayout(amounts);

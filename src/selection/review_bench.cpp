@@ -70,7 +70,6 @@ void ReviewBench::Take(BenchLoad load) {
   parts_.hydrograph->SetSeries(&session_.Series());
   ReadDecisions();
   Refresh();
-  for (const Message& note : ApprovalNotes()) Q_EMIT Noted(note);
 }
 
 void ReviewBench::Clear() {

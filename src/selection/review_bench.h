@@ -53,15 +53,11 @@ class ReviewBench : public QObject {
   bool GoToFinding(bool next);
   /// Approves the loaded water year, or takes the approval back.
   void Approve();
-  /// What is to be said of the approval of what was loaded; empty when there is none.
-  [[nodiscard]] std::vector<Message> ApprovalNotes() const;
   [[nodiscard]] bool CanApprove() const;
   [[nodiscard]] bool IsApproved() const;
 
  Q_SIGNALS:
-  void Told(const QString& text);            ///< for the status line
-  void Noted(const vesk::Message& message);  ///< for the message list
-  void ApprovalChanged();
+  void Told(const QString& text);  ///< for the status line
 
  private:
   void Connect();

@@ -120,27 +120,4 @@ void ReviewBench::Approve() {
                           : language_.Say(Wording{u"Su yılı onaylandı.", u"The water year is approved."}));
 }
 
-std::vector<Message> ReviewBench::ApprovalNotes() const {
-  std::vector<Message> notes;
-  const std::vector<StationWaterYear> years = YearsOf(session_.Series().Chosen());
-  if (!load_ || years.size() != 1 || !IsApproved()) return notes;
-  const Approval& approved = *decisions_.front().InForce();
-  const QString who = approved.by.name.isEmpty() ? approved.by.login : approved.by.name;
-  const auto present =
-      PresentState(load_->dataDirectory, load_->readOuts, load_->logs.front(), session_.Series());
-  if (!present) return {present.Failure().Said()};
-  const std::vector<Message> differences = ApprovalDifferences(approved, *present);
-  if (differences.empty()) {
-    notes.emplace_back(Wording{u"Bu su yılı onaylı: %1, %2", u"This water year is approved: %1, %2"}, who,
-                       approved.by.at);
-    return notes;
-  }
-  notes.emplace_back(
-      Wording{u"DİKKAT: %1 tarafından %2 tarihinde onaylanan su yılı artık onaylandığı gibi değil:",
-              u"ATTENTION: the water year that %1 approved (%2) is no longer as it was approved:"},
-      who, approved.by.at);
-  notes.insert(notes.end(), differences.begin(), differences.end());
-  return notes;
-}
-
 }  // namespace vesk

@@ -60,6 +60,26 @@ TEST_F(BatchHistory, TellsEveryCorrection) {
   EXPECT_FALSE(Run({QStringLiteral("readings")}).out.contains(QStringLiteral("raw_cm")));
 }
 
+// An approval is told on the command line, too, and that it no longer holds.
+TEST_F(BatchHistory, AnApprovalThatNoLongerHoldsIsTold) {
+  const QString folder = data_.path() + QLatin1Char('/');
+  const ReadOut readOut{.file = QStringLiteral("101-12001-231002"),
+                        .diskName = QStringLiteral("101-12001-231002.txt")};
+  auto state = PresentState(folder, {readOut}, log_, StationSeries());
+  ASSERT_TRUE(state);
+  state->readings = 26;
+  state->by.login = QStringLiteral("ali");
+  ASSERT_TRUE(AddApproval(log_, *state));
+  EXPECT_TRUE(Run({QStringLiteral("readings")}).err.contains(QStringLiteral("is approved: ali")));
+  QFile raw(folder + readOut.diskName);
+  ASSERT_TRUE(raw.open(QIODevice::Append));
+  raw.write("\r\n");
+  raw.close();
+  const QString said = Run({QStringLiteral("readings")}).err;
+  EXPECT_TRUE(said.contains(QStringLiteral("no longer as it was approved"))) << said.toStdString();
+  EXPECT_TRUE(said.contains(QStringLiteral("101-12001-231002.txt: has changed since"))) << said.toStdString();
+}
+
 // Another program has changed the log behind the record: its lines are told as they are.
 TEST_F(BatchHistory, ALogThatIsNotTheRecordsIsToldAsItIs) {
   QFile log(log_);

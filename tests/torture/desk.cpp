@@ -134,10 +134,14 @@ Screen Desk::Shown() const {
 }
 
 QByteArray Deed::Text() const {
-  static constexpr const char* kWords[] = {"edit", "undo", "redo", "undo all", "save", "correct dates"};
+  static constexpr const char* kWords[] = {"edit", "undo",          "redo", "undo all",
+                                           "save", "correct dates", "range"};
   QByteArray text = kWords[static_cast<int>(kind)];
   if (kind == Kind::Edit) text += " row " + QByteArray::number(row) + " to " + typed.toUtf8();
   if (kind == Kind::CorrectDates) text += " to " + typed.toUtf8();
+  if (kind == Kind::Range)
+    text += " rows " + QByteArray::number(row) + " to " + QByteArray::number(lastRow) + ' ' +
+            OperationWord(range.operation).toLatin1() + ' ' + QByteArray::number(range.firstCm);
   if (!done) text += " (not done: " + why.toUtf8() + ')';
   return text;
 }
@@ -145,7 +149,8 @@ QByteArray Deed::Text() const {
 Deed NextDeed(Random& random, const Desk& desk, EditSession& session) {
   const int dice = random.Below(100);
   Deed deed;
-  deed.kind = dice < 60   ? Deed::Kind::Edit
+  deed.kind = dice < 45   ? Deed::Kind::Edit
+              : dice < 60 ? Deed::Kind::Range
               : dice < 74 ? Deed::Kind::Undo
               : dice < 82 ? Deed::Kind::Redo
               : dice < 92 ? Deed::Kind::Save
@@ -158,7 +163,24 @@ Deed NextDeed(Random& random, const Desk& desk, EditSession& session) {
     deed.typed = AnyLevel(random, session.Series(), deed.row);
   }
   if (deed.kind == Deed::Kind::CorrectDates) deed.typed = AnyTarget(random, session.Series());
+  if (deed.kind == Deed::Kind::Range) {
+    deed.row = AnyRow(random, session.Series());
+    deed.lastRow = deed.row + random.Below(12);
+    deed.range = {.operation = static_cast<RangeOperation>(random.Below(5)),
+                  .firstCm = random.Below(40) - 20.0,
+                  .lastCm = random.Below(40) - 20.0,
+                  .exact = random.OneIn(3)};
+  }
   return deed;
+}
+
+/// The records of the days go along, as operators mostly want it.
+Result<int> CorrectRange(const Deed& deed, EditSession& session) {
+  auto changes = ProposeCorrection(session.Series(), {deed.row, deed.lastRow}, deed.range);
+  if (!changes) return changes.Failure();
+  const std::vector<LevelChange> records = RecordsConcerned(session.Series(), *changes);
+  changes->insert(changes->end(), records.begin(), records.end());
+  return session.Correct(*changes, {OperationWord(deed.range.operation), QStringLiteral("a reason\t\n%")});
 }
 
 void Do(Deed& deed, EditSession& session) {
@@ -172,6 +194,9 @@ void Do(Deed& deed, EditSession& session) {
       break;
     case Deed::Kind::CorrectDates:
       take(session.CorrectDates(deed.typed));
+      break;
+    case Deed::Kind::Range:
+      take(CorrectRange(deed, session));
       break;
     case Deed::Kind::Save:
       take(session.Save());

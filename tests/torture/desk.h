@@ -72,9 +72,10 @@ class Desk {
 
 /// What an operator did, in a few words, and whether the call said that it was done.
 struct Deed {
-  enum class Kind { Edit, Undo, Redo, UndoAll, Save, CorrectDates };
+  enum class Kind { Edit, Undo, Redo, UndoAll, Save, CorrectDates, Range };
   Kind kind = Kind::Edit;
-  int row = 0;
+  int row = 0, lastRow = 0;  ///< the last one: of a range
+  RangeCorrection range{};
   QString typed;
   bool done = false;  ///< the call reported success
   QString why;        ///< what it reported otherwise

@@ -60,7 +60,8 @@ class Sequence {
     if (deed.kind == Deed::Kind::UndoAll || (deed.kind == Deed::Kind::Save && deed.done)) {
       shown_ = {after};
       at_ = 0;
-    } else if (deed.kind == Deed::Kind::CorrectDates || deed.kind == Deed::Kind::Edit) {
+    } else if (deed.kind == Deed::Kind::CorrectDates || deed.kind == Deed::Kind::Edit ||
+               deed.kind == Deed::Kind::Range) {
       if (LineOf(before) == LineOf(after)) return;  // nothing was to be done
       shown_.resize(at_ + 1);
       shown_.push_back(after);

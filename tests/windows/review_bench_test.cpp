@@ -5,10 +5,13 @@
 #include <QDoubleSpinBox>
 #include <QMouseEvent>
 #include <QTableView>
+#include <QTableWidget>
 #include <QToolButton>
 #include <QWheelEvent>
 
+#include "review/grid_maker.h"
 #include "review/review_decisions.h"
+#include "selection/clock_pairs_dialog.h"
 #include "selection/findings_panel.h"
 #include "selection/hydrograph_pane.h"
 #include "selection/limits_dialog.h"
@@ -281,6 +284,33 @@ TEST_F(Bench, TheLimitsDialogTakesNumbersOnly) {
   EXPECT_FALSE(dialog.isVisible());
   EXPECT_EQ(dialog.Chosen(),
             (StationLimits{.spikeCm = 2.5, .flatHours = 24, .lowestCm = 50, .highestCm = 51}));
+}
+
+TEST_F(Bench, TheClockDialogTakesPairsThatAscend) {
+  const StationSeries series = HourlyGrid("01/01/2010 00:00", 25);
+  const TrueTimes own(ReadDateTime(Texts("02/01/2010 00:00")).value());
+  ClockPairsDialog dialog(frame_.Run().language, series.Raw(), own, nullptr);
+  dialog.show();
+  auto* table = dialog.findChild<QTableWidget*>(Texts("SaatTablosu"));
+  const auto press = [&](const char* name) {
+    QTest::mouseClick(dialog.findChild<QPushButton*>(QLatin1String(name)), Qt::LeftButton);
+  };
+  ASSERT_EQ(table->rowCount(), 2) << "the first reading and the last one";
+  press("SaatEkle");
+  ASSERT_EQ(table->rowCount(), 3);
+  table->item(1, 0)->setText(Texts("01/01/2010 12:00"));
+  for (const char* wrong : {"", "noon", "01/01/2010", "31/12/2009 12:00", "02/01/2010 01:00"}) {
+    table->item(1, 1)->setText(Texts(wrong));
+    press("SaatDuzelt");
+    EXPECT_TRUE(dialog.isVisible()) << wrong;
+    EXPECT_FALSE(dialog.findChild<QLabel*>(Texts("SaatMesaji"))->text().isEmpty()) << wrong;
+  }
+  table->item(1, 1)->setText(Texts("01/01/2010 12:20"));
+  table->item(2, 1)->setText(Texts("02/01/2010 00:30"));
+  press("SaatDuzelt");
+  EXPECT_FALSE(dialog.isVisible());
+  EXPECT_EQ(TrueTimesText(dialog.Chosen()).toStdString(),
+            "02/01/2010 00:30;01/01/2010 12:00=01/01/2010 12:20");
 }
 
 TEST_F(Bench, ARangeIsCorrectedWithItsRecords) {
