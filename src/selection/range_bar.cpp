@@ -17,7 +17,7 @@ namespace vesk {
 namespace {
 
 struct OperationName {
-  RangeOperation operation;
+  RangeOperation operation = RangeOperation::Shift;
   Wording name;
 };
 
