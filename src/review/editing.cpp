@@ -85,10 +85,12 @@ Result<bool> EditSession::EditLevel(int row, const QString& typed) {
   return Edit(row, *level);
 }
 
-Result<bool> EditSession::RestoreRawLevel(int row) {
-  if (!series_.IsReading(row))
-    return Error{NotChanged(), {}, Wording{u"bu satırda kayıt yok", u"the row holds no reading"}};
-  return Edit(row, series_.RawLevel(row));
+Result<int> EditSession::RestoreRawLevels(const ShownRange& range) {
+  std::vector<LevelChange> changes;
+  for (int row = std::max(range.first, 1); row <= std::min(range.last, series_.ReadingCount()); ++row) {
+    if (series_.IsCorrected(row)) changes.push_back({row, series_.RawLevel(row)});
+  }
+  return Correct(changes, {OperationWord(RangeOperation::Raw), reason_});
 }
 
 Result<bool> EditSession::Edit(int row, double levelCm) {

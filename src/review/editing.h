@@ -80,8 +80,9 @@ class EditSession : public QObject {
   /// Sets a level from a typed text. True when it changed the reading, false when it is the level already
   /// there.
   Result<bool> EditLevel(int row, const QString& typed);
-  /// Gives a reading the level of its raw file back; a step like another.
-  Result<bool> RestoreRawLevel(int row);
+  /// Gives the rows of a range, records too, the levels of their raw files back, as one step; how many
+  /// changed.
+  Result<int> RestoreRawLevels(const ShownRange& range);
   /// Gives several rows other levels as one step. Rows that have theirs already are passed over; how many
   /// changed. Refused as a whole when a row is no reading.
   Result<int> Correct(const std::vector<LevelChange>& changes, const Purpose& why);

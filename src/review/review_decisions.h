@@ -11,8 +11,8 @@
 #include "datafiles/reading.h"
 #include "platform/result.h"
 #include "review/read_out.h"
-#include "review/station_series.h"
 #include "review/review_record.h"
+#include "review/station_series.h"
 
 namespace vesk {
 

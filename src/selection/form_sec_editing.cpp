@@ -81,18 +81,13 @@ void FormSec::OfferRecordCorrection(int row) {
 
 void FormSec::RestoreRawLevels() {
   if (!FinishEditing()) return;
-  int restored = 0;
-  for (int row = std::max(selection_.First(), 1); row <= selection_.Last(); ++row) {
-    if (!session_.Series().IsReading(row) || !session_.Series().IsCorrected(row)) continue;
-    const Result<bool> done = session_.RestoreRawLevel(row);
-    if (!done) return TellRefusal(done.Failure());
-    ++restored;
-  }
+  const Result<int> restored = session_.RestoreRawLevels({selection_.First(), selection_.Last()});
+  if (!restored) return TellRefusal(restored.Failure());
   TellStatus(
-      restored == 0
+      *restored == 0
           ? Say(Wording{u"Seçili satırlarda düzeltilmiş seviye yok.", u"No selected level is corrected."})
           : Say(Wording{u"%1 satır ham seviyesine döndü.", u"%1 row(s) have their raw level again."},
-                restored));
+                *restored));
 }
 
 bool FormSec::SaveChanges() {

@@ -32,8 +32,7 @@ namespace {
 constexpr int kMostLoads = 3;  // of files that somebody is saving at the same time
 
 BenchLoad BenchLoadOf(const LoadRequest& request, const LoadedReadings& loaded) {
-  BenchLoad load{.station = request.station,
-                 .dataDirectory = request.dataDirectory,
+  BenchLoad load{.request = request,
                  .readOuts = loaded.readOuts,
                  .missedFiles = loaded.missedFiles,
                  .logs = {},

@@ -32,7 +32,6 @@ ReviewBench::ReviewBench(EditSession& session, RowSelection& selection, const Pa
       questions_(questions),
       window_(window) {
   soon_.setSingleShot(true);
-  soon_.setInterval(0);
   Connect();
 }
 
@@ -62,7 +61,7 @@ void ReviewBench::Connect() {
 
 void ReviewBench::Take(BenchLoad load) {
   load_ = std::move(load);
-  const auto kept = LookupStationLimits(registerPath_, load_->station.Number());
+  const auto kept = LookupStationLimits(registerPath_, load_->request.station.Number());
   kept_ = kept ? *kept : std::nullopt;
   // Without a register every list of stations says so already; a damaged limit is this list's affair.
   proposed_ = ProposeLimits(session_.Series(), load_->readOuts);
@@ -84,7 +83,9 @@ void ReviewBench::Clear() {
 }
 
 void ReviewBench::Follow() {
-  if (load_) soon_.start();
+  constexpr int kManyReadings = 100'000;
+  constexpr int kPauseMilliseconds = 200;  // of many readings the findings wait for a pause in the typing
+  if (load_) soon_.start(session_.Series().ReadingCount() > kManyReadings ? kPauseMilliseconds : 0);
 }
 
 void ReviewBench::Refresh() {
@@ -220,17 +221,17 @@ void ReviewBench::RememberReason(const QString& reason) {
 
 void ReviewBench::EditLimits() {
   if (!load_) return;
-  const auto chosen = questions_.AskForLimits(&window_, load_->station.Number(), kept_, proposed_);
+  const auto chosen = questions_.AskForLimits(&window_, load_->request.station.Number(), kept_, proposed_);
   if (!chosen) return;
   auto stations = StationRegister::Open(registerPath_);
-  const Result<bool> set = stations ? stations->SetLimits(load_->station.Number(), kept_, *chosen)
+  const Result<bool> set = stations ? stations->SetLimits(load_->request.station.Number(), kept_, *chosen)
                                     : Result<bool>(stations.Failure());
   if (!set) {
     questions_.Warn(&window_, language_.attentionTitle, language_.Say(set.Failure()));
     return;
   }
   if (!*set) {
-    const auto others = stations->LimitsOf(load_->station.Number());
+    const auto others = stations->LimitsOf(load_->request.station.Number());
     kept_ = others ? *others : kept_;
     questions_.Warn(
         &window_, language_.attentionTitle,

@@ -26,8 +26,7 @@ struct ListedFinding;
 
 /// What a load brings along that the session does not keep.
 struct BenchLoad {
-  StationId station;
-  QString dataDirectory;  ///< with its trailing separator
+  LoadRequest request;
   std::vector<ReadOut> readOuts;
   std::vector<QString> missedFiles;
   std::vector<QString> logs;  ///< change logs, one a chosen water year, or that of the single file
@@ -75,6 +74,7 @@ class ReviewBench : public QObject {
   bool AddRecords(std::vector<LevelChange>& changes);
   void EditLimits();
   void ChangeAcceptance(const ListedFinding& listed);
+  [[nodiscard]] Status StillAsLoaded() const;
   [[nodiscard]] QString LogOf(const Finding& finding) const;
   [[nodiscard]] AcceptedFinding AcceptanceOf(const Finding& finding) const;
   [[nodiscard]] bool IsAccepted(const Finding& finding) const;

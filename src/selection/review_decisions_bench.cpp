@@ -86,6 +86,25 @@ bool ReviewBench::IsApproved() const {
   return load_ && decisions_.size() == 1 && decisions_.front().InForce() != nullptr;
 }
 
+/// What is approved must be what was looked at: files and corrections may have changed since they were read.
+Status ReviewBench::StillAsLoaded() const {
+  const auto now = LoadReadings(load_->request);
+  if (!now) return now.Failure();
+  const StationSeries& shown = session_.Series();
+  bool same = now->series.ReadingCount() == shown.ReadingCount();
+  for (int row = 1; same && row <= shown.ReadingCount(); ++row) {
+    const Reading one = now->series.At(row);
+    const Reading other = shown.At(row);
+    same = one.Time() == other.Time() && one.kind == other.kind && one.levelCm == other.levelCm &&
+           now->series.RawLevel(row) == shown.RawLevel(row);
+  }
+  if (same) return {};
+  return Error{Wording{u"Su yılı onaylanmadı", u"The water year was not approved"},
+               {},
+               Wording{u"dosyalar veya düzeltmeler yüklendikten sonra değişti; yeniden yükleyin",
+                       u"files or corrections have changed since they were loaded; load them again"}};
+}
+
 void ReviewBench::Approve() {
   if (!CanApprove()) return;
   const bool withdraws = IsApproved();
@@ -102,7 +121,10 @@ void ReviewBench::Approve() {
       reasons_);
   if (!remark) return;
   const BusyCursor busy;
-  auto state = PresentState(load_->dataDirectory, load_->readOuts, load_->logs.front(), session_.Series());
+  if (const Status same = StillAsLoaded(); !same && !withdraws)
+    return questions_.Warn(&window_, language_.attentionTitle, language_.Say(same.Failure()));
+  auto state =
+      PresentState(load_->request.dataDirectory, load_->readOuts, load_->logs.front(), session_.Series());
   Status done = state ? Status() : Status(state.Failure());
   if (done) {
     state->withdrawn = withdraws;

@@ -2,6 +2,7 @@
 // corrections over ranges, limits, approval. Through real events.
 #include <QClipboard>
 #include <QComboBox>
+#include <QDir>
 #include <QDoubleSpinBox>
 #include <QMouseEvent>
 #include <QTableView>
@@ -160,6 +161,21 @@ TEST_F(Bench, FindCorrectAcceptSelectDriftUndoSaveKillRestoreApprove) {
   EXPECT_TRUE(messages.filter(Texts("artık onaylandığı gibi değil")).size() == 1)
       << messages.join(u'|').toStdString();
   EXPECT_TRUE(messages.filter(Texts("düzeltmeler onaydan sonra değişti")).size() == 1);
+}
+
+// What is approved is what was looked at: a file that came again while the window was open is not.
+TEST_F(Bench, OnlyWhatWasLoadedIsApproved) {
+  plan_.levelCm = [](DateTime time) { return LevelWithSpikes(time) + (time == At(2024, 8, 8, 8) ? 1 : 0); };
+  QDir(Data()).remove(QDir(Data()).entryList({Texts("001-00001-*")}).front());
+  ASSERT_TRUE(sample::WriteRawFile(Data(), plan_));
+  Push("YilOnay");
+  EXPECT_TRUE(operator_.told.back().contains(Texts("yüklendikten sonra değişti")))
+      << operator_.told.join(u'|').toStdString();
+  EXPECT_EQ(ReadReviewDecisions(Log())->approvals.size(), 0U);
+  form_->close();
+  Reopen();
+  Push("YilOnay");
+  EXPECT_EQ(ReadReviewDecisions(Log())->approvals.size(), 1U);
 }
 
 TEST_F(Bench, GridAndHydrographShareOneSelection) {
