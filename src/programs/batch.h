@@ -17,6 +17,9 @@ struct BatchVerb {
 
 int RunFilesVerb(const QStringList& arguments);
 int RunHeaderVerb(const QStringList& arguments);
+int RunCorrectVerb(const QStringList& arguments);
+int RunAcceptVerb(const QStringList& arguments);
+int RunApproveVerb(const QStringList& arguments);
 int RunHistoryVerb(const QStringList& arguments);
 int RunReadingsVerb(const QStringList& arguments);
 int RunCheckVerb(const QStringList& arguments);
