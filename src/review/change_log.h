@@ -69,9 +69,12 @@ std::optional<ChangeLogLine> ReadChangeLogLine(QByteArrayView bytes, Message& ex
 /// and time behind the line before, so that an extreme record is told from the reading of its minute. A row
 /// takes one line; what fits nowhere is kept and named.
 /// within: the rows that the log is about; others take only lines without a known reading that fit none of
-/// these. singleFile: the lines of other raw files are another load's.
+/// these. singleFile: the lines of other raw files are another load's. timesAreKnown: false where a date
+/// correction that the log's times may go with cannot be read; a line that says no more than its time is then
+/// kept and not laid.
 ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName, const ReviewRecord& record,
-                                StationSeries& series, bool singleFile, const RowRange& within = {});
+                                StationSeries& series, bool singleFile, const RowRange& within = {},
+                                bool timesAreKnown = true);
 
 /// Re-times the series when a date correction was saved for it, then reads and applies the file; a missing
 /// file is no error and changes nothing. Log, record and date correction are read as of one moment, whoever

@@ -74,8 +74,13 @@ class RecordedLines {
 
 class Overlay {
  public:
-  Overlay(const QString& fileName, StationSeries& series, bool singleFile, const RowRange& within)
-      : fileName_(fileName), series_(series), singleFile_(singleFile), finder_(series, within) {}
+  Overlay(const QString& fileName, StationSeries& series, bool singleFile, const RowRange& within,
+          bool timesAreKnown)
+      : fileName_(fileName),
+        series_(series),
+        singleFile_(singleFile),
+        timesAreKnown_(timesAreKnown),
+        finder_(series, within) {}
 
   ChangeLogOverlay Lay(QByteArrayView content, const ReviewRecord& record) {
     const RecordState* state = record.StateOf(HashOf(content.toByteArray()));
@@ -97,7 +102,7 @@ class Overlay {
       if (line.correction && line.correction->computed) PlaceExtreme(line);
     }
     Flush();
-    PlaceByTime(lines);
+    if (timesAreKnown_) PlaceByTime(lines);
     Flush();
     for (LineUnderWay& line : lines) Keep(line);
     TellElsewhere();
@@ -281,6 +286,7 @@ class Overlay {
   QString fileName_;
   StationSeries& series_;
   bool singleFile_;
+  bool timesAreKnown_;
   RowFinder finder_;
   ChangeLogOverlay overlay_;
   std::vector<std::pair<RowRef, RowState>> states_;
@@ -359,8 +365,9 @@ void TellDates(const QString& path, const CorrectionReading& dates, std::vector<
 }  // namespace
 
 ChangeLogOverlay ApplyChangeLog(QByteArrayView content, const QString& fileName, const ReviewRecord& record,
-                                StationSeries& series, bool singleFile, const RowRange& within) {
-  return Overlay(fileName, series, singleFile, within).Lay(content, record);
+                                StationSeries& series, bool singleFile, const RowRange& within,
+                                bool timesAreKnown) {
+  return Overlay(fileName, series, singleFile, within, timesAreKnown).Lay(content, record);
 }
 
 Result<ChangeLogOverlay> LoadChangeLog(const QString& path, StationSeries& series, bool singleFile,
@@ -369,7 +376,7 @@ Result<ChangeLogOverlay> LoadChangeLog(const QString& path, StationSeries& serie
   if (!snapshot) return snapshot.Failure();
   if (snapshot->dates.correction.target) series.SetTarget(snapshot->dates.correction.target);
   ChangeLogOverlay overlay = ApplyChangeLog(snapshot->content, QFileInfo(path).fileName(), snapshot->record,
-                                            series, singleFile, within);
+                                            series, singleFile, within, snapshot->dates.unreadable == 0);
   overlay.messages.insert(overlay.messages.begin(), snapshot->problems.begin(), snapshot->problems.end());
   overlay.correction = snapshot->dates.correction;
   overlay.path = path;

@@ -125,9 +125,8 @@ Status EditSession::SaveLog(LoadedChangeLog& log) {
   MarkSaved(series_, next.authors);
   if (!OfSingleFile() || !HasUnsavedCorrection()) return {};
   correction.target = series_.Target();
-  // From here on the plan counts; a next save makes it plain if this cannot.
-  static_cast<void>(WriteSavedCorrection(log.saveTo, correction));
-  return {};
+  // From here on the plan counts. Where the disk cannot keep it plain it is said, and saving again does it.
+  return WriteSavedCorrection(log.saveTo, correction);
 }
 
 }  // namespace vesk

@@ -1,5 +1,6 @@
 #include "review/review_record.h"
 
+#include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
@@ -19,6 +20,7 @@ namespace {
 
 constexpr char kFormat[] = "vesk4-review-record";
 constexpr int kVersion = 1;
+constexpr std::chrono::milliseconds kNoPatience(0);
 constexpr std::chrono::milliseconds kPatience(3000);  // of a session that waits for another one's writing
 
 QString Key(const char* name) {
@@ -161,9 +163,13 @@ Result<ReviewRecord> ReadReviewRecord(const QString& changeLogPath) {
 Status UpdateReviewRecord(const QString& changeLogPath, const std::function<void(ReviewRecord&)>& change) {
   const QString path = ReviewRecordPath(changeLogPath);
   const Message what = Wording{u"İnceleme kaydı kaydedilemedi", u"The review record could not be saved"};
-  const auto lock = TryLock(path + QStringLiteral(".lock"), QStringLiteral("Vesk4"), kPatience);
+  const QString lockPath = path + QStringLiteral(".lock");
+  // One of this process can only be left over from a writing whose lock file the disk did not let go.
+  const auto holder = LockHolderOf(lockPath);
+  const bool leftOver = holder && holder->here && holder->pid == QCoreApplication::applicationPid();
+  const auto lock = TryLock(lockPath, QStringLiteral("Vesk4"), leftOver ? kNoPatience : kPatience);
   if (!lock) return lock.Failure();
-  if (std::holds_alternative<LockHolder>(*lock))
+  if (std::holds_alternative<LockHolder>(*lock) && !leftOver)
     return Error{what, path, Wording{u"başka bir oturum onu yazıyor", u"another session is writing it"}};
   const auto content = ReadWholeFile(path, what);
   if (!content) return content.Failure();
