@@ -109,6 +109,7 @@ TEST(FindingsAtJoints, TheLevelGoesOnFromFileToFile) {
   EXPECT_EQ(jump(3.1, 1), "joint 20-21 3.1");
   EXPECT_EQ(jump(-5, 1), "joint 20-21 -5");
   EXPECT_EQ(jump(40, 2), "gap 20-21 1") << "without a limit a pause may bring any level";
+  EXPECT_EQ(jump(3, 1, {.limits = {.rateCmPerHour = 1}}), "rate 21-21 3") << "in a slow river, too";
   const test::Asked five{.limits = {.rateCmPerHour = 5}};
   EXPECT_EQ(jump(10, 2, five), "gap 20-21 1");
   EXPECT_EQ(jump(10.1, 2, five), "gap 20-21 1, joint 20-21 10.1");
@@ -125,6 +126,13 @@ TEST(FindingsAtJoints, WhatTheRiverDoesAnyhowIsNoJump) {
   EXPECT_EQ(Found(restless), "");
   for (std::size_t i = 20; i < rising.size(); ++i) rising[i].levelCm += 5;
   EXPECT_EQ(Found(rising), "joint 20-21 13");
+}
+
+// Where read-outs overlap, one ends within the other: there is no place where one goes on for the other.
+TEST(FindingsAtJoints, ReadOutsThatOverlapHaveNone) {
+  std::vector<Reading> readings = Hourly(std::vector<double>(10, 100));
+  for (int i = 8; i <= 20; ++i) readings.push_back(At(60 * i, 120, 2));
+  EXPECT_EQ(Found(readings), "overlap 10-11 120, double 8-13 20");
 }
 
 TEST(FindingsAtJoints, TheClockGoesOnInStep) {
@@ -291,6 +299,9 @@ TEST(ProposedLimits, AreThoseOfTheSoundReadings) {
     return finding.rule == FindingRule::Flat && finding.firstRow == 3000 && finding.lastRow == 3073;
   }));
   EXPECT_EQ(proposed(std::vector<double>(99, 100)), StationLimits()) << "too few readings to tell";
+  std::vector<double> slow;
+  for (int i = 0; i < 4000; ++i) slow.push_back(100 + i / 40 % 50);
+  EXPECT_EQ(proposed(slow).flatHours, 48) << "three days of a stuck sensor are found in every river";
 }
 
 }  // namespace

@@ -186,6 +186,7 @@ TEST_F(RangeSession, ACrashKeepsAnOperationWholeOrNotAtAll) {
     ASSERT_TRUE(pending);
     const bool whole = size == journal.size();
     EXPECT_EQ(pending->records.size(), whole ? 6U : 1U) << size;
+    EXPECT_EQ(pending->torn, !whole && size > edited) << size;
     EXPECT_EQ(session_.Restore(*pending), 0);
     EXPECT_EQ(Row(12), whole ? "7/1*" : "111/") << size;
     session_.KeepForLater();
@@ -201,6 +202,34 @@ TEST_F(RangeSession, ACrashKeepsAnOperationWholeOrNotAtAll) {
   EXPECT_EQ(session_.UndoStep(), 10);
   EXPECT_EQ(Row(12), "111/");
   EXPECT_EQ(Row(2), "11/1*");
+}
+
+// Two operations stay two, however often they go through a crash.
+TEST_F(RangeSession, OperationsStayApartInTheJournal) {
+  Correct({10, 12}, {.operation = Set, .firstCm = 7});
+  Correct({13, 15}, {.operation = Set, .firstCm = 8});
+  for (int crash = 0; crash < 3; ++crash) {
+    session_.KeepForLater();
+    LoadYear();
+    EXPECT_EQ(RestorePending(), 0);
+  }
+  EXPECT_EQ(session_.UndoStep(), 13);
+  EXPECT_EQ(Row(12), "7/1*");
+  // Works that wait behind one another, each put off when the next began, are two operations as well.
+  session_.KeepForLater();
+  for (const int first : {20, 30}) {
+    LoadYear();
+    Correct({first, first + 2}, {.operation = Set, .firstCm = 9});
+    session_.KeepForLater();
+  }
+  LoadYear();
+  EXPECT_EQ(RestorePending(), 0);
+  EXPECT_EQ(session_.UndoStep(), 30);
+  LoadYear();
+  EXPECT_EQ(RestorePending(), 0);
+  EXPECT_EQ(session_.UndoStep(), 20);
+  EXPECT_EQ(session_.UndoStep(), 10);
+  EXPECT_EQ(session_.UndoStep(), std::nullopt);
 }
 
 // The journals of two water years each take their part of an operation.
@@ -221,7 +250,9 @@ TEST_F(RangeSession, OverTheEndOfAWaterYear) {
 TEST_F(RangeSession, TheRecordTellsWhatWasDoneAndWhy) {
   Correct({3, 4}, {.operation = Shift, .firstCm = 5}, "sıfır noktası");
   session_.SetReason(QStringLiteral("okuma hatası"));
-  Edit(6, "50");
+  Edit(6, "49");
+  Correct({6, 6}, {.operation = Set, .firstCm = 51}, "yanlış");
+  Edit(6, "50");  // the last one tells
   ASSERT_TRUE(session_.Save());
   LoadYear();
   Edit(4, "51");  // without a reason
