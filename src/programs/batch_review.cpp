@@ -173,6 +173,18 @@ Status CorrectReadings(Reviewed& reviewed, const QCommandLineParser& parser,
   return session.Save();
 }
 
+/// What check would tell, with the same limits.
+Result<std::vector<Finding>> FindingsOf(const QCommandLineParser& parser, const Reviewed& reviewed) {
+  std::optional<StationLimits> kept;
+  if (Given(parser, "register")) {
+    const auto found = LookupStationLimits(Value(parser, "register"), reviewed.choice.station.Number());
+    if (!found) return found.Failure();
+    kept = *found;
+  }
+  const Samples samples(reviewed.loaded.series, reviewed.loaded.readOuts);
+  return FindAll(samples, InputOf(reviewed.loaded, kept ? *kept : ProposeLimits(samples)));
+}
+
 }  // namespace
 
 int RunCorrectVerb(const QStringList& arguments) {
@@ -225,16 +237,10 @@ int RunAcceptVerb(const QStringList& arguments) {
   if (!wrong.isEmpty()) return WrongUse(QStringLiteral("accept: ") + wrong);
   const auto reviewed = LoadForReview(parser);
   if (!reviewed) return Fail(reviewed.Failure());
-  std::optional<StationLimits> kept;
-  if (Given(parser, "register")) {
-    const auto found = LookupStationLimits(Value(parser, "register"), reviewed->choice.station.Number());
-    if (!found) return Fail(found.Failure());
-    kept = *found;
-  }
-  const Samples samples(reviewed->loaded.series, reviewed->loaded.readOuts);
+  const auto findings = FindingsOf(parser, *reviewed);
+  if (!findings) return Fail(findings.Failure());
   int accepted = 0;
-  for (const Finding& finding :
-       FindAll(samples, InputOf(reviewed->loaded, kept ? *kept : ProposeLimits(samples)))) {
+  for (const Finding& finding : *findings) {
     if (finding.rule != *rule || finding.from < span.first || finding.from > span.second) continue;
     AcceptedFinding acceptance{.rule = RuleWord(finding.rule),
                                .rawFile = finding.file,
@@ -272,19 +278,13 @@ int RunApproveVerb(const QStringList& arguments) {
   const int notWhole = ExitOf(reviewed->loaded);
   if (notWhole != kBatchDone) return notWhole;  // what is missing was told
   const QString log = reviewed->loaded.changeLogs.front().saveTo;
-  std::optional<StationLimits> kept;
-  if (Given(parser, "register")) {
-    const auto found = LookupStationLimits(Value(parser, "register"), reviewed->choice.station.Number());
-    if (!found) return Fail(found.Failure());
-    kept = *found;
-  }
+  const auto findings = FindingsOf(parser, *reviewed);
+  if (!findings) return Fail(findings.Failure());
   const auto decisions = ReadReviewDecisions(log);
   if (!decisions) return Fail(decisions.Failure());
   auto state = PresentState(reviewed->folder, reviewed->loaded.readOuts, log, reviewed->loaded.series);
   if (!state) return Fail(state.Failure());
-  const Samples samples(reviewed->loaded.series, reviewed->loaded.readOuts);
-  for (const Finding& finding :
-       FindAll(samples, InputOf(reviewed->loaded, kept ? *kept : ProposeLimits(samples)))) {
+  for (const Finding& finding : *findings) {
     const AcceptedFinding known{
         RuleWord(finding.rule), finding.file, finding.from, finding.to, finding.value, {}};
     const bool accepted = std::ranges::any_of(
