@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QFile>
 #include <QJsonArray>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -13,6 +14,7 @@
 #include "platform/current_user.h"
 #include "platform/system_reason.h"
 #include "platform/whole_file.h"
+#include "review/change_log.h"
 
 namespace vesk {
 namespace {
@@ -117,6 +119,19 @@ int CorrectionsIn(const StationSeries& series) {
   return corrections;
 }
 
+/// A year's log changes its name when its converted file comes or goes; what was decided of the year stays in
+/// the record of the name without the mark.
+QString LogOfDecisions(const QString& changeLogPath) {
+  static const QRegularExpression marked(QStringLiteral("(-Degisiklikler[0-9]{4}) [^/]*(\\.txt)\\z"));
+  return QString(changeLogPath).replace(marked, QStringLiteral("\\1\\2"));
+}
+
+/// A year's log can be read under a name that its next save will not use.
+QString LogInUse(const QString& dataDirectory, const QString& changeLogPath, const StationSeries& series) {
+  const std::vector<StationWaterYear> years = YearsOf(series.Chosen());
+  return years.size() == 1 ? ChangeLogToRead(dataDirectory, series.Station(), years.front()) : changeLogPath;
+}
+
 void CompareFiles(const Approval& approved, const Approval& present, std::vector<Message>& differences) {
   // By the part of the name that stays: the day count behind it changes when a file is tidied.
   const auto find = [](const Approval& in, const QString& name) {
@@ -154,7 +169,7 @@ const Approval* ReviewDecisions::InForce() const {
 }
 
 Result<ReviewDecisions> ReadReviewDecisions(const QString& changeLogPath) {
-  const auto record = ReadReviewRecord(changeLogPath);
+  const auto record = ReadReviewRecord(LogOfDecisions(changeLogPath));
   if (!record) return record.Failure();
   ReviewDecisions decisions;
   const QJsonArray accepted = record->other[kAccepted].toArray();
@@ -167,7 +182,7 @@ Result<ReviewDecisions> ReadReviewDecisions(const QString& changeLogPath) {
 }
 
 Status AcceptFinding(const QString& changeLogPath, const AcceptedFinding& finding) {
-  return UpdateReviewRecord(changeLogPath, [&](ReviewRecord& record) {
+  return UpdateReviewRecord(LogOfDecisions(changeLogPath), [&](ReviewRecord& record) {
     QJsonArray accepted = Without(record.other[kAccepted].toArray(), finding);
     accepted.append(Encode(finding));
     record.other[kAccepted] = accepted;
@@ -175,13 +190,13 @@ Status AcceptFinding(const QString& changeLogPath, const AcceptedFinding& findin
 }
 
 Status WithdrawAcceptance(const QString& changeLogPath, const AcceptedFinding& finding) {
-  return UpdateReviewRecord(changeLogPath, [&](ReviewRecord& record) {
+  return UpdateReviewRecord(LogOfDecisions(changeLogPath), [&](ReviewRecord& record) {
     record.other[kAccepted] = Without(record.other[kAccepted].toArray(), finding);
   });
 }
 
 Status AddApproval(const QString& changeLogPath, const Approval& approval) {
-  return UpdateReviewRecord(changeLogPath, [&](ReviewRecord& record) {
+  return UpdateReviewRecord(LogOfDecisions(changeLogPath), [&](ReviewRecord& record) {
     QJsonArray approvals = record.other[kApprovals].toArray();
     approvals.append(Encode(approval));
     record.other[kApprovals] = approvals;
@@ -196,8 +211,9 @@ Result<Approval> PresentState(const QString& dataDirectory, const std::vector<Re
     if (!hash) return hash.Failure();
     state.rawFiles.push_back({readOut.diskName, *hash});
   }
-  const auto log = ReadWholeFile(
-      changeLogPath, Wording{u"Değişiklik dosyası okunamadı", u"The change log could not be read"});
+  const auto log =
+      ReadWholeFile(LogInUse(dataDirectory, changeLogPath, series),
+                    Wording{u"Değişiklik dosyası okunamadı", u"The change log could not be read"});
   if (!log) return log.Failure();
   state.logHash = HashOf(*log);
   state.readings = series.ReadingCount();

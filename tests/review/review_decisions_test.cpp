@@ -67,6 +67,19 @@ TEST_F(Decisions, AFindingOfAnotherValueIsAnother) {
   EXPECT_TRUE(Read().accepted.empty());
 }
 
+// The converted file of a year comes and goes, and with it a mark in the name of the year's log.
+TEST_F(Decisions, StayWithTheirYearWhateverItsLogIsNamed) {
+  const QString marked =
+      QString(logPath_).replace(QStringLiteral("2011.txt"), QStringLiteral("2011 Ok..txt"));
+  ASSERT_NE(marked, logPath_);
+  ASSERT_TRUE(AcceptFinding(marked, Gap(1)));
+  ASSERT_TRUE(AddApproval(marked, {.by = {QStringLiteral("ali"), {}, {}, {}}}));
+  EXPECT_EQ(Read().accepted.size(), 1U);
+  EXPECT_NE(Read().InForce(), nullptr);
+  ASSERT_TRUE(WithdrawAcceptance(logPath_, Gap(1)));
+  EXPECT_TRUE(ReadReviewDecisions(marked)->accepted.empty());
+}
+
 // What a newer version writes, and what cannot be read, stays in the file.
 TEST_F(Decisions, WhatIsNotKnownStays) {
   const QString path = ReviewRecordPath(logPath_);
