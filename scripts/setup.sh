@@ -5,7 +5,7 @@
 set -euo pipefail
 
 build="build-essential cmake ninja-build ccache qt6-base-dev qt6-svg-dev libqt6sql6-sqlite qt6-translations-l10n
-       libreoffice-calc libreoffice-dev libgsf-bin fonts-liberation
+       libnlopt-cxx-dev libeigen3-dev libgsl-dev libreoffice-calc libreoffice-dev libgsf-bin fonts-liberation
        libgtest-dev libgmock-dev locales-all poppler-utils python3-xlrd"
 lint="$build clang-format clang-tidy python3 git"
 fuzz="$build clang libclang-rt-14-dev"

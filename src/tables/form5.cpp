@@ -12,7 +12,7 @@
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "shell/tab_order.h"
-#include "tables/rating_curve.h"
+#include "ratings/curve_folder.h"
 
 namespace vesk {
 namespace {

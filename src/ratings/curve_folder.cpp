@@ -1,4 +1,4 @@
-#include "tables/rating_curve.h"
+#include "ratings/curve_folder.h"
 
 #include <QDir>
 
