@@ -1,6 +1,10 @@
 #include "ratings/curve_file.h"
 
+#include <QCryptographicHash>
+
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "datafiles/dates.h"
 #include "platform/whole_file.h"
@@ -112,7 +116,7 @@ CurveText ReadCurveText(QByteArrayView bytes) {
   return {{}, {{1, {kHeading, QString::fromLatin1(kCurveHeading)}}}};
 }
 
-Result<RatingCurve> ReadCurveFile(const QString& path) {
+Result<DigestedCurve> ReadCurveFileWithDigest(const QString& path) {
   static constexpr Wording kFailed{u"Anahtar eğrisi okunamadı", u"The rating curve could not be read"};
   static constexpr Wording kMissing{u"böyle bir dosya yok ya da dosya boş",
                                     u"there is no such file, or it is empty"};
@@ -121,7 +125,14 @@ Result<RatingCurve> ReadCurveFile(const QString& path) {
   if (bytes->isEmpty()) return Error{kFailed, path, kMissing};
   CurveText read = ReadCurveText(*bytes);
   if (!read.faults.empty()) return Error{kFailed, path, FaultsSaid(read.faults)};
-  return std::move(read.curve);
+  return DigestedCurve{std::move(read.curve),
+                       QCryptographicHash::hash(*bytes, QCryptographicHash::Sha256).toHex()};
+}
+
+Result<RatingCurve> ReadCurveFile(const QString& path) {
+  auto read = ReadCurveFileWithDigest(path);
+  if (!read) return read.Failure();
+  return std::move(read->curve);
 }
 
 QByteArray CurveFileText(const RatingCurve& curve) {

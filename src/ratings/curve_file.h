@@ -32,6 +32,13 @@ CurveText ReadCurveText(QByteArrayView bytes);
 /// expectation of the first ones.
 Result<RatingCurve> ReadCurveFile(const QString& path);
 
+/// A curve with the SHA-256 of the bytes it was read from, lower hexadecimal.
+struct DigestedCurve {
+  RatingCurve curve;
+  QByteArray sha256;
+};
+Result<DigestedCurve> ReadCurveFileWithDigest(const QString& path);
+
 /// In the own format; what is written reads back equal.
 QByteArray CurveFileText(const RatingCurve& curve);
 

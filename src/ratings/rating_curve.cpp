@@ -46,26 +46,6 @@ double PointsDischarge(const CurvePeriod& period, double levelCm) {
 
 }  // namespace
 
-QString FlagText(DischargeFlag flag) {
-  switch (flag) {
-    case DischargeFlag::None:
-      return {};
-    case DischargeFlag::Dry:
-      return QStringLiteral("dry");
-    case DischargeFlag::ExtrapolatedBelow:
-      return QStringLiteral("extrapolated_below");
-    case DischargeFlag::ExtrapolatedAbove:
-      return QStringLiteral("extrapolated_above");
-    case DischargeFlag::TooLow:
-      return QStringLiteral("too_low");
-    case DischargeFlag::TooHigh:
-      return QStringLiteral("too_high");
-    case DischargeFlag::NoPeriod:
-      break;
-  }
-  return QStringLiteral("no_period");
-}
-
 const CurvePeriod* PeriodAt(const RatingCurve& curve, DateTime time) {
   for (const CurvePeriod& period : curve.periods) {
     if ((!period.from || *period.from <= time) && (!period.to || time <= *period.to)) return &period;

@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+#include "datafiles/discharge.h"
 #include "datafiles/gauging.h"
 #include "datafiles/reading.h"
 
@@ -69,30 +70,6 @@ struct RatingCurve {
   std::vector<CurvePeriod> periods = {};  ///< in time order
 
   bool operator==(const RatingCurve&) const = default;
-};
-
-/// What is to be known of a discharge beside its figure.
-enum class DischargeFlag : std::uint8_t {
-  None,               ///< between the lowest and the highest gauged level
-  Dry,                ///< 0: the level is not above that of no flow
-  ExtrapolatedBelow,  ///< below the lowest gauged level, within what is permitted
-  ExtrapolatedAbove,
-  TooLow,    ///< none: lower than may be extrapolated
-  TooHigh,   ///< none: higher than may be extrapolated
-  NoPeriod,  ///< none: the curve holds at no such time
-};
-
-/// "", "dry", "extrapolated_below", "extrapolated_above", "too_low", "too_high", "no_period": as files have
-/// them.
-QString FlagText(DischargeFlag flag);
-
-constexpr bool HasDischarge(DischargeFlag flag) {
-  return flag <= DischargeFlag::ExtrapolatedAbove;
-}
-
-struct DischargeValue {
-  double m3s = 0;  ///< says nothing where there is none
-  DischargeFlag flag = DischargeFlag::NoPeriod;
 };
 
 /// The period that holds at a time; null when there is none.

@@ -33,6 +33,7 @@ struct RowMark {
 enum class DischargeOrigin : std::uint8_t {
   None,       ///< there is none
   ChangeLog,  ///< a line of the change log, which gets it back with the next save
+  Curve,      ///< a rating curve, of the level as it is now; nobody keeps it
 };
 
 /// Discharge of a row as its cell shows it.

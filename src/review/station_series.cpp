@@ -61,7 +61,14 @@ RowMark StationSeries::Mark(int row) const {
   return mark;
 }
 
+std::optional<DischargeValue> StationSeries::CurveDischargeOf(int row) const {
+  if (!curve_) return std::nullopt;
+  const Reading reading = At(row);
+  return curve_->At(reading.Time(), reading.levelCm);
+}
+
 Discharge StationSeries::DischargeOf(int row) const {
+  if (const auto value = CurveDischargeOf(row)) return {DischargeText(*value), DischargeOrigin::Curve};
   if (!target_) return raw_.DischargeOf(row);
   const RetimedRow& shown = Retimed(row);
   if (shown.rawRow > 0) return raw_.DischargeOf(shown.rawRow);

@@ -6,13 +6,16 @@
 #include <QString>
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "datafiles/station_id.h"
 #include "review/choice.h"
 #include "review/date_correction.h"
+#include "review/discharge_source.h"
 #include "review/raw_rows.h"
 
 namespace vesk {
@@ -54,7 +57,13 @@ class StationSeries {
   /// row: 1 to ReadingCount(), here and below. Level as corrected, time as shown.
   [[nodiscard]] Reading At(int row) const { return target_ ? RetimedAt(row) : raw_.At(row); }
   [[nodiscard]] RowMark Mark(int row) const;
+  /// From the rating curve when there is one, else as the change log has it.
   [[nodiscard]] Discharge DischargeOf(int row) const;
+  /// From the rating curve with all its digits; nothing without a curve.
+  [[nodiscard]] std::optional<DischargeValue> CurveDischargeOf(int row) const;
+  /// Discharges follow the levels from now on; null: no rating curve.
+  void SetCurve(std::shared_ptr<const DischargeSource> curve) { curve_ = std::move(curve); }
+  [[nodiscard]] const std::shared_ptr<const DischargeSource>& Curve() const { return curve_; }
   /// Level of a row as its raw file has it, cm; of an extreme, as it was computed.
   [[nodiscard]] double RawLevel(int row) const { return Mark(row).rawCm; }
   /// True where the level is no longer the raw file's.
@@ -115,6 +124,7 @@ class StationSeries {
   std::vector<RawFileRows> files_;
   std::optional<TrueTimes> target_;
   ExtremeEdits edits_;
+  std::shared_ptr<const DischargeSource> curve_;
   std::vector<RetimedRow> view_;  ///< while target_ is set
 };
 

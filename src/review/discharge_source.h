@@ -1,0 +1,23 @@
+// What makes discharges of levels: a rating curve.
+#pragma once
+
+#include "datafiles/discharge.h"
+#include "datafiles/reading.h"
+#include "platform/wording.h"
+
+namespace vesk {
+
+class DischargeSource {
+ public:
+  DischargeSource() = default;
+  virtual ~DischargeSource() = default;
+  DischargeSource(const DischargeSource&) = delete;
+  DischargeSource& operator=(const DischargeSource&) = delete;
+
+  /// levelCm: as corrected, at that time.
+  [[nodiscard]] virtual DischargeValue At(DateTime time, double levelCm) const = 0;
+  /// What the flag of a discharge means here, with its limits; empty without a flag.
+  [[nodiscard]] virtual Message Explain(DateTime time, DischargeFlag flag) const = 0;
+};
+
+}  // namespace vesk
