@@ -19,7 +19,11 @@ constexpr int kDailyRows = kRowsPerMonth * kMonthsPerYear + kFirstDailyRow;
 class TableBuilder {
  public:
   TableBuilder(const StationSeries& series, ExtremeMode mode, LevelTable& table)
-      : series_(series), mode_(mode), withHourly_(table.withHourly), table_(table) {}
+      : series_(series),
+        mode_(mode),
+        withHourly_(table.withHourly),
+        table_(table),
+        discharge_(MakerFor(series)) {}
 
   void Build() {
     const int count = series_.ReadingCount();
@@ -47,6 +51,12 @@ class TableBuilder {
   }
 
  private:
+  /// A reading covers one and a half intervals at most: a longer pause lacks readings.
+  static std::optional<DischargeDayMaker> MakerFor(const StationSeries& series) {
+    if (!series.Curve()) return std::nullopt;
+    return DischargeDayMaker(CommonInterval(series) * 3 / 2);
+  }
+
   [[nodiscard]] LevelAt ValueOf(int row) const {
     const Reading reading = series_.At(row);
     return {reading.minuteOfDay, reading.levelCm, series_.DischargeOf(row).text};
@@ -68,6 +78,7 @@ class TableBuilder {
   void AddMaximum(int row, const Reading& reading) {
     if (mode_ == ExtremeMode::Recorded) maximumRow_ = row;
     if (withHourly_) table_.records.push_back({HourlyRow() - 1, true, ValueOf(row)});
+    AddRecordDischarge(row, reading);
     DayRecord& record = RecordOf(reading.day);
     if (maximumRow_ > 0) record.maximum = ValueOf(maximumRow_);
   }
@@ -75,6 +86,7 @@ class TableBuilder {
   void AddMinimum(int row, const Reading& reading) {
     if (mode_ == ExtremeMode::Recorded) minimumRow_ = row;
     if (withHourly_) table_.records.push_back({HourlyRow(), false, ValueOf(row)});
+    AddRecordDischarge(row, reading);
     DayRecord& record = RecordOf(reading.day);
     if (minimumRow_ > 0) record.minimum = ValueOf(minimumRow_);
     if (lastMinute_ > 0) record.meanCm = std::floor(weightedSum_ / lastMinute_ + 0.5);
@@ -87,10 +99,16 @@ class TableBuilder {
     if (withHourly_) table_.hourly.push_back({reading.day, ValueOf(row)});
     const int minute = reading.minuteOfDay;
     weightedSum_ += reading.levelCm * (minute - previousMinute_);
+    if (discharge_) discharge_->Add(reading.Time(), minute, previousMinute_, *series_.CurveDischargeOf(row));
     previousMinute_ = minute;
     lastMinute_ = minute;
     ++readings_;
     if (mode_ == ExtremeMode::Computed) KeepExtremes(row, reading.levelCm);
+  }
+
+  void AddRecordDischarge(int row, const Reading& reading) {
+    if (discharge_ && mode_ == ExtremeMode::Recorded)
+      discharge_->AddRecord(reading.Time(), *series_.CurveDischargeOf(row));
   }
 
   /// The earliest of equal readings wins.
@@ -125,10 +143,12 @@ class TableBuilder {
     record.readings = readings_;
     record.weightedSum = weightedSum_;
     record.lastMinute = lastMinute_;
+    if (discharge_) record.discharge = discharge_->Close(record.day);
     StartAfresh();
   }
 
   void StartAfresh() {
+    if (discharge_) static_cast<void>(discharge_->Close({}));
     weightedSum_ = 0;
     previousMinute_ = 0;
     lastMinute_ = 0;
@@ -144,6 +164,7 @@ class TableBuilder {
   const bool withHourly_;
   LevelTable& table_;
 
+  std::optional<DischargeDayMaker> discharge_;
   std::array<int, kDailyRows> recordOfRow_{};  ///< 1-based index of a row's record; 0: none yet
   Day readingDay_{};
   int hourlyCount_ = 0;
