@@ -109,9 +109,14 @@ CurveText ReadCurveText(QByteArrayView bytes) {
   static constexpr Wording kHeading{
       u"\"%1\", iki sütunlu bir tablo ya da INDEP ve DEP sütunlu bir tablo beklenir",
       u"\"%1\", a table of two columns or one with the columns INDEP and DEP is expected"};
+  static constexpr Wording kFormat{u"\"%1\" beklenir; dosya daha yeni bir sürümün olabilir",
+                                   u"\"%1\" is expected; the file may be a newer version's"};
   const auto lines = LinesOf(bytes);
   if (!lines) return {{}, {{0, kNoText}}};
   if (lines->front().trimmed() == QLatin1String(kCurveHeading)) return CurveParser().Read(*lines);
+  static const QString kOwn = QString::fromLatin1(kCurveHeading).section(QLatin1Char(','), 0, 0);
+  if (lines->front().trimmed().startsWith(kOwn))
+    return {{}, {{1, {kFormat, QString::fromLatin1(kCurveHeading)}}}};
   if (auto table = ReadCurveTable(*lines)) return *std::move(table);
   return {{}, {{1, {kHeading, QString::fromLatin1(kCurveHeading)}}}};
 }

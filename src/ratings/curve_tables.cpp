@@ -86,8 +86,8 @@ CurveText ReadTwoColumns(const QStringList& lines) {
   for (qsizetype i = 0; i < lines.size(); ++i) {
     if (IsRemark(lines[i])) continue;
     const QStringList cells = TwoCells(lines[i]);
-    const auto point =
-        PointOf(cells, !lines[i].isEmpty() && !cells.isEmpty() && lines[i].contains(QLatin1Char(';')));
+    const bool commas = !lines[i].contains(QLatin1Char(';')) && !lines[i].contains(QLatin1Char('\t'));
+    const auto point = PointOf(cells, !commas);
     const bool heading =
         !begun && !lines[i].contains(QRegularExpression(QStringLiteral("^[\\s\"]*[-+]?[0-9]")));
     begun = true;
