@@ -30,6 +30,7 @@ constexpr std::array<RuleTexts, kFindingRules.size()> kRules = {{
     {"header", {u"Başlık", u"Header"}},
     {"refused", {u"Okunmayan satırlar", u"Lines not read"}},
     {"sensor", {u"Algılayıcı", u"Sensor"}},
+    {"curve", {u"Anahtar eğrisi", u"Rating curve"}},
 }};
 
 const RuleTexts& TextsOf(FindingRule rule) {
@@ -116,6 +117,7 @@ std::vector<Finding> FindAll(const Samples& samples, const FindingInput& input) 
   FindAtJoints(samples, input.limits, found);
   FindInFiles(input, found);
   FindSensorFaults(samples, found);
+  FindOffCurve(samples, input.series, found);
   std::ranges::stable_sort(found, {}, &Finding::from);
   return found;
 }

@@ -31,12 +31,13 @@ enum class FindingRule : std::uint8_t {
   Joint,    ///< a jump of the level or of the clock between two read-outs
   Header,   ///< what the header promises against the readings
   Refused,  ///< lines, or whole files, that are not among the readings
-  Sensor    ///< levels that a failing sensor gives
+  Sensor,   ///< levels that a failing sensor gives
+  Curve     ///< no discharge, or one beyond the gauged levels; only with a rating curve
 };
 inline constexpr std::array kFindingRules = {
-    FindingRule::Gap,   FindingRule::Overlap, FindingRule::Double,  FindingRule::Order, FindingRule::Step,
-    FindingRule::Spike, FindingRule::Rate,    FindingRule::Flat,    FindingRule::Range, FindingRule::Extreme,
-    FindingRule::Joint, FindingRule::Header,  FindingRule::Refused, FindingRule::Sensor};
+    FindingRule::Gap,   FindingRule::Overlap, FindingRule::Double,  FindingRule::Order,  FindingRule::Step,
+    FindingRule::Spike, FindingRule::Rate,    FindingRule::Flat,    FindingRule::Range,  FindingRule::Extreme,
+    FindingRule::Joint, FindingRule::Header,  FindingRule::Refused, FindingRule::Sensor, FindingRule::Curve};
 
 /// "gap", "overlap" …, as the command line and files name a rule.
 QString RuleWord(FindingRule rule);

@@ -134,6 +134,8 @@ void FindInRecords(const FindingInput& input, std::vector<Finding>& found);
 void FindAtJoints(const Samples& samples, const StationLimits& limits, std::vector<Finding>& found);
 /// header, refused.
 void FindInFiles(const FindingInput& input, std::vector<Finding>& found);
+/// curve.
+void FindOffCurve(const Samples& samples, const StationSeries& series, std::vector<Finding>& found);
 /// sensor. found: the flat lines are among them already.
 void FindSensorFaults(const Samples& samples, std::vector<Finding>& found);
 

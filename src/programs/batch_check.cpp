@@ -15,6 +15,7 @@
 #include "findings/samples.h"
 #include "platform/csv.h"
 #include "programs/batch.h"
+#include "programs/batch_curve.h"
 #include "programs/batch_support.h"
 #include "programs/ordered_work.h"
 #include "stations/station_register.h"
@@ -30,6 +31,7 @@ struct CheckOptions {
   bool flatGiven = false;
   bool each = false;
   bool json = false;
+  std::optional<CurveChoice> curve = {};
 };
 
 /// A station's water year, checked.
@@ -116,6 +118,7 @@ QString TakeFormat(const QCommandLineParser& parser, CheckOptions& options) {
 /// What is wrong with the options; empty when they are right.
 QString TakeOptions(const QCommandLineParser& parser, CheckOptions& options) {
   options.registerPath = parser.value(QStringLiteral("register"));
+  options.curve = CurveChoice(parser);
   options.each = parser.isSet(QStringLiteral("each"));
   for (const QString& wrong : {WrongChoice(parser), TakeRules(parser, options), TakeFormat(parser, options),
                                TakeLimits(parser, options)}) {
@@ -143,6 +146,7 @@ void AddOptions(QCommandLineParser& parser) {
   add("flat", "Limit: hours over which the level may stand within so many cm.", "HOURS:CM");
   add("low", "Limit: lowest level.", "CM");
   add("high", "Limit: highest level.", "CM");
+  parser.addOption(CurveOption());
   parser.addOption(JobsOption());
   add("out", "Writes to this file instead of standard output.", "FILE");
 }
@@ -170,11 +174,14 @@ CheckedYear Check(const StationYear& choice, const CheckOptions& options) {
     tell(error.English());
     year.failed = true;
   };
-  const auto loaded = LoadStationYear(options.folder, choice, {}, tell);
+  auto loaded = LoadStationYear(options.folder, choice, {}, tell);
   if (!loaded) {
     fail(loaded.Failure());
     return year;
   }
+  const auto used = CurveFor(*options.curve, choice.station);
+  if (used) loaded->series.SetCurve(used->curve);
+  if (!used) fail(used.Failure());
   std::optional<StationLimits> kept;
   if (!options.registerPath.isEmpty()) {
     const auto found = LookupStationLimits(options.registerPath, choice.station.Number());

@@ -10,6 +10,7 @@
 #include "datafiles/numbers.h"
 #include "platform/csv.h"
 #include "programs/batch.h"
+#include "programs/batch_curve.h"
 #include "programs/batch_support.h"
 #include "programs/ordered_work.h"
 #include "tables/level_table.h"
@@ -47,7 +48,25 @@ void AppendLevelAt(CsvLines& csv, const std::optional<LevelAt>& level) {
   if (level) AppendNumber(levelCm, level->levelCm);
 }
 
-void AppendDays(const QString& stationNumber, const LevelTable& table, QByteArray& text) {
+/// Peak, lowest and mean of a day, and what is to be known of them.
+void AppendDischarge(const std::optional<DischargeDay>& day, CsvLines& csv) {
+  const auto peak = [&csv](const std::optional<DischargePeak>& one) {
+    QByteArray& cell = csv.Plain();
+    if (one) cell += DischargeFigure(one->m3s);
+  };
+  const DischargeDay none;
+  const DischargeDay& shown = day ? *day : none;
+  peak(shown.highest);
+  peak(shown.lowest);
+  QByteArray& mean = csv.Plain();
+  if (shown.meanM3s) mean += DischargeFigure(*shown.meanM3s);
+  QByteArray& share = csv.Plain();
+  if (day) share += QByteArray::number(std::floor(shown.share * 1000) / 10);
+  const bool peaks = (shown.highest && shown.highest->flagged) || (shown.lowest && shown.lowest->flagged);
+  csv.Plain() += shown.extrapolated || peaks ? "extrapolated" : "";
+}
+
+void AppendDays(const QString& stationNumber, const LevelTable& table, bool discharge, QByteArray& text) {
   QByteArray station;
   AppendCsv(station, stationNumber);
   const QByteArray year = QByteArray::number(table.waterYear);
@@ -63,8 +82,68 @@ void AppendDays(const QString& stationNumber, const LevelTable& table, QByteArra
     AppendNumber(csv.Plain(), day.readings);
     AppendNumber(csv.Plain(), day.weightedSum);
     AppendNumber(csv.Plain(), day.lastMinute);
+    if (discharge) AppendDischarge(day.discharge, csv);
     csv.EndLine();
   }
+}
+
+/// What is asked for.
+struct DailyRequest {
+  QString folder;
+  ExtremeMode mode = ExtremeMode::Recorded;
+  CurveChoice curve;
+  enum class Per { Day, Month, Year } per = Per::Day;
+};
+
+void AppendPeak(const std::optional<DischargePeak>& peak, CsvLines& csv) {
+  QByteArray& m3s = csv.Plain();
+  if (peak) m3s += DischargeFigure(peak->m3s);
+  csv.Cell(peak ? DateTimeText(peak->time) : QString());
+}
+
+void AppendSpan(const StationYear& choice, const DischargeSpan& span, QByteArray& text) {
+  CsvLines csv(text);
+  csv.Cell(choice.station.Number());
+  csv.Plain() += QByteArray::number(choice.year.number);
+  csv.Plain() += DateText(span.first).toLatin1();
+  csv.Plain() += DateText(span.last).toLatin1();
+  for (const int count : {span.days, span.daysKept, span.daysPartial})
+    csv.Plain() += QByteArray::number(count);
+  const auto figure = [&csv](const std::optional<double>& value) {
+    QByteArray& cell = csv.Plain();
+    if (value) cell += DischargeFigure(*value);
+  };
+  figure(span.meanM3s);
+  AppendPeak(span.highest, csv);
+  AppendPeak(span.lowest, csv);
+  for (const auto& value : {span.volumeHm3, span.runoffMm, span.specificLsKm2}) figure(value);
+  const bool peaks = (span.highest && span.highest->flagged) || (span.lowest && span.lowest->flagged);
+  csv.Plain() += span.extrapolated || peaks ? "extrapolated" : "";
+  csv.EndLine();
+}
+
+/// The months, or the year, of a table's days.
+void AppendSpans(const StationYear& choice, const LevelTable& table,
+                 const std::optional<double>& catchmentKm2, DailyRequest::Per per, QByteArray& text) {
+  std::vector<DischargeDay> days;
+  for (const DayRecord& day : table.days) {
+    if (day.discharge) days.push_back(*day.discharge);
+  }
+  const DischargeYear made = SummariseDischarge(days, choice.year.number, catchmentKm2);
+  if (per == DailyRequest::Per::Year) return AppendSpan(choice, made.year, text);
+  for (const DischargeSpan& month : made.months) AppendSpan(choice, month, text);
+}
+
+QByteArray HeadingOf(const DailyRequest& request) {
+  if (request.per != DailyRequest::Per::Day) {
+    return "station,water_year,from,to,days,days_kept,days_partial,mean_m3s,max_m3s,max_time,min_m3s,min_"
+           "time,"
+           "volume_hm3,runoff_mm,specific_lskm2,discharge_flag\n";
+  }
+  const QByteArray levels =
+      "station,water_year,date,max_time,max_cm,min_time,min_cm,mean_cm,readings,weighted_sum,last_minute";
+  return levels +
+         (request.curve.Asked() ? ",max_m3s,min_m3s,mean_m3s,covered_percent,discharge_flag\n" : "\n");
 }
 
 /// What one station's water year comes to.
@@ -75,28 +154,38 @@ struct DailyYear {
   bool loaded = false;
 };
 
-DailyYear MakeDailyYear(const QString& folder, const StationYear& choice, ExtremeMode mode) {
+DailyYear MakeDailyYear(const DailyRequest& request, const StationYear& choice) {
   DailyYear made;
   const Teller tell = [&made](const QString& text) { made.complaints.push_back(text); };
-  const auto loaded = LoadStationYear(folder, choice, {}, tell);
-  if (!loaded) {
-    tell(loaded.Failure().English());
+  const auto fail = [&](const Error& error) {
+    tell(error.English());
     made.exit = kBatchFailed;
+  };
+  auto loaded = LoadStationYear(request.folder, choice, {}, tell);
+  if (!loaded) {
+    fail(loaded.Failure());
     return made;
   }
   made.exit = ExitOf(*loaded);
   made.loaded = true;
-  AppendDays(choice.station.Number(), ComputeLevelTable(loaded->series, choice.year.number, mode, {}, false),
-             made.text);
+  const auto used = CurveFor(request.curve, choice.station);
+  if (used) loaded->series.SetCurve(used->curve);
+  if (!used) fail(used.Failure());
+  const LevelTable table = ComputeLevelTable(loaded->series, choice.year.number, request.mode, {}, false);
+  if (request.per == DailyRequest::Per::Day) {
+    AppendDays(choice.station.Number(), table, request.curve.Asked(), made.text);
+  } else {
+    AppendSpans(choice, table, used ? used->catchmentKm2 : std::nullopt, request.per, made.text);
+  }
   return made;
 }
 
 /// Adds the years to the text, complaints going out in the same order. loaded: whether there was any.
-DailyYear MakeDailyYears(const QString& folder, const ChosenYears& chosen, ExtremeMode mode, int jobs) {
+DailyYear MakeDailyYears(const DailyRequest& request, const ChosenYears& chosen, int jobs) {
   DailyYear all;
   all.exit = chosen.exit;
   OrderedWork<DailyYear> work(chosen.years.size(), jobs,
-                              [&](std::size_t i) { return MakeDailyYear(folder, chosen.years[i], mode); });
+                              [&](std::size_t i) { return MakeDailyYear(request, chosen.years[i]); });
   for (const StationYear& choice : chosen.years) {
     ShowProgressLine(QStringLiteral("%1 %2").arg(choice.station.Text()).arg(choice.year.number));
     const DailyYear made = work.Next();
@@ -109,6 +198,16 @@ DailyYear MakeDailyYears(const QString& folder, const ChosenYears& chosen, Extre
   return all;
 }
 
+/// What is wrong with --per; empty when it is right.
+QString TakePer(const QCommandLineParser& parser, DailyRequest& request) {
+  const QString per = parser.value(QStringLiteral("per"));
+  if (per == QLatin1String("day")) return {};
+  if (per != QLatin1String("month") && per != QLatin1String("year"))
+    return QStringLiteral("--per is day, month or year");
+  request.per = per == QLatin1String("month") ? DailyRequest::Per::Month : DailyRequest::Per::Year;
+  return request.curve.Asked() ? QString() : QStringLiteral("--per needs --curve or --register");
+}
+
 }  // namespace
 
 int RunDailyVerb(const QStringList& arguments) {
@@ -117,11 +216,19 @@ int RunDailyVerb(const QStringList& arguments) {
       QStringLiteral("Writes what the daily sheet of a level table holds (CSV)."));
   AddStationOptions(parser, true);
   parser.addOption(ExtremesOption());
+  parser.addOption(CurveOption());
+  parser.addOption(RegisterOption());
+  parser.addOption({QStringLiteral("per"),
+                    QStringLiteral("day (default); month or year: what the discharges of the days come to."),
+                    QStringLiteral("day|month|year"), QStringLiteral("day")});
   parser.addOption(JobsOption());
   parser.addOption({QStringLiteral("out"), QStringLiteral("Writes to this file instead of standard output."),
                     QStringLiteral("FILE")});
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
   if (const QString wrong = WrongChoiceOrExtremes(parser); !wrong.isEmpty())
+    return WrongUse(QStringLiteral("daily: ") + wrong);
+  DailyRequest request{.folder = {}, .curve = CurveChoice(parser)};
+  if (const QString wrong = TakePer(parser, request); !wrong.isEmpty())
     return WrongUse(QStringLiteral("daily: ") + wrong);
   const auto jobs = ReadJobs(parser);
   if (!jobs) return WrongUse(QStringLiteral("daily: ") + jobs.Failure().English());
@@ -130,13 +237,13 @@ int RunDailyVerb(const QStringList& arguments) {
   const auto chosen = ChooseStationYears(parser, *folder, *jobs);
   if (!chosen) return Fail(chosen.Failure());
 
-  const ExtremeMode mode = ExtremeModeOf(parser.value(QStringLiteral("extremes")));
-  const DailyYear all = MakeDailyYears(*folder, *chosen, mode, *jobs);
+  request.folder = *folder;
+  request.mode = ExtremeModeOf(parser.value(QStringLiteral("extremes")));
+  const DailyYear all = MakeDailyYears(request, *chosen, *jobs);
   // Headings over nothing would take the place of an older file's figures.
   if (!all.loaded && all.exit != kBatchDone && parser.isSet(QStringLiteral("out"))) return all.exit;
   Output output(parser.value(QStringLiteral("out")));
-  output.Text() =
-      "station,water_year,date,max_time,max_cm,min_time,min_cm,mean_cm,readings,weighted_sum,last_minute\n";
+  output.Text() = HeadingOf(request);
   output.Text() += all.text;
   if (const Status written = output.Finish(); !written) return Fail(written.Failure());
   return all.exit;

@@ -8,6 +8,7 @@
 #include "datafiles/numbers.h"
 #include "platform/csv.h"
 #include "programs/batch.h"
+#include "programs/batch_curve.h"
 #include "programs/batch_support.h"
 #include "review/review_grid.h"
 #include "review/setup_parameters.h"
@@ -70,10 +71,25 @@ void AppendHistory(const StationSeries& series, int row, const Authors& authors,
   for (const QString& text : {by.why.reason, by.login, by.at}) csv.Cell(text);
 }
 
-/// authors: for the columns of the history; null without them.
-void AppendReadings(const StationSeries& series, const Authors* authors, QByteArray& text) {
+/// The discharge with more digits than the grid shows, and its flag.
+void AppendDischarge(const StationSeries& series, int row, CsvLines& csv) {
+  const auto value = series.CurveDischargeOf(row);
+  QByteArray& m3s = csv.Plain();
+  if (value && HasDischarge(value->flag)) m3s += DischargeFigure(value->m3s);
+  csv.Cell(value ? FlagText(value->flag) : QString());
+}
+
+/// What readings has behind the grid's columns.
+struct MoreColumns {
+  const Authors* authors = nullptr;  ///< of the corrections; null: no history
+  bool discharge = false;
+};
+
+void AppendReadings(const StationSeries& series, const MoreColumns& more, QByteArray& text) {
+  const Authors* const authors = more.authors;
   text += "date,time,level_cm,discharge,label,code,baseline_cm";
-  text += authors ? ",raw_cm,reason,by,at\n" : "\n";
+  text += authors ? ",raw_cm,reason,by,at" : "";
+  text += more.discharge ? ",discharge_m3s,discharge_flag\n" : "\n";
   text.reserve(text.size() + series.ReadingCount() * qsizetype{48});
   CsvLines csv(text);
   for (int row = 1; row <= series.ReadingCount(); ++row) {
@@ -81,6 +97,7 @@ void AppendReadings(const StationSeries& series, const Authors* authors, QByteAr
       csv.Cell(CellText(series, row, static_cast<GridColumn>(column)));
     }
     if (authors) AppendHistory(series, row, *authors, csv);
+    if (more.discharge) AppendDischarge(series, row, csv);
     csv.EndLine();
   }
 }
@@ -187,6 +204,8 @@ int RunReadingsVerb(const QStringList& arguments) {
       {QStringLiteral("file"), QStringLiteral("One raw file instead of a water year."), QStringLiteral("F")});
   parser.addOption({QStringLiteral("with-history"),
                     QStringLiteral("Adds the raw level and, of corrected readings, why, by whom and when.")});
+  parser.addOption(CurveOption());
+  parser.addOption(RegisterOption());
   parser.addOption(OutOption());
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
   if (const QString wrong = WrongReadings(parser); !wrong.isEmpty()) {
@@ -194,12 +213,16 @@ int RunReadingsVerb(const QStringList& arguments) {
   }
   const auto folder = DataFolder(parser.positionalArguments().front());
   if (!folder) return Fail(folder.Failure());
-  const auto loaded = LoadChosen(parser, *folder);
+  auto loaded = LoadChosen(parser, *folder);
   if (!loaded) return Fail(loaded.Failure());
+  const CurveChoice curve(parser);
+  const auto used = CurveFor(curve, loaded->series.Station());
+  if (!used) return Fail(used.Failure());
+  loaded->series.SetCurve(used->curve);
   Output output(parser.value(QStringLiteral("out")));
   const Authors authors = AuthorsOf(*loaded);
-  AppendReadings(loaded->series, parser.isSet(QStringLiteral("with-history")) ? &authors : nullptr,
-                 output.Text());
+  const bool history = parser.isSet(QStringLiteral("with-history"));
+  AppendReadings(loaded->series, {history ? &authors : nullptr, curve.Asked()}, output.Text());
   return std::max(Finish(output), ExitOf(*loaded));
 }
 
