@@ -67,6 +67,11 @@ void EditSession::Clear() {
   Begin({});
 }
 
+void EditSession::UseCurve(std::shared_ptr<const DischargeSource> curve) {
+  series_.SetCurve(std::move(curve));
+  Q_EMIT AllRowsChanged();
+}
+
 void EditSession::ResetSteps() {
   done_.clear();
   undone_.clear();

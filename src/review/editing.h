@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <vector>
@@ -41,6 +42,8 @@ class EditSession : public QObject {
   /// included. Each change log is locked for this session where nobody else has it.
   void Begin(LoadedReadings loaded);
   void Clear();
+  /// Discharges follow the levels by that curve, until the next load; null: none.
+  void UseCurve(std::shared_ptr<const DischargeSource> curve);
 
   [[nodiscard]] const StationSeries& Series() const { return series_; }
 

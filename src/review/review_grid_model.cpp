@@ -119,6 +119,7 @@ QVariant ReviewGridModel::data(const QModelIndex& index, int role) const {
     case Qt::FontRole:
       return kind == ReadingKind::Ordinary ? QVariant() : BoldFont();
     case Qt::ToolTipRole:
+      if (dischargeText_ && column == GridColumn::Discharge) return dischargeText_(row);
       if (!rawLevelText_ || column != GridColumn::Level || !series.IsCorrected(row)) return {};
       return rawLevelText_(series.RawLevel(row));
     case BorderColourRole:

@@ -26,6 +26,9 @@ class ReviewGridModel : public QAbstractTableModel {
   explicit ReviewGridModel(EditSession& session, QObject* parent = nullptr);
 
   void SetRawLevelText(RawLevelText text) { rawLevelText_ = std::move(text); }
+  /// What the tool tip of a discharge says; empty: nothing.
+  using DischargeText = std::function<QString(int gridRow)>;
+  void SetDischargeText(DischargeText text) { dischargeText_ = std::move(text); }
 
   [[nodiscard]] static int GridRow(const QModelIndex& index) { return index.row() + 1; }
   /// Index of a grid row's cell; invalid when there is no such row.
@@ -56,6 +59,7 @@ class ReviewGridModel : public QAbstractTableModel {
 
   EditSession& session_;
   RawLevelText rawLevelText_;
+  DischargeText dischargeText_;
 };
 
 }  // namespace vesk

@@ -240,6 +240,7 @@ bool ChooserPanel::HandleKey(QObject* watched, int key) {
     Q_EMIT Confirmed();
   } else if (watched == ratingPath_ && key == Qt::Key_Delete) {
     ShowRatingCurve({});
+    Q_EMIT RatingCurveCleared();
   } else {
     return false;
   }

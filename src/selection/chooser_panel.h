@@ -71,6 +71,7 @@ class ChooserPanel : public QWidget {
   void Confirmed();
   void YearPickerAsked();
   void RatingCurveAsked();
+  void RatingCurveCleared();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -87,6 +87,7 @@ void FormSec::ConnectChooser() {
   connect(c_.chooser, &ChooserPanel::FileOpened, this, &FormSec::LoadFileByDoubleClick);
   connect(c_.chooser, &ChooserPanel::Confirmed, this, &FormSec::Confirm);
   connect(c_.chooser, &ChooserPanel::YearPickerAsked, this, &FormSec::ShowYearPicker);
+  ConnectCurve();
   connect(c_.chooser, &ChooserPanel::RatingCurveAsked, this, &FormSec::ChooseRatingCurve);
   connect(c_.confirm, &QPushButton::clicked, this, &FormSec::Confirm);
   connect(c_.cancel, &QPushButton::clicked, this, [this] {
@@ -199,6 +200,9 @@ void FormSec::AddShortcuts() {
   add(QKeySequence(Qt::Key_F7), [this] { c_.foldChooser->click(); });
   add(QKeySequence(Qt::Key_F8), [this] { GoToChange(true); });
   add(QKeySequence(Qt::SHIFT | Qt::Key_F8), [this] { GoToChange(false); });
+  add(QKeySequence(Qt::Key_F9), [this] {
+    if (c_.curve->isEnabled() && FinishEditing()) c_.curve->showMenu();
+  });
   add(QKeySequence(Qt::CTRL | Qt::Key_S), [this] {
     // The first change may still stand in the open cell and counts only when it is taken over.
     if (FinishEditing() && c_.save->isEnabled()) SaveChanges();

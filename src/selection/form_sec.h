@@ -17,12 +17,15 @@
 #include "selection/review_questions.h"
 #include "shell/run_values.h"
 
+class QAction;
+
 namespace vesk {
 
 struct BuildReport;
 struct SelectionFacts;
 struct SelectionState;
 
+class CurveSource;
 class MainFrame;
 class ReviewBench;
 class ReviewGridModel;
@@ -143,12 +146,18 @@ class FormSec : public QWidget {
   void MakeTable();
   void TellTableMade(const BuildReport& report);
   void DrawGraph();
-  void ChooseRatingCurve();
   void AddGraphEntries();
   void DrawGraphList();
   void DrawStoredGraphs();
   void OpenGraphs(const std::vector<GraphFileEntry>& files, const QStringList& notes = {});
   bool MayDraw(const QStringList& notes);
+
+  // The rating curve.
+  void ConnectCurve();
+  void ChooseRatingCurve();
+  [[nodiscard]] StationId StationOfCurve() const;
+  void UseCurve(const QString& path);
+  void ShowCurve();
 
   MainFrame& frame_;
   RunValues& run_;
@@ -161,8 +170,12 @@ class FormSec : public QWidget {
   std::unique_ptr<ReviewBench> bench_;
   std::unique_ptr<ReviewGridModel> model_;
   std::optional<Loaded> loaded_;
-  std::optional<LoadRequest> request_;  ///< of what is loaded
-  bool busy_ = false;                   ///< a table or a graph is being made: choices wait
+  std::optional<LoadRequest> request_;        ///< of what is loaded
+  std::shared_ptr<const CurveSource> curve_;  ///< of the discharges; null: none
+  QString proposedCurve_;  ///< path of the curve that was chosen last for these readings; empty: none
+  QAction* useProposed_ = nullptr;
+  QAction* dropCurve_ = nullptr;
+  bool busy_ = false;  ///< a table or a graph is being made: choices wait
   bool opened_ = false;
   bool chooserStays_ = false;    ///< the operator has opened it behind a load: it does not fold away
   bool columnsAreKept_ = false;  ///< the columns' widths are the operator's own

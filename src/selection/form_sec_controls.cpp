@@ -92,7 +92,7 @@ class WholeWindow : public FormSecPart {
     const auto add = [&stops](const std::vector<QWidget*>& more) {
       stops.insert(stops.end(), more.begin(), more.end());
     };
-    add({c_.confirm, c_.foldChooser, c_.foldHydrograph, c_.zeroBased, c_.grid});
+    add({c_.confirm, c_.foldChooser, c_.curve, c_.foldHydrograph, c_.zeroBased, c_.grid});
     add(c_.findings->TabStops());
     add({c_.hydrograph});
     add(c_.rangeBar->TabStops());

@@ -39,6 +39,7 @@ struct FormSecControls {
   QToolButton* foldChooser = nullptr;     ///< shows and hides the chooser
   QToolButton* foldHydrograph = nullptr;  ///< the same for the hydrograph
   QToolButton* zeroBased = nullptr;
+  QToolButton* curve = nullptr;  ///< the rating curve, with a menu of what can be done about it
   QWidget* editBar = nullptr;
   QLineEdit* changeCount = nullptr;
   QPushButton* nextChange = nullptr;

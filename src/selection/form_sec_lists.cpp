@@ -83,7 +83,7 @@ void FormSec::ChooseYears(const std::vector<int>& rows) {
   browser_.SelectWaterYears(rows);
   c_.chooser->SelectFile({});
   ShowFileMarks();
-  c_.chooser->ShowRatingCurve({});
+  UseCurve({});
   Refresh();
 }
 
@@ -108,6 +108,7 @@ void FormSec::ChooseFile(int row) {
   c_.loadedFiles->hide();
   c_.setup->ShowCells(cells);
   c_.messages->Show(messages);
+  UseCurve({});
   c_.chooser->ShowRatingCurve(
       run_.settings.ReadSetting(QStringLiteral("Genel"), QStringLiteral("AnahtarDirectory")));
   Refresh();

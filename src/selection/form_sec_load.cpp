@@ -7,10 +7,12 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QToolButton>
 
 #include <algorithm>
 
 #include "datafiles/dates.h"
+#include "ratings/curve_source.h"
 #include "review/load_summary.h"
 #include "selection/changed_rows_list.h"
 #include "selection/chooser_panel.h"
@@ -84,6 +86,7 @@ void FormSec::Take(const LoadRequest& request, LoadedReadings loaded) {
     lastRecord = loaded.header.LastRecordTime;
     BenchLoad bench = BenchLoadOf(request, loaded);
     session_.Begin(std::move(loaded));
+    session_.UseCurve(curve_);
     bench_->Take(std::move(bench));
     if (!session_.IsOutdated() || times == kMostLoads) break;
     Result<LoadedReadings> again = LoadWithProgress(request);
@@ -258,6 +261,7 @@ void FormSec::OfferRecovery() {
 
 void FormSec::ClearGrid() {
   loaded_.reset();
+  UseCurve({});
   c_.loadedLabel->clear();
   c_.rowLabel->clear();
   ShowLoadedFiles({});
@@ -332,6 +336,7 @@ void FormSec::Apply(const SelectionState& state) {
   c_.confirm->setText(state.confirmCaption);
   c_.confirm->setEnabled(state.confirm);
   c_.cancel->setEnabled(state.cancel);
+  c_.curve->setEnabled(state.chooseRating);
   c_.chooser->SetRatingState(state.chooseRating, state.ratingPathShown);
   c_.makeTable->setEnabled(state.makeTable);
   c_.drawGraph->setEnabled(state.drawGraph);

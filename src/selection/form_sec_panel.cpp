@@ -36,6 +36,11 @@ class ReviewPanelMaker : public FormSecPart {
     heading->addWidget(c_.foldChooser);
     heading->addWidget(c_.loadedLabel, 1);
     heading->addWidget(c_.rowLabel);
+    c_.curve = Named(new QToolButton(&parent_), "AnahtarEgrisi");
+    c_.curve->setPopupMode(QToolButton::InstantPopup);
+    c_.curve->setFocusPolicy(Qt::TabFocus);
+    c_.curve->setAccessibleName(language_.Text(Caption::RatingCurve));
+    heading->addWidget(c_.curve);
     heading->addWidget(c_.foldHydrograph);
     heading->addWidget(c_.zeroBased);
     c_.grid = Named(new ReviewGridView(&parent_), "VS1");

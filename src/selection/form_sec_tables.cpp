@@ -16,7 +16,6 @@
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "tables/build_level_table.h"
-#include "tables/form5.h"
 #include "tables/table_notes.h"
 
 namespace vesk {
@@ -103,12 +102,6 @@ void FormSec::DrawGraph() {
                    .name = WithoutDash(loaded_->stationName),
                    .waterYear = loaded_->year ? std::optional(loaded_->year->number) : std::nullopt},
       notes);
-}
-
-void FormSec::ChooseRatingCurve() {
-  auto* form = new Form5(frame_);
-  connect(form, &Form5::CurveChosen, c_.chooser, &ChooserPanel::ShowRatingCurve);
-  frame_.ShowChild(form);
 }
 
 void FormSec::AddGraphEntries() {

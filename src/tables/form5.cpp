@@ -8,11 +8,11 @@
 #include <QPushButton>
 #include <QShortcut>
 
+#include "ratings/curve_folder.h"
 #include "shell/folder_lists.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "shell/tab_order.h"
-#include "ratings/curve_folder.h"
 
 namespace vesk {
 namespace {

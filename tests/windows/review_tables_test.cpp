@@ -188,7 +188,10 @@ TEST_F(Tables, ThePickerHandsWaterYearsToTheList) {
 }
 
 TEST_F(Tables, ARatingCurveIsKeptUntilTheNextChoice) {
-  ASSERT_TRUE(QFile(Data() + Texts("E1.dat")).open(QIODevice::WriteOnly));
+  QFile curve(Data() + Texts("E1.dat"));
+  ASSERT_TRUE(curve.open(QIODevice::WriteOnly));
+  curve.write("0,0\n500,90\n");
+  curve.close();
   ASSERT_TRUE(frame_.Run().settings.WriteSetting(Texts("Genel"), Texts("AnahtarDirectory"), Data()));
   Open();
   LoadWaterYear();

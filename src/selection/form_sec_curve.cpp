@@ -1,0 +1,95 @@
+// The rating curve of the loaded readings: choosing it, and what follows from it.
+#include <QFileInfo>
+#include <QMenu>
+#include <QToolButton>
+
+#include "ratings/curve_source.h"
+#include "review/review_grid_model.h"
+#include "selection/chooser_panel.h"
+#include "selection/form_sec.h"
+#include "selection/message_list.h"
+#include "selection/review_grid_view.h"
+#include "shell/main_frame.h"
+#include "shell/run_values.h"
+#include "tables/form5.h"
+
+namespace vesk {
+
+void FormSec::ConnectCurve() {
+  auto* menu = new QMenu(c_.curve);
+  useProposed_ = menu->addAction(QString(), this, [this] { UseCurve(proposedCurve_); });
+  useProposed_->setObjectName(QStringLiteral("EgriOneri"));
+  menu->addAction(Say(Wording{u"Eğri seç...", u"Choose a curve..."}), this, &FormSec::ChooseRatingCurve)
+      ->setObjectName(QStringLiteral("EgriSec"));
+  dropCurve_ = menu->addAction(Say(Wording{u"Eğrisiz (debi yok)", u"No curve (no discharges)"}), this,
+                               [this] { UseCurve({}); });
+  dropCurve_->setObjectName(QStringLiteral("EgriYok"));
+  c_.curve->setMenu(menu);
+  connect(c_.chooser, &ChooserPanel::RatingCurveCleared, this, [this] { UseCurve({}); });
+  model_->SetDischargeText([this](int row) {
+    const StationSeries& series = session_.Series();
+    const auto value = series.CurveDischargeOf(row);
+    return value ? run_.language.Say(series.Curve()->Explain(series.At(row).Time(), value->flag)) : QString();
+  });
+  ShowCurve();
+}
+
+void FormSec::ChooseRatingCurve() {
+  auto* form = new Form5(frame_);
+  connect(form, &Form5::CurveChosen, this, [this](const QString& path) {
+    UseCurve(path);
+    activateWindow();
+    c_.grid->setFocus();
+  });
+  frame_.ShowChild(form);
+}
+
+/// Whose curve is asked for: that of the choice, loaded or to be loaded.
+StationId FormSec::StationOfCurve() const {
+  if (ChoiceIsLoaded()) return loaded_->station;
+  if (const auto file = browser_.ChosenFile())
+    return browser_.Files()[static_cast<std::size_t>(*file)].Station();
+  return browser_.Station();
+}
+
+/// path: of the curve that makes the discharges from here on; empty: none. One that cannot be used is told
+/// and leaves no curve: figures of the one before would pass for its own.
+void FormSec::UseCurve(const QString& path) {
+  curve_.reset();
+  if (!path.isEmpty()) {
+    auto opened = OpenCurve(path, StationOfCurve().Number());
+    if (opened) curve_ = *std::move(opened);
+    if (!opened) {
+      questions_->Warn(this, run_.language.attentionTitle, run_.language.Say(opened.Failure()));
+      c_.chooser->ShowRatingCurve({});
+    }
+  }
+  // Of a choice that is not loaded yet: the readings on the screen are others.
+  session_.UseCurve(ChoiceIsLoaded() ? curve_ : nullptr);
+  c_.chooser->ShowRatingCurve(curve_ ? path : QString());
+  if (curve_ && curve_->Curve().station.isEmpty()) {
+    c_.messages->Add(
+        {Wording{u"%1: eğri hangi istasyonun olduğunu söylemiyor; istasyon denetlenemedi.",
+                 u"%1: the curve does not say which station it is of; that could not be checked."},
+         QFileInfo(path).fileName()});
+  }
+  ShowCurve();
+}
+
+void FormSec::ShowCurve() {
+  const QString used = curve_ ? QFileInfo(curve_->Path()).fileName() : QString();
+  const QString proposed = QFileInfo(proposedCurve_).fileName();
+  const bool offers = !proposed.isEmpty() && (!curve_ || curve_->Path() != proposedCurve_);
+  QString caption = Say(Wording{u"Eğri yok (F9)", u"No curve (F9)"});
+  if (curve_) caption = Say(Wording{u"Eğri: %1 (F9)", u"Curve: %1 (F9)"}, used);
+  if (!curve_ && offers) caption = Say(Wording{u"Eğri öneriliyor (F9)", u"Curve proposed (F9)"});
+  c_.curve->setText(caption);
+  c_.curve->setToolTip(curve_ ? curve_->Path()
+                              : Say(Wording{u"Debileri hesaplayan anahtar eğrisi",
+                                            u"The rating curve that makes the discharges"}));
+  useProposed_->setVisible(offers);
+  useProposed_->setText(Say(Wording{u"Son seçilen: %1", u"Chosen last: %1"}, proposed));
+  dropCurve_->setEnabled(curve_ != nullptr);
+}
+
+}  // namespace vesk

@@ -1,0 +1,124 @@
+// Discharges in the selection window: choosing a rating curve, what the grid shows of it, what takes it away.
+#include <QAction>
+#include <QTableView>
+#include <QToolButton>
+
+#include "ratings/curve_file.h"
+#include "selection/findings_panel.h"
+#include "windows/review_fixture.h"
+
+namespace vesk::test {
+namespace {
+
+QString Texts(const char* text) {
+  return QString::fromUtf8(text);
+}
+
+/// Q = 0.001 h^2 between 50 and 180 cm, 40 cm further at most.
+RatingCurve CurveOf(const char* station) {
+  RatingCurve curve;
+  curve.station = Texts(station);
+  CurvePeriod period;
+  period.segments = {{0, 0.001, 0, 2}};
+  period.lowestCm = 50;
+  period.highestCm = 180;
+  period.aboveCm = 40;
+  curve.periods = {period};
+  return curve;
+}
+
+class Curves : public ReviewWindowTest {
+ protected:
+  explicit Curves(LanguageChoice language = LanguageChoice::Turkish) : ReviewWindowTest(language) {
+    EXPECT_TRUE(WriteCurveFile(Data() + Texts("E12345.dat"), CurveOf("12345")));
+    EXPECT_TRUE(WriteCurveFile(Data() + Texts("Eother.dat"), CurveOf("20000")));
+    EXPECT_TRUE(frame_.Run().settings.WriteSetting(Texts("Genel"), Texts("AnahtarDirectory"), Data()));
+  }
+  void SetUp() override {
+    Open();
+    form_->resize(1340, 700);
+    LoadWaterYear();
+    Settle();
+  }
+  /// Through the button above the grid, then the window of curve files.
+  void Choose(int row) {
+    auto* choose = form_->findChild<QAction*>(Texts("EgriSec"));
+    ASSERT_NE(choose, nullptr);
+    choose->trigger();
+    QWidget* chooser = frame_.Child(Texts("Form5"));
+    ASSERT_NE(chooser, nullptr);
+    chooser->findChild<QListWidget*>(Texts("File1"))->setCurrentRow(row);
+    QTest::mouseClick(chooser->findChild<QPushButton*>(Texts("Command2")), Qt::LeftButton);
+    Settle();
+  }
+  QString Caption() { return Find<QToolButton>("AnahtarEgrisi").text(); }
+};
+
+class EnglishCurves : public Curves {
+ protected:
+  EnglishCurves() : Curves(LanguageChoice::English) {}
+};
+
+TEST_F(Curves, DischargesFollowEveryCorrectionAtOnce) {
+  EXPECT_EQ(Cell(1, GridColumn::Discharge), QString());
+  Choose(0);
+  EXPECT_TRUE(Caption().contains(Texts("E12345.dat"))) << Caption().toStdString();
+  EXPECT_EQ(Find<QLineEdit>("Text7").text(), Data() + Texts("E12345.dat"));
+  TypeLevel(1, Texts("100"));
+  EXPECT_EQ(Cell(1, GridColumn::Discharge), Texts("10.0"));
+  TypeLevel(1, Texts("200"));
+  EXPECT_EQ(Cell(1, GridColumn::Discharge), Texts("40.0*"));
+  const QModelIndex cell = Grid().model()->index(0, static_cast<int>(GridColumn::Discharge));
+  EXPECT_TRUE(cell.data(Qt::ToolTipRole).toString().contains(Texts("180 cm")));
+  TypeLevel(1, Texts("230"));
+  EXPECT_EQ(Cell(1, GridColumn::Discharge), Texts("*"));
+  Settle();
+  bool told = false;
+  for (const ListedFinding& listed : Find<FindingsPanel>("Bulgular").Findings())
+    told = told ||
+           (listed.finding.rule == FindingRule::Curve && listed.finding.severity == FindingSeverity::Doubt);
+  EXPECT_TRUE(told) << "a reading without a discharge is among the findings";
+  QTest::keyClick(&Grid(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(Cell(1, GridColumn::Discharge), Texts("40.0*"));
+}
+
+TEST_F(Curves, AnotherStationsCurveLeavesNone) {
+  Choose(0);
+  ASSERT_FALSE(Cell(1, GridColumn::Discharge).isEmpty());
+  Choose(1);
+  ASSERT_EQ(operator_.told.size(), 1);
+  EXPECT_TRUE(operator_.told.front().contains(Texts("20000")));
+  EXPECT_EQ(Cell(1, GridColumn::Discharge), QString()) << "the curve of before would pass for the chosen one";
+  EXPECT_EQ(Find<QLineEdit>("Text7").text(), QString());
+}
+
+TEST_F(Curves, AnotherChoiceTakesTheCurveAway) {
+  Choose(0);
+  QTest::keyClick(&Find<QLineEdit>("Text7"), Qt::Key_Delete);
+  EXPECT_EQ(Cell(1, GridColumn::Discharge), QString());
+  Choose(0);
+  Click("ListSuYili", 1);
+  EXPECT_EQ(Cell(1, GridColumn::Discharge), QString());
+  form_->findChild<QAction*>(Texts("EgriYok"))->trigger();
+  EXPECT_FALSE(Caption().contains(Texts("E12345.dat")));
+}
+
+TEST_F(Curves, SavedCorrectionsKeepTheLevelNotWhatACurveMadeOfIt) {
+  Choose(0);
+  TypeLevel(1, Texts("131"));
+  Push("Command4");
+  QFile log(Data() + Texts("001-12345-Degisiklikler2010.txt"));
+  ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+  const QByteArray line = log.readLine();
+  EXPECT_TRUE(line.trimmed().endsWith("\t131")) << line.toStdString();
+}
+
+TEST_F(EnglishCurves, AreChosenWithoutTheFrameThatEnglishLacks) {
+  EXPECT_FALSE(Find<QLineEdit>("Text7").isVisible());
+  Choose(0);
+  EXPECT_TRUE(Caption().startsWith(Texts("Curve: E12345.dat")));
+  EXPECT_FALSE(Cell(1, GridColumn::Discharge).isEmpty());
+}
+
+}  // namespace
+}  // namespace vesk::test
