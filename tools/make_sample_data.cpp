@@ -9,6 +9,7 @@
 
 #include "stations/station_register.h"
 #include "tools/sample_data.h"
+#include "tools/sample_ratings.h"
 
 namespace {
 
@@ -39,6 +40,9 @@ int main(int argc, char** argv) {
   parser.addOption({QStringLiteral("bulk"),
                     QStringLiteral("Writes COUNT one-year files instead of the sample."),
                     QStringLiteral("COUNT")});
+  parser.addOption({QStringLiteral("ratings"),
+                    QStringLiteral("Writes sample gaugings and a rating curve into this folder."),
+                    QStringLiteral("FOLDER")});
   parser.addPositionalArgument(QStringLiteral("FOLDER"), QStringLiteral("Made when missing."));
   parser.process(application);
   const QStringList folders = parser.positionalArguments();
@@ -54,6 +58,11 @@ int main(int argc, char** argv) {
   if (parser.isSet(QStringLiteral("register"))) {
     const auto entered = EnterStations(parser.value(QStringLiteral("register")));
     if (!entered) return Fail(entered.Failure().English());
+  }
+  if (const QString ratings = parser.value(QStringLiteral("ratings")); !ratings.isEmpty()) {
+    if (!QDir().mkpath(ratings)) return Fail(QStringLiteral("folder could not be made: ") + ratings);
+    const auto written = vesk::sample::WriteSampleRatings(ratings);
+    if (!written) return Fail(written.Failure().English());
   }
   for (const QString& name : *names) std::printf("%s\n", qUtf8Printable(QDir(folder).filePath(name)));
   return 0;

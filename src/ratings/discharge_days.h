@@ -21,7 +21,10 @@ struct DischargeDay {
   std::optional<double> meanM3s = {};  ///< over what has a discharge; nothing when nothing has
   double share = 0;                    ///< 0 to 1: part of the day that readings with a discharge cover
   bool extrapolated = false;
-  std::optional<DischargePeak> highest = {}, lowest = {};
+  /// A level of the day lies beyond what the curve may be extrapolated to: its highest, or lowest, discharge
+  /// is not known.
+  bool tooHigh = false, tooLow = false;
+  std::optional<DischargePeak> highest = {}, lowest = {};  ///< of the discharges there are
 
   /// Of less than the whole day.
   [[nodiscard]] bool Partial() const { return share < kWholeDay; }
