@@ -21,6 +21,10 @@ constexpr bool HasDischarge(DischargeFlag flag) {
   return flag <= DischargeFlag::ExtrapolatedAbove;
 }
 
+constexpr bool IsExtrapolated(DischargeFlag flag) {
+  return flag == DischargeFlag::ExtrapolatedBelow || flag == DischargeFlag::ExtrapolatedAbove;
+}
+
 struct DischargeValue {
   double m3s = 0;  ///< says nothing where there is none
   DischargeFlag flag = DischargeFlag::NoPeriod;

@@ -48,6 +48,17 @@ void AppendLevelAt(CsvLines& csv, const std::optional<LevelAt>& level) {
   if (level) AppendNumber(levelCm, level->levelCm);
 }
 
+/// What is to be known of a day's or a span's discharges: words of FlagText, "extrapolated" for both sides.
+template <class DayOrSpan>
+QByteArray FlagsOf(const DayOrSpan& made) {
+  const bool peaks = (made.highest && made.highest->flagged) || (made.lowest && made.lowest->flagged);
+  QByteArrayList flags;
+  if (made.extrapolated || peaks) flags += "extrapolated";
+  if (made.tooHigh) flags += "too_high";
+  if (made.tooLow) flags += "too_low";
+  return flags.join(' ');
+}
+
 /// Peak, lowest and mean of a day, and what is to be known of them.
 void AppendDischarge(const std::optional<DischargeDay>& day, CsvLines& csv) {
   const auto peak = [&csv](const std::optional<DischargePeak>& one) {
@@ -62,8 +73,7 @@ void AppendDischarge(const std::optional<DischargeDay>& day, CsvLines& csv) {
   if (shown.meanM3s) mean += DischargeFigure(*shown.meanM3s);
   QByteArray& share = csv.Plain();
   if (day) share += QByteArray::number(std::floor(shown.share * 1000) / 10);
-  const bool peaks = (shown.highest && shown.highest->flagged) || (shown.lowest && shown.lowest->flagged);
-  csv.Plain() += shown.extrapolated || peaks ? "extrapolated" : "";
+  csv.Plain() += FlagsOf(shown);
 }
 
 void AppendDays(const QString& stationNumber, const LevelTable& table, bool discharge, QByteArray& text) {
@@ -117,8 +127,7 @@ void AppendSpan(const StationYear& choice, const DischargeSpan& span, QByteArray
   AppendPeak(span.highest, csv);
   AppendPeak(span.lowest, csv);
   for (const auto& value : {span.volumeHm3, span.runoffMm, span.specificLsKm2}) figure(value);
-  const bool peaks = (span.highest && span.highest->flagged) || (span.lowest && span.lowest->flagged);
-  csv.Plain() += span.extrapolated || peaks ? "extrapolated" : "";
+  csv.Plain() += FlagsOf(span);
   csv.EndLine();
 }
 

@@ -42,6 +42,8 @@ DischargeSpan Summarise(DischargeSpan span, const std::map<Day, const DischargeD
   double sum = 0;
   for (auto at = days.lower_bound(span.first); at != days.end() && at->first <= span.last; ++at) {
     const DischargeDay& day = *at->second;
+    span.tooHigh = span.tooHigh || day.tooHigh;
+    span.tooLow = span.tooLow || day.tooLow;
     TakePeaks(day.highest, day.lowest, span);
     if (!day.meanM3s) continue;
     sum += *day.meanM3s;
@@ -62,22 +64,20 @@ DischargeSpan Summarise(DischargeSpan span, const std::map<Day, const DischargeD
 }  // namespace
 
 void DischargeDayMaker::Add(DateTime time, int minute, int previousMinute, const DischargeValue& value) {
+  Widen(time, value);
   if (!HasDischarge(value.flag)) return;
   const int minutes = minute - previousMinute;
   weighted_ += value.m3s * minutes;
   minutes_ += minutes;
   covered_ += std::min(minutes, mostMinutes_);
-  const bool flagged =
-      value.flag == DischargeFlag::ExtrapolatedBelow || value.flag == DischargeFlag::ExtrapolatedAbove;
-  made_.extrapolated = made_.extrapolated || (flagged && minutes > 0);
-  Widen(time, value);
+  made_.extrapolated = made_.extrapolated || (IsExtrapolated(value.flag) && minutes > 0);
 }
 
 void DischargeDayMaker::Widen(DateTime time, const DischargeValue& value) {
+  made_.tooHigh = made_.tooHigh || value.flag == DischargeFlag::TooHigh;
+  made_.tooLow = made_.tooLow || value.flag == DischargeFlag::TooLow;
   if (!HasDischarge(value.flag)) return;
-  const bool flagged =
-      value.flag == DischargeFlag::ExtrapolatedBelow || value.flag == DischargeFlag::ExtrapolatedAbove;
-  const DischargePeak peak{time, value.m3s, flagged};
+  const DischargePeak peak{time, value.m3s, IsExtrapolated(value.flag)};
   if (!made_.highest || value.m3s > made_.highest->m3s) made_.highest = peak;
   if (!made_.lowest || value.m3s < made_.lowest->m3s) made_.lowest = peak;
 }

@@ -65,6 +65,7 @@ struct DischargeSpan {
   int daysKept = 0;     ///< that have a mean
   int daysPartial = 0;  ///< of those, the ones of less than a whole day
   bool extrapolated = false;
+  bool tooHigh = false, tooLow = false;      ///< of any day, as above
   std::optional<double> meanM3s = {};        ///< of the daily means there are
   std::optional<double> volumeHm3 = {};      ///< 10^6 m3 that ran off on the days kept
   std::optional<double> runoffMm = {};       ///< the same over the catchment; nothing without its area

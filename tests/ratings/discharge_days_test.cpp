@@ -50,6 +50,9 @@ TEST(DischargeDays, TellHowMuchOfThemIsCovered) {
   EXPECT_NEAR(day.share, (360.0 + 90 + 120 + 119) / 1439, 1e-12);
   EXPECT_TRUE(day.Partial());
   EXPECT_TRUE(day.extrapolated);
+  EXPECT_TRUE(day.tooHigh) << "the highest discharge of the day is not known";
+  EXPECT_FALSE(day.tooLow);
+  EXPECT_TRUE(SummariseDischarge({day}, 2020).year.tooHigh);
 }
 
 TEST(DischargeDays, AreSummedToMonthsAndTheYear) {
