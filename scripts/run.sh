@@ -21,7 +21,7 @@ if [ ! -d "$sample" ]; then
   cp resources/Sablon.xls resources/Sablon_E.xls resources/IstSbl.mdb "$program/"
   cp resources/IstSbl.mdb "$register"
   touch "$program/ilk.sil" # first run: the program writes its default settings
-  "$bin/make_sample_data" --register "$register" "$data" >"$sample/files.txt"
+  "$bin/make_sample_data" --register "$register" --ratings "$data/Anahtar" "$data" >"$sample/files.txt"
   echo "Sample data: $data ($(wc -l <"$sample/files.txt") raw logger files)"
   echo "Program folder: $program"
 fi
@@ -41,9 +41,11 @@ batch() {
   "$bin/vesk4-batch" "$@"
 }
 choice=(--station 12002 --water-year 2024)
+curve=(--curve "$data/Anahtar/E12002.dat")
 batch tidy "$data"
-batch table "$data" "${choice[@]}" --hourly --register "$register" --templates "$program"
-batch daily "$data" "${choice[@]}" --out "$sample/daily-12002-2024.csv"
+batch rating fit "$data/Anahtar/gaugings-12002.csv" --segments 2 --out "$sample/E12002.dat"
+batch table "$data" "${choice[@]}" "${curve[@]}" --hourly --register "$register" --templates "$program"
+batch daily "$data" "${choice[@]}" "${curve[@]}" --out "$sample/daily-12002-2024.csv"
 batch graph "$data" "${choice[@]}" --register "$register" --out "$sample/graph-12002-2024.png"
 echo "Table, daily values and graph of station 12002, water year 2024:"
 ls -1 "$data"/Tablo-*.xls "$sample"/daily-*.csv "$sample"/graph-*.png

@@ -24,6 +24,7 @@ int RunHistoryVerb(const QStringList& arguments);
 int RunReadingsVerb(const QStringList& arguments);
 int RunCheckVerb(const QStringList& arguments);
 int RunDailyVerb(const QStringList& arguments);
+int RunRatingVerb(const QStringList& arguments);
 int RunTableVerb(const QStringList& arguments);
 int RunTidyVerb(const QStringList& arguments);
 

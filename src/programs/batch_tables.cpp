@@ -4,10 +4,12 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <optional>
 
 #include "platform/folders.h"
 #include "platform/libreoffice/office.h"
 #include "programs/batch.h"
+#include "programs/batch_curve.h"
 #include "programs/batch_support.h"
 #include "shell/language.h"
 #include "tables/build_level_table.h"
@@ -50,6 +52,7 @@ class UnattendedAnswers : public BuildQuestions {
 
 struct TableOptions {
   QString folder, outFolder, registerPath, templates, templateName;
+  std::optional<CurveChoice> curve = {};
   bool hourly = false;
   bool replace = false;
   LanguageChoice language = LanguageChoice::Turkish;
@@ -60,8 +63,11 @@ struct TableOptions {
 Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Spreadsheet& office) {
   const QString number = choice.station.Number();
   const QString name = StationNameFrom(options.registerPath, number);
-  const auto loaded = LoadStationYear(options.folder, choice, name);
+  auto loaded = LoadStationYear(options.folder, choice, name);
   if (!loaded) return loaded.Failure();
+  const auto used = CurveFor(*options.curve, choice.station);
+  if (!used) return used.Failure();
+  loaded->series.SetCurve(used->curve);
   const BuildInput input{
       .series = loaded->series,
       .stationNumber = number,
@@ -117,6 +123,7 @@ Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
     if (!out) return out.Failure();
     options.outFolder = *out;
   }
+  options.curve = CurveChoice(parser);
   options.registerPath = parser.value(QStringLiteral("register"));
   options.hourly = parser.isSet(QStringLiteral("hourly"));
   options.replace = parser.isSet(QStringLiteral("replace"));
@@ -138,6 +145,7 @@ Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
 void AddTableOptions(QCommandLineParser& parser) {
   AddStationOptions(parser, true);
   parser.addOption(ExtremesOption());
+  parser.addOption(CurveOption());
   parser.addOption({QStringLiteral("hourly"), QStringLiteral("Fills the hourly sheet, too.")});
   parser.addOption({QStringLiteral("language"), QStringLiteral("Language of the table (TURKCE)."),
                     QStringLiteral("TURKCE|ENGLISH"), QStringLiteral("TURKCE")});

@@ -46,11 +46,11 @@ struct DayRecord {
   int sheetRow = 0;  ///< row on the daily sheet
   std::optional<LevelAt> maximum;
   std::optional<LevelAt> minimum;
-  std::optional<double> meanCm;           ///< rounded to whole cm; only with a minimum record
-  int readings = 0;                       ///< ordinary readings of the day
-  double weightedSum = 0;                 ///< level x minutes
-  int lastMinute = 0;                     ///< minute of the day's last reading
-  std::optional<DischargeDay> discharge;  ///< of the same readings; only with a rating curve
+  std::optional<double> meanCm;                ///< rounded to whole cm; only with a minimum record
+  int readings = 0;                            ///< ordinary readings of the day
+  double weightedSum = 0;                      ///< level x minutes
+  int lastMinute = 0;                          ///< minute of the day's last reading
+  std::optional<DischargeDay> discharge = {};  ///< of the same readings; only with a rating curve
 };
 
 struct LevelTable {

@@ -1,6 +1,9 @@
 #include "tables/table_cells.h"
 
+#include <QStringList>
+
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -14,6 +17,7 @@ constexpr int kHourlyColumns = 9;
 constexpr int kRecordColumn = 6;
 constexpr int kMaximumColumn = 2;
 constexpr int kMinimumColumn = 6;
+constexpr int kDischargeColumn = 10;
 constexpr CellRange kNoteCells{1, 6, 1, 9};  // beside the title, on every printed page
 constexpr double kNoteHeightCm = 0.95;       // two lines of title, three of note; two months still fit a page
 constexpr double kNotePoints = 7;
@@ -131,6 +135,28 @@ Row MinimumCells(const DayRecord& day) {
   return cells;
 }
 
+/// Column 10: the mean discharge as its figure has it, a number; column 11: what is to be known of it.
+Row DischargeCells(const DischargeDay& day) {
+  constexpr double kPercent = 100;
+  QStringList marks;
+  if (day.extrapolated) marks += QString(QChar(kFlaggedSign));
+  if (day.Partial()) marks += QStringLiteral("%%1").arg(std::floor(day.share * kPercent));
+  return {ReadWholeNumber(DischargeDigits(*day.meanM3s)).value_or(*day.meanM3s),
+          marks.join(QLatin1Char(' '))};
+}
+
+/// Only a table with a rating curve has them.
+void AddDischarges(const LevelTable& table, SheetCells& sheet) {
+  std::map<int, Row> means;
+  for (const DayRecord& day : table.days) {
+    if (day.minimum && day.meanCm && day.discharge && day.discharge->meanM3s)
+      means[day.sheetRow] = DischargeCells(*day.discharge);
+  }
+  if (means.empty()) return;
+  sheet.blocks.push_back({2, kDischargeColumn, {Row{QStringLiteral("Q")}, Row{QStringLiteral("m3/s")}}});
+  AddRuns(kDischargeColumn, means, sheet);
+}
+
 SheetCells DailyCells(const LevelTable& table) {
   SheetCells sheet{.part = TablePart::Daily, .sheet = kDailySheet};
   sheet.blocks.push_back({1, 4, {Row{table.title}}});
@@ -144,6 +170,7 @@ SheetCells DailyCells(const LevelTable& table) {
   }
   AddRuns(kMaximumColumn, maxima, sheet);
   AddRuns(kMinimumColumn, minima, sheet);
+  AddDischarges(table, sheet);
   return sheet;
 }
 

@@ -29,13 +29,30 @@ Message Contradictions(const StationSeries& series) {
           days.join(QStringLiteral("; "))};
 }
 
+/// What the star behind a discharge means, where one stands.
+Message Discharges(const StationSeries& series) {
+  int flagged = 0;
+  int missing = 0;
+  for (int row = 1; series.Curve() && row <= series.ReadingCount(); ++row) {
+    const DischargeFlag flag = series.CurveDischargeOf(row)->flag;
+    flagged += HasDischarge(flag) && flag != DischargeFlag::None ? 1 : 0;
+    missing += HasDischarge(flag) ? 0 : 1;
+  }
+  if (flagged == 0 && missing == 0) return {};
+  return {
+      Wording{
+          u"* işaretli debiler ölçülen seviyelerin dışındadır (%1 kayıt); yalnız * olan %2 kayıtta debi yok",
+          u"Discharges with * lie outside the gauged levels (%1 records); %2 records with * alone have none"},
+      flagged, missing};
+}
+
 }  // namespace
 
 std::vector<QString> NotesOfTable(const Message& notWhole, const StationSeries& series, ExtremeMode mode,
                                   LanguageChoice language) {
   std::vector<QString> notes;
   const Message contradictions = mode == ExtremeMode::Recorded ? Contradictions(series) : Message();
-  for (const Message& note : {notWhole, contradictions}) {
+  for (const Message& note : {notWhole, contradictions, Discharges(series)}) {
     if (!note.IsEmpty()) notes.push_back(note.In(language));
   }
   return notes;
