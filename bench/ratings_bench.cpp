@@ -1,9 +1,12 @@
 // Discharges of a year's readings by a rating curve, beside walking the readings alone.
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <memory>
+#include <vector>
 
 #include "ratings/curve_source.h"
+#include "ratings/fit_curve.h"
 #include "review/station_series.h"
 #include "tools/sample_data.h"
 #include "tools/sample_ratings.h"
@@ -48,6 +51,24 @@ void WalkDischarges(benchmark::State& state) {
   }
 }
 BENCHMARK(WalkDischarges)->ArgName("shifts")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+/// 125 gaugings along the sample's curve, each some percent off it.
+void Fit(benchmark::State& state) {
+  const vesk::CurvePeriod period = vesk::sample::SampleCurve().periods[0];
+  std::vector<vesk::Gauging> gaugings(125);
+  for (std::size_t i = 0; i < gaugings.size(); ++i) {
+    const double level = 140 + 2.6 * static_cast<double>(i);
+    gaugings[i].levelCm = level;
+    gaugings[i].dischargeM3s =
+        vesk::CurveDischarge(period, level) * (1 + 0.04 * std::sin(12.9898 * static_cast<double>(i)));
+  }
+  for (auto _ : state) {
+    const auto fit = vesk::FitCurve(gaugings, static_cast<int>(state.range(0)));
+    if (!fit) state.SkipWithError("no fit");
+    benchmark::DoNotOptimize(fit);
+  }
+}
+BENCHMARK(Fit)->DenseRange(1, 3)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

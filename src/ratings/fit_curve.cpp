@@ -78,7 +78,7 @@ std::optional<Error> TooFew(std::size_t count, int segments) {
                                 u"%2 gaugings or more are expected for %1 segment(s); there are %3"};
   static constexpr Wording kSegments{u"1 ile 3 arasında parça beklenir", u"1 to 3 segments are expected"};
   if (segments < 1 || segments > kMostSegments) return Error{kFailed, {}, kSegments};
-  const auto needed = static_cast<std::size_t>(3 * segments + 1);
+  const std::size_t needed = 3 * static_cast<std::size_t>(segments) + 1;
   if (count >= needed) return std::nullopt;
   return Error{kFailed, {}, {kFew, segments, static_cast<int>(needed), static_cast<int>(count)}};
 }

@@ -21,6 +21,10 @@ constexpr int kMostColumns = kMostSegments + 1;
 using Square = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, 0, kMostColumns, kMostColumns>;
 using Column = Eigen::Matrix<double, Eigen::Dynamic, 1, 0, kMostColumns, 1>;
 
+std::size_t Place(int place) {
+  return static_cast<std::size_t>(place);
+}
+
 /// What belongs to ln a and to each b at a level.
 struct Basis {
   double values[kMostColumns] = {1, 0, 0, 0};
@@ -40,7 +44,7 @@ class LinearProblem {
     for (int k = 1; k < parameters_.segments; ++k) {
       const double at = parameters_.breakCm[static_cast<std::size_t>(k - 1)];
       for (int side = 0; side < 2; ++side) {
-        const double above = at - parameters_.cCm[static_cast<std::size_t>(k - 1 + side)];
+        const double above = at - parameters_.cCm[Place(k - 1 + side)];
         if (above <= 0) return false;
         lnAtBreak[k][side] = std::log(above);
       }

@@ -74,8 +74,8 @@ Result<GaugingColumns, Message> ByHeader(const QStringList& names) {
     if (field == kUnknownColumn && LeavesUnitOpen(name))
       return Expecting({u"“%1” sütununun birimi bilinmiyor", u"column \"%1\" does not tell its unit"}, name);
     if (field == kUnknownColumn) {
-      columns.unknown.push_back(Message(
-          Wording{u"“%1” sütunu bilinmiyor; alınmadı", u"column \"%1\" is not known; it is left out"}, name));
+      columns.unknown.emplace_back(
+          Wording{u"“%1” sütunu bilinmiyor; alınmadı", u"column \"%1\" is not known; it is left out"}, name);
       continue;
     }
     int& taken = field == kClockColumn ? columns.clock : columns.of[static_cast<std::size_t>(field)];

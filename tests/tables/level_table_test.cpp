@@ -140,6 +140,55 @@ TEST(LevelTable, RepeatedReadingsAddNothingAndARepeatedDayIsWrittenOver) {
   EXPECT_TRUE(Hourly(table).ends_with("text 1,6-9\ntext 1,3-5\n"));
 }
 
+/// Q is a tenth of the level, none above 150 cm.
+class Tenth : public DischargeSource {
+ public:
+  [[nodiscard]] DischargeValue At(DateTime /*time*/, double levelCm) const override {
+    if (levelCm > 150) return {0, DischargeFlag::TooHigh};
+    return {levelCm / 10, levelCm > 120 ? DischargeFlag::ExtrapolatedAbove : DischargeFlag::None};
+  }
+  [[nodiscard]] Message Explain(DateTime /*time*/, DischargeFlag /*flag*/) const override { return {}; }
+};
+
+TEST(LevelTable, ARatingCurveAddsDischargesAndChangesNothingElse) {
+  std::vector<Reading> readings(49);
+  for (std::size_t i = 0; i < readings.size(); ++i) {
+    const auto hour = static_cast<int>(i) + 1;  // the 24th ends its day
+    readings[i].day = WaterYearFirstDay(2011) + std::chrono::days(static_cast<int>(i) / 24);
+    readings[i].minuteOfDay = static_cast<std::int16_t>(hour % 24 == 0 ? 1439 : hour % 24 * 60);
+    readings[i].levelCm = i < 24 ? 100 : i < 36 ? 130 : 160;
+  }
+  Reading record = readings[23];
+  record.kind = ReadingKind::Maximum;
+  readings.insert(readings.begin() + 24, record);
+  record.kind = ReadingKind::Minimum;
+  readings.insert(readings.begin() + 25, record);
+  record = readings[49];
+  record.kind = ReadingKind::Maximum;
+  readings.insert(readings.begin() + 50, record);
+  record.kind = ReadingKind::Minimum;
+  readings.insert(readings.begin() + 51, record);
+  StationSeries series(readings);
+  const auto plain = CellsOf(ComputeLevelTable(series, 2011, ExtremeMode::Computed, {}, false));
+  series.SetCurve(std::make_shared<Tenth>());
+  const LevelTable table = ComputeLevelTable(series, 2011, ExtremeMode::Computed, {}, false);
+  ASSERT_GE(table.days.size(), 2U);
+  EXPECT_NEAR(*table.days[0].discharge->meanM3s, 10, 1e-12);
+  const DischargeDay& second = *table.days[1].discharge;
+  EXPECT_NEAR(*second.meanM3s, 13, 1e-12) << "of the discharges there are, not of the mean level";
+  EXPECT_TRUE(second.Partial());
+  EXPECT_TRUE(second.tooHigh);
+  const auto cells = CellsOf(table);
+  ASSERT_EQ(cells.size(), plain.size());
+  const std::size_t more = cells[0].blocks.size() - plain[0].blocks.size();
+  EXPECT_EQ(more, 2U) << "a heading and a run of days in columns 10 and 11";
+  const PlacedBlock& days = cells[0].blocks.back();
+  EXPECT_EQ(days.column, 10);
+  EXPECT_EQ(days.row, 5);
+  EXPECT_EQ(std::get<double>(days.cells[0][0]), 10);
+  EXPECT_TRUE(std::get<QString>(days.cells[1][1]).startsWith(QStringLiteral("* %")));
+}
+
 TEST(NotesOfTable, RecordsThatContradictCorrectionsMatterOnlyWhereTheyAreTaken) {
   StationSeries grid = GridOf("12/01/2011 06:00 100; 12:00 110; 12:00 110 Max; 06:00 100 Min");
   RowState corrected = grid.Raw().StateOf(2);

@@ -204,7 +204,8 @@ TEST_F(Choosing, TabFollowsTheOperatorsWay) {
   }
   EXPECT_EQ(way.join(QLatin1Char(' ')).toStdString(),
             "CmdVazgec CmdTamam SecimGoster AnahtarEgrisi HidrografGoster SifirdanBaslat VS1 KuralSecimi "
-            "BulguListesi BulguKabul YilOnay SinirlarDugmesi Hidrograf AralikIslem AralikIlk AralikTam AralikOnizle "
+            "BulguListesi BulguKabul YilOnay SinirlarDugmesi Hidrograf AralikIslem AralikIlk AralikTam "
+            "AralikOnizle "
             "AralikUygula DuzeltmeNedeni "
             "Command7 Command6 Text6 Command8 Command3");
 }
