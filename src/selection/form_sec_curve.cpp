@@ -58,10 +58,10 @@ void FormSec::UseCurve(const QString& path) {
   curve_.reset();
   if (!path.isEmpty()) {
     auto opened = OpenCurve(path, StationOfCurve().Number());
-    if (opened) curve_ = *std::move(opened);
-    if (!opened) {
+    if (opened) {
+      curve_ = *std::move(opened);
+    } else {
       questions_->Warn(this, run_.language.attentionTitle, run_.language.Say(opened.Failure()));
-      c_.chooser->ShowRatingCurve({});
     }
   }
   // Of a choice that is not loaded yet: the readings on the screen are others.
