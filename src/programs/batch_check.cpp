@@ -180,7 +180,7 @@ CheckedYear Check(const StationYear& choice, const CheckOptions& options) {
     return year;
   }
   const auto used = CurveFor(*options.curve, choice.station);
-  if (used) loaded->series.SetCurve(used->curve);
+  if (used) loaded->series.SetCurve(*used);
   if (!used) fail(used.Failure());
   std::optional<StationLimits> kept;
   if (!options.registerPath.isEmpty()) {

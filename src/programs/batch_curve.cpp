@@ -2,21 +2,11 @@
 
 #include <array>
 #include <charconv>
-#include <utility>
 
 namespace vesk {
 
 QCommandLineOption CurveOption() {
-  return {QStringLiteral("curve"),
-          QStringLiteral(
-              "Rating curve that makes the discharges. Without it, the one that the register has for the "
-              "station, or none."),
-          QStringLiteral("FILE")};
-}
-
-QCommandLineOption RegisterOption() {
-  return {QStringLiteral("register"),
-          QStringLiteral("Station register with the stations' rating curves and catchment areas."),
+  return {QStringLiteral("curve"), QStringLiteral("Rating curve that makes the discharges."),
           QStringLiteral("FILE")};
 }
 
@@ -28,18 +18,11 @@ QByteArray DischargeFigure(double m3s) {
   return {digits.data(), end.ptr - digits.data()};
 }
 
-CurveChoice::CurveChoice(const QCommandLineParser& parser)
-    : file(parser.value(QStringLiteral("curve"))), registerPath(parser.value(QStringLiteral("register"))) {}
+CurveChoice::CurveChoice(const QCommandLineParser& parser) : file(parser.value(QStringLiteral("curve"))) {}
 
-Result<CurveInUse> CurveFor(const CurveChoice& choice, const StationId& station) {
-  CurveInUse used;
-  QString file = choice.file;
-  if (!file.isEmpty()) {
-    auto curve = OpenCurve(file, station.Number());
-    if (!curve) return curve.Failure();
-    used.curve = *std::move(curve);
-  }
-  return used;
+Result<std::shared_ptr<const CurveSource>> CurveFor(const CurveChoice& choice, const StationId& station) {
+  if (!choice.Asked()) return std::shared_ptr<const CurveSource>();
+  return OpenCurve(choice.file, station.Number());
 }
 
 }  // namespace vesk

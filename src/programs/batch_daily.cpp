@@ -102,6 +102,7 @@ struct DailyRequest {
   QString folder;
   ExtremeMode mode = ExtremeMode::Recorded;
   CurveChoice curve;
+  std::optional<double> catchmentKm2 = {};
   enum class Per { Day, Month, Year } per = Per::Day;
 };
 
@@ -178,13 +179,13 @@ DailyYear MakeDailyYear(const DailyRequest& request, const StationYear& choice) 
   made.exit = ExitOf(*loaded);
   made.loaded = true;
   const auto used = CurveFor(request.curve, choice.station);
-  if (used) loaded->series.SetCurve(used->curve);
+  if (used) loaded->series.SetCurve(*used);
   if (!used) fail(used.Failure());
   const LevelTable table = ComputeLevelTable(loaded->series, choice.year.number, request.mode, {}, false);
   if (request.per == DailyRequest::Per::Day) {
     AppendDays(choice.station.Number(), table, request.curve.Asked(), made.text);
   } else {
-    AppendSpans(choice, table, used ? used->catchmentKm2 : std::nullopt, request.per, made.text);
+    AppendSpans(choice, table, request.catchmentKm2, request.per, made.text);
   }
   return made;
 }
@@ -207,14 +208,21 @@ DailyYear MakeDailyYears(const DailyRequest& request, const ChosenYears& chosen,
   return all;
 }
 
-/// What is wrong with --per; empty when it is right.
+/// What is wrong with --per and --catchment; empty when they are right.
 QString TakePer(const QCommandLineParser& parser, DailyRequest& request) {
   const QString per = parser.value(QStringLiteral("per"));
-  if (per == QLatin1String("day")) return {};
-  if (per != QLatin1String("month") && per != QLatin1String("year"))
+  if (per != QLatin1String("day") && per != QLatin1String("month") && per != QLatin1String("year"))
     return QStringLiteral("--per is day, month or year");
-  request.per = per == QLatin1String("month") ? DailyRequest::Per::Month : DailyRequest::Per::Year;
-  return request.curve.Asked() ? QString() : QStringLiteral("--per needs --curve or --register");
+  if (per == QLatin1String("month")) request.per = DailyRequest::Per::Month;
+  if (per == QLatin1String("year")) request.per = DailyRequest::Per::Year;
+  if (request.per != DailyRequest::Per::Day && !request.curve.Asked())
+    return QStringLiteral("--per month and year need --curve");
+  if (!parser.isSet(QStringLiteral("catchment"))) return {};
+  request.catchmentKm2 = ReadWholeNumber(parser.value(QStringLiteral("catchment")));
+  if (!request.catchmentKm2 || *request.catchmentKm2 <= 0)
+    return QStringLiteral("--catchment: expected km2 above 0");
+  return request.per == DailyRequest::Per::Day ? QStringLiteral("--catchment goes with --per month or year")
+                                               : QString();
 }
 
 }  // namespace
@@ -226,10 +234,12 @@ int RunDailyVerb(const QStringList& arguments) {
   AddStationOptions(parser, true);
   parser.addOption(ExtremesOption());
   parser.addOption(CurveOption());
-  parser.addOption(RegisterOption());
   parser.addOption({QStringLiteral("per"),
                     QStringLiteral("day (default); month or year: what the discharges of the days come to."),
                     QStringLiteral("day|month|year"), QStringLiteral("day")});
+  parser.addOption({QStringLiteral("catchment"),
+                    QStringLiteral("Catchment area, for runoff depth and specific discharge."),
+                    QStringLiteral("KM2")});
   parser.addOption(JobsOption());
   parser.addOption({QStringLiteral("out"), QStringLiteral("Writes to this file instead of standard output."),
                     QStringLiteral("FILE")});

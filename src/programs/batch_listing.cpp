@@ -205,7 +205,6 @@ int RunReadingsVerb(const QStringList& arguments) {
   parser.addOption({QStringLiteral("with-history"),
                     QStringLiteral("Adds the raw level and, of corrected readings, why, by whom and when.")});
   parser.addOption(CurveOption());
-  parser.addOption(RegisterOption());
   parser.addOption(OutOption());
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
   if (const QString wrong = WrongReadings(parser); !wrong.isEmpty()) {
@@ -218,7 +217,7 @@ int RunReadingsVerb(const QStringList& arguments) {
   const CurveChoice curve(parser);
   const auto used = CurveFor(curve, loaded->series.Station());
   if (!used) return Fail(used.Failure());
-  loaded->series.SetCurve(used->curve);
+  loaded->series.SetCurve(*used);
   Output output(parser.value(QStringLiteral("out")));
   const Authors authors = AuthorsOf(*loaded);
   const bool history = parser.isSet(QStringLiteral("with-history"));

@@ -67,7 +67,7 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
   if (!loaded) return loaded.Failure();
   const auto used = CurveFor(*options.curve, choice.station);
   if (!used) return used.Failure();
-  loaded->series.SetCurve(used->curve);
+  loaded->series.SetCurve(*used);
   const BuildInput input{
       .series = loaded->series,
       .stationNumber = number,

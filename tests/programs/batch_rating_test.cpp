@@ -115,6 +115,11 @@ TEST_F(BatchRating, ACurveAddsDischargesToReadingsDaysAndFindings) {
   const Outcome year = run("daily", with + QStringList{QStringLiteral("--per"), QStringLiteral("year")});
   EXPECT_TRUE(year.out.contains(QStringLiteral("01/10/2023,30/09/2024,366,2,0,65,121,")))
       << year.out.toStdString();
+  const Outcome runoff =
+      run("daily", with + QStringList{QStringLiteral("--per"), QStringLiteral("year"),
+                                      QStringLiteral("--catchment"), QStringLiteral("100")});
+  // 65 m3/s over two days are 11.232 million m3, 112.32 mm over 100 km2; 65 m3/s are 650 l/s from each km2.
+  EXPECT_TRUE(runoff.out.contains(QStringLiteral(",11.232,112.32,650,"))) << runoff.out.toStdString();
   EXPECT_EQ(run("daily", {QStringLiteral("--per"), QStringLiteral("year")}).exit, 2);
   const Outcome readings = run("readings", with);
   EXPECT_TRUE(readings.out.contains(QStringLiteral("01/10/2023,01:00,50,9.00,01-ort,,50,9,\n")));
