@@ -6,10 +6,9 @@
 #include <array>
 #include <cmath>
 
-#include "datafiles/dates.h"
-#include "datafiles/numbers.h"
 #include "platform/whole_file.h"
 #include "ratings/curve_file.h"
+#include "ratings/gaugings_csv.h"
 #include "tools/sample_data.h"
 
 namespace vesk::sample {
@@ -78,16 +77,10 @@ Result<QStringList> WriteSampleRatings(const QString& folder) {
   const QDir directory(folder);
   if (const Status written = WriteCurveFile(directory.filePath(names[0]), SampleCurve()); !written)
     return written.Failure();
-  QByteArray text = "time,level_cm,discharge_m3s,uncertainty_percent,method,party\n";
-  for (const Gauging& gauging : SampleGaugings()) {
-    text += (DateTimeText(*gauging.time) +
-             QStringLiteral(",%1,%2,%3,%4,%5\n")
-                 .arg(NumberText(*gauging.levelCm), NumberText(gauging.dischargeM3s),
-                      NumberText(*gauging.uncertaintyPercent), gauging.method, gauging.party))
-                .toUtf8();
-  }
   const Wording failed{u"Örnek ölçümler yazılamadı", u"The sample gaugings could not be written"};
-  if (const Status written = WriteWholeFile(directory.filePath(names[1]), text, failed); !written)
+  if (const Status written =
+          WriteWholeFile(directory.filePath(names[1]), GaugingsCsv(SampleGaugings()), failed);
+      !written)
     return written.Failure();
   return names;
 }

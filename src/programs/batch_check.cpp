@@ -31,7 +31,7 @@ struct CheckOptions {
   bool flatGiven = false;
   bool each = false;
   bool json = false;
-  std::optional<CurveChoice> curve = {};
+  QString curve;
 };
 
 /// A station's water year, checked.
@@ -118,7 +118,7 @@ QString TakeFormat(const QCommandLineParser& parser, CheckOptions& options) {
 /// What is wrong with the options; empty when they are right.
 QString TakeOptions(const QCommandLineParser& parser, CheckOptions& options) {
   options.registerPath = parser.value(QStringLiteral("register"));
-  options.curve = CurveChoice(parser);
+  options.curve = parser.value(QStringLiteral("curve"));
   options.each = parser.isSet(QStringLiteral("each"));
   for (const QString& wrong : {WrongChoice(parser), TakeRules(parser, options), TakeFormat(parser, options),
                                TakeLimits(parser, options)}) {
@@ -179,7 +179,7 @@ CheckedYear Check(const StationYear& choice, const CheckOptions& options) {
     fail(loaded.Failure());
     return year;
   }
-  const auto used = CurveFor(*options.curve, choice.station);
+  const auto used = CurveFor(options.curve, choice.station);
   if (used) loaded->series.SetCurve(*used);
   if (!used) fail(used.Failure());
   std::optional<StationLimits> kept;

@@ -10,19 +10,16 @@ QCommandLineOption CurveOption() {
           QStringLiteral("FILE")};
 }
 
-QByteArray DischargeFigure(double m3s) {
-  constexpr int kDigits = 6;
-  std::array<char, 32> digits{};
+QByteArray FigureText(double value, int digits) {
+  std::array<char, 48> text{};
   const auto end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), m3s, std::chars_format::general, kDigits);
-  return {digits.data(), end.ptr - digits.data()};
+      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general, digits);
+  return {text.data(), end.ptr - text.data()};
 }
 
-CurveChoice::CurveChoice(const QCommandLineParser& parser) : file(parser.value(QStringLiteral("curve"))) {}
-
-Result<std::shared_ptr<const CurveSource>> CurveFor(const CurveChoice& choice, const StationId& station) {
-  if (!choice.Asked()) return std::shared_ptr<const CurveSource>();
-  return OpenCurve(choice.file, station.Number());
+Result<std::shared_ptr<const CurveSource>> CurveFor(const QString& file, const StationId& station) {
+  if (file.isEmpty()) return std::shared_ptr<const CurveSource>();
+  return OpenCurve(file, station.Number());
 }
 
 }  // namespace vesk

@@ -1,7 +1,8 @@
 // Rating curves on the command line: which one makes a station's discharges.
 #pragma once
 
-#include <QCommandLineParser>
+#include <QByteArray>
+#include <QCommandLineOption>
 #include <QString>
 
 #include <memory>
@@ -12,23 +13,14 @@
 
 namespace vesk {
 
-/// Option --curve.
+/// Option --curve: a file, or nothing.
 QCommandLineOption CurveOption();
 
-/// A discharge as CSV files have it: six significant digits.
-QByteArray DischargeFigure(double m3s);
+/// A figure as CSV files have it: six significant digits, as for discharges, unless more are asked for.
+QByteArray FigureText(double value, int digits = 6);
 
-/// What the options say of rating curves.
-struct CurveChoice {
-  QString file;  ///< --curve; empty: none
-
-  explicit CurveChoice(const QCommandLineParser& parser);
-  /// Whether any station can have a curve.
-  [[nodiscard]] bool Asked() const { return !file.isEmpty(); }
-};
-
-/// The curve that makes a station's discharges; null when none is asked for. Fails when it cannot be read and
-/// when it is another station's.
-Result<std::shared_ptr<const CurveSource>> CurveFor(const CurveChoice& choice, const StationId& station);
+/// The curve that makes a station's discharges; null without a file. Fails when it cannot be read and when it
+/// is another station's.
+Result<std::shared_ptr<const CurveSource>> CurveFor(const QString& file, const StationId& station);
 
 }  // namespace vesk

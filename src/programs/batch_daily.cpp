@@ -63,14 +63,14 @@ QByteArray FlagsOf(const DayOrSpan& made) {
 void AppendDischarge(const std::optional<DischargeDay>& day, CsvLines& csv) {
   const auto peak = [&csv](const std::optional<DischargePeak>& one) {
     QByteArray& cell = csv.Plain();
-    if (one) cell += DischargeFigure(one->m3s);
+    if (one) cell += FigureText(one->m3s);
   };
   const DischargeDay none;
   const DischargeDay& shown = day ? *day : none;
   peak(shown.highest);
   peak(shown.lowest);
   QByteArray& mean = csv.Plain();
-  if (shown.meanM3s) mean += DischargeFigure(*shown.meanM3s);
+  if (shown.meanM3s) mean += FigureText(*shown.meanM3s);
   QByteArray& share = csv.Plain();
   if (day) share += QByteArray::number(std::floor(shown.share * 1000) / 10);
   csv.Plain() += FlagsOf(shown);
@@ -101,14 +101,14 @@ void AppendDays(const QString& stationNumber, const LevelTable& table, bool disc
 struct DailyRequest {
   QString folder;
   ExtremeMode mode = ExtremeMode::Recorded;
-  CurveChoice curve;
+  QString curve;  ///< path of a rating curve; empty: none
   std::optional<double> catchmentKm2 = {};
   enum class Per { Day, Month, Year } per = Per::Day;
 };
 
 void AppendPeak(const std::optional<DischargePeak>& peak, CsvLines& csv) {
   QByteArray& m3s = csv.Plain();
-  if (peak) m3s += DischargeFigure(peak->m3s);
+  if (peak) m3s += FigureText(peak->m3s);
   csv.Cell(peak ? DateTimeText(peak->time) : QString());
 }
 
@@ -122,7 +122,7 @@ void AppendSpan(const StationYear& choice, const DischargeSpan& span, QByteArray
     csv.Plain() += QByteArray::number(count);
   const auto figure = [&csv](const std::optional<double>& value) {
     QByteArray& cell = csv.Plain();
-    if (value) cell += DischargeFigure(*value);
+    if (value) cell += FigureText(*value);
   };
   figure(span.meanM3s);
   AppendPeak(span.highest, csv);
@@ -146,14 +146,13 @@ void AppendSpans(const StationYear& choice, const LevelTable& table,
 
 QByteArray HeadingOf(const DailyRequest& request) {
   if (request.per != DailyRequest::Per::Day) {
-    return "station,water_year,from,to,days,days_kept,days_partial,mean_m3s,max_m3s,max_time,min_m3s,min_"
-           "time,"
-           "volume_hm3,runoff_mm,specific_lskm2,discharge_flag\n";
+    return "station,water_year,from,to,days,days_kept,days_partial,mean_m3s,max_m3s,max_time,min_m3s,"
+           "min_time,volume_hm3,runoff_mm,specific_lskm2,discharge_flag\n";
   }
   const QByteArray levels =
       "station,water_year,date,max_time,max_cm,min_time,min_cm,mean_cm,readings,weighted_sum,last_minute";
   return levels +
-         (request.curve.Asked() ? ",max_m3s,min_m3s,mean_m3s,covered_percent,discharge_flag\n" : "\n");
+         (!request.curve.isEmpty() ? ",max_m3s,min_m3s,mean_m3s,covered_percent,discharge_flag\n" : "\n");
 }
 
 /// What one station's water year comes to.
@@ -183,7 +182,7 @@ DailyYear MakeDailyYear(const DailyRequest& request, const StationYear& choice) 
   if (!used) fail(used.Failure());
   const LevelTable table = ComputeLevelTable(loaded->series, choice.year.number, request.mode, {}, false);
   if (request.per == DailyRequest::Per::Day) {
-    AppendDays(choice.station.Number(), table, request.curve.Asked(), made.text);
+    AppendDays(choice.station.Number(), table, !request.curve.isEmpty(), made.text);
   } else {
     AppendSpans(choice, table, request.catchmentKm2, request.per, made.text);
   }
@@ -215,7 +214,7 @@ QString TakePer(const QCommandLineParser& parser, DailyRequest& request) {
     return QStringLiteral("--per is day, month or year");
   if (per == QLatin1String("month")) request.per = DailyRequest::Per::Month;
   if (per == QLatin1String("year")) request.per = DailyRequest::Per::Year;
-  if (request.per != DailyRequest::Per::Day && !request.curve.Asked())
+  if (request.per != DailyRequest::Per::Day && request.curve.isEmpty())
     return QStringLiteral("--per month and year need --curve");
   if (!parser.isSet(QStringLiteral("catchment"))) return {};
   request.catchmentKm2 = ReadWholeNumber(parser.value(QStringLiteral("catchment")));
@@ -246,7 +245,8 @@ int RunDailyVerb(const QStringList& arguments) {
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
   if (const QString wrong = WrongChoiceOrExtremes(parser); !wrong.isEmpty())
     return WrongUse(QStringLiteral("daily: ") + wrong);
-  DailyRequest request{.folder = {}, .curve = CurveChoice(parser)};
+  DailyRequest request;
+  request.curve = parser.value(QStringLiteral("curve"));
   if (const QString wrong = TakePer(parser, request); !wrong.isEmpty())
     return WrongUse(QStringLiteral("daily: ") + wrong);
   const auto jobs = ReadJobs(parser);

@@ -75,7 +75,7 @@ void AppendHistory(const StationSeries& series, int row, const Authors& authors,
 void AppendDischarge(const StationSeries& series, int row, CsvLines& csv) {
   const auto value = series.CurveDischargeOf(row);
   QByteArray& m3s = csv.Plain();
-  if (value && HasDischarge(value->flag)) m3s += DischargeFigure(value->m3s);
+  if (value && HasDischarge(value->flag)) m3s += FigureText(value->m3s);
   csv.Cell(value ? FlagText(value->flag) : QString());
 }
 
@@ -214,14 +214,14 @@ int RunReadingsVerb(const QStringList& arguments) {
   if (!folder) return Fail(folder.Failure());
   auto loaded = LoadChosen(parser, *folder);
   if (!loaded) return Fail(loaded.Failure());
-  const CurveChoice curve(parser);
+  const QString curve = parser.value(QStringLiteral("curve"));
   const auto used = CurveFor(curve, loaded->series.Station());
   if (!used) return Fail(used.Failure());
   loaded->series.SetCurve(*used);
   Output output(parser.value(QStringLiteral("out")));
   const Authors authors = AuthorsOf(*loaded);
   const bool history = parser.isSet(QStringLiteral("with-history"));
-  AppendReadings(loaded->series, {history ? &authors : nullptr, curve.Asked()}, output.Text());
+  AppendReadings(loaded->series, {history ? &authors : nullptr, !curve.isEmpty()}, output.Text());
   return std::max(Finish(output), ExitOf(*loaded));
 }
 

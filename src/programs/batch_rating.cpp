@@ -2,8 +2,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <utility>
 
@@ -15,23 +13,19 @@
 #include "programs/batch_curve.h"
 #include "programs/batch_support.h"
 #include "ratings/curve_file.h"
+#include "ratings/curve_folder.h"
 #include "ratings/fit_curve.h"
 #include "ratings/gaugings_csv.h"
 
 namespace vesk {
 namespace {
 
-/// Ten digits: enough to compare fits, and the same on every machine.
-QByteArray Figure(double value) {
-  constexpr int kDigits = 10;
-  std::array<char, 48> digits{};
-  const auto end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::general, kDigits);
-  return {digits.data(), end.ptr - digits.data()};
-}
+/// Enough to compare fits, and the same on every machine.
+constexpr int kFitDigits = 10;
 
 void AppendQuantity(QByteArray& text, const QString& name, double value) {
-  text += name.toLatin1() + ',' + (std::isfinite(value) ? Figure(value) : QByteArray()) + '\n';
+  text +=
+      name.toLatin1() + ',' + (std::isfinite(value) ? FigureText(value, kFitDigits) : QByteArray()) + '\n';
 }
 
 QByteArray QuantitiesOf(const CurveFit& fit) {
@@ -59,9 +53,9 @@ QByteArray ResidualsOf(const CurveFit& fit, const std::vector<Gauging>& gaugings
     CsvLines csv(text);
     csv.Cell(gauging.time ? DateTimeText(*gauging.time) : QString());
     csv.Plain() += NumberText(*gauging.levelCm).toLatin1();
-    csv.Plain() += Figure(gauging.dischargeM3s);
-    csv.Plain() += Figure(gauging.dischargeM3s * std::exp(-residual.lnResidual));
-    csv.Plain() += Figure(residual.percent);
+    csv.Plain() += FigureText(gauging.dischargeM3s, kFitDigits);
+    csv.Plain() += FigureText(gauging.dischargeM3s * std::exp(-residual.lnResidual), kFitDigits);
+    csv.Plain() += FigureText(residual.percent, kFitDigits);
     csv.EndLine();
   }
   return text;
@@ -178,11 +172,11 @@ QByteArray TableOf(const CurvePeriod& period, const std::vector<double>& levels)
     const auto ends = HasDischarge(value.flag) ? band.At(level) : std::nullopt;
     csv.Plain() += NumberText(level).toLatin1();
     QByteArray& m3s = csv.Plain();
-    if (HasDischarge(value.flag)) m3s += DischargeFigure(value.m3s);
+    if (HasDischarge(value.flag)) m3s += FigureText(value.m3s);
     QByteArray& lower = csv.Plain();
-    if (ends) lower += DischargeFigure(ends->lowerM3s);
+    if (ends) lower += FigureText(ends->lowerM3s);
     QByteArray& upper = csv.Plain();
-    if (ends) upper += DischargeFigure(ends->upperM3s);
+    if (ends) upper += FigureText(ends->upperM3s);
     csv.Cell(FlagText(value.flag));
     csv.EndLine();
   }

@@ -52,7 +52,7 @@ class UnattendedAnswers : public BuildQuestions {
 
 struct TableOptions {
   QString folder, outFolder, registerPath, templates, templateName;
-  std::optional<CurveChoice> curve = {};
+  QString curve;
   bool hourly = false;
   bool replace = false;
   LanguageChoice language = LanguageChoice::Turkish;
@@ -65,7 +65,7 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
   const QString name = StationNameFrom(options.registerPath, number);
   auto loaded = LoadStationYear(options.folder, choice, name);
   if (!loaded) return loaded.Failure();
-  const auto used = CurveFor(*options.curve, choice.station);
+  const auto used = CurveFor(options.curve, choice.station);
   if (!used) return used.Failure();
   loaded->series.SetCurve(*used);
   const BuildInput input{
@@ -123,7 +123,7 @@ Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
     if (!out) return out.Failure();
     options.outFolder = *out;
   }
-  options.curve = CurveChoice(parser);
+  options.curve = parser.value(QStringLiteral("curve"));
   options.registerPath = parser.value(QStringLiteral("register"));
   options.hourly = parser.isSet(QStringLiteral("hourly"));
   options.replace = parser.isSet(QStringLiteral("replace"));

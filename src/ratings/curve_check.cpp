@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "datafiles/dates.h"
+#include "datafiles/gauging_fields.h"
 #include "datafiles/numbers.h"
 
 namespace vesk {
@@ -126,16 +127,8 @@ class PeriodCheck {
   }
 
   void CheckGauging(std::size_t i) {
-    static constexpr Wording kGauging{
-        u"seviye (cm) ve sıfırdan büyük bir debi (m3/s) beklenir; belirsizlik varsa sıfırdan büyük olmalıdır",
-        u"a level (cm) and a discharge above 0 (m3/s) are expected, and an uncertainty above 0 if there is "
-        u"one"};
-    const Gauging& gauging = period_.gaugings[i];
-    const bool level = !gauging.levelCm || IsLevel(*gauging.levelCm);
-    const bool discharge = std::isfinite(gauging.dischargeM3s) && gauging.dischargeM3s > 0;
-    const bool uncertainty = !gauging.uncertaintyPercent ||
-                             (std::isfinite(*gauging.uncertaintyPercent) && *gauging.uncertaintyPercent > 0);
-    if (!level || !discharge || !uncertainty) Add(CurvePart::Gauging, i, kGauging);
+    if (Message fault = GaugingFault(period_.gaugings[i]); !fault.IsEmpty())
+      Add(CurvePart::Gauging, i, std::move(fault));
   }
 
   const CurvePeriod& period_;

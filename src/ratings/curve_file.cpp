@@ -169,9 +169,4 @@ Status WriteCurveFile(const QString& path, const RatingCurve& curve) {
   return WriteWholeFile(path, text, kFailed);
 }
 
-bool IsCurveFileName(const QString& fileName) {
-  return fileName.startsWith(QLatin1Char('E'), Qt::CaseInsensitive) &&
-         fileName.endsWith(QStringLiteral(".dat"), Qt::CaseInsensitive);
-}
-
 }  // namespace vesk

@@ -45,9 +45,6 @@ QByteArray CurveFileText(const RatingCurve& curve);
 /// Writes it whole or not at all. Fails, writing nothing, for a curve with faults.
 Status WriteCurveFile(const QString& path, const RatingCurve& curve);
 
-/// True for names that rating-curve files have: "E*.dat", whatever the case.
-bool IsCurveFileName(const QString& fileName);
-
 inline constexpr const char* kCurveHeading = "Vesk4 rating curve, format 1";
 
 }  // namespace vesk

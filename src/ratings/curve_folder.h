@@ -11,4 +11,7 @@ namespace vesk {
 /// A folder that is missing or cannot be read holds none.
 std::vector<QString> ListRatingCurves(const QString& folder);
 
+/// True for such a name.
+bool IsCurveFileName(const QString& fileName);
+
 }  // namespace vesk

@@ -5,6 +5,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/separated_text.h"
 #include "ratings/curve_check.h"
 #include "ratings/curve_numbers.h"
 
@@ -24,7 +25,9 @@ bool IsRemark(const QString& line) {
 /// comma.
 QStringList TwoCells(const QString& line) {
   for (const QChar sign : {QLatin1Char('\t'), QLatin1Char(';'), QLatin1Char(',')}) {
-    if (line.contains(sign)) return line.split(sign);
+    if (!line.contains(sign)) continue;
+    const std::vector<CellLine> lines = TakeCellsApart(line, sign);
+    return lines.size() == 1 && lines.front().quotesOk ? lines.front().cells : QStringList();
   }
   return {};
 }

@@ -18,10 +18,8 @@ namespace {
 
 QString LineText(const StationSeries& series, int row) {
   const QLatin1Char tab('\t');
-  const Discharge discharge = series.DischargeOf(row);
   return CellText(series, row, GridColumn::Date) + tab + CellText(series, row, GridColumn::Time) + tab +
-         CellText(series, row, GridColumn::Level) + tab +
-         (discharge.origin == DischargeOrigin::ChangeLog ? discharge.text.simplified() : QString());
+         CellText(series, row, GridColumn::Level) + tab + series.LoggedDischargeOf(row).text.simplified();
 }
 
 bool ChangedSinceSave(const RowState& state) {

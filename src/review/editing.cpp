@@ -68,6 +68,7 @@ void EditSession::Clear() {
 }
 
 void EditSession::UseCurve(std::shared_ptr<const DischargeSource> curve) {
+  if (curve == series_.Curve()) return;
   series_.SetCurve(std::move(curve));
   Q_EMIT AllRowsChanged();
 }

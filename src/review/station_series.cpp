@@ -69,6 +69,10 @@ std::optional<DischargeValue> StationSeries::CurveDischargeOf(int row) const {
 
 Discharge StationSeries::DischargeOf(int row) const {
   if (const auto value = CurveDischargeOf(row)) return {DischargeText(*value), DischargeOrigin::Curve};
+  return LoggedDischargeOf(row);
+}
+
+Discharge StationSeries::LoggedDischargeOf(int row) const {
   if (!target_) return raw_.DischargeOf(row);
   const RetimedRow& shown = Retimed(row);
   if (shown.rawRow > 0) return raw_.DischargeOf(shown.rawRow);

@@ -59,6 +59,8 @@ class StationSeries {
   [[nodiscard]] RowMark Mark(int row) const;
   /// From the rating curve when there is one, else as the change log has it.
   [[nodiscard]] Discharge DischargeOf(int row) const;
+  /// As the change log has it, whatever a rating curve makes of the level.
+  [[nodiscard]] Discharge LoggedDischargeOf(int row) const;
   /// From the rating curve with all its digits; nothing without a curve.
   [[nodiscard]] std::optional<DischargeValue> CurveDischargeOf(int row) const;
   /// Discharges follow the levels from now on; null: no rating curve.

@@ -172,8 +172,6 @@ class FormSec : public QWidget {
   std::optional<Loaded> loaded_;
   std::optional<LoadRequest> request_;        ///< of what is loaded
   std::shared_ptr<const CurveSource> curve_;  ///< of the discharges; null: none
-  QString proposedCurve_;  ///< path of the curve that was chosen last for these readings; empty: none
-  QAction* useProposed_ = nullptr;
   QAction* dropCurve_ = nullptr;
   bool busy_ = false;  ///< a table or a graph is being made: choices wait
   bool opened_ = false;

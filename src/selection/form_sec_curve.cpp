@@ -17,8 +17,6 @@ namespace vesk {
 
 void FormSec::ConnectCurve() {
   auto* menu = new QMenu(c_.curve);
-  useProposed_ = menu->addAction(QString(), this, [this] { UseCurve(proposedCurve_); });
-  useProposed_->setObjectName(QStringLiteral("EgriOneri"));
   menu->addAction(Say(Wording{u"Eğri seç...", u"Choose a curve..."}), this, &FormSec::ChooseRatingCurve)
       ->setObjectName(QStringLiteral("EgriSec"));
   dropCurve_ = menu->addAction(Say(Wording{u"Eğrisiz (debi yok)", u"No curve (no discharges)"}), this,
@@ -77,18 +75,12 @@ void FormSec::UseCurve(const QString& path) {
 }
 
 void FormSec::ShowCurve() {
-  const QString used = curve_ ? QFileInfo(curve_->Path()).fileName() : QString();
-  const QString proposed = QFileInfo(proposedCurve_).fileName();
-  const bool offers = !proposed.isEmpty() && (!curve_ || curve_->Path() != proposedCurve_);
-  QString caption = Say(Wording{u"Eğri yok (F9)", u"No curve (F9)"});
-  if (curve_) caption = Say(Wording{u"Eğri: %1 (F9)", u"Curve: %1 (F9)"}, used);
-  if (!curve_ && offers) caption = Say(Wording{u"Eğri öneriliyor (F9)", u"Curve proposed (F9)"});
-  c_.curve->setText(caption);
+  c_.curve->setText(
+      curve_ ? Say(Wording{u"Eğri: %1 (F9)", u"Curve: %1 (F9)"}, QFileInfo(curve_->Path()).fileName())
+             : Say(Wording{u"Eğri yok (F9)", u"No curve (F9)"}));
   c_.curve->setToolTip(curve_ ? curve_->Path()
                               : Say(Wording{u"Debileri hesaplayan anahtar eğrisi",
                                             u"The rating curve that makes the discharges"}));
-  useProposed_->setVisible(offers);
-  useProposed_->setText(Say(Wording{u"Son seçilen: %1", u"Chosen last: %1"}, proposed));
   dropCurve_->setEnabled(curve_ != nullptr);
 }
 

@@ -195,8 +195,9 @@ TEST(CurveFile, IsWrittenWholeOrNotAtAll) {
 }
 
 TEST(CurveFile, ReadsTablesOfTwoColumns) {
-  for (const QByteArray text : {"level_cm,discharge_m3s\n10,0\n20,1.5\n", "10\t0\r\n20\t1,5\r\n",
-                                "# curve\nSeviye;Debi\n10,0;0\n20,0;1,5\n"}) {
+  for (const QByteArray text :
+       {"level_cm,discharge_m3s\n10,0\n20,1.5\n", "10\t0\r\n20\t1,5\r\n",
+        "# curve\nSeviye;Debi\n10,0;0\n20,0;1,5\n", "\"h\",\"Q\"\n\"10\",\"0\"\n\"20\",\"1.5\"\n"}) {
     const CurveText read = ReadCurveText(text);
     ASSERT_TRUE(read.faults.empty()) << text.toStdString() << read.faults[0].what.English().toStdString();
     EXPECT_EQ(read.curve.periods.at(0).points, (std::vector<CurvePoint>{{10, 0}, {20, 1.5}}));

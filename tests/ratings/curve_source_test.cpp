@@ -49,6 +49,7 @@ TEST(CurveSource, FollowsEveryCorrectionAtOnce) {
   series.SetState({.rawRow = 1}, state);
   EXPECT_EQ(series.DischargeOf(1).text, QStringLiteral("36.0")) << "not what a line of the log once said";
   EXPECT_NEAR(series.CurveDischargeOf(1)->m3s, 36, 1e-12);
+  EXPECT_EQ(series.LoggedDischargeOf(1).text, QStringLiteral("99")) << "the next save writes it back";
   series.SetCurve(nullptr);
   EXPECT_EQ(series.DischargeOf(1).text, QStringLiteral("99"));
   EXPECT_EQ(series.DischargeOf(2).text, QString());

@@ -103,14 +103,24 @@ TEST_F(Curves, AnotherChoiceTakesTheCurveAway) {
   EXPECT_FALSE(Caption().contains(Texts("E12345.dat")));
 }
 
-TEST_F(Curves, SavedCorrectionsKeepTheLevelNotWhatACurveMadeOfIt) {
+TEST_F(Curves, SavingWritesWhatTheLogHadNotWhatACurveMade) {
+  const QString path = Data() + Texts("001-12345-Degisiklikler2010.txt");
+  const QString row = Cell(2, GridColumn::Date) + Texts("\t") + Cell(2, GridColumn::Time) + Texts("\t");
+  {
+    QFile log(path);
+    ASSERT_TRUE(log.open(QIODevice::WriteOnly));
+    log.write(row.toLatin1() + "77\t4.5\r\n");
+  }
+  LoadWaterYear();
+  ASSERT_EQ(Cell(2, GridColumn::Discharge), Texts("4.5"));
   Choose(0);
+  EXPECT_EQ(Cell(2, GridColumn::Discharge), Texts("5.93"));
   TypeLevel(1, Texts("131"));
   Push("Command4");
-  QFile log(Data() + Texts("001-12345-Degisiklikler2010.txt"));
+  QFile log(path);
   ASSERT_TRUE(log.open(QIODevice::ReadOnly));
-  const QByteArray line = log.readLine();
-  EXPECT_TRUE(line.trimmed().endsWith("\t131")) << line.toStdString();
+  EXPECT_TRUE(log.readLine().trimmed().endsWith("\t131"));
+  EXPECT_TRUE(log.readLine().startsWith(row.toLatin1() + "77\t4.5"));
 }
 
 TEST_F(EnglishCurves, AreChosenWithoutTheFrameThatEnglishLacks) {
