@@ -30,7 +30,7 @@ constexpr std::array<RuleTexts, kFindingRules.size()> kRules = {{
     {"header", {u"Başlık", u"Header"}},
     {"refused", {u"Okunmayan satırlar", u"Lines not read"}},
     {"sensor", {u"Algılayıcı", u"Sensor"}},
-    {"curve", {u"Anahtar eğrisi", u"Rating curve"}},
+    {"curve", {u"Eğri dışı", u"Off the curve"}},
 }};
 
 const RuleTexts& TextsOf(FindingRule rule) {
