@@ -25,6 +25,8 @@ int RunReadingsVerb(const QStringList& arguments);
 int RunCheckVerb(const QStringList& arguments);
 int RunDailyVerb(const QStringList& arguments);
 int RunRatingVerb(const QStringList& arguments);
+int RunGaugingsVerb(const QStringList& arguments);
+int RunStationVerb(const QStringList& arguments);
 int RunTableVerb(const QStringList& arguments);
 int RunTidyVerb(const QStringList& arguments);
 

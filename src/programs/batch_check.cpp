@@ -31,7 +31,7 @@ struct CheckOptions {
   bool flatGiven = false;
   bool each = false;
   bool json = false;
-  QString curve;
+  CurveChoice curve = {};
 };
 
 /// A station's water year, checked.
@@ -118,7 +118,7 @@ QString TakeFormat(const QCommandLineParser& parser, CheckOptions& options) {
 /// What is wrong with the options; empty when they are right.
 QString TakeOptions(const QCommandLineParser& parser, CheckOptions& options) {
   options.registerPath = parser.value(QStringLiteral("register"));
-  options.curve = parser.value(QStringLiteral("curve"));
+  options.curve = CurveChoiceOf(parser);
   options.each = parser.isSet(QStringLiteral("each"));
   for (const QString& wrong : {WrongChoice(parser), TakeRules(parser, options), TakeFormat(parser, options),
                                TakeLimits(parser, options)}) {

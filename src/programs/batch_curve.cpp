@@ -1,12 +1,16 @@
 #include "programs/batch_curve.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 #include <array>
 #include <charconv>
 
 namespace vesk {
 
 QCommandLineOption CurveOption() {
-  return {QStringLiteral("curve"), QStringLiteral("Rating curve that makes the discharges."),
+  return {QStringLiteral("curve"),
+          QStringLiteral("Rating curve that makes the discharges (that of the register; empty: none)."),
           QStringLiteral("FILE")};
 }
 
@@ -17,7 +21,24 @@ QByteArray FigureText(double value, int digits) {
   return {text.data(), end.ptr - text.data()};
 }
 
-Result<std::shared_ptr<const CurveSource>> CurveFor(const QString& file, const StationId& station) {
+CurveChoice CurveChoiceOf(const QCommandLineParser& parser) {
+  return {parser.value(QStringLiteral("curve")), parser.isSet(QStringLiteral("curve")),
+          parser.value(QStringLiteral("register"))};
+}
+
+Result<StationFacts> FactsFor(const QString& registerPath, const StationId& station) {
+  if (registerPath.isEmpty()) return StationFacts();
+  return LookupStationFacts(registerPath, station.Number());
+}
+
+Result<std::shared_ptr<const CurveSource>> CurveFor(const CurveChoice& choice, const StationId& station) {
+  QString file = choice.file;
+  if (!choice.given) {
+    const auto facts = FactsFor(choice.registerPath, station);
+    if (!facts) return facts.Failure();
+    if (!facts->curve.isEmpty())
+      file = QDir(QFileInfo(choice.registerPath).absolutePath()).absoluteFilePath(facts->curve);
+  }
   if (file.isEmpty()) return std::shared_ptr<const CurveSource>();
   return OpenCurve(file, station.Number());
 }

@@ -101,7 +101,7 @@ void AppendDays(const QString& stationNumber, const LevelTable& table, bool disc
 struct DailyRequest {
   QString folder;
   ExtremeMode mode = ExtremeMode::Recorded;
-  QString curve;  ///< path of a rating curve; empty: none
+  CurveChoice curve = {};
   std::optional<double> catchmentKm2 = {};
   enum class Per { Day, Month, Year } per = Per::Day;
 };
@@ -152,7 +152,7 @@ QByteArray HeadingOf(const DailyRequest& request) {
   const QByteArray levels =
       "station,water_year,date,max_time,max_cm,min_time,min_cm,mean_cm,readings,weighted_sum,last_minute";
   return levels +
-         (!request.curve.isEmpty() ? ",max_m3s,min_m3s,mean_m3s,covered_percent,discharge_flag\n" : "\n");
+         (request.curve.MayBe() ? ",max_m3s,min_m3s,mean_m3s,covered_percent,discharge_flag\n" : "\n");
 }
 
 /// What one station's water year comes to.
@@ -182,9 +182,12 @@ DailyYear MakeDailyYear(const DailyRequest& request, const StationYear& choice) 
   if (!used) fail(used.Failure());
   const LevelTable table = ComputeLevelTable(loaded->series, choice.year.number, request.mode, {}, false);
   if (request.per == DailyRequest::Per::Day) {
-    AppendDays(choice.station.Number(), table, !request.curve.isEmpty(), made.text);
+    AppendDays(choice.station.Number(), table, request.curve.MayBe(), made.text);
   } else {
-    AppendSpans(choice, table, request.catchmentKm2, request.per, made.text);
+    const auto facts = FactsFor(request.curve.registerPath, choice.station);
+    if (!facts) fail(facts.Failure());
+    const auto known = facts ? facts->catchmentKm2 : std::nullopt;
+    AppendSpans(choice, table, request.catchmentKm2 ? request.catchmentKm2 : known, request.per, made.text);
   }
   return made;
 }
@@ -214,8 +217,8 @@ QString TakePer(const QCommandLineParser& parser, DailyRequest& request) {
     return QStringLiteral("--per is day, month or year");
   if (per == QLatin1String("month")) request.per = DailyRequest::Per::Month;
   if (per == QLatin1String("year")) request.per = DailyRequest::Per::Year;
-  if (request.per != DailyRequest::Per::Day && request.curve.isEmpty())
-    return QStringLiteral("--per month and year need --curve");
+  if (request.per != DailyRequest::Per::Day && !request.curve.MayBe())
+    return QStringLiteral("--per month and year need --curve or --register");
   if (!parser.isSet(QStringLiteral("catchment"))) return {};
   request.catchmentKm2 = ReadWholeNumber(parser.value(QStringLiteral("catchment")));
   if (!request.catchmentKm2 || *request.catchmentKm2 <= 0)
@@ -233,12 +236,16 @@ int RunDailyVerb(const QStringList& arguments) {
   AddStationOptions(parser, true);
   parser.addOption(ExtremesOption());
   parser.addOption(CurveOption());
+  parser.addOption({QStringLiteral("register"),
+                    QStringLiteral("Station register with the stations' rating curves and catchment areas."),
+                    QStringLiteral("FILE")});
   parser.addOption({QStringLiteral("per"),
                     QStringLiteral("day (default); month or year: what the discharges of the days come to."),
                     QStringLiteral("day|month|year"), QStringLiteral("day")});
-  parser.addOption({QStringLiteral("catchment"),
-                    QStringLiteral("Catchment area, for runoff depth and specific discharge."),
-                    QStringLiteral("KM2")});
+  parser.addOption(
+      {QStringLiteral("catchment"),
+       QStringLiteral("Catchment area, for runoff depth and specific discharge (that of the register)."),
+       QStringLiteral("KM2")});
   parser.addOption(JobsOption());
   parser.addOption({QStringLiteral("out"), QStringLiteral("Writes to this file instead of standard output."),
                     QStringLiteral("FILE")});
@@ -246,7 +253,7 @@ int RunDailyVerb(const QStringList& arguments) {
   if (const QString wrong = WrongChoiceOrExtremes(parser); !wrong.isEmpty())
     return WrongUse(QStringLiteral("daily: ") + wrong);
   DailyRequest request;
-  request.curve = parser.value(QStringLiteral("curve"));
+  request.curve = CurveChoiceOf(parser);
   if (const QString wrong = TakePer(parser, request); !wrong.isEmpty())
     return WrongUse(QStringLiteral("daily: ") + wrong);
   const auto jobs = ReadJobs(parser);

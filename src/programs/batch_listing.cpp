@@ -205,6 +205,9 @@ int RunReadingsVerb(const QStringList& arguments) {
   parser.addOption({QStringLiteral("with-history"),
                     QStringLiteral("Adds the raw level and, of corrected readings, why, by whom and when.")});
   parser.addOption(CurveOption());
+  parser.addOption({QStringLiteral("register"),
+                    QStringLiteral("Station register with the station's rating curve."),
+                    QStringLiteral("FILE")});
   parser.addOption(OutOption());
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
   if (const QString wrong = WrongReadings(parser); !wrong.isEmpty()) {
@@ -214,14 +217,13 @@ int RunReadingsVerb(const QStringList& arguments) {
   if (!folder) return Fail(folder.Failure());
   auto loaded = LoadChosen(parser, *folder);
   if (!loaded) return Fail(loaded.Failure());
-  const QString curve = parser.value(QStringLiteral("curve"));
-  const auto used = CurveFor(curve, loaded->series.Station());
+  const auto used = CurveFor(CurveChoiceOf(parser), loaded->series.Station());
   if (!used) return Fail(used.Failure());
   loaded->series.SetCurve(*used);
   Output output(parser.value(QStringLiteral("out")));
   const Authors authors = AuthorsOf(*loaded);
   const bool history = parser.isSet(QStringLiteral("with-history"));
-  AppendReadings(loaded->series, {history ? &authors : nullptr, !curve.isEmpty()}, output.Text());
+  AppendReadings(loaded->series, {history ? &authors : nullptr, *used != nullptr}, output.Text());
   return std::max(Finish(output), ExitOf(*loaded));
 }
 

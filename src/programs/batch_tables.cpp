@@ -52,7 +52,7 @@ class UnattendedAnswers : public BuildQuestions {
 
 struct TableOptions {
   QString folder, outFolder, registerPath, templates, templateName;
-  QString curve;
+  CurveChoice curve = {};
   bool hourly = false;
   bool replace = false;
   LanguageChoice language = LanguageChoice::Turkish;
@@ -123,7 +123,7 @@ Result<TableOptions> ReadTableOptions(const QCommandLineParser& parser) {
     if (!out) return out.Failure();
     options.outFolder = *out;
   }
-  options.curve = parser.value(QStringLiteral("curve"));
+  options.curve = CurveChoiceOf(parser);
   options.registerPath = parser.value(QStringLiteral("register"));
   options.hourly = parser.isSet(QStringLiteral("hourly"));
   options.replace = parser.isSet(QStringLiteral("replace"));
@@ -151,8 +151,10 @@ void AddTableOptions(QCommandLineParser& parser) {
                     QStringLiteral("TURKCE|ENGLISH"), QStringLiteral("TURKCE")});
   parser.addOption({QStringLiteral("out-dir"), QStringLiteral("Folder for the tables (the data directory)."),
                     QStringLiteral("D")});
-  parser.addOption({QStringLiteral("register"), QStringLiteral("Station register for the stations' names."),
-                    QStringLiteral("FILE")});
+  parser.addOption(
+      {QStringLiteral("register"),
+       QStringLiteral("Station register: the stations' names, rating curves and catchment areas."),
+       QStringLiteral("FILE")});
   parser.addOption({QStringLiteral("replace"),
                     QStringLiteral("Replaces a table even if it was changed by hand or not made here.")});
   parser.addOption(

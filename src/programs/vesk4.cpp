@@ -10,6 +10,7 @@
 
 #include "platform/folders.h"
 #include "platform/libreoffice/office.h"
+#include "ratings/form_olcum.h"
 #include "selection/form_sec.h"
 #include "shell/anamenu.h"
 #include "shell/run_values.h"
@@ -66,7 +67,11 @@ vesk::Result<QString> ProgramFolder(const QCommandLineParser& parser, const QStr
 vesk::WindowMakers RealWindows() {
   return {[](vesk::MainFrame& frame) { return new vesk::FormSec(frame); },
           [](vesk::MainFrame& frame) { return new vesk::Form2(frame); },
-          [](vesk::MainFrame& frame) { return new vesk::Form_IstGir(frame); },
+          [](vesk::MainFrame& frame) {
+            return new vesk::Form_IstGir(frame, [&frame](const QString& number, const QString& name) {
+              frame.ShowChild(new vesk::FormOlcum(frame, number, name));
+            });
+          },
           [] { return vesk::MakeInteractiveSpreadsheet(); }};
 }
 

@@ -28,6 +28,8 @@ constexpr BatchVerb kVerbs[] = {
     {"approve", "approve a water year, or withdraw the approval", vesk::RunApproveVerb},
     {"daily", "write daily extremes and means (CSV)", vesk::RunDailyVerb},
     {"history", "tell what was corrected in a water year, by whom and why (CSV)", vesk::RunHistoryVerb},
+    {"gaugings", "take a station's gaugings into the register, or write them (CSV)", vesk::RunGaugingsVerb},
+    {"station", "tell or keep a station's catchment area and rating curve", vesk::RunStationVerb},
     {"rating", "fit, tabulate or check rating curves (CSV)", vesk::RunRatingVerb},
     {"table", "make level table workbooks", vesk::RunTableVerb},
     {"graph", "draw a graph of one to four stations (PNG, PDF, SVG)", vesk::RunGraphVerb},

@@ -155,6 +155,11 @@ class FormSec : public QWidget {
   // The rating curve.
   void ConnectCurve();
   void ChooseRatingCurve();
+  [[nodiscard]] QString StationCurve() const;
+  void ShowStationCurve();
+  void UseStationCurve();
+  void KeepStationCurve();
+  void OpenGaugings();
   [[nodiscard]] StationId StationOfCurve() const;
   void UseCurve(const QString& path);
   void ShowCurve();
@@ -173,6 +178,9 @@ class FormSec : public QWidget {
   std::optional<LoadRequest> request_;        ///< of what is loaded
   std::shared_ptr<const CurveSource> curve_;  ///< of the discharges; null: none
   QAction* dropCurve_ = nullptr;
+  QAction* stationCurve_ = nullptr;
+  QAction* keepCurve_ = nullptr;
+  QAction* gaugings_ = nullptr;
   bool busy_ = false;  ///< a table or a graph is being made: choices wait
   bool opened_ = false;
   bool chooserStays_ = false;    ///< the operator has opened it behind a load: it does not fold away

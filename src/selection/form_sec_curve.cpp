@@ -1,9 +1,11 @@
 // The rating curve of the loaded readings: choosing it, and what follows from it.
+#include <QDir>
 #include <QFileInfo>
 #include <QMenu>
 #include <QToolButton>
 
 #include "ratings/curve_source.h"
+#include "ratings/form_olcum.h"
 #include "review/review_grid_model.h"
 #include "selection/chooser_panel.h"
 #include "selection/form_sec.h"
@@ -11,6 +13,7 @@
 #include "selection/review_grid_view.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
+#include "stations/station_register.h"
 #include "tables/form5.h"
 
 namespace vesk {
@@ -22,6 +25,18 @@ void FormSec::ConnectCurve() {
   dropCurve_ = menu->addAction(Say(Wording{u"Eğrisiz (debi yok)", u"No curve (no discharges)"}), this,
                                [this] { UseCurve({}); });
   dropCurve_->setObjectName(QStringLiteral("EgriYok"));
+  menu->addSeparator();
+  stationCurve_ = menu->addAction(QString(), this, &FormSec::UseStationCurve);
+  stationCurve_->setObjectName(QStringLiteral("EgriIstasyon"));
+  keepCurve_ =
+      menu->addAction(Say(Wording{u"Bu eğriyi istasyonun eğrisi yap", u"Keep this curve for the station"}),
+                      this, &FormSec::KeepStationCurve);
+  keepCurve_->setObjectName(QStringLiteral("EgriSakla"));
+  menu->addSeparator();
+  gaugings_ =
+      menu->addAction(Say(Wording{u"Debi ölçümleri...", u"Gaugings..."}), this, &FormSec::OpenGaugings);
+  gaugings_->setObjectName(QStringLiteral("Olcumler"));
+  connect(menu, &QMenu::aboutToShow, this, &FormSec::ShowStationCurve);
   c_.curve->setMenu(menu);
   connect(c_.chooser, &ChooserPanel::RatingCurveCleared, this, [this] { UseCurve({}); });
   model_->SetDischargeText([this](int row) {
@@ -30,6 +45,61 @@ void FormSec::ConnectCurve() {
     return value ? run_.language.Say(series.Curve()->Explain(series.At(row).Time(), value->flag)) : QString();
   });
   ShowCurve();
+}
+
+/// The curve that the register keeps for the station of the choice; empty when it keeps none.
+QString FormSec::StationCurve() const {
+  const StationId station = StationOfCurve();
+  if (station.IsEmpty()) return {};
+  const auto facts = LookupStationFacts(run_.stationDatabasePath, station.Number());
+  if (!facts || facts->curve.isEmpty()) return {};
+  return QDir(QFileInfo(run_.stationDatabasePath).absolutePath()).absoluteFilePath(facts->curve);
+}
+
+/// The menu as it opens: others may have changed the register.
+void FormSec::ShowStationCurve() {
+  const QString path = StationCurve();
+  stationCurve_->setText(
+      path.isEmpty()
+          ? Say(Wording{u"İstasyonun eğrisi (yok)", u"Curve of the station (none)"})
+          : Say(Wording{u"İstasyonun eğrisi: %1", u"Curve of the station: %1"}, QFileInfo(path).fileName()));
+  stationCurve_->setEnabled(!path.isEmpty());
+  const bool hasStation = !StationOfCurve().IsEmpty();
+  keepCurve_->setEnabled(hasStation && curve_ != nullptr && curve_->Path() != path);
+  gaugings_->setEnabled(hasStation);
+}
+
+void FormSec::UseStationCurve() {
+  if (const QString path = StationCurve(); !path.isEmpty()) UseCurve(path);
+}
+
+void FormSec::KeepStationCurve() {
+  if (!curve_) return;
+  const QString number = StationOfCurve().Number();
+  const auto keep = [&]() -> Result<bool> {
+    auto stations = OpenStationDatabase(run_.stationDatabasePath);
+    if (!stations) return stations.Failure();
+    const auto read = stations->FactsOf(number);
+    if (!read) return read.Failure();
+    StationFacts facts = *read;
+    facts.curve = QFileInfo(curve_->Path()).absoluteFilePath();
+    return stations->SetFacts(number, *read, facts);
+  };
+  const Result<bool> kept = keep();
+  if (!kept) return questions_->Warn(this, run_.language.attentionTitle, run_.language.Say(kept.Failure()));
+  const QString name = QFileInfo(curve_->Path()).fileName();
+  c_.messages->Add(
+      *kept ? Message{Wording{u"%1: istasyonun eğrisi artık %2.", u"%1: the station's curve is %2 now."},
+                      number, name}
+            : Message{Wording{u"%1: başka biri istasyonu bu arada değiştirdi; %2 kaydedilmedi.",
+                              u"%1: somebody else has changed the station meanwhile; %2 was not kept."},
+                      number, name});
+}
+
+void FormSec::OpenGaugings() {
+  const QString number = StationOfCurve().Number();
+  const auto name = LookupStationName(run_.stationDatabasePath, number);
+  frame_.ShowChild(new FormOlcum(frame_, number, name ? *name : QString()));
 }
 
 void FormSec::ChooseRatingCurve() {

@@ -28,7 +28,8 @@ constexpr int kLeastHeight = 360;
 
 }  // namespace
 
-Form_IstGir::Form_IstGir(MainFrame& frame, QWidget* parent) : QWidget(parent), frame_(frame) {
+Form_IstGir::Form_IstGir(MainFrame& frame, OpenGaugings openGaugings)
+    : frame_(frame), openGaugings_(std::move(openGaugings)) {
   setObjectName(QStringLiteral("Form_IstGir"));
   CreateTable();
   CreateControls();
@@ -69,6 +70,15 @@ void Form_IstGir::CreateControls() {
   exit_ = new QPushButton(language.Text(Caption::ExitRegister), this);
   exit_->setObjectName(QStringLiteral("Command1"));
 
+  gaugings_ = new QPushButton(language.Say(Wording{u"D&ebi ölçümleri...", u"&Gaugings..."}), this);
+  gaugings_->setObjectName(QStringLiteral("CmdOlcum"));
+  gaugings_->setToolTip(language.Say(Wording{u"İstasyonun debi ölçümleri, havzası ve anahtar eğrisi (F9)",
+                                             u"The station's gaugings, catchment and rating curve (F9)"}));
+  gaugings_->setVisible(static_cast<bool>(openGaugings_));
+  connect(gaugings_, &QPushButton::clicked, this, &Form_IstGir::GaugingsClicked);
+  auto* open = new QShortcut(QKeySequence(Qt::Key_F9), this);
+  open->setContext(Qt::WidgetWithChildrenShortcut);
+  connect(open, &QShortcut::activated, this, &Form_IstGir::GaugingsClicked);
   connect(exit_, &QPushButton::clicked, this, &Form_IstGir::ExitClicked);
   connect(delete_, &QPushButton::clicked, this, &Form_IstGir::DeleteClicked);
   auto* find = new QShortcut(QKeySequence::Find, this);
@@ -89,6 +99,7 @@ void Form_IstGir::LayOut() {
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(delete_);
   buttons->addStretch(1);
+  buttons->addWidget(gaugings_);
   buttons->addWidget(exit_);
   auto* all = new QVBoxLayout(this);
   all->addLayout(searchRow);
@@ -105,7 +116,8 @@ void Form_IstGir::LayOut() {
   resize(minimumSizeHint().expandedTo({0, kLeastHeight}));
   QWidget::setTabOrder(search_, grid_);
   QWidget::setTabOrder(grid_, delete_);
-  QWidget::setTabOrder(delete_, exit_);
+  QWidget::setTabOrder(delete_, gaugings_);
+  QWidget::setTabOrder(gaugings_, exit_);
 }
 
 void Form_IstGir::OpenRegister() {
@@ -120,7 +132,7 @@ void Form_IstGir::OpenRegister() {
     if (read) return ShowTable();
     opened = read.Failure();
   }
-  for (QWidget* control : std::initializer_list<QWidget*>{search_, grid_, delete_})
+  for (QWidget* control : std::initializer_list<QWidget*>{search_, grid_, delete_, gaugings_})
     control->setEnabled(false);
   ShowFailure(opened.Failure());
 }

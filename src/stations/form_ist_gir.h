@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <optional>
 
 #include "platform/wording.h"
@@ -26,7 +27,11 @@ class Form_IstGir : public QWidget {
   Q_OBJECT
 
  public:
-  explicit Form_IstGir(MainFrame& frame, QWidget* parent = nullptr);
+  /// Opens a window on a station's gaugings.
+  using OpenGaugings = std::function<void(const QString& number, const QString& name)>;
+
+  /// openGaugings: of the button for it; empty: there is none.
+  explicit Form_IstGir(MainFrame& frame, OpenGaugings openGaugings = {});
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
@@ -66,6 +71,7 @@ class Form_IstGir : public QWidget {
   void HoldNumberBack(const QPersistentModelIndex& index, const QString& text);
   bool AskAboutNumber();
 
+  void GaugingsClicked();
   void ExitClicked();
   void DeleteClicked();
   void Arm();
@@ -77,6 +83,7 @@ class Form_IstGir : public QWidget {
   void TakeDeletionBack();
 
   MainFrame& frame_;
+  OpenGaugings openGaugings_;
   std::optional<StationRegister> register_;
   StationTableModel* table_ = nullptr;  ///< null while the register cannot be opened
   StationFilterModel* filter_ = nullptr;
@@ -85,6 +92,7 @@ class Form_IstGir : public QWidget {
   QTableView* grid_ = nullptr;
   QLabel* message_ = nullptr;
   QPushButton* exit_ = nullptr;
+  QPushButton* gaugings_ = nullptr;
   QPushButton* delete_ = nullptr;
   std::optional<qint64> armed_;  ///< key of the station that the next press of delete_ takes
   QElapsedTimer sincePress_;     ///< of delete_, while it is armed

@@ -180,6 +180,19 @@ void Form_IstGir::closeEvent(QCloseEvent* event) {
   event->ignore();
 }
 
+/// Of the current station, once what was typed of it is stored.
+void Form_IstGir::GaugingsClicked() {
+  if (!openGaugings_ || table_ == nullptr || filter_ == nullptr) return;
+  setFocus();  // ends an edit that is still open
+  const int row = CurrentRow();
+  if (row < 0 || table_->IsNewRow(row) || table_->StationAt(row).number.isEmpty() || table_->IsUnsaved(row)) {
+    QApplication::beep();
+    return;
+  }
+  const Station station = table_->StationAt(row);
+  openGaugings_(station.number, station.name);
+}
+
 void Form_IstGir::ExitClicked() {
   if (frame_.CloseChild(QStringLiteral("FormSec"))) close();
 }

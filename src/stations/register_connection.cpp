@@ -33,6 +33,18 @@ Station StationOf(const QSqlQuery& query) {
   return {query.value(0).toLongLong(), number.toString(), name.toString(), number, name};
 }
 
+Result<std::optional<double>> NumberIn(const QSqlQuery& query, int field, const char* table, const char* name,
+                                       const QString& path) {
+  const QVariant value = query.value(field);
+  if (value.isNull()) return std::optional<double>();
+  const bool number = value.typeId() == QMetaType::Double || value.typeId() == QMetaType::LongLong;
+  if (number) return std::optional(value.toDouble());
+  return Error{kReadFailed, path,
+               Message(Wording{u"%1 tablosunun %2 alanında \"%3\" var; beklenen bir sayı",
+                               u"field %2 of table %1 holds \"%3\"; expected a number"},
+                       QString::fromLatin1(table), QString::fromLatin1(name), value.toString())};
+}
+
 StationRegister::Connection::Connection(QString path, Access access)
     : path_(std::move(path)), name_(QUuid::createUuid().toString()) {
   QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name_);
@@ -82,6 +94,15 @@ Status StationRegister::Connection::Run(QSqlQuery& query, const QString& sql, co
   ok = ok && query.exec();
   if (!ok) return Failure(what, query.lastError());
   return {};
+}
+
+Result<bool> StationRegister::Connection::HasTable(const char* name) const {
+  QSqlQuery query(Database());
+  const Status run =
+      Run(query, QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?"),
+          {QString::fromLatin1(name)}, kReadFailed);
+  if (!run) return run.Failure();
+  return query.next();
 }
 
 Result<std::optional<Station>> StationRegister::Connection::RowOf(qint64 key) const {

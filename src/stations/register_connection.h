@@ -20,6 +20,15 @@ inline constexpr Wording kReadFailed{u"İstasyon veri tabanı okunamadı",
 inline constexpr Wording kWriteFailed{u"Değişiklik istasyon veri tabanına yazılamadı",
                                       u"The station register could not be changed"};
 
+/// For a statement's place: the value, or NULL.
+inline QVariant Stored(const std::optional<double>& value) {
+  return value ? QVariant(*value) : QVariant(QMetaType::fromType<double>());
+}
+
+/// A field that is null is nothing. An error names table and field that hold something else than a number.
+Result<std::optional<double>> NumberIn(const QSqlQuery& query, int field, const char* table, const char* name,
+                                       const QString& path);
+
 /// Of a query for rowid, No, Ad.
 Station StationOf(const QSqlQuery& query);
 
@@ -49,6 +58,8 @@ class StationRegister::Connection {
 
   Status Open();
   Status Run(QSqlQuery& query, const QString& sql, const QVariantList& values, const Wording& what) const;
+  /// Whether the register has a table of that name: those beside IstNoAd are made when they are first needed.
+  [[nodiscard]] Result<bool> HasTable(const char* name) const;
   /// The row of that key; nothing when there is none.
   [[nodiscard]] Result<std::optional<Station>> RowOf(qint64 key) const;
   [[nodiscard]] Error Failure(const Wording& what, const QSqlError& error) const;

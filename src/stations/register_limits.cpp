@@ -16,26 +16,10 @@ constexpr char kFields[] = "SicramaCm, HizCmSaat, DuzSaat, DuzCm, EnDusukCm, EnY
 constexpr std::array<const char*, 6> kFieldNames = {"SicramaCm", "HizCmSaat", "DuzSaat",
                                                     "DuzCm",     "EnDusukCm", "EnYuksekCm"};
 
-QVariant Stored(const std::optional<double>& value) {
-  return value ? QVariant(*value) : QVariant(QMetaType::fromType<double>());
-}
-
-/// A field that is null is no limit.
-Result<std::optional<double>> LimitIn(const QSqlQuery& query, int field, const QString& path) {
-  const QVariant value = query.value(field);
-  if (value.isNull()) return std::optional<double>();
-  const bool number = value.typeId() == QMetaType::Double || value.typeId() == QMetaType::LongLong;
-  if (number) return std::optional(value.toDouble());
-  return Error{kReadFailed, path,
-               Message(Wording{u"IstSinir tablosunun %1 alanında \"%2\" var; beklenen bir sayı",
-                               u"field %1 of table IstSinir holds \"%2\"; expected a number"},
-                       QString::fromLatin1(kFieldNames[static_cast<std::size_t>(field)]), value.toString())};
-}
-
 Result<std::optional<StationLimits>> LimitsIn(const QSqlQuery& query, const QString& path) {
   std::array<std::optional<double>, kFieldNames.size()> fields;
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    const auto field = LimitIn(query, static_cast<int>(i), path);
+    const auto field = NumberIn(query, static_cast<int>(i), "IstSinir", kFieldNames[i], path);
     if (!field) return field.Failure();
     fields[i] = *field;
   }
@@ -50,12 +34,9 @@ Result<std::optional<StationLimits>> LimitsIn(const QSqlQuery& query, const QStr
 }  // namespace
 
 Result<std::optional<StationLimits>> StationRegister::LimitsOf(const QString& number) const {
-  QSqlQuery table(connection_->Database());
-  const Status listed = connection_->Run(
-      table, QStringLiteral("SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = 'IstSinir'"), {},
-      kReadFailed);
-  if (!listed) return listed.Failure();
-  if (!table.next()) return std::optional<StationLimits>();
+  const auto present = connection_->HasTable("IstSinir");
+  if (!present) return present.Failure();
+  if (!*present) return std::optional<StationLimits>();
   QSqlQuery query(connection_->Database());
   const Status run = connection_->Run(
       query, QStringLiteral("SELECT %1 FROM IstSinir WHERE No = ?").arg(QLatin1String(kFields)), {number},

@@ -10,6 +10,7 @@
 #include <optional>
 #include <vector>
 
+#include "datafiles/gauging.h"
 #include "datafiles/station_limits.h"
 #include "platform/result.h"
 
@@ -32,6 +33,29 @@ struct DeletedStation {
 };
 
 enum class StationField { Number, Name };
+
+/// What discharges of a station take beside its gaugings.
+struct StationFacts {
+  std::optional<double> catchmentKm2 = {};  ///< area of the catchment, above 0
+  QString curve = {};                       ///< path of its rating curve as it was given; empty: none
+
+  bool operator==(const StationFacts&) const = default;
+};
+inline constexpr double kMostCatchmentKm2 = 1e7;  ///< the largest river's is 7e6
+
+/// A gauging in its row of the register.
+struct StoredGauging {
+  qint64 key = 0;  ///< 0: not stored yet
+  Gauging gauging;
+
+  bool operator==(const StoredGauging&) const = default;
+};
+
+/// What is to become of a gauging. Nothing before: it is added. Nothing after: it is deleted. Turned round
+/// it takes itself back.
+struct GaugingChange {
+  std::optional<StoredGauging> before = {}, after = {};
+};
 
 /// An open register. Rows come and go in stored order; two rows may have the same number. Others may work on
 /// the same file: a change is made only to a row that still holds what was read.
@@ -67,6 +91,21 @@ class StationRegister {
   Result<bool> SetLimits(const QString& number, const std::optional<StationLimits>& read,
                          const std::optional<StationLimits>& limits);
 
+  /// Area of the catchment and rating curve of the station of that number; empty ones when nobody has said.
+  [[nodiscard]] Result<StationFacts> FactsOf(const QString& number) const;
+  /// Keeps them, in a table of their own as the limits are. False, and no change, when the register holds
+  /// others than `read` by now. Fails for an area that is not above 0 and at most kMostCatchmentKm2.
+  Result<bool> SetFacts(const QString& number, const StationFacts& read, const StationFacts& facts);
+
+  /// Gaugings of the station of that number, in order of time, those without one last. Fails, naming row and
+  /// field, for one that holds what a gauging cannot: a shorter list must not pass for the whole.
+  [[nodiscard]] Result<std::vector<StoredGauging>> GaugingsOf(const QString& number) const;
+  /// Makes all changes or none. The changes as they were made, with the keys of what was added; nothing, and
+  /// no change, when a gauging that is to be changed or deleted no longer holds what was read. A deleted one
+  /// gets its own key again when no other has taken it. Fails for a gauging with a fault.
+  Result<std::optional<std::vector<GaugingChange>>> ChangeGaugings(const QString& number,
+                                                                   std::vector<GaugingChange> changes);
+
   /// How long a change waits for others who are writing.
   Status SetPatience(std::chrono::milliseconds patience);
   /// A number that is another one after others have changed the file.
@@ -77,6 +116,7 @@ class StationRegister {
 
  private:
   class Connection;
+  Result<bool> MakeGaugingChange(const QString& number, GaugingChange& change);
   explicit StationRegister(std::unique_ptr<Connection> connection);
   std::unique_ptr<Connection> connection_;
 };
@@ -87,6 +127,9 @@ Result<StationRegister> OpenStationDatabase(const QString& path);
 Result<std::vector<Station>> OpenStationTable(const StationRegister& stations);
 /// Opens the register anew, read-only, and looks one number up; cheap enough for every click on a station.
 Result<QString> LookupStationName(const QString& path, const QString& number);
+
+/// The same for what discharges take.
+Result<StationFacts> LookupStationFacts(const QString& path, const QString& number);
 
 /// The same for a station's limits.
 Result<std::optional<StationLimits>> LookupStationLimits(const QString& path, const QString& number);
