@@ -12,8 +12,10 @@
 #include "programs/batch.h"
 #include "programs/batch_curve.h"
 #include "programs/batch_support.h"
+#include "ratings/curve_draft.h"
 #include "ratings/curve_file.h"
 #include "ratings/curve_folder.h"
+#include "ratings/curve_plot.h"
 #include "ratings/fit_curve.h"
 #include "ratings/gaugings_csv.h"
 
@@ -78,6 +80,7 @@ struct FitOptions {
   int segments = 0;
   FitWeights weights = FitWeights::FromUncertainties;
   QString out, report, station;
+  LanguageChoice language = LanguageChoice::English;
 };
 
 /// What is wrong with the options; empty when they are right.
@@ -95,8 +98,14 @@ QString TakeFitOptions(const QCommandLineParser& parser, FitOptions& options) {
   const QString name = QFileInfo(options.out).fileName();
   if (!options.out.isEmpty() && !IsCurveFileName(name))
     return QStringLiteral("--out: expected a name like E12345.dat");
-  if (!options.report.isEmpty() && !options.report.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive))
-    return QStringLiteral("--report: expected a file ending in .csv");
+  const bool known = options.report.endsWith(QStringLiteral(".csv"), Qt::CaseInsensitive) ||
+                     options.report.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive);
+  if (!options.report.isEmpty() && !known)
+    return QStringLiteral("--report: expected a file ending in .csv or .pdf");
+  const QString language = parser.value(QStringLiteral("language"));
+  if (language != QLatin1String("TURKCE") && language != QLatin1String("ENGLISH"))
+    return QStringLiteral("--language is TURKCE or ENGLISH");
+  options.language = language == QLatin1String("TURKCE") ? LanguageChoice::Turkish : LanguageChoice::English;
   constexpr qsizetype kStationLetters = 5;
   options.station = parser.value(QStringLiteral("station"));
   if (options.station.isEmpty()) options.station = QFileInfo(name).completeBaseName().mid(1, kStationLetters);
@@ -109,6 +118,12 @@ Status WriteFit(const FitOptions& options, const CurveFit& fit, const std::vecto
     if (!written) return written;
   }
   if (options.report.isEmpty()) return {};
+  if (options.report.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive)) {
+    CurvePlot plot;
+    plot.curve = CurveOfFit(fit, gaugings, options.station);
+    plot.fit = fit;
+    return WriteCurveReport(options.report, plot, options.language);
+  }
   static constexpr Wording kFailed{u"Rapor yazılamadı", u"The report could not be written"};
   return WriteWholeFile(options.report, ResidualsOf(fit, gaugings), kFailed);
 }
@@ -125,7 +140,9 @@ int RunFit(const QStringList& arguments) {
   add("weights", "uncertainty (default): one over its square; equal.", "uncertainty|equal", "uncertainty");
   add("out", "Rating curve to write.", "E12345.dat");
   add("station", "Station of that curve (the five letters behind the E of its name).", "S");
-  add("report", "Writes the residual of each gauging (CSV).", "FILE.csv");
+  add("report", "Writes the residual of each gauging (CSV), or curve, figures and residuals (PDF).",
+      "FILE.csv|FILE.pdf");
+  add("language", "Language of the PDF (ENGLISH).", "TURKCE|ENGLISH", "ENGLISH");
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("GAUGINGS.csv")})) return *exit;
   FitOptions options;
   if (const QString wrong = TakeFitOptions(parser, options); !wrong.isEmpty())
@@ -154,30 +171,18 @@ std::optional<std::vector<double>> ReadLevels(const QString& text) {
   return levels;
 }
 
-/// From the lowest level that has a discharge to the highest, at whole multiples of the step.
-std::vector<double> LevelsOf(const CurvePeriod& period, double stepCm) {
-  std::vector<double> levels;
-  const double first = std::ceil((period.lowestCm - period.belowCm) / stepCm - 1e-9);
-  const double last = std::floor((period.highestCm + period.aboveCm) / stepCm + 1e-9);
-  for (double at = first; at <= last; ++at) levels.push_back(at * stepCm);
-  return levels;
-}
-
 QByteArray TableOf(const CurvePeriod& period, const std::vector<double>& levels) {
-  const CurveBand band(period);
   QByteArray text = "level_cm,discharge_m3s,lower_m3s,upper_m3s,flag\n";
   CsvLines csv(text);
-  for (const double level : levels) {
-    const DischargeValue value = DischargeAtLevel(period, level);
-    const auto ends = HasDischarge(value.flag) ? band.At(level) : std::nullopt;
-    csv.Plain() += NumberText(level).toLatin1();
+  for (const CurveTableLine& line : CurveTableOf(period, levels)) {
+    csv.Plain() += NumberText(line.levelCm).toLatin1();
     QByteArray& m3s = csv.Plain();
-    if (HasDischarge(value.flag)) m3s += FigureText(value.m3s);
+    if (HasDischarge(line.discharge.flag)) m3s += FigureText(line.discharge.m3s);
     QByteArray& lower = csv.Plain();
-    if (ends) lower += FigureText(ends->lowerM3s);
+    if (line.band) lower += FigureText(line.band->lowerM3s);
     QByteArray& upper = csv.Plain();
-    if (ends) upper += FigureText(ends->upperM3s);
-    csv.Cell(FlagText(value.flag));
+    if (line.band) upper += FigureText(line.band->upperM3s);
+    csv.Cell(FlagText(line.discharge.flag));
     csv.EndLine();
   }
   return text;
@@ -218,7 +223,7 @@ int RunCurveTable(const QStringList& arguments) {
   const auto period = PeriodOf(parser, *curve);
   if (!period) return Fail(period.Failure());
   Output output(parser.value(QStringLiteral("out")));
-  output.Text() = TableOf(**period, wanted.isEmpty() ? LevelsOf(**period, step) : *levels);
+  output.Text() = TableOf(**period, wanted.isEmpty() ? TableLevels(**period, step) : *levels);
   const Status written = output.Finish();
   return written ? kBatchDone : Fail(written.Failure());
 }

@@ -10,7 +10,7 @@
 
 #include "platform/folders.h"
 #include "platform/libreoffice/office.h"
-#include "ratings/form_olcum.h"
+#include "ratings/open_rating.h"
 #include "selection/form_sec.h"
 #include "shell/anamenu.h"
 #include "shell/run_values.h"
@@ -69,7 +69,7 @@ vesk::WindowMakers RealWindows() {
           [](vesk::MainFrame& frame) { return new vesk::Form2(frame); },
           [](vesk::MainFrame& frame) {
             return new vesk::Form_IstGir(frame, [&frame](const QString& number, const QString& name) {
-              frame.ShowChild(new vesk::FormOlcum(frame, number, name));
+              frame.ShowChild(vesk::MakeGaugingsWindow(frame, number, name));
             });
           },
           [] { return vesk::MakeInteractiveSpreadsheet(); }};

@@ -38,7 +38,8 @@ constexpr BatchVerb kVerbs[] = {
 
 /// Drawing needs fonts, and so a GUI application, but never a display. The other verbs start without either.
 std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
-  const bool draws = argc > 1 && std::string_view(argv[1]) == "graph";
+  const std::string_view verb = argc > 1 ? argv[1] : "";
+  const bool draws = verb == "graph" || verb == "rating";
   if (!draws) return std::make_unique<QCoreApplication>(argc, argv);
   qputenv("QT_QPA_PLATFORM", "offscreen");
   return std::make_unique<QGuiApplication>(argc, argv);

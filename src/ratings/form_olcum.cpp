@@ -176,13 +176,20 @@ void FormOlcum::ShowTable() {
   grid_->setModel(sorted_);
   grid_->setSortingEnabled(true);
   grid_->sortByColumn(-1, Qt::AscendingOrder);
-  constexpr std::array kLetters = {19, 12, 14, 14, 14, 16, 30, 11};
+  constexpr std::array kLetters = {19, 12, 14, 14, 14, 16, 24, 11};
+  int width = 0;
   for (int column = 0; column < table_->columnCount(); ++column) {
     const QString title = table_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
     const int letters = kLetters[static_cast<std::size_t>(column)] * fontMetrics().averageCharWidth();
     constexpr int kRoom = 24;  // sort mark and margins
     grid_->setColumnWidth(column, std::max(letters, fontMetrics().horizontalAdvance(title) + kRoom));
+    width += grid_->columnWidth(column);
   }
+  constexpr int kRemark = 6;
+  grid_->horizontalHeader()->setStretchLastSection(false);
+  grid_->horizontalHeader()->setSectionResizeMode(kRemark, QHeaderView::Stretch);
+  constexpr int kBesideColumns = 90;  // row numbers, scroll bar, margins
+  resize(std::max(this->width(), width + kBesideColumns), height());
   connect(table_, &GaugingTableModel::Refused, this,
           [this](const Message& what) { ShowMessage(Say(what), true); });
   connect(table_, &GaugingTableModel::SaveFailed, this, &FormOlcum::ShowFailure);

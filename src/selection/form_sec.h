@@ -160,6 +160,7 @@ class FormSec : public QWidget {
   void UseStationCurve();
   void KeepStationCurve();
   void OpenGaugings();
+  void OpenCurveWindow();
   [[nodiscard]] StationId StationOfCurve() const;
   void UseCurve(const QString& path);
   void ShowCurve();
@@ -181,6 +182,7 @@ class FormSec : public QWidget {
   QAction* stationCurve_ = nullptr;
   QAction* keepCurve_ = nullptr;
   QAction* gaugings_ = nullptr;
+  QAction* curveWindow_ = nullptr;
   bool busy_ = false;  ///< a table or a graph is being made: choices wait
   bool opened_ = false;
   bool chooserStays_ = false;    ///< the operator has opened it behind a load: it does not fold away

@@ -5,7 +5,9 @@
 #include <QToolButton>
 
 #include "ratings/curve_source.h"
-#include "ratings/form_olcum.h"
+#include "ratings/form_anahtar.h"
+#include "ratings/open_rating.h"
+#include "ratings/recorded_levels.h"
 #include "review/review_grid_model.h"
 #include "selection/chooser_panel.h"
 #include "selection/form_sec.h"
@@ -36,6 +38,9 @@ void FormSec::ConnectCurve() {
   gaugings_ =
       menu->addAction(Say(Wording{u"Debi ölçümleri...", u"Gaugings..."}), this, &FormSec::OpenGaugings);
   gaugings_->setObjectName(QStringLiteral("Olcumler"));
+  curveWindow_ = menu->addAction(Say(Wording{u"Anahtar eğrisi penceresi...", u"Rating curve window..."}),
+                                 this, &FormSec::OpenCurveWindow);
+  curveWindow_->setObjectName(QStringLiteral("EgriPenceresi"));
   connect(menu, &QMenu::aboutToShow, this, &FormSec::ShowStationCurve);
   c_.curve->setMenu(menu);
   connect(c_.chooser, &ChooserPanel::RatingCurveCleared, this, [this] { UseCurve({}); });
@@ -67,6 +72,7 @@ void FormSec::ShowStationCurve() {
   const bool hasStation = !StationOfCurve().IsEmpty();
   keepCurve_->setEnabled(hasStation && curve_ != nullptr && curve_->Path() != path);
   gaugings_->setEnabled(hasStation);
+  curveWindow_->setEnabled(hasStation);
 }
 
 void FormSec::UseStationCurve() {
@@ -99,7 +105,26 @@ void FormSec::KeepStationCurve() {
 void FormSec::OpenGaugings() {
   const QString number = StationOfCurve().Number();
   const auto name = LookupStationName(run_.stationDatabasePath, number);
-  frame_.ShowChild(new FormOlcum(frame_, number, name ? *name : QString()));
+  frame_.ShowChild(MakeGaugingsWindow(frame_, number, name ? *name : QString()));
+}
+
+/// On the curve that makes the discharges, or a new one; the station's gaugings beside it. What is saved
+/// there is at once what makes the discharges here.
+void FormSec::OpenCurveWindow() {
+  const QString number = StationOfCurve().Number();
+  std::vector<Gauging> gaugings;
+  const auto stations = StationRegister::Open(run_.stationDatabasePath, StationRegister::Access::ReadOnly);
+  const auto stored = stations ? stations->GaugingsOf(number) : stations.Failure();
+  if (stored) {
+    for (const StoredGauging& one : *stored) gaugings.push_back(one.gauging);
+    RecordedLevels levels(run_.dataDirectory, number);
+    TakeRecordedLevels(gaugings, levels);
+  }
+  auto* form = new FormAnahtar(frame_, number, curve_ ? curve_->Path() : QString(), gaugings);
+  connect(form, &FormAnahtar::CurveSaved, this, [this](const QString& path) {
+    if (curve_ && QFileInfo(curve_->Path()) == QFileInfo(path)) UseCurve(path);
+  });
+  frame_.ShowChild(form);
 }
 
 void FormSec::ChooseRatingCurve() {
