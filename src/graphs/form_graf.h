@@ -4,8 +4,10 @@
 #include <QMainWindow>
 
 #include <array>
+#include <functional>
 #include <optional>
 
+#include "graphs/flow_plot.h"
 #include "graphs/graph_pages.h"
 #include "graphs/graph_readout.h"
 #include "graphs/graph_sheet.h"
@@ -16,6 +18,7 @@ class QAction;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QPrinter;
 class QScrollArea;
 
@@ -31,6 +34,11 @@ class FormGraf : public QMainWindow {
   /// saveDirectory: where saving proposes to put a picture.
   FormGraf(GraphSheet sheet, const Language& language, double mouseAdjustment, QString saveDirectory,
            QWidget* parent = nullptr);
+
+  /// Opens graphs of discharge of the same station.
+  using OpenFlow = std::function<void(FlowKind kind, bool severalYears)>;
+  /// hasCurve: without one only levels can be drawn.
+  void SetFlow(OpenFlow open, bool hasCurve);
 
   [[nodiscard]] const PageTable& Pages() const { return pages_; }
   [[nodiscard]] const GraphSheet& Sheet() const { return sheet_; }
@@ -49,6 +57,7 @@ class FormGraf : public QMainWindow {
 
   void CreateActions();
   void CreateMenus();
+  void CreateFlowMenu();
   QAction* AddAction(const char* name, const QString& text, const QKeySequence& key,
                      void (FormGraf::*slot)());
   void CreateWidgets();
@@ -131,6 +140,8 @@ class FormGraf : public QMainWindow {
   QAction* save_ = nullptr;
   QAction* copy_ = nullptr;
   QAction* exit_ = nullptr;
+  OpenFlow openFlow_;
+  QMenu* flowMenu_ = nullptr;
 };
 
 }  // namespace vesk

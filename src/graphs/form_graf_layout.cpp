@@ -83,6 +83,7 @@ void FormGraf::CreateMenus() {
   page->addActions({first_, previous_, next_});
   QMenu* area = menuBar()->addMenu(language_.Text(Caption::SelectedArea));
   area->addActions({select_, dates_});
+  CreateFlowMenu();
   auto* bar = new QToolBar(this);
   bar->setObjectName(QStringLiteral("ToolBar"));
   bar->setMovable(false);
@@ -93,6 +94,37 @@ void FormGraf::CreateMenus() {
   bar->addSeparator();
   bar->addAction(print_);
   addToolBar(bar);
+}
+
+/// What is drawn from daily means and rating curves has windows of its own: the pages here are of levels.
+void FormGraf::CreateFlowMenu() {
+  flowMenu_ = menuBar()->addMenu(Words(Wording{u"Debi", u"Discharge"}));
+  flowMenu_->setObjectName(QStringLiteral("MnuDebi"));
+  const auto add = [this](const char* name, const Wording& text, const QKeySequence& key, FlowKind kind,
+                          bool several, bool needsCurve) {
+    QAction* action = flowMenu_->addAction(Words(text));
+    action->setObjectName(QLatin1String(name));
+    action->setShortcut(key);
+    action->setEnabled(false);
+    action->setProperty("needsCurve", needsCurve);
+    action->setStatusTip(Words(Wording{u"Bir istasyonun yüklenmiş okumalarını ve anahtar eğrisini ister",
+                                       u"Needs loaded readings of one station, and its rating curve"}));
+    connect(action, &QAction::triggered, this, [this, kind, several] { openFlow_(kind, several); });
+  };
+  add("MnuDebiGrafik", {u"Debi grafiği", u"Discharge hydrograph"}, Qt::CTRL | Qt::Key_1, FlowKind::Discharge,
+      false, true);
+  add("MnuSeviyeDebi", {u"Seviye ve debi", u"Level and discharge"}, Qt::CTRL | Qt::Key_2, FlowKind::Both,
+      false, true);
+  add("MnuSureklilik", {u"Süreklilik eğrisi", u"Duration curve"}, Qt::CTRL | Qt::Key_3, FlowKind::Duration,
+      false, false);
+  add("MnuYillar", {u"Yıllar üst üste", u"Years over one another"}, Qt::CTRL | Qt::Key_4, FlowKind::Level,
+      true, false);
+}
+
+void FormGraf::SetFlow(OpenFlow open, bool hasCurve) {
+  openFlow_ = std::move(open);
+  for (QAction* action : flowMenu_->actions())
+    action->setEnabled(openFlow_ && (hasCurve || !action->property("needsCurve").toBool()));
 }
 
 void FormGraf::CreateReadout(QWidget* parent) {

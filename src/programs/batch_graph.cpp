@@ -5,12 +5,15 @@
 
 #include <algorithm>
 
+#include "graphs/flow_plot.h"
 #include "graphs/graph_notes.h"
 #include "graphs/graph_output.h"
 #include "graphs/graph_sheet.h"
 #include "programs/batch.h"
+#include "programs/batch_curve.h"
 #include "programs/batch_support.h"
 #include "shell/settings.h"
+#include "tables/level_table.h"
 
 namespace vesk {
 namespace {
@@ -30,6 +33,13 @@ struct GraphRequest {
   int dotsPerInch = kUnitsPerInch;
   Language language;
   Options options;  // colours, extremes
+  FlowKind kind = FlowKind::Level;
+  std::vector<WaterYear> years;  ///< over one another; empty: the one of --water-year
+  bool logarithmic = false;
+  CurveChoice curve;
+
+  /// Drawn as levels have always been.
+  [[nodiscard]] bool Plain() const { return kind == FlowKind::Level && years.empty() && !logarithmic; }
 };
 
 void AddGraphOptions(QCommandLineParser& parser) {
@@ -46,7 +56,13 @@ void AddGraphOptions(QCommandLineParser& parser) {
       {QStringLiteral("no-extremes"), QStringLiteral("Leaves out the logger's maxima and minima.")});
   add("settings", "Settings file: colours, extremes and language (those of a first run).", "FILE");
   add("language", "Language of the texts (that of the settings, TURKCE).", "TURKCE|ENGLISH");
-  add("register", "Station register for the station's name.", "FILE");
+  add("register", "Station register: the station's name and rating curve.", "FILE");
+  add("quantity", "What is drawn of one station: level (default), discharge, both, duration.",
+      "level|discharge|both|duration");
+  add("years", "Several water years of one station over one another, instead of --water-year.", "Y,Y,...");
+  parser.addOption(
+      {QStringLiteral("log"), QStringLiteral("Logarithmic values (not of a plain level graph).")});
+  parser.addOption(CurveOption());
   add("out", "File to write: .png, .pdf or .svg; .csv writes the readings that are drawn.", "FILE");
 }
 
@@ -121,6 +137,40 @@ Status ReadLook(const QCommandLineParser& parser, GraphRequest& request) {
   return {};
 }
 
+/// --quantity, --years, --log.
+Status ReadFlow(const QCommandLineParser& parser, GraphRequest& request) {
+  const QString quantity = parser.value(QStringLiteral("quantity"));
+  const auto kind = quantity.isEmpty() ? FlowKind::Level : ReadFlowKind(quantity);
+  if (!kind)
+    return Wrong(QStringLiteral("quantity"), QStringLiteral("expected level, discharge, both or duration"));
+  request.kind = *kind;
+  request.logarithmic = parser.isSet(QStringLiteral("log"));
+  request.curve = CurveChoiceOf(parser);
+  for (const QString& word :
+       parser.value(QStringLiteral("years")).split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+    const auto year = ReadWaterYear(word.trimmed());
+    if (!year)
+      return Wrong(QStringLiteral("years"),
+                   QStringLiteral("expected years in four digits, parted by commas"));
+    if (std::ranges::find(request.years, *year) == request.years.end()) request.years.push_back(*year);
+  }
+  std::ranges::sort(request.years, {}, &WaterYear::number);
+  if (!request.years.empty() && parser.isSet(QStringLiteral("water-year")))
+    return Wrong(QStringLiteral("years"), QStringLiteral("goes without --water-year"));
+  if (request.Plain() && request.curve.given && !request.curve.file.isEmpty())
+    return Wrong(QStringLiteral("curve"), QStringLiteral("goes with --quantity discharge, both or duration"));
+  if (request.Plain()) return {};
+  if (request.stations.size() > 1)
+    return Wrong(QStringLiteral("quantity"),
+                 QStringLiteral("only levels of one year are drawn of several stations"));
+  if (parser.isSet(QStringLiteral("from")) || parser.isSet(QStringLiteral("to")))
+    return Wrong(QStringLiteral("from"), QStringLiteral("goes with levels of one year only"));
+  const bool needsCurve = *kind == FlowKind::Discharge || *kind == FlowKind::Both;
+  if (needsCurve && !request.curve.MayBe())
+    return Wrong(QStringLiteral("quantity"), QStringLiteral("discharges need --curve or --register"));
+  return {};
+}
+
 /// Everything but the data directory; whatever is wrong here is wrong use.
 Result<GraphRequest> ReadRequest(const QCommandLineParser& parser) {
   GraphRequest request;
@@ -129,7 +179,9 @@ Result<GraphRequest> ReadRequest(const QCommandLineParser& parser) {
   if (request.stations.size() > kMostGraphStations) {
     return Wrong(QStringLiteral("station"), QStringLiteral("at most %1").arg(kMostGraphStations));
   }
-  const auto waterYear = ReadWaterYear(parser.value(QStringLiteral("water-year")));
+  if (const Status flow = ReadFlow(parser, request); !flow) return flow.Failure();
+  const auto waterYear = request.years.empty() ? ReadWaterYear(parser.value(QStringLiteral("water-year")))
+                                               : std::optional(request.years.front());
   request.year = waterYear.value_or(WaterYear{});
   if (!waterYear) {
     return Wrong(QStringLiteral("water-year"), QStringLiteral("expected a year in four digits"));
@@ -210,12 +262,53 @@ Result<int> DrawGraph(const GraphRequest& request) {
   return notes.isEmpty() ? loaded->exit : kBatchFailed;
 }
 
+/// The exit code of a graph of discharges, of daily means or of several years.
+Result<int> DrawFlow(const GraphRequest& request) {
+  const std::vector<RawFile> inUse = FilesInUse(ListRawFiles(request.folder));
+  const std::vector<WaterYear> wanted = request.years.empty() ? std::vector{request.year} : request.years;
+  std::vector<FlowYear> years;
+  std::optional<Error> failure;
+  int exit = kBatchDone;
+  QString number = request.stations.front();
+  for (const WaterYear year : wanted) {
+    const auto choice = ChooseStationYear(request.folder, inUse, request.stations.front(), year);
+    auto loaded = choice ? LoadStationYear(request.folder, *choice) : choice.Failure();
+    if (!loaded) {
+      exit = Fail(loaded.Failure());
+      failure = loaded.Failure();
+      continue;
+    }
+    number = choice->station.Number();
+    exit = std::max(exit, ExitOf(*loaded));
+    const auto curve = CurveFor(request.curve, choice->station);
+    if (!curve) return curve.Failure();
+    const bool needs = request.kind == FlowKind::Discharge || request.kind == FlowKind::Both;
+    if (needs && *curve == nullptr)
+      return Error{Wording{u"İstasyonun anahtar eğrisi yok", u"The station has no rating curve"},
+                   request.registerPath, Message::Verbatim(number)};
+    loaded->series.SetCurve(*curve);
+    auto days =
+        DailyMeansOf(ComputeLevelTable(loaded->series, year.number, ExtremeMode::Recorded, {}, false));
+    years.push_back({year.number, std::move(loaded->series), std::move(days)});
+  }
+  if (years.empty()) return kBatchFailed;
+  const FlowRequest wantedPlot{request.kind, number, StationNameFrom(request.registerPath, number),
+                               request.logarithmic};
+  const FlowPlot plot = MakeFlowPlot(wantedPlot, years, request.language);
+  for (const QString& note : plot.notes) Complain(note);
+  if (plot.Empty()) return Error{Message(kNothingToDraw, number), {}, {}};
+  const Status saved = WriteFlowPlot(request.outPath, plot, request.size, request.dotsPerInch);
+  if (!saved) return saved.Failure();
+  return exit;
+}
+
 }  // namespace
 
 int RunGraphVerb(const QStringList& arguments) {
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral(
-      "Draws the levels of one station, or of up to four together, over a water year or a part of it."));
+      "Draws the levels of one station, or of up to four together, over a water year or a part of it; or the "
+      "discharges, the duration curve or several years of one."));
   AddGraphOptions(parser);
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
   auto request = ReadRequest(parser);
@@ -228,7 +321,7 @@ int RunGraphVerb(const QStringList& arguments) {
     return Fail(folder.Failure());
   }
   request->folder = *folder;
-  const auto drawn = DrawGraph(*request);
+  const auto drawn = request->Plain() ? DrawGraph(*request) : DrawFlow(*request);
   if (drawn) return *drawn;
   return Fail(drawn.Failure());
 }

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/axis_ticks.h"
+
 namespace vesk {
 namespace {
 
@@ -14,44 +16,6 @@ constexpr QRgb kGaugingColour = 0x1F4E9E, kUnusedColour = 0x909090, kHandleColou
 constexpr QRgb kGridColour = 0xE2E2E2, kInkColour = 0x202020;
 constexpr int kCurveSteps = 240;
 constexpr double kReach = 10;  ///< of the mouse, in letters' pixels
-
-/// Marks along an axis and how many decimals they need.
-struct Ticks {
-  std::vector<double> values;  ///< unscaled
-  int decimals = 0;
-};
-
-Ticks LinearTicks(double low, double high, int most) {
-  const double raw = (high - low) / std::max(most, 2);
-  const double decade = std::pow(10, std::floor(std::log10(raw)));
-  double step = 10 * decade;
-  for (const double factor : {1.0, 2.0, 5.0}) {
-    if (factor * decade >= raw) {
-      step = factor * decade;
-      break;
-    }
-  }
-  Ticks ticks;
-  ticks.decimals = std::max(0, -static_cast<int>(std::floor(std::log10(step) + 1e-9)));
-  for (double at = std::ceil(low / step - 1e-9); at * step <= high + 1e-9 * step; ++at)
-    ticks.values.push_back(at * step);
-  return ticks;
-}
-
-/// 1, 2 and 5 of each decade; of few decades every tenth of them would crowd nothing, of many only the ones.
-std::vector<double> LogTicks(double low, double high) {
-  std::vector<double> values;
-  const bool many = high - low > 4;
-  for (int decade = static_cast<int>(std::floor(low)); decade <= static_cast<int>(std::ceil(high));
-       ++decade) {
-    for (const double factor : {1.0, 2.0, 5.0}) {
-      const double at = decade + std::log10(factor);
-      if ((factor > 1 && many) || at < low || at > high) continue;
-      values.push_back(factor * std::pow(10, decade));
-    }
-  }
-  return values;
-}
 
 QString TickText(double value, int decimals) {
   return QString::number(value == 0 ? 0 : value, 'f', decimals);
@@ -113,7 +77,7 @@ class Drawing {
     const QRectF field = scales_.Field(), below = scales_.Residuals();
     const int acrossMost = static_cast<int>(field.width() / (letters_.averageCharWidth() * 10));
     const int downMost = static_cast<int>(field.height() / (letters_.height() * 2.2));
-    Ticks across, down;
+    AxisTicks across, down;
     if (scales_.Logarithmic()) {
       across.values = LogTicks(x.low, x.high);
       down.values = LogTicks(y.low, y.high);

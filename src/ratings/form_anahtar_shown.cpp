@@ -131,8 +131,8 @@ void FormAnahtar::ShowFigures() {
             : Say({Wording{u"%1 noktalık tablo.", u"Table of %1 points."}, draft_.Period().points.size()}));
   } else {
     origin_->setText(
-        made > 0 ? Say({Wording{u"%1 parçalı, ölçümlere uyduruldu.", u"%1 segments, fitted."}, made})
-                 : Say({Wording{u"%1 parçalı, dosyadan veya elle.", u"%1 segments, from a file or by hand."},
+        made > 0 ? Say({Wording{u"%1 parçalı, ölçümlere uyduruldu.", u"Segments: %1, fitted."}, made})
+                 : Say({Wording{u"%1 parçalı, dosyadan veya elle.", u"Segments: %1, from a file or by hand."},
                         draft_.Period().segments.size()}));
   }
   QStringList lines;
@@ -155,7 +155,7 @@ void FormAnahtar::ShowFigures() {
   if (comparison_) {
     for (std::size_t i = 0; i < comparison_->fits.size(); ++i)
       proposal += QStringLiteral("%1: %2").arg(i + 1).arg(comparison_->fits[i].aicc, 0, 'f', 1);
-    proposal_->setText(Say({Wording{u"AICc önerisi: %1 parça (%2)", u"AICc proposes: %1 segments (%2)"},
+    proposal_->setText(Say({Wording{u"AICc önerisi: %1 parça (%2)", u"AICc proposes segments: %1 (%2)"},
                             comparison_->proposed, proposal.join(QStringLiteral(";  "))}));
   } else {
     proposal_->setText(Say(Wording{u"AICc önerisi uydurunca görünür.", u"Fit to see what AICc proposes."}));

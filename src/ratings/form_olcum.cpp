@@ -182,7 +182,9 @@ void FormOlcum::ShowTable() {
     const QString title = table_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
     const int letters = kLetters[static_cast<std::size_t>(column)] * fontMetrics().averageCharWidth();
     constexpr int kRoom = 24;  // sort mark and margins
-    grid_->setColumnWidth(column, std::max(letters, fontMetrics().horizontalAdvance(title) + kRoom));
+    const int shown =
+        column == 0 ? fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000 00:00")) + kRoom : 0;
+    grid_->setColumnWidth(column, std::max({shown, letters, fontMetrics().horizontalAdvance(title) + kRoom}));
     width += grid_->columnWidth(column);
   }
   constexpr int kRemark = 6;

@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+#include "graphs/form_debi.h"
 #include "graphs/graph_files.h"
 #include "review/browser.h"
 #include "review/editing.h"
@@ -146,6 +147,7 @@ class FormSec : public QWidget {
   void MakeTable();
   void TellTableMade(const BuildReport& report);
   void DrawGraph();
+  FlowInput MakeFlowInput();
   void AddGraphEntries();
   void DrawGraphList();
   void DrawStoredGraphs();

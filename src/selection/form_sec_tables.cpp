@@ -3,6 +3,10 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include <map>
+#include <set>
+
+#include "datafiles/water_year.h"
 #include "graphs/form_coklu_secim.h"
 #include "graphs/frm_gr_lis.h"
 #include "graphs/open_graph.h"
@@ -16,6 +20,7 @@
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "tables/build_level_table.h"
+#include "tables/level_table.h"
 #include "tables/table_notes.h"
 
 namespace vesk {
@@ -101,7 +106,42 @@ void FormSec::DrawGraph() {
       GraphStation{.number = loaded_->station.Number(),
                    .name = WithoutDash(loaded_->stationName),
                    .waterYear = loaded_->year ? std::optional(loaded_->year->number) : std::nullopt},
-      notes);
+      notes, MakeFlowInput());
+}
+
+/// The water years on the screen as they are now, and a way to the station's other ones.
+FlowInput FormSec::MakeFlowInput() {
+  const auto yearOf = [mode = ExtremeModeOf(run_.options.Slot(8))](StationSeries series, int year) {
+    std::vector<DailyMean> days = DailyMeansOf(ComputeLevelTable(series, year, mode, {}, false));
+    return FlowYear{year, std::move(series), std::move(days)};
+  };
+  const StationSeries& shown = session_.Series();
+  FlowInput input{loaded_->station.Number(), WithoutDash(loaded_->stationName), {}, {},
+                  run_.dataDirectory,        shown.Curve() != nullptr};
+  std::set<int> years;
+  for (int row = 1; row <= shown.ReadingCount(); ++row) years.insert(WaterYearOf(shown.At(row).day));
+  for (const int year : years) input.years.push_back(yearOf(shown, year));
+  // What is on the screen, unsaved corrections among it, goes before what lies on the disk.
+  input.allYears = [yearOf, present = input.years, folder = run_.dataDirectory, station = loaded_->station,
+                    curve = shown.Curve(), word = run_.language.convertedWord, regional = run_.regional] {
+    std::map<int, FlowYear> all;
+    for (const FlowYear& year : present) all.emplace(year.waterYear, year);
+    std::vector<RawFile> files = FilesInUse(ListRawFiles(folder, station));
+    ReadHeaders(folder, files);
+    for (const StationWaterYear& known : WaterYearsOf(files, folder, station, word)) {
+      if (all.contains(known.year.number)) continue;
+      LoadRequest request = WaterYearRequest(folder, station, known.year, word);
+      request.regional = regional;
+      auto read = LoadReadings(request);
+      if (!read) continue;
+      read->series.SetCurve(curve);
+      all.emplace(known.year.number, yearOf(std::move(read->series), known.year.number));
+    }
+    std::vector<FlowYear> list;
+    for (auto& [number, year] : all) list.push_back(std::move(year));
+    return list;
+  };
+  return input;
 }
 
 void FormSec::AddGraphEntries() {

@@ -203,6 +203,19 @@ int DailySheetRow(Day day) {
   return kRowsPerMonth * (WaterYearMonth(MonthOf(day)) - 1) + DayOf(day) + kFirstDailyRow - 1;
 }
 
+std::vector<DailyMean> DailyMeansOf(const LevelTable& table) {
+  std::vector<DailyMean> means;
+  for (const DayRecord& day : table.days) {
+    DailyMean mean{day.day, day.meanCm, {}, false};
+    if (day.discharge) {
+      mean.m3s = day.discharge->meanM3s;
+      mean.flagged = day.discharge->Partial() || day.discharge->extrapolated;
+    }
+    if (mean.levelCm || mean.m3s) means.push_back(mean);
+  }
+  return means;
+}
+
 LevelTable ComputeLevelTable(const StationSeries& series, int waterYear, ExtremeMode mode,
                              const QString& title, bool withHourly) {
   LevelTable table;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "ratings/daily_mean.h"
 #include "ratings/discharge_days.h"
 #include "review/station_series.h"
 
@@ -72,6 +73,9 @@ int WaterYearMonth(int month);
 int MinutesOfDay(QStringView clock);
 /// Row of a date on the daily sheet: 35 rows a month, 1 October is row 5.
 int DailySheetRow(Day day);
+
+/// Daily means of the days that have one, in the table's order.
+std::vector<DailyMean> DailyMeansOf(const LevelTable& table);
 
 /// withHourly: else hourly rows and their records are left out; the days are the same.
 LevelTable ComputeLevelTable(const StationSeries& series, int waterYear, ExtremeMode mode,

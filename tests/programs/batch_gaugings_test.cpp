@@ -110,5 +110,50 @@ TEST_F(BatchGaugings, TheRegistersCurveAndCatchmentMakeTheDischarges) {
   EXPECT_EQ(LookupStationFacts(register_, Text("12001"))->curve, QString());
 }
 
+TEST_F(BatchGaugings, GraphsAreOfDischargesDurationsAndSeveralYears) {
+  for (const int year : {2022, 2023}) {
+    sample::RawFilePlan plan;
+    plan.stem = year == 2022 ? "221001" : "231001";
+    plan.first = sample::At(year, 10, 1, 1);
+    plan.count = 48;
+    plan.levelCm = [year](DateTime) { return year == 2022 ? 120 : 70; };
+    ASSERT_TRUE(sample::WriteRawFile(folder_.path(), plan));
+  }
+  const QString curve = Write("E12001.dat",
+                              "Vesk4 rating curve, format 1\nstation = 12001\n[period]\nlowest_cm = 30\n"
+                              "highest_cm = 120\n[segments]\n- 0.01 20 2\n[end]\n");
+  const QString out = folder_.filePath(Text("g.csv"));
+  const auto graph = [&](const QStringList& further) {
+    QFile::remove(out);
+    return Batch(
+        QStringList{Text("graph"), folder_.path(), Text("--station"), Text("12001"), Text("--out"), out} +
+        further);
+  };
+  const QStringList with{Text("--curve"), curve, Text("--quantity")};
+  const Outcome years = graph(with + QStringList{Text("discharge"), Text("--years"), Text("2024,2023")});
+  EXPECT_EQ(years.exit, 0) << years.err.toStdString();
+  const QByteArray points = test::BytesOf(out);
+  EXPECT_TRUE(points.contains("\n2023,01/10/2022 01:00,discharge_m3s,100,0\n"))
+      << points.left(200).toStdString();
+  EXPECT_TRUE(points.contains("\n2024,01/10/2023 01:00,discharge_m3s,25,0\n"));
+  const QStringList one{Text("--water-year"), Text("2024")};
+  EXPECT_EQ(graph(with + QStringList{Text("duration")} + one).exit, 0);
+  EXPECT_TRUE(test::BytesOf(out).contains("2024,33.3333,discharge_m3s,25,0\n"))
+      << test::BytesOf(out).toStdString();
+  EXPECT_EQ(graph(QStringList{Text("--quantity"), Text("discharge")} + one).exit, 2) << "no curve";
+  EXPECT_EQ(graph(with + QStringList{Text("level")} + one).exit, 2) << "a curve that would do nothing";
+  EXPECT_EQ(graph(with + QStringList{Text("discharge"), Text("--years"), Text("2024"), Text("--water-year"),
+                                     Text("2024")})
+                .exit,
+            2);
+  EXPECT_EQ(graph(with + QStringList{Text("flow")} + one).exit, 2);
+  EXPECT_EQ(graph(QStringList{Text("--register"), register_, Text("--quantity"), Text("both")} + one).exit, 1)
+      << "the register keeps no curve";
+  EXPECT_FALSE(QFile::exists(out));
+  EXPECT_EQ(graph(with + QStringList{Text("discharge"), Text("--years"), Text("2024,2010")}).exit, 1)
+      << "a year that is not there is named, the other drawn";
+  EXPECT_TRUE(QFile::exists(out));
+}
+
 }  // namespace
 }  // namespace vesk
