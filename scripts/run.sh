@@ -18,7 +18,7 @@ display=${DISPLAY:-}${WAYLAND_DISPLAY:-}
 [ -n "$display" ] || rm -rf "$sample"
 if [ ! -d "$sample" ]; then
   mkdir -p "$data/Arsiv" "$data/ArvelDat" "$program"
-  cp resources/Sablon.xls resources/Sablon_E.xls resources/IstSbl.mdb "$program/"
+  cp resources/Sablon*.xls resources/IstSbl.mdb "$program/"
   cp resources/IstSbl.mdb "$register"
   touch "$program/ilk.sil" # first run: the program writes its default settings
   "$bin/make_sample_data" --register "$register" --ratings "$data/Anahtar" "$data" >"$sample/files.txt"

@@ -12,8 +12,9 @@
 namespace vesk {
 namespace {
 
-constexpr std::array<QLatin1String, 3> kDeliveredFiles = {kRegisterTemplate, QLatin1String("Sablon.xls"),
-                                                          QLatin1String("Sablon_E.xls")};
+constexpr std::array<QLatin1String, 5> kDeliveredFiles = {
+    kRegisterTemplate, QLatin1String("Sablon.xls"), QLatin1String("Sablon_E.xls"),
+    QLatin1String("SablonDebi.xls"), QLatin1String("SablonDebi_E.xls")};
 
 constexpr Wording kNoProgramFolder{u"Program klasörü oluşturulamadı",
                                    u"The program folder could not be made"};

@@ -85,16 +85,17 @@ class HistoryWriter {
     }
   }
 
-  void Findings(const std::vector<AcceptedFinding>& accepted) {
-    for (const AcceptedFinding& finding : accepted) {
-      Begin();
-      csv_.Cell(finding.rule);
-      csv_.Cell(DateTimeText(finding.from));
-      csv_.Cell(DateTimeText(finding.to));
-      csv_.Cell(finding.rawFile);
-      csv_.Plain() += NumberText(finding.value).toLatin1();
-      csv_.Cell(finding.by.why.reason);
-      Who(finding.by);
+  void Findings(const ReviewDecisions& decisions) {
+    for (const AcceptedFinding& finding : decisions.accepted) {
+      Accepted(finding);
+      csv_.Cell(QStringLiteral("accepted"));
+      Who({});
+      csv_.EndLine();
+    }
+    for (const WithdrawnAcceptance& taken : decisions.withdrawn) {
+      Accepted(taken.finding);
+      csv_.Cell(QStringLiteral("withdrawn"));
+      Who(taken.by);
       csv_.EndLine();
     }
   }
@@ -110,11 +111,23 @@ class HistoryWriter {
       csv_.Cell(QString::fromLatin1(approval.logHash));
       csv_.Cell(approval.by.why.reason);
       Who(approval.by);
+      csv_.Cell(approval.curve.path);
+      csv_.Cell(QString::fromLatin1(approval.curve.sha256));
       csv_.EndLine();
     }
   }
 
  private:
+  void Accepted(const AcceptedFinding& finding) {
+    Begin();
+    csv_.Cell(finding.rule);
+    csv_.Cell(DateTimeText(finding.from));
+    csv_.Cell(DateTimeText(finding.to));
+    csv_.Cell(finding.rawFile);
+    csv_.Plain() += NumberText(finding.value).toLatin1();
+    csv_.Cell(finding.by.why.reason);
+    Who(finding.by);
+  }
   void Begin() {
     csv_.Cell(choice_.station.Number());
     csv_.Cell(QString::number(choice_.year.number));
@@ -137,12 +150,14 @@ Result<QByteArray> HistoryText(const QCommandLineParser& parser, const StationYe
     const auto decisions = ReadReviewDecisions(logPath);
     if (!decisions) return decisions.Failure();
     if (parser.isSet(QStringLiteral("findings"))) {
-      text = "station,water_year,rule,from,to,file,value,reason,login,name,at\n";
-      writer.Findings(decisions->accepted);
+      text =
+          "station,water_year,rule,from,to,file,value,reason,login,name,at,state,withdrawn_login,"
+          "withdrawn_name,withdrawn_at\n";
+      writer.Findings(*decisions);
     } else {
       text =
           "station,water_year,state,readings,corrections,open_findings,raw_files,change_log,remark,login,"
-          "name,at\n";
+          "name,at,curve,curve_sha256\n";
       writer.Approvals(decisions->approvals);
     }
     return text;

@@ -8,6 +8,7 @@
 #include "findings/samples.h"
 #include "platform/csv.h"
 #include "programs/batch.h"
+#include "programs/batch_curve.h"
 #include "programs/batch_support.h"
 #include "review/editing.h"
 #include "review/review_decisions.h"
@@ -269,7 +270,9 @@ int RunApproveVerb(const QStringList& arguments) {
   AddStationOptions(parser, false);
   AddOption(parser, "remark", "Why, for the review record.", "TEXT");
   AddOption(parser, "withdraw", "Takes the approval back.");
-  AddOption(parser, "register", "Station register with the station's limits, as for check.", "FILE");
+  AddOption(parser, "register",
+            "Station register with the station's limits, as for check, and its rating curve.", "FILE");
+  parser.addOption(CurveOption());
   if (const auto exit = ParseVerb(parser, arguments, {QStringLiteral("DIR")})) return *exit;
   if (const QString wrong = WrongChoice(parser); !wrong.isEmpty())
     return WrongUse(QStringLiteral("approve: ") + wrong);
@@ -277,6 +280,9 @@ int RunApproveVerb(const QStringList& arguments) {
   if (!reviewed) return Fail(reviewed.Failure());
   const int notWhole = ExitOf(reviewed->loaded);
   if (notWhole != kBatchDone) return notWhole;  // what is missing was told
+  const auto curve = CurveFor(CurveChoiceOf(parser), reviewed->choice.station);
+  if (!curve) return Fail(curve.Failure());
+  reviewed->loaded.series.SetCurve(*curve);
   const QString log = reviewed->loaded.changeLogs.front().saveTo;
   const auto findings = FindingsOf(parser, *reviewed);
   if (!findings) return Fail(findings.Failure());

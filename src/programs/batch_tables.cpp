@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "datafiles/numbers.h"
 #include "platform/folders.h"
 #include "platform/libreoffice/office.h"
 #include "programs/batch.h"
@@ -53,6 +54,7 @@ class UnattendedAnswers : public BuildQuestions {
 struct TableOptions {
   QString folder, outFolder, registerPath, templates, templateName;
   CurveChoice curve = {};
+  std::optional<double> catchmentKm2 = {};
   bool hourly = false;
   bool replace = false;
   LanguageChoice language = LanguageChoice::Turkish;
@@ -68,17 +70,21 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
   const auto used = CurveFor(options.curve, choice.station);
   if (!used) return used.Failure();
   loaded->series.SetCurve(*used);
-  const BuildInput input{
-      .series = loaded->series,
-      .stationNumber = number,
-      .stationName = name,
-      .waterYear = choice.year.number,
-      .extremeMode = options.mode,
-      .tableDirectory = options.outFolder,
-      .templateDirectory = options.templates,
-      .templateName = options.templateName,
-      .afterSave = AfterSave::Close,
-      .notes = NotesOfTable(NotWholeNote(*loaded), loaded->series, options.mode, options.language)};
+  const auto facts = FactsFor(options.registerPath, choice.station);
+  if (!facts) return facts.Failure();
+  const BuildInput input{.series = loaded->series,
+                         .stationNumber = number,
+                         .stationName = name,
+                         .waterYear = choice.year.number,
+                         .extremeMode = options.mode,
+                         .tableDirectory = options.outFolder,
+                         .templateDirectory = options.templates,
+                         .templateName = options.templateName,
+                         .afterSave = AfterSave::Close,
+                         .catchmentKm2 = options.catchmentKm2 ? options.catchmentKm2 : facts->catchmentKm2,
+                         .language = options.language,
+                         .notes = NotesOfTable(NotWholeNote(*loaded), loaded->series, options.mode,
+                                               options.language, choice.year.number)};
   UnattendedAnswers answers(options.hourly, options.replace,
                             QStringLiteral("%1 %2").arg(number).arg(choice.year.number));
   const auto report = BuildLevelTable(input, office, answers);
@@ -146,6 +152,10 @@ void AddTableOptions(QCommandLineParser& parser) {
   AddStationOptions(parser, true);
   parser.addOption(ExtremesOption());
   parser.addOption(CurveOption());
+  parser.addOption(
+      {QStringLiteral("catchment"),
+       QStringLiteral("Catchment area, for runoff depth and specific discharge (that of the register)."),
+       QStringLiteral("KM2")});
   parser.addOption({QStringLiteral("hourly"), QStringLiteral("Fills the hourly sheet, too.")});
   parser.addOption({QStringLiteral("language"), QStringLiteral("Language of the table (TURKCE)."),
                     QStringLiteral("TURKCE|ENGLISH"), QStringLiteral("TURKCE")});
@@ -174,7 +184,12 @@ int RunTableVerb(const QStringList& arguments) {
   if (language != QLatin1String("TURKCE") && language != QLatin1String("ENGLISH")) {
     return WrongUse(QStringLiteral("table: --language is TURKCE or ENGLISH"));
   }
-  const auto options = ReadTableOptions(parser);
+  const QString catchment = parser.value(QStringLiteral("catchment"));
+  const auto area = ReadWholeNumber(catchment);
+  if (!catchment.isEmpty() && !(area && *area > 0))
+    return WrongUse(QStringLiteral("table: --catchment: expected km2 above 0"));
+  auto options = ReadTableOptions(parser);
+  if (options && area) options->catchmentKm2 = area;
   if (!options) return Fail(options.Failure());
   const auto chosen = ChooseStationYears(parser, options->folder);
   if (!chosen) return Fail(chosen.Failure());

@@ -251,7 +251,8 @@ class Drawing {
   }
   void Text(const QRectF& where, Qt::AlignmentFlag side, const QString& text) {
     painter_.setPen(QColor(kInkColour));
-    painter_.drawText(where, side | Qt::AlignVCenter | Qt::TextDontClip, text);
+    painter_.drawText(where, static_cast<int>(Qt::Alignment(side) | Qt::AlignVCenter) | Qt::TextDontClip,
+                      text);
   }
 
   QPainter& painter_;

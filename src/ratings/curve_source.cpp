@@ -1,5 +1,8 @@
 #include "ratings/curve_source.h"
 
+#include <QFileInfo>
+#include <QStringList>
+
 #include <QCryptographicHash>
 
 #include <utility>
@@ -49,6 +52,21 @@ Message CurveSource::Explain(DateTime time, DischargeFlag flag) const {
       break;
   }
   return {};
+}
+
+Message CurveSource::Describe(Day first, Day last) const {
+  constexpr int kShortDigest = 12;
+  QStringList ranges;
+  for (const CurvePeriod& period : curve_.periods) {
+    const bool before = period.to && *period.to < DateTime(first);
+    const bool behind = period.from && *period.from >= DateTime(last) + std::chrono::days(1);
+    if (!before && !behind)
+      ranges += QStringLiteral("%1-%2 cm").arg(NumberText(period.lowestCm), NumberText(period.highestCm));
+  }
+  return {Wording{u"Anahtar eğrisi: %1 (SHA-256 %2...); ölçülen seviyeler: %3",
+                  u"Rating curve: %1 (SHA-256 %2...); gauged levels: %3"},
+          QFileInfo(path_).fileName(), QString::fromLatin1(sha256_.left(kShortDigest)),
+          ranges.join(QStringLiteral("; "))};
 }
 
 Result<std::shared_ptr<const CurveSource>> OpenCurve(const QString& path, const QString& stationNumber) {

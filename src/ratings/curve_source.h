@@ -21,8 +21,9 @@ class CurveSource : public DischargeSource {
   [[nodiscard]] Message Explain(DateTime time, DischargeFlag flag) const override;
 
   [[nodiscard]] const RatingCurve& Curve() const { return curve_; }
-  [[nodiscard]] const QString& Path() const { return path_; }
-  [[nodiscard]] const QByteArray& Sha256() const { return sha256_; }
+  [[nodiscard]] QString Path() const override { return path_; }
+  [[nodiscard]] QByteArray Sha256() const override { return sha256_; }
+  [[nodiscard]] Message Describe(Day first, Day last) const override;
 
  private:
   RatingCurve curve_;

@@ -70,8 +70,7 @@ std::vector<int> FormOlcum::SelectedRows() const {
   for (const QModelIndex& index : grid_->selectionModel()->selectedIndexes())
     rows.push_back(sorted_->mapToSource(index).row());
   std::ranges::sort(rows);
-  const auto repeated = std::ranges::unique(rows);
-  rows.erase(repeated.begin(), repeated.end());
+  rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
   return rows;
 }
 

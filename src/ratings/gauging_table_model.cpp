@@ -3,7 +3,6 @@
 #include <QFont>
 
 #include <algorithm>
-#include <ranges>
 
 namespace vesk {
 namespace {
@@ -16,8 +15,8 @@ GaugingField FieldOf(int column) {
 
 std::vector<GaugingChange> TurnedRound(const std::vector<GaugingChange>& changes) {
   std::vector<GaugingChange> back;
-  for (const GaugingChange& change : changes | std::views::reverse)
-    back.push_back({change.after, change.before});
+  for (auto change = changes.rbegin(); change != changes.rend(); ++change)
+    back.push_back({change->after, change->before});
   return back;
 }
 

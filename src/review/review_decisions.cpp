@@ -21,7 +21,9 @@ namespace {
 
 constexpr double kSameValue = 1e-6;
 const QString kAccepted = QStringLiteral("acceptedFindings");
+const QString kWithdrawn = QStringLiteral("withdrawnFindings");
 const QString kApprovals = QStringLiteral("approvals");
+const QString kCurve = QStringLiteral("ratingCurve");
 
 void PutAuthor(QJsonObject& object, const Authorship& by) {
   object[QStringLiteral("by")] = by.login;
@@ -61,6 +63,15 @@ std::optional<AcceptedFinding> DecodeAccepted(const QJsonObject& object) {
                          .by = AuthorIn(object)};
 }
 
+QJsonObject Encode(const UsedCurve& curve) {
+  return {{QStringLiteral("file"), curve.path},
+          {QStringLiteral("sha256"), QString::fromLatin1(curve.sha256)}};
+}
+
+UsedCurve DecodeCurve(const QJsonObject& object) {
+  return {object[QStringLiteral("file")].toString(), object[QStringLiteral("sha256")].toString().toLatin1()};
+}
+
 QJsonObject Encode(const Approval& approval) {
   QJsonArray files;
   for (const ApprovedFile& file : approval.rawFiles) {
@@ -73,6 +84,7 @@ QJsonObject Encode(const Approval& approval) {
                      {QStringLiteral("readings"), approval.readings},
                      {QStringLiteral("corrections"), approval.corrections},
                      {QStringLiteral("openFindings"), approval.openFindings}};
+  if (!approval.curve.path.isEmpty()) object[kCurve] = Encode(approval.curve);
   PutAuthor(object, approval.by);
   return object;
 }
@@ -83,7 +95,8 @@ Approval DecodeApproval(const QJsonObject& object) {
                     .logHash = object[QStringLiteral("changeLog")].toString().toLatin1(),
                     .readings = object[QStringLiteral("readings")].toInt(),
                     .corrections = object[QStringLiteral("corrections")].toInt(),
-                    .openFindings = object[QStringLiteral("openFindings")].toInt()};
+                    .openFindings = object[QStringLiteral("openFindings")].toInt(),
+                    .curve = DecodeCurve(object[kCurve].toObject())};
   const QJsonArray files = object[QStringLiteral("rawFiles")].toArray();
   for (const auto& value : files) {
     const QJsonObject file = value.toObject();
@@ -93,12 +106,15 @@ Approval DecodeApproval(const QJsonObject& object) {
   return approval;
 }
 
-/// Drops what is meant from the list, and leaves whatever else stands there.
-QJsonArray Without(const QJsonArray& accepted, const AcceptedFinding& finding) {
+/// Drops what is meant from the list, and leaves whatever else stands there. dropped: takes it.
+QJsonArray Without(const QJsonArray& accepted, const AcceptedFinding& finding,
+                   QJsonArray* dropped = nullptr) {
   QJsonArray kept;
   for (const auto& value : accepted) {
     const auto known = DecodeAccepted(value.toObject());
-    if (!known || !known->IsOf(finding)) kept.append(value);
+    const bool meant = known && known->IsOf(finding);
+    if (!meant) kept.append(value);
+    if (meant && dropped != nullptr) dropped->append(value);
   }
   return kept;
 }
@@ -157,6 +173,21 @@ void CompareFiles(const Approval& approved, const Approval& present, std::vector
   }
 }
 
+/// Whichever curve is in use now: what was approved are the discharges of that one.
+void CompareCurve(const UsedCurve& approved, std::vector<Message>& differences) {
+  if (approved.path.isEmpty()) return;
+  const auto hash = QFile::exists(approved.path) ? HashOfFile(approved.path) : QByteArray();
+  if (!hash || hash->isEmpty()) {
+    differences.emplace_back(Wording{u"anahtar eğrisi %1 artık yok veya okunamıyor",
+                                     u"the rating curve %1 is gone or cannot be read"},
+                             approved.path);
+  } else if (*hash != approved.sha256) {
+    differences.emplace_back(Wording{u"anahtar eğrisi %1 onaydan sonra değişti",
+                                     u"the rating curve %1 has changed since the approval"},
+                             approved.path);
+  }
+}
+
 }  // namespace
 
 bool AcceptedFinding::IsOf(const AcceptedFinding& other) const {
@@ -176,6 +207,14 @@ Result<ReviewDecisions> ReadReviewDecisions(const QString& changeLogPath) {
   for (const auto& value : accepted) {
     if (auto finding = DecodeAccepted(value.toObject())) decisions.accepted.push_back(std::move(*finding));
   }
+  const QJsonArray withdrawn = record->other[kWithdrawn].toArray();
+  for (const auto& value : withdrawn) {
+    const QJsonObject object = value.toObject();
+    if (auto finding = DecodeAccepted(object))
+      decisions.withdrawn.push_back(
+          {std::move(*finding), AuthorIn(object[QStringLiteral("withdrawn")].toObject())});
+  }
+  decisions.curve = DecodeCurve(record->other[kCurve].toObject());
   const QJsonArray approvals = record->other[kApprovals].toArray();
   for (const auto& value : approvals) decisions.approvals.push_back(DecodeApproval(value.toObject()));
   return decisions;
@@ -191,7 +230,24 @@ Status AcceptFinding(const QString& changeLogPath, const AcceptedFinding& findin
 
 Status WithdrawAcceptance(const QString& changeLogPath, const AcceptedFinding& finding) {
   return UpdateReviewRecord(LogOfDecisions(changeLogPath), [&](ReviewRecord& record) {
-    record.other[kAccepted] = Without(record.other[kAccepted].toArray(), finding);
+    QJsonArray dropped;
+    record.other[kAccepted] = Without(record.other[kAccepted].toArray(), finding, &dropped);
+    QJsonArray withdrawn = record.other[kWithdrawn].toArray();
+    for (const auto& value : dropped) {
+      QJsonObject by;
+      PutAuthor(by, PresentAuthor());
+      QJsonObject object = value.toObject();
+      object[QStringLiteral("withdrawn")] = by;
+      withdrawn.append(object);
+    }
+    if (!withdrawn.isEmpty()) record.other[kWithdrawn] = withdrawn;
+  });
+}
+
+Status KeepCurveChoice(const QString& changeLogPath, const UsedCurve& curve) {
+  return UpdateReviewRecord(LogOfDecisions(changeLogPath), [&](ReviewRecord& record) {
+    if (curve.path.isEmpty()) return record.other.remove(kCurve);
+    record.other[kCurve] = Encode(curve);
   });
 }
 
@@ -218,12 +274,14 @@ Result<Approval> PresentState(const QString& dataDirectory, const std::vector<Re
   state.logHash = HashOf(*log);
   state.readings = series.ReadingCount();
   state.corrections = CorrectionsIn(series);
+  if (series.Curve()) state.curve = {series.Curve()->Path(), series.Curve()->Sha256()};
   return state;
 }
 
 std::vector<Message> ApprovalDifferences(const Approval& approved, const Approval& present) {
   std::vector<Message> differences;
   CompareFiles(approved, present, differences);
+  CompareCurve(approved.curve, differences);
   if (approved.logHash != present.logHash) {
     differences.emplace_back(
         Wording{u"düzeltmeler onaydan sonra değişti (onaylanan: %1, şimdi: %2)",

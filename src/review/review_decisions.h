@@ -36,6 +36,20 @@ struct ApprovedFile {
   bool operator==(const ApprovedFile&) const = default;
 };
 
+/// A rating curve as it was when it was chosen, or when what it makes was approved.
+struct UsedCurve {
+  QString path;       ///< where the file lay; empty: no curve
+  QByteArray sha256;  ///< of its bytes, hexadecimal
+
+  bool operator==(const UsedCurve&) const = default;
+};
+
+/// An acceptance that was taken back.
+struct WithdrawnAcceptance {
+  AcceptedFinding finding;  ///< with who accepted it
+  Authorship by;            ///< who took it back, and when
+};
+
 /// A water year, approved or withdrawn.
 struct Approval {
   bool withdrawn = false;  ///< an approval before this is taken back
@@ -45,12 +59,15 @@ struct Approval {
   int readings = 0;
   int corrections = 0;
   int openFindings = 0;
+  UsedCurve curve{};  ///< that made the discharges
 };
 
 /// What the review record of a change log has of them.
 struct ReviewDecisions {
   std::vector<AcceptedFinding> accepted;
-  std::vector<Approval> approvals;  ///< oldest first
+  std::vector<WithdrawnAcceptance> withdrawn;  ///< oldest first
+  std::vector<Approval> approvals;             ///< oldest first
+  UsedCurve curve;                             ///< that was chosen last for the water year; no path: none was
 
   /// The approval in force; null when there is none.
   [[nodiscard]] const Approval* InForce() const;
@@ -61,7 +78,10 @@ Result<ReviewDecisions> ReadReviewDecisions(const QString& changeLogPath);
 
 /// Each is merged into the record as it is at that moment.
 Status AcceptFinding(const QString& changeLogPath, const AcceptedFinding& finding);
+/// The acceptance stays on record as one that was taken back.
 Status WithdrawAcceptance(const QString& changeLogPath, const AcceptedFinding& finding);
+/// The curve that was chosen last; no path: none is proposed any more.
+Status KeepCurveChoice(const QString& changeLogPath, const UsedCurve& curve);
 /// Approvals are added, never replaced; a withdrawal is one with `withdrawn`.
 Status AddApproval(const QString& changeLogPath, const Approval& approval);
 
@@ -70,7 +90,7 @@ Status AddApproval(const QString& changeLogPath, const Approval& approval);
 Result<Approval> PresentState(const QString& dataDirectory, const std::vector<ReadOut>& readOuts,
                               const QString& changeLogPath, const StationSeries& series);
 
-/// What is no longer as it was approved; empty when the approval holds.
+/// What is no longer as it was approved; empty when the approval holds. Looks at the approved curve's file.
 std::vector<Message> ApprovalDifferences(const Approval& approved, const Approval& present);
 
 /// What there is to say of the approval of a water year when it is loaded: that it holds and whose it is, or

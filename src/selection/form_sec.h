@@ -13,6 +13,7 @@
 #include "review/browser.h"
 #include "review/editing.h"
 #include "review/not_whole_note.h"
+#include "review/review_decisions.h"
 #include "review/row_selection.h"
 #include "selection/form_sec_controls.h"
 #include "selection/review_questions.h"
@@ -158,6 +159,9 @@ class FormSec : public QWidget {
   void ConnectCurve();
   void ChooseRatingCurve();
   [[nodiscard]] QString StationCurve() const;
+  [[nodiscard]] QStringList LogsOfCurve() const;
+  [[nodiscard]] UsedCurve LastCurve() const;
+  void RememberCurve();
   void ShowStationCurve();
   void UseStationCurve();
   void KeepStationCurve();
@@ -181,6 +185,7 @@ class FormSec : public QWidget {
   std::optional<LoadRequest> request_;        ///< of what is loaded
   std::shared_ptr<const CurveSource> curve_;  ///< of the discharges; null: none
   QAction* dropCurve_ = nullptr;
+  QAction* lastCurve_ = nullptr;
   QAction* stationCurve_ = nullptr;
   QAction* keepCurve_ = nullptr;
   QAction* gaugings_ = nullptr;

@@ -4,10 +4,13 @@
 #include <QMenu>
 #include <QToolButton>
 
+#include "ratings/curve_file.h"
 #include "ratings/curve_source.h"
 #include "ratings/form_anahtar.h"
 #include "ratings/open_rating.h"
 #include "ratings/recorded_levels.h"
+#include "review/change_log.h"
+#include "review/review_decisions.h"
 #include "review/review_grid_model.h"
 #include "selection/chooser_panel.h"
 #include "selection/form_sec.h"
@@ -28,6 +31,10 @@ void FormSec::ConnectCurve() {
                                [this] { UseCurve({}); });
   dropCurve_->setObjectName(QStringLiteral("EgriYok"));
   menu->addSeparator();
+  lastCurve_ = menu->addAction(QString(), this, [this] {
+    if (const UsedCurve last = LastCurve(); !last.path.isEmpty()) UseCurve(last.path);
+  });
+  lastCurve_->setObjectName(QStringLiteral("EgriSon"));
   stationCurve_ = menu->addAction(QString(), this, &FormSec::UseStationCurve);
   stationCurve_->setObjectName(QStringLiteral("EgriIstasyon"));
   keepCurve_ =
@@ -61,8 +68,51 @@ QString FormSec::StationCurve() const {
   return QDir(QFileInfo(run_.stationDatabasePath).absolutePath()).absoluteFilePath(facts->curve);
 }
 
+/// The logs whose records keep what was chosen for the readings on the screen; empty without any.
+QStringList FormSec::LogsOfCurve() const {
+  QStringList logs;
+  if (!ChoiceIsLoaded()) return logs;
+  for (const StationWaterYear& year : YearsOf(session_.Series().Chosen()))
+    logs += ChangeLogToRead(run_.dataDirectory, loaded_->station, year);
+  return logs;
+}
+
+/// The curve that was chosen last for the first of the loaded water years that has one.
+UsedCurve FormSec::LastCurve() const {
+  for (const QString& log : LogsOfCurve()) {
+    const auto decisions = ReadReviewDecisions(log);
+    if (decisions && !decisions->curve.path.isEmpty()) return decisions->curve;
+  }
+  return {};
+}
+
+/// For the next opening of these water years. Nothing depends on it: what cannot be kept is told and passed
+/// over.
+void FormSec::RememberCurve() {
+  if (!curve_) return;
+  const UsedCurve used{QFileInfo(curve_->Path()).absoluteFilePath(), curve_->Sha256()};
+  for (const QString& log : LogsOfCurve()) {
+    const auto known = ReadReviewDecisions(log);
+    if (known && known->curve == used) continue;
+    if (const Status kept = KeepCurveChoice(log, used); !kept) c_.messages->Add(kept.Failure().Said());
+  }
+}
+
 /// The menu as it opens: others may have changed the register.
 void FormSec::ShowStationCurve() {
+  const UsedCurve last = LastCurve();
+  lastCurve_->setEnabled(!last.path.isEmpty());
+  if (last.path.isEmpty()) {
+    lastCurve_->setText(Say(Wording{u"Son seçilen eğri (yok)", u"Curve chosen last (none)"}));
+  } else {
+    const auto now = ReadCurveFileWithDigest(last.path);
+    const Message state = !now ? Message(Wording{u"artık okunamıyor", u"can no longer be read"})
+                          : now->sha256 != last.sha256
+                              ? Message(Wording{u"o zamandan beri değişti", u"changed since"})
+                              : Message(Wording{u"değişmedi", u"unchanged"});
+    lastCurve_->setText(Say(Wording{u"Son seçilen eğri: %1 (%2)", u"Curve chosen last: %1 (%2)"},
+                            QFileInfo(last.path).fileName(), state));
+  }
   const QString path = StationCurve();
   stationCurve_->setText(
       path.isEmpty()
@@ -159,6 +209,7 @@ void FormSec::UseCurve(const QString& path) {
   }
   // Of a choice that is not loaded yet: the readings on the screen are others.
   session_.UseCurve(ChoiceIsLoaded() ? curve_ : nullptr);
+  RememberCurve();
   c_.chooser->ShowRatingCurve(curve_ ? path : QString());
   if (curve_ && curve_->Curve().station.isEmpty()) {
     c_.messages->Add(

@@ -19,6 +19,7 @@
 #include "shell/busy_cursor.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
+#include "stations/station_register.h"
 #include "tables/build_level_table.h"
 #include "tables/level_table.h"
 #include "tables/table_notes.h"
@@ -42,17 +43,20 @@ void FormSec::MakeTable() {
   busy_ = true;
   Refresh();
   const ExtremeMode mode = ExtremeModeOf(run_.options.Slot(8));
-  const BuildInput input{
-      .series = session_.Series(),
-      .stationNumber = loaded_->station.Number(),
-      .stationName = loaded_->stationName,
-      .waterYear = loaded_->year->number,
-      .extremeMode = mode,
-      .tableDirectory = loaded_->dataDirectory,
-      .templateDirectory = run_.programFolder,
-      .templateName = run_.language.templateName,
-      .afterSave = AfterSaveOf(run_.options.Slot(9)),
-      .notes = NotesOfTable(loaded_->notWhole, session_.Series(), mode, run_.language.Choice())};
+  const auto facts = LookupStationFacts(run_.stationDatabasePath, loaded_->station.Number());
+  const BuildInput input{.series = session_.Series(),
+                         .stationNumber = loaded_->station.Number(),
+                         .stationName = loaded_->stationName,
+                         .waterYear = loaded_->year->number,
+                         .extremeMode = mode,
+                         .tableDirectory = loaded_->dataDirectory,
+                         .templateDirectory = run_.programFolder,
+                         .templateName = run_.language.templateName,
+                         .afterSave = AfterSaveOf(run_.options.Slot(9)),
+                         .catchmentKm2 = facts ? facts->catchmentKm2 : std::nullopt,
+                         .language = run_.language.Choice(),
+                         .notes = NotesOfTable(loaded_->notWhole, session_.Series(), mode,
+                                               run_.language.Choice(), loaded_->year->number)};
   const Result<BuildReport> report = [&] {
     WindowBuildQuestions asking(*this, *questions_, run_.language, UnchosenExtremes(run_));
     return BuildLevelTable(input, frame_.Office(), asking);

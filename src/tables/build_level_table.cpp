@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "datafiles/numbers.h"
+#include "datafiles/water_year.h"
 #include "platform/system_reason.h"
 #include "platform/whole_file.h"
 #include "tables/level_table_workbook.h"
@@ -46,15 +47,24 @@ BuildMessage DoNotSwitchSheets() {
       QString()};
 }
 
-/// The template's path, its name matched without regard to case.
-Result<QString> FindTemplate(const BuildInput& input) {
+/// The path of a template, its name matched without regard to case; empty when there is none.
+QString TemplatePath(const BuildInput& input, const QString& name) {
   const QDir folder(input.templateDirectory);
-  const QStringList found = folder.entryList({input.templateName}, QDir::Files);
-  if (!found.isEmpty()) return folder.filePath(found.front());
-  return Error{Wording{u"Seviye tablosunun şablonu yok", u"The template of the level table is missing"},
-               folder.filePath(input.templateName),
-               folder.exists() ? Wording{u"böyle bir dosya yok", u"no such file"}
-                               : Wording{u"böyle bir klasör yok", u"no such folder"}};
+  const QStringList found = folder.entryList({name}, QDir::Files);
+  return found.isEmpty() ? QString() : folder.filePath(found.front());
+}
+
+Error NoTemplate(const BuildInput& input, const QString& name) {
+  const QDir folder(input.templateDirectory);
+  return {Wording{u"Seviye tablosunun şablonu yok", u"The template of the level table is missing"},
+          folder.filePath(name),
+          folder.exists() ? Wording{u"böyle bir dosya yok", u"no such file"}
+                          : Wording{u"böyle bir klasör yok", u"no such folder"}};
+}
+
+/// "SablonDebi_E.xls" of "Sablon_E.xls".
+QString DischargeTemplateName(QString name) {
+  return name.replace(QStringLiteral("Sablon"), QStringLiteral("SablonDebi"), Qt::CaseInsensitive);
 }
 
 /// Folders of the making that a killed program left behind. Those of a day ago belong to nobody any more.
@@ -122,8 +132,24 @@ class TableBuild {
     if (input_.afterSave == AfterSave::Quit) (void)spreadsheet_.Quit();
   }
 
+  /// Tables without a rating curve are what they have always been: they keep their template.
+  Result<QString> ChooseTemplate() {
+    if (input_.series.Curve()) {
+      const QString name = DischargeTemplateName(input_.templateName);
+      const QString path = TemplatePath(input_, name);
+      if (!path.isEmpty()) {
+        forDischarges_ = true;
+        return path;
+      }
+      report_.warnings.push_back(NoTemplate(input_, name));
+    }
+    const QString path = TemplatePath(input_, input_.templateName);
+    if (path.isEmpty()) return NoTemplate(input_, input_.templateName);
+    return path;
+  }
+
   Status CopyTemplate() {
-    const Result<QString> source = FindTemplate(input_);
+    const Result<QString> source = ChooseTemplate();
     if (!source) return source.Failure();
     if (!folder_.isValid()) {
       return Error{kNotWritable, input_.tableDirectory, SystemReason(folder_.errorString())};
@@ -157,7 +183,9 @@ class TableBuild {
       return GoesOn(part == TablePart::Hourly ? BuildStep::HourlySheet : BuildStep::DailySheet,
                     kOpened + percent * (kWritten - kOpened) / 100);
     };
-    auto written = WriteLevelTable(TableOf(input_, report_.withHourlyValues), *workbook_, progress);
+    LevelTable table = TableOf(input_, report_.withHourlyValues);
+    if (!forDischarges_) table.curveText.clear();  // the plain template has no place for it
+    auto written = WriteLevelTable(table, *workbook_, progress);
     if (!written) return written.Failure();
     report_.hourlyRowsLeftOut = written->hourlyRowsLeftOut;
     for (const Error& warning : written->warnings) Forgive(warning);
@@ -248,6 +276,7 @@ class TableBuild {
   QString copy_;
   std::unique_ptr<Workbook> workbook_;
   BuildReport report_;
+  bool forDischarges_ = false;  ///< the template has places for what discharges come to
 };
 
 }  // namespace
@@ -259,6 +288,11 @@ AfterSave AfterSaveOf(const QString& optionText) {
 LevelTable TableOf(const BuildInput& input, bool withHourly) {
   const QString title = input.stationNumber + QStringLiteral(" - ") + input.stationName;
   LevelTable table = ComputeLevelTable(input.series, input.waterYear, input.extremeMode, title, withHourly);
+  if (const auto& curve = input.series.Curve()) {
+    const WaterYear year{input.waterYear};
+    table.curveText = curve->Describe(year.FirstDay(), year.LastDay()).In(input.language);
+    table.catchmentKm2 = input.catchmentKm2;
+  }
   table.note = QStringList(input.notes.begin(), input.notes.end()).join(QStringLiteral(" • "));
   return table;
 }

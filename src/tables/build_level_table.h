@@ -32,8 +32,13 @@ struct BuildInput {
   ExtremeMode extremeMode = ExtremeMode::Recorded;
   QString tableDirectory;  ///< where the table file goes: the data directory, unless another one is asked for
   QString templateDirectory;  ///< where the template lies: the program folder
-  QString templateName;       ///< of the current language: "Sablon.xls" or "Sablon_E.xls"
+  /// Of the current language: "Sablon.xls" or "Sablon_E.xls". With a rating curve its fellow for discharges
+  /// is taken ("SablonDebi.xls"); where that is missing, this one, and a warning tells so.
+  QString templateName;
   AfterSave afterSave = AfterSave::LeaveOpen;
+  std::optional<double> catchmentKm2 =
+      {};  ///< of the station, above 0; for runoff depth and specific discharge
+  LanguageChoice language = LanguageChoice::Turkish;  ///< of what is said of the rating curve
   /// What a reader must know of the readings (a file is missing, a record contradicts a correction), each a
   /// short sentence in the table's language, the weightiest first. They are asked about before anything is
   /// written and stand on the sheets.

@@ -60,8 +60,10 @@ struct LevelTable {
   QString title;                      ///< station number, " - ", name
   std::vector<HourlyReading> hourly;  ///< sheet rows 5, 6, 7 ...
   std::vector<HourlyRecord> records;
-  std::vector<int> missingExtremesRows;  ///< hourly sheet rows under which a day ended without extremes
-  std::vector<DayRecord> days;           ///< in grid order
+  std::vector<int> missingExtremesRows;     ///< hourly sheet rows under which a day ended without extremes
+  std::vector<DayRecord> days;              ///< in grid order
+  QString curveText;                        ///< which rating curve made the discharges; empty: none is named
+  std::optional<double> catchmentKm2 = {};  ///< for what its own formulas make of the discharges
   QString note;  ///< what a reader must know of the readings; empty when there is nothing
 };
 

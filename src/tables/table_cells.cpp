@@ -174,12 +174,23 @@ SheetCells DailyCells(const LevelTable& table) {
   return sheet;
 }
 
+/// The places that a template for discharges keeps for them.
+SheetCells MonthlyCells(const LevelTable& table) {
+  constexpr int kCatchmentRow = 55, kCatchmentColumn = 12, kCurveRow = 56;
+  SheetCells sheet{.part = TablePart::Daily, .sheet = kMonthlySheet};
+  if (table.catchmentKm2)
+    sheet.blocks.push_back({kCatchmentRow, kCatchmentColumn, {Row{*table.catchmentKm2}}});
+  sheet.blocks.push_back({kCurveRow, 1, {Row{table.curveText}}});
+  return sheet;
+}
+
 }  // namespace
 
 std::vector<SheetCells> CellsOf(const LevelTable& table) {
   std::vector<SheetCells> sheets;
   if (table.withHourly) sheets.push_back(HourlyCells(table));
   sheets.push_back(DailyCells(table));
+  if (!table.curveText.isEmpty()) sheets.push_back(MonthlyCells(table));
   return sheets;
 }
 

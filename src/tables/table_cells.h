@@ -44,7 +44,8 @@ struct SheetCells {
 };
 
 /// The sheets in the order of their writing: the hourly one, where the table has it, then the daily one. The
-/// monthly sheet shows what its own formulas make of the daily one.
+/// monthly sheet shows what its own formulas make of the daily one; of a table that names its rating curve it
+/// is told that, too.
 std::vector<SheetCells> CellsOf(const LevelTable& table);
 
 }  // namespace vesk

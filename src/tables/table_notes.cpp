@@ -5,6 +5,7 @@
 #include "datafiles/dates.h"
 #include "datafiles/numbers.h"
 #include "datafiles/record_label.h"
+#include "datafiles/water_year.h"
 #include "review/contradictions.h"
 #include "review/review_grid.h"
 
@@ -30,10 +31,11 @@ Message Contradictions(const StationSeries& series) {
 }
 
 /// What the star behind a discharge means, where one stands.
-Message Discharges(const StationSeries& series) {
+Message Discharges(const StationSeries& series, int waterYear) {
   int flagged = 0;
   int missing = 0;
   for (int row = 1; series.Curve() && row <= series.ReadingCount(); ++row) {
+    if (WaterYearOf(series.At(row).day) != waterYear) continue;
     const DischargeFlag flag = series.CurveDischargeOf(row)->flag;
     flagged += HasDischarge(flag) && flag != DischargeFlag::None ? 1 : 0;
     missing += HasDischarge(flag) ? 0 : 1;
@@ -49,10 +51,10 @@ Message Discharges(const StationSeries& series) {
 }  // namespace
 
 std::vector<QString> NotesOfTable(const Message& notWhole, const StationSeries& series, ExtremeMode mode,
-                                  LanguageChoice language) {
+                                  LanguageChoice language, int waterYear) {
   std::vector<QString> notes;
   const Message contradictions = mode == ExtremeMode::Recorded ? Contradictions(series) : Message();
-  for (const Message& note : {notWhole, contradictions, Discharges(series)}) {
+  for (const Message& note : {notWhole, contradictions, Discharges(series, waterYear)}) {
     if (!note.IsEmpty()) notes.push_back(note.In(language));
   }
   return notes;

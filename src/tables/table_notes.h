@@ -15,7 +15,8 @@ namespace vesk {
 /// The weightiest first; empty when there is nothing to say. notWhole: what the load does without. Records
 /// that contradict corrected readings matter only where the logger's extremes are taken. language: the
 /// table's.
+/// waterYear: of the table; flagged discharges of other loaded years are none of its own.
 std::vector<QString> NotesOfTable(const Message& notWhole, const StationSeries& series, ExtremeMode mode,
-                                  LanguageChoice language);
+                                  LanguageChoice language, int waterYear);
 
 }  // namespace vesk

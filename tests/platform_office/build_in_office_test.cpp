@@ -172,5 +172,55 @@ TEST_F(OfficeTable, UnrelatedReaderFindsTheSameFigures) {
       << hourly;
 }
 
+/// 2 m3/s a centimetre.
+class TwoToOne : public DischargeSource {
+ public:
+  [[nodiscard]] DischargeValue At(DateTime, double levelCm) const override {
+    return {2 * levelCm, DischargeFlag::None};
+  }
+  [[nodiscard]] Message Explain(DateTime, DischargeFlag) const override { return {}; }
+  [[nodiscard]] Message Describe(Day, Day) const override {
+    return Message::Verbatim(QStringLiteral("E12345.dat"));
+  }
+};
+
+TEST_F(OfficeTable, TheMonthlySheetSaysWhatItsDischargesComeTo) {
+  grid_.SetCurve(std::make_shared<TwoToOne>());
+  for (const char* name : {"Sablon.xls", "Sablon_E.xls"}) {
+    PlainAnswers questions;
+    BuildInput input = Input(QString::fromLatin1(name));
+    input.catchmentKm2 = 50;
+    const auto report = BuildLevelTable(input, *MakeUnattendedSpreadsheet(), questions);
+    ASSERT_TRUE(report.Ok() && report->warnings.empty());
+    auto office = PrivateOffice::Start();
+    ASSERT_TRUE(office.Ok());
+    auto session = OfficeSession::Own(std::move(*office), {});
+    ASSERT_TRUE(session.Ok());
+    const auto loaded = OfficeWorkbook::Load(*session, path_, Macros::MayRun);
+    ASSERT_TRUE(loaded.Ok());
+    OfficeWorkbook& book = **loaded;
+    const auto number = [&book](int row, int column) {
+      const CellValue value = At(book, kMonthlySheet, row, column);
+      return std::holds_alternative<double>(value) ? std::get<double>(value) : -1;
+    };
+    // October: 1 and 3 October have a mean. 100 for 6 h, 110 for 6 h, 120 for 11:59 h: 112.5 cm, 225 m3/s;
+    // then 140 for 12 h and 141 for 11:59 h: 281 m3/s.
+    EXPECT_EQ(At(book, kDailySheet, 5, 10), CellValue(225.0)) << name;
+    EXPECT_EQ(number(59, 2), 253);
+    EXPECT_EQ(number(59, 3), 281);
+    EXPECT_EQ(number(59, 6), 225);
+    EXPECT_EQ(number(59, 4), 40'819) << "3 October 2011";
+    EXPECT_NEAR(number(59, 9), 506 * 86400e-6, 1e-9);
+    EXPECT_NEAR(number(59, 10), 506 * 86400e-6 / 50 * 1000, 1e-6);
+    EXPECT_NEAR(number(59, 11), 253 * 1000.0 / 50, 1e-9);
+    EXPECT_EQ(number(59, 12), 2);
+    EXPECT_NE(std::get_if<double>(&static_cast<const CellValue&>(At(book, kMonthlySheet, 60, 12))), nullptr);
+    EXPECT_EQ(At(book, kMonthlySheet, 60, 2), CellValue(QString()))
+        << "November has none, and no fault in its cell";
+    EXPECT_EQ(number(71, 12), 3);
+    EXPECT_EQ(At(book, kMonthlySheet, 56, 1), CellValue(QStringLiteral("E12345.dat")));
+  }
+}
+
 }  // namespace
 }  // namespace vesk::test

@@ -155,5 +155,28 @@ TEST_F(BatchGaugings, GraphsAreOfDischargesDurationsAndSeveralYears) {
   EXPECT_TRUE(QFile::exists(out));
 }
 
+TEST_F(BatchGaugings, AnApprovalWithACurveBreaksWhenTheCurveChanges) {
+  sample::RawFilePlan plan;
+  plan.levelCm = [](DateTime) { return 120; };
+  ASSERT_TRUE(sample::WriteRawFile(folder_.path(), plan));
+  const QByteArray text =
+      "Vesk4 rating curve, format 1\nstation = 12001\n[period]\nlowest_cm = 30\nhighest_cm = 120\n"
+      "[segments]\n- 0.01 20 2\n[end]\n";
+  const QString curve = Write("E12001.dat", text);
+  const auto run = [&](const char* verb, const QStringList& further = {}) {
+    return Batch(QStringList{Text(verb), folder_.path(), Text("--station"), Text("12001"),
+                             Text("--water-year"), Text("2024")} +
+                 further);
+  };
+  ASSERT_EQ(run("approve", {Text("--curve"), curve}).exit, 0);
+  EXPECT_TRUE(run("readings").err.contains(Text("is approved")));
+  EXPECT_TRUE(run("history", {Text("--approvals")}).out.contains(curve + u','));
+  Write("E12001.dat", text + "\n");
+  const QString said = run("readings").err;
+  EXPECT_TRUE(said.contains(Text("no longer as it was approved")) &&
+              said.contains(Text("E12001.dat has changed")))
+      << said.toStdString();
+}
+
 }  // namespace
 }  // namespace vesk

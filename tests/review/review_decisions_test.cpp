@@ -103,6 +103,43 @@ TEST_F(Decisions, WhatIsNotKnownStays) {
   EXPECT_EQ(test::ContentOf(path + QStringLiteral(".damaged")), "{ damaged");
 }
 
+TEST_F(Decisions, AWithdrawnAcceptanceStaysOnRecord) {
+  ASSERT_TRUE(AcceptFinding(logPath_, Gap(1)));
+  ASSERT_TRUE(WithdrawAcceptance(logPath_, Gap(1)));
+  ASSERT_TRUE(WithdrawAcceptance(logPath_, Gap(1)));
+  ReviewDecisions kept = Read();
+  EXPECT_TRUE(kept.accepted.empty());
+  ASSERT_EQ(kept.withdrawn.size(), 1U) << "taken back twice is taken back once";
+  EXPECT_EQ(kept.withdrawn[0].finding.by, Gap(1).by) << "who accepted it";
+  EXPECT_EQ(kept.withdrawn[0].by.login, PresentAuthor().login);
+  ASSERT_TRUE(AcceptFinding(logPath_, Gap(1)));
+  ASSERT_TRUE(WithdrawAcceptance(logPath_, Gap(1)));
+  EXPECT_EQ(Read().withdrawn.size(), 2U);
+}
+
+TEST_F(Decisions, AChangedOrMissingCurveBreaksTheApproval) {
+  const QString path = folder_.filePath(QStringLiteral("E12345.dat"));
+  ASSERT_TRUE(test::WriteContent(path, "curve"));
+  const UsedCurve curve{path, HashOf("curve")};
+  ASSERT_TRUE(KeepCurveChoice(logPath_, curve));
+  ASSERT_TRUE(AddApproval(logPath_, {.by = {QStringLiteral("ali"), {}, {}, {}}, .curve = curve}));
+  const ReviewDecisions kept = Read();
+  EXPECT_EQ(kept.curve, curve);
+  ASSERT_NE(kept.InForce(), nullptr);
+  EXPECT_EQ(kept.InForce()->curve, curve);
+  const auto said = [&kept] {
+    const auto differences = ApprovalDifferences(*kept.InForce(), Approval());
+    return differences.empty() ? QString() : differences.front().English();
+  };
+  EXPECT_EQ(said(), QString());
+  ASSERT_TRUE(test::WriteContent(path, "curvf"));
+  EXPECT_TRUE(said().contains(QStringLiteral("has changed since the approval"))) << said().toStdString();
+  ASSERT_TRUE(QFile::remove(path));
+  EXPECT_TRUE(said().contains(QStringLiteral("is gone"))) << said().toStdString();
+  ASSERT_TRUE(KeepCurveChoice(logPath_, {}));
+  EXPECT_EQ(Read().curve, UsedCurve());
+}
+
 TEST_F(Decisions, SeveralAtOnceLoseNothing) {
   constexpr int kProcesses = 4, kEach = 10;
   std::vector<std::unique_ptr<test::OtherProcess>> others;

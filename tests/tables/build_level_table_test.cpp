@@ -273,5 +273,36 @@ TEST_F(BuildLevelTableTest, StoppedAnywhereItLeavesTheOldTableAndNothingElse) {
   }
 }
 
+/// 1 m3/s a centimetre.
+class OneToOne : public DischargeSource {
+ public:
+  [[nodiscard]] DischargeValue At(DateTime, double levelCm) const override {
+    return {levelCm, DischargeFlag::None};
+  }
+  [[nodiscard]] Message Explain(DateTime, DischargeFlag) const override { return {}; }
+  [[nodiscard]] Message Describe(Day, Day) const override {
+    return Message::Verbatim(QStringLiteral("E12345.dat"));
+  }
+};
+
+TEST_F(BuildLevelTableTest, ATableWithARatingCurveTakesTheTemplateForDischarges) {
+  grid_.SetCurve(std::make_shared<OneToOne>());
+  const auto without = Build();
+  ASSERT_TRUE(without);
+  ASSERT_EQ(without->warnings.size(), 1U) << "an older program folder has no such template: told, and made";
+  EXPECT_TRUE(without->warnings[0].English().contains(QStringLiteral("SablonDebi.xls")));
+  EXPECT_FALSE(office_.steps.join(u'\n').contains(QStringLiteral("E12345.dat")))
+      << "the plain template has no place for it";
+  Write(templates_.filePath(QStringLiteral("SABLONDEBI.XLS")), "for discharges");
+  const auto made = Build();
+  ASSERT_TRUE(made);
+  EXPECT_TRUE(made->warnings.empty());
+  EXPECT_TRUE(TableContent().startsWith("for discharges")) << TableContent().toStdString();
+  grid_.SetCurve(nullptr);
+  const auto levels = Build();
+  ASSERT_TRUE(levels && levels->warnings.empty());
+  EXPECT_FALSE(TableContent().startsWith("for discharges")) << "a level table is what it was";
+}
+
 }  // namespace
 }  // namespace vesk::test

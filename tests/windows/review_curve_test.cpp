@@ -1,8 +1,11 @@
 // Discharges in the selection window: choosing a rating curve, what the grid shows of it, what takes it away.
 #include <QAction>
+#include <QCheckBox>
+#include <QMenu>
 #include <QTableView>
 #include <QToolButton>
 
+#include "graphs/form_debi.h"
 #include "ratings/curve_file.h"
 #include "selection/findings_panel.h"
 #include "windows/review_fixture.h"
@@ -121,6 +124,46 @@ TEST_F(Curves, SavingWritesWhatTheLogHadNotWhatACurveMade) {
   ASSERT_TRUE(log.open(QIODevice::ReadOnly));
   EXPECT_TRUE(log.readLine().trimmed().endsWith("\t131"));
   EXPECT_TRUE(log.readLine().startsWith(row.toLatin1() + "77\t4.5"));
+}
+
+TEST_F(Curves, TheCurveChosenLastIsProposedAndNeverTakenUnasked) {
+  Choose(0);
+  const auto action = [this](const char* name) { return form_->findChild<QAction*>(Texts(name)); };
+  const auto open = [this] { Q_EMIT Find<QToolButton>("AnahtarEgrisi").menu()->aboutToShow(); };
+  LoadWaterYear();
+  EXPECT_EQ(Cell(1, GridColumn::Discharge), QString()) << "a new load begins without a curve";
+  open();
+  EXPECT_TRUE(action("EgriSon")->text().contains(Texts("E12345.dat (değişmedi)")))
+      << action("EgriSon")->text().toStdString();
+  EXPECT_FALSE(action("EgriIstasyon")->isEnabled());
+  RatingCurve changed = CurveOf("12345");
+  changed.periods[0].aboveCm = 50;
+  ASSERT_TRUE(WriteCurveFile(Data() + Texts("E12345.dat"), changed));
+  open();
+  EXPECT_TRUE(action("EgriSon")->text().contains(Texts("o zamandan beri değişti")));
+  action("EgriSon")->trigger();
+  EXPECT_FALSE(Cell(1, GridColumn::Discharge).isEmpty());
+}
+
+TEST_F(Curves, TheGraphWindowLeadsToDischargesOfWhatIsOnTheScreen) {
+  Choose(0);
+  TypeLevel(1, Texts("100"));
+  Push("CmdGrf");
+  QWidget* graph = frame_.Child(Texts("FormGraf"));
+  ASSERT_NE(graph, nullptr);
+  graph->findChild<QAction*>(Texts("MnuDebiGrafik"))->trigger();
+  auto* flow = qobject_cast<FormDebi*>(frame_.Child(Texts("FormDebi")));
+  ASSERT_NE(flow, nullptr);
+  const auto& view = *flow->findChild<FlowPlotView*>();
+  ASSERT_EQ(view.Plot().lines.size(), 1U);
+  EXPECT_NEAR(view.Plot().lines[0].points[0].y, 10, 1e-9) << "the correction that is not saved yet";
+  QTest::keyClick(flow->findChild<FlowPlotView*>(), Qt::Key_Right);
+  EXPECT_TRUE(flow->findChild<QLabel*>(Texts("LabelOkuma"))->text().contains(Texts("10.0 m³/s")));
+  const QString file = Data() + Texts("q.csv");
+  flow->SaveTo(file);
+  EXPECT_TRUE(QFile::exists(file));
+  flow->findChild<QCheckBox*>(Texts("CheckYillar"))->click();
+  EXPECT_GT(view.Plot().lines.size(), 1U) << "the station's other years are loaded beside it";
 }
 
 TEST_F(EnglishCurves, AreChosenWithoutTheFrameThatEnglishLacks) {

@@ -1,6 +1,7 @@
-"""Makes the workbook templates resources/Sablon.xls and resources/Sablon_E.xls.
+"""Makes the workbook templates resources/Sablon.xls and Sablon_E.xls, and SablonDebi.xls and SablonDebi_E.xls for tables
+with discharges.
 
-    /usr/bin/python3 tools/make_templates [folder]
+    /usr/bin/python3 tools/make_templates [folder [file ...]]
 
 Needs the Debian packages libreoffice-calc, python3-uno and libgsf-bin. A private office of its own writes the sheets,
 then the VBA project with the macro BosHucreleriSil is put beside them, and the office saves the whole once more, so
@@ -72,7 +73,7 @@ def freeze(document):
         view.freezeAtPosition(*FROZEN[name])
 
 
-def make_sheets(office, language, path):
+def make_sheets(office, language, path, discharges):
     document = office.open("private:factory/scalc")
     all_sheets = document.Sheets
     for position, name in enumerate(SHEETS):
@@ -82,8 +83,8 @@ def make_sheets(office, language, path):
             all_sheets.removeByName(name)
     document.CharLocale = uno.createUnoStruct("com.sun.star.lang.Locale")
     sheets.hourly_sheet(document, language)
-    sheets.daily_sheet(document, language)
-    sheets.year_sheet(document, language)
+    sheets.daily_sheet(document, language, discharges)
+    sheets.year_sheet(document, language, discharges)
     freeze(document)
     document.storeToURL(path.as_uri(), settings(FilterName="MS Excel 97"))
     document.close(True)
@@ -97,18 +98,22 @@ def save_again(office, path, result):
 
 def main():
     target = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else HERE.parent.parent / "resources").resolve()
+    wanted = sys.argv[2:]
     macro = (HERE / "BosHucreleriSil.bas").read_text(encoding="utf-8")
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         office = Office(folder)
         try:
             for language in (texts.TURKISH, texts.ENGLISH):
-                plain, joined, work = folder / "plain.xls", folder / "joined.xls", folder / language["file"][:-4]
-                work.mkdir()
-                make_sheets(office, language, plain)
-                vba_project.add_project(plain, joined, work, CODE_NAMES, macro)
-                save_again(office, joined, target / language["file"])
-                print(target / language["file"])
+                for file, discharges in ((language["file"], False), (language["discharge_file"], True)):
+                    if wanted and file not in wanted:
+                        continue
+                    plain, joined, work = folder / "plain.xls", folder / "joined.xls", folder / file[:-4]
+                    work.mkdir()
+                    make_sheets(office, language, plain, discharges)
+                    vba_project.add_project(plain, joined, work, CODE_NAMES, macro)
+                    save_again(office, joined, target / file)
+                    print(target / file)
         finally:
             office.end()
 

@@ -178,10 +178,21 @@ def month_block(sheet, t, index):
     monthly_rows(sheet, t, first)
 
 
-def daily_sheet(document, t):
+def discharge_column(sheet, first):
+    """Daily mean discharges and their marks beside a month, their mean below."""
+    last = first + 30
+    sheet.style(f"J{first}:J{first + 33}", HoriJustify=RIGHT)
+    sheet.style(f"K{first}:K{last}", HoriJustify=CENTER)
+    sheet.put(f"J{first + 33}", f'=IF(COUNT(J{first}:J{last})=0;"";AVERAGE(J{first}:J{last}))')
+    sheet.number_format(f"J{first + 33}", "0.000")
+    sheet.style(f"J{first + 31}:K{first + 33}", CellBackColor=SUMMARY_FILL, CharWeight=150.0)
+    sheet.frame(f"J{first - 1}:K{first + 33}", 9)
+
+
+def daily_sheet(document, t, discharges=False):
     sheet = Sheet(document, "Gunluk")
     plain(sheet)
-    sheet.widths([1.4, 2.7, 1.7, 2.3, 2.3, 1.7, 2.3, 2.3, 2.3])
+    sheet.widths([1.4, 2.7, 1.7, 2.3, 2.3, 1.7, 2.3, 2.3, 2.3] + ([1.7, 1.4] if discharges else []))
     sheet.style("A1:D1", CharWeight=150.0, CharHeight=11.0, HoriJustify=LEFT)
     sheet.put("B1", t["water_year"])
     for where, text in (("A2:B2", ""), ("C2:E2", t["maximum"]), ("F2:H2", t["minimum"]), ("I2", t["mean"])):
@@ -192,13 +203,17 @@ def daily_sheet(document, t):
     for column, text in zip("ABCDEFGHI", [t["day"], t["date"], *names, *names, t["level"]]):
         sheet.put(f"{column}3", text)
     sheet.heading("A2:I3")
+    if discharges:  # the program puts the titles beside the figures
+        sheet.heading("J2:K3")
     for index in range(12):
         month_block(sheet, t, index)
+        if discharges:
+            discharge_column(sheet, FIRST_DAY + BLOCK * index)
     for index in range(2, 12, 2):
         sheet.cells.Rows.getByIndex(FIRST_DAY + BLOCK * index - 2).IsStartOfNewPage = True
     sheet.heights(4, FIRST_DAY + BLOCK * 12 - 2, 0.42)
     sheet.title_rows(1, 3)
-    page_style(document, "Gunluk", t["page"], PageScale=86)
+    page_style(document, "Gunluk", t["page"], PageScale=75 if discharges else 86)
 
 
 def summary_row(sheet, index, row):
@@ -288,7 +303,81 @@ def daily_means(sheet, t):
     sheet.frame("A22:M53", 9)
 
 
-def year_sheet(document, t):
+FIRST_DISCHARGE_ROW = 59  # of the months; what stands above is the program's to fill: L55 catchment, A56 the curve
+
+
+def discharge_row(sheet, t, index, row):
+    """What column J of the daily sheet comes to in a month. Column K marks days in part or extrapolated."""
+    first = FIRST_DAY + BLOCK * index
+    values, marks = (f"$Gunluk.${c}${first}:${c}${first + 30}" for c in "JK")
+    year = "$Gunluk.$A$1" + ("-1" if MONTHS[index] >= 10 else "")
+    sheet.put(f"A{row}", t["months"][index])
+    sheet.put(f"B{row}", f'=IF(COUNT({values})=0;"";AVERAGE({values}))')
+    for value, date, function in (("C", "D", "MAX"), ("F", "G", "MIN")):
+        sheet.put(f"{value}{row}", f'=IF(COUNT({values})=0;"";{function}({values}))')
+        found = f"MATCH({value}{row};{values};0)"
+        sheet.put(f"{date}{row}", f'=IF(OR({value}{row}="";$Gunluk.$A$1="");"";DATE({year};{MONTHS[index]};{found}))')
+    sheet.put(f"I{row}", f'=IF(COUNT({values})=0;"";SUM({values})*86400/1000000)')
+    sheet.put(f"L{row}", f'=IF($Gunluk.$A$1="";"";COUNT({values}))')
+    sheet.put(f"M{row}", f'=IF($Gunluk.$A$1="";"";SUMPRODUCT((LEN({marks})>0)*1))')
+
+
+def discharge_year_row(sheet, t, row, first, last):
+    sheet.put(f"A{row}", t["year"])
+    sheet.put(f"B{row}", f'=IF(COUNT(B{first}:B{last})=0;"";SUM(I{first}:I{last})*1000000/86400/SUM(L{first}:L{last}))')
+    for value, date, function in (("C", "D", "MAX"), ("F", "G", "MIN")):
+        values = f"{value}{first}:{value}{last}"
+        sheet.put(f"{value}{row}", f'=IF(COUNT({values})=0;"";{function}({values}))')
+        there = f"INDEX({date}{first}:{date}{last};MATCH({value}{row};{values};0))"
+        sheet.put(f"{date}{row}", f'=IF({value}{row}="";"";{there})')
+    sheet.put(f"I{row}", f'=IF(COUNT(I{first}:I{last})=0;"";SUM(I{first}:I{last}))')
+    for column in "LM":
+        sheet.put(f"{column}{row}", f'=IF($Gunluk.$A$1="";"";SUM({column}{first}:{column}{last}))')
+    sheet.style(f"A{row}:M{row}", CharWeight=150.0, CellBackColor=HEADING_FILL)
+
+
+def discharge_summary(sheet, t):
+    first, last = FIRST_DISCHARGE_ROW, FIRST_DISCHARGE_ROW + 11
+    sheet.put("A55", t["daily_discharges"])
+    sheet.style("A55", CharWeight=150.0, CharHeight=10.0)
+    sheet.merge("I55:K55")
+    sheet.put("I55", t["catchment"])
+    sheet.merge("L55:M55")
+    sheet.style("I55:K55", HoriJustify=RIGHT)
+    sheet.style("L55:M55", HoriJustify=LEFT, CharWeight=150.0)
+    sheet.merge("A56:M56")
+    sheet.style("A56", CharHeight=7.0, IsTextWrapped=True, HoriJustify=LEFT, VertJustify=MIDDLE)
+    for where, text in (("A57:A58", t["month"]), ("B57:B58", t["mean_discharge"]), ("C57:E57", t["highest_day"]),
+                        ("F57:H57", t["lowest_day"]), ("I57:I58", t["volume"]), ("J57:J58", t["runoff"]),
+                        ("K57:K58", t["specific"]), ("L57:L58", t["days_kept"]), ("M57:M58", t["days_flagged"])):
+        sheet.merge(where)
+        sheet.put(where.split(":")[0], text)
+    for where, text in (("C58", "m³/s"), ("D58", t["date"]), ("F58", "m³/s"), ("G58", t["date"])):
+        sheet.put(where, text)
+    for index in range(12):
+        discharge_row(sheet, t, index, first + index)
+    discharge_year_row(sheet, t, last + 1, first, last)
+    for row in range(58, last + 2):
+        for where in ("D{0}:E{0}", "G{0}:H{0}"):
+            sheet.merge(where.format(row))
+        if row > 58:
+            sheet.put(f"J{row}", f'=IF(OR(I{row}="";NOT(ISNUMBER($L$55)));"";I{row}/$L$55*1000)')
+            sheet.put(f"K{row}", f'=IF(OR(B{row}="";NOT(ISNUMBER($L$55)));"";B{row}*1000/$L$55)')
+    sheet.heading("A57:M58")
+    sheet.style("A57:M58", CharHeight=7.0)
+    sheet.style(f"B{first}:M{last + 1}", HoriJustify=CENTER, VertJustify=MIDDLE)
+    sheet.style(f"A{first}:A{last + 1}", CharWeight=150.0)
+    for column in "DG":
+        sheet.number_format(f"{column}{first}:{column}{last + 1}", "DD/MM/YYYY")
+    for column, code in (("B", "0.000"), ("C", "0.000"), ("F", "0.000"), ("I", "0.000"), ("J", "0.0"), ("K", "0.00")):
+        sheet.number_format(f"{column}{first}:{column}{last + 1}", code)
+    sheet.frame(f"A57:M{last + 1}", 9)
+    sheet.heights(56, 56, 0.8)
+    sheet.heights(57, 58, 0.6)
+    sheet.heights(first, last + 1, 0.52)
+
+
+def year_sheet(document, t, discharges=False):
     """The cell in row 21, column 4 holds nothing: the program empties it."""
     sheet = Sheet(document, "Aylik")
     plain(sheet)
@@ -312,4 +401,6 @@ def year_sheet(document, t):
     sheet.heights(19, 19, 0.9)
     sheet.heights(21, 21, 0.15)
     sheet.heights(22, 53, 0.56)
+    if discharges:
+        discharge_summary(sheet, t)
     page_style(document, "Aylik", t["page"], ScaleToPagesX=1, ScaleToPagesY=1)
