@@ -41,11 +41,13 @@ batch() {
   "$bin/vesk4-batch" "$@"
 }
 choice=(--station 12002 --water-year 2024)
-curve=(--curve "$data/Anahtar/E12002.dat")
 batch tidy "$data"
-batch rating fit "$data/Anahtar/gaugings-12002.csv" --segments 2 --out "$sample/E12002.dat"
-batch table "$data" "${choice[@]}" "${curve[@]}" --hourly --register "$register" --templates "$program"
-batch daily "$data" "${choice[@]}" "${curve[@]}" --out "$sample/daily-12002-2024.csv"
+batch gaugings import "$data/Anahtar/gaugings-12002.csv" --register "$register" --station 12002
+batch station --register "$register" --station 12002 --catchment 812.5 --curve "$data/Anahtar/E12002.dat"
+batch rating fit "$data/Anahtar/gaugings-12002.csv" --segments 2 --out "$sample/E12002.dat" --report "$sample/rating-12002.pdf"
+batch table "$data" "${choice[@]}" --hourly --register "$register" --templates "$program"
+batch daily "$data" "${choice[@]}" --register "$register" --out "$sample/daily-12002-2024.csv"
 batch graph "$data" "${choice[@]}" --register "$register" --out "$sample/graph-12002-2024.png"
-echo "Table, daily values and graph of station 12002, water year 2024:"
-ls -1 "$data"/Tablo-*.xls "$sample"/daily-*.csv "$sample"/graph-*.png
+batch graph "$data" "${choice[@]}" --register "$register" --quantity discharge --out "$sample/discharge-12002-2024.png"
+echo "Table, daily values and graphs of station 12002, water year 2024:"
+ls -1 "$data"/Tablo-*.xls "$sample"/daily-*.csv "$sample"/graph-*.png "$sample"/discharge-*.png "$sample"/rating-*.pdf

@@ -81,10 +81,10 @@ Result<int> MakeTable(const StationYear& choice, const TableOptions& options, Sp
                          .templateDirectory = options.templates,
                          .templateName = options.templateName,
                          .afterSave = AfterSave::Close,
-                         .catchmentKm2 = options.catchmentKm2 ? options.catchmentKm2 : facts->catchmentKm2,
-                         .language = options.language,
                          .notes = NotesOfTable(NotWholeNote(*loaded), loaded->series, options.mode,
-                                               options.language, choice.year.number)};
+                                               options.language, choice.year.number),
+                         .catchmentKm2 = options.catchmentKm2 ? options.catchmentKm2 : facts->catchmentKm2,
+                         .language = options.language};
   UnattendedAnswers answers(options.hourly, options.replace,
                             QStringLiteral("%1 %2").arg(number).arg(choice.year.number));
   const auto report = BuildLevelTable(input, office, answers);

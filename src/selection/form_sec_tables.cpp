@@ -53,10 +53,10 @@ void FormSec::MakeTable() {
                          .templateDirectory = run_.programFolder,
                          .templateName = run_.language.templateName,
                          .afterSave = AfterSaveOf(run_.options.Slot(9)),
-                         .catchmentKm2 = facts ? facts->catchmentKm2 : std::nullopt,
-                         .language = run_.language.Choice(),
                          .notes = NotesOfTable(loaded_->notWhole, session_.Series(), mode,
-                                               run_.language.Choice(), loaded_->year->number)};
+                                               run_.language.Choice(), loaded_->year->number),
+                         .catchmentKm2 = facts ? facts->catchmentKm2 : std::nullopt,
+                         .language = run_.language.Choice()};
   const Result<BuildReport> report = [&] {
     WindowBuildQuestions asking(*this, *questions_, run_.language, UnchosenExtremes(run_));
     return BuildLevelTable(input, frame_.Office(), asking);

@@ -36,13 +36,13 @@ struct BuildInput {
   /// is taken ("SablonDebi.xls"); where that is missing, this one, and a warning tells so.
   QString templateName;
   AfterSave afterSave = AfterSave::LeaveOpen;
-  std::optional<double> catchmentKm2 =
-      {};  ///< of the station, above 0; for runoff depth and specific discharge
-  LanguageChoice language = LanguageChoice::Turkish;  ///< of what is said of the rating curve
   /// What a reader must know of the readings (a file is missing, a record contradicts a correction), each a
   /// short sentence in the table's language, the weightiest first. They are asked about before anything is
   /// written and stand on the sheets.
   std::vector<QString> notes = {};
+  std::optional<double> catchmentKm2 =
+      {};  ///< of the station, above 0; for runoff depth and specific discharge
+  LanguageChoice language = LanguageChoice::Turkish;  ///< of what is said of the rating curve
 };
 
 /// A message box of the build. An empty title means the program's own.

@@ -171,7 +171,7 @@ TEST_F(BatchGaugings, AnApprovalWithACurveBreaksWhenTheCurveChanges) {
   ASSERT_EQ(run("approve", {Text("--curve"), curve}).exit, 0);
   EXPECT_TRUE(run("readings").err.contains(Text("is approved")));
   EXPECT_TRUE(run("history", {Text("--approvals")}).out.contains(curve + u','));
-  Write("E12001.dat", text + "\n");
+  ASSERT_EQ(Write("E12001.dat", text + "\n"), curve);
   const QString said = run("readings").err;
   EXPECT_TRUE(said.contains(Text("no longer as it was approved")) &&
               said.contains(Text("E12001.dat has changed")))

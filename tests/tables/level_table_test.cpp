@@ -195,9 +195,9 @@ TEST(NotesOfTable, RecordsThatContradictCorrectionsMatterOnlyWhereTheyAreTaken) 
   corrected.levelCm = 572;
   grid.SetState({.rawRow = 2}, corrected);
   const Message missing = Wording{u"yok", u"missing"};
-  EXPECT_EQ(NotesOfTable(missing, grid, ExtremeMode::Computed, LanguageChoice::English),
+  EXPECT_EQ(NotesOfTable(missing, grid, ExtremeMode::Computed, LanguageChoice::English, 2011),
             std::vector{QStringLiteral("missing")});
-  const auto notes = NotesOfTable(missing, grid, ExtremeMode::Recorded, LanguageChoice::Turkish);
+  const auto notes = NotesOfTable(missing, grid, ExtremeMode::Recorded, LanguageChoice::Turkish, 2011);
   ASSERT_EQ(notes.size(), 2U);
   EXPECT_EQ(notes[0], QStringLiteral("yok"));
   EXPECT_TRUE(notes[1].endsWith(QStringLiteral(": 12/01/2011 Max 110 → 572"))) << notes[1].toStdString();

