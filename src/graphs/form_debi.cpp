@@ -147,6 +147,7 @@ FormDebi::FormDebi(FlowInput input, FlowKind kind, bool severalYears, const Lang
   setObjectName(QStringLiteral("FormDebi"));
   CreateControls(kind, severalYears);
   ShowPlot();
+  setFocusProxy(view_);  // the frame gives the focus to the window itself; keys belong to the plot
   view_->setFocus();
 }
 

@@ -35,6 +35,7 @@ FormAnahtar::FormAnahtar(MainFrame& frame, const QString& station, const QString
   CreateTabs();
   LayOut();
   ConnectPlot();
+  setFocusProxy(plot_);  // the frame gives the focus to the window itself; keys belong to the plot
   ShowAll();
   if (!curvePath.isEmpty()) {
     OpenFile(curvePath);

@@ -197,6 +197,7 @@ void FormOlcum::ShowTable() {
   connect(table_, &GaugingTableModel::SaveFailed, this, &FormOlcum::ShowFailure);
   connect(table_, &GaugingTableModel::Saved, message_, &QLabel::hide);
   AddShortcuts();
+  setFocusProxy(grid_);  // the frame gives the focus to the window itself
   grid_->setCurrentIndex(sorted_->index(sorted_->rowCount() - 1, 0));
   grid_->setFocus();
 }
