@@ -1,10 +1,9 @@
 #include "programs/batch_curve.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 #include <array>
 #include <charconv>
+
+#include "stations/station_curve.h"
 
 namespace vesk {
 
@@ -36,8 +35,7 @@ Result<std::shared_ptr<const CurveSource>> CurveFor(const CurveChoice& choice, c
   if (!choice.given) {
     const auto facts = FactsFor(choice.registerPath, station);
     if (!facts) return facts.Failure();
-    if (!facts->curve.isEmpty())
-      file = QDir(QFileInfo(choice.registerPath).absolutePath()).absoluteFilePath(facts->curve);
+    file = StationCurvePath(choice.registerPath, facts->curve);
   }
   if (file.isEmpty()) return std::shared_ptr<const CurveSource>();
   return OpenCurve(file, station.Number());

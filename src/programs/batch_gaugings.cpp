@@ -101,7 +101,7 @@ int TakeLevels(std::vector<Gauging>& gaugings, const QString& folder, const QStr
   const auto data = DataFolder(folder);
   if (!data) return Fail(data.Failure());
   RecordedLevels levels(*data, station);
-  for (const std::size_t place : TakeRecordedLevels(gaugings, levels)) {
+  for (const std::size_t place : TakeRecordedLevels(gaugings, levels, LanguageChoice::English)) {
     Complain(QStringLiteral("%1: %2 cm is the level of the recording")
                  .arg(DateTimeText(*gaugings[place].time), NumberText(*gaugings[place].levelCm)));
   }

@@ -280,9 +280,11 @@ int RunApproveVerb(const QStringList& arguments) {
   if (!reviewed) return Fail(reviewed.Failure());
   const int notWhole = ExitOf(reviewed->loaded);
   if (notWhole != kBatchDone) return notWhole;  // what is missing was told
-  const auto curve = CurveFor(CurveChoiceOf(parser), reviewed->choice.station);
-  if (!curve) return Fail(curve.Failure());
-  reviewed->loaded.series.SetCurve(*curve);
+  if (!Given(parser, "withdraw")) {             // a curve that is gone must not keep an approval in force
+    const auto curve = CurveFor(CurveChoiceOf(parser), reviewed->choice.station);
+    if (!curve) return Fail(curve.Failure());
+    reviewed->loaded.series.SetCurve(*curve);
+  }
   const QString log = reviewed->loaded.changeLogs.front().saveTo;
   const auto findings = FindingsOf(parser, *reviewed);
   if (!findings) return Fail(findings.Failure());

@@ -64,13 +64,12 @@ void FormAnahtar::RequestFit(int segments) {
   });
   running_.push_back(thread);
   connect(thread, &QThread::finished, this,
-          [this, thread, made, asked = draft_.Period().gaugings, weights = Weights(),
-           at = draft_.State().period] {
+          [this, thread, made, asked = draft_.State(), weights = Weights()] {
             std::erase(running_, thread);
             thread->deleteLater();
             if (wantedSegments_ != 0) return RequestFit(wantedSegments_);
-            const bool current = asked == draft_.Period().gaugings && weights == Weights() &&
-                                 at == draft_.State().period && made->has_value();
+            // A curve that was shaped meanwhile is not taken away by an older wish.
+            const bool current = asked == draft_.State() && weights == Weights() && made->has_value();
             if (current) return TakeFit(**made);
             ShowFaults();
           });

@@ -21,6 +21,7 @@
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
 #include "shell/tab_order.h"
+#include "stations/station_curve.h"
 
 namespace vesk {
 
@@ -113,7 +114,8 @@ void FormOlcum::CreateButtons() {
   connect(delete_, &QPushButton::clicked, this, &FormOlcum::DeleteRows);
   connect(undo_, &QPushButton::clicked, this, &FormOlcum::TakeBack);
   connect(curveWindow_, &QPushButton::clicked, this, [this] {
-    if (table_ != nullptr) openCurve_(station_, facts_.curve, table_->GaugingsForCurve());
+    if (table_ != nullptr)
+      openCurve_(station_, StationCurvePath(register_->Path(), facts_.curve), table_->GaugingsForCurve());
   });
   connect(exit_, &QPushButton::clicked, this, &QWidget::close);
 }
@@ -225,7 +227,8 @@ void FormOlcum::KeepFacts() {
   wanted.curve = curve_->text().trimmed();
   if (wanted == facts_) return;
   if (wanted.curve != facts_.curve && !wanted.curve.isEmpty()) {
-    if (const auto curve = OpenCurve(wanted.curve, station_); !curve) return ShowFailure(curve.Failure());
+    const QString path = StationCurvePath(register_->Path(), wanted.curve);
+    if (const auto curve = OpenCurve(path, station_); !curve) return ShowFailure(curve.Failure());
   }
   const auto kept = register_->SetFacts(station_, facts_, wanted);
   if (!kept) return ShowFailure(kept.Failure());

@@ -161,8 +161,11 @@ void FormOlcum::ShowFailure(const Error& error) {
 bool FormOlcum::event(QEvent* event) {
   const bool returns = event->type() == QEvent::WindowActivate && sorted_ != nullptr;
   const bool edits = returns && grid_->indexWidget(grid_->currentIndex()) != nullptr;
-  if (returns && !edits && table_->IsOutdated()) {
-    if (const Status read = table_->Load(); !read) ShowFailure(read.Failure());
+  if (returns && !edits) {
+    if (table_->IsOutdated()) {
+      if (const Status read = table_->Load(); !read) ShowFailure(read.Failure());
+    }
+    table_->LookUpLevels();  // corrections may have been saved in another window
   }
   return QWidget::event(event);
 }

@@ -63,6 +63,13 @@ Status GaugingTableModel::Load() {
   return {};
 }
 
+void GaugingTableModel::LookUpLevels() {
+  if (levels_ == nullptr) return;
+  levels_->Forget();
+  for (Row& row : rows_) LookUpLevel(row);
+  if (GaugingCount() > 0) Q_EMIT dataChanged(index(0, 0), index(GaugingCount() - 1, columnCount() - 1));
+}
+
 bool GaugingTableModel::IsOutdated() const {
   const auto version = stations_.Version();
   return version && *version != version_;
@@ -93,7 +100,7 @@ std::vector<Gauging> GaugingTableModel::GaugingsForCurve() const {
   for (const Row& row : rows_) {
     if (!row.HasDischarge()) continue;
     Gauging gauging = row.shown;
-    if (!gauging.levelCm) gauging.levelCm = row.recordedCm;
+    if (!gauging.levelCm && row.recordedCm) PutRecordedLevel(gauging, *row.recordedCm, language_);
     if (gauging.levelCm) gaugings.push_back(gauging);
   }
   return gaugings;
@@ -101,9 +108,11 @@ std::vector<Gauging> GaugingTableModel::GaugingsForCurve() const {
 
 Status GaugingTableModel::Make(std::vector<GaugingChange> changes, bool isStep) {
   if (changes.empty()) return {};
+  overtaken_ = false;
   auto made = stations_.ChangeGaugings(station_, std::move(changes));
   if (!made) return made.Failure();
-  if (!*made) {
+  overtaken_ = !*made;
+  if (overtaken_) {
     return Error{kNotSaved, stations_.Path(),
                  Wording{u"başka biri bu ölçümleri bu arada değiştirdi; onun değişikliği duruyor",
                          u"somebody else has changed these gaugings meanwhile; his change holds"}};
@@ -121,10 +130,28 @@ std::vector<GaugingChange> GaugingTableModel::ChangesOfUnsaved() const {
   return changes;
 }
 
+/// Where another came first his gauging shows, and what was typed over it is told; the rest is saved.
+Error GaugingTableModel::GiveWay(Error error) {
+  std::vector<Row> before = rows_;
+  if (const Status read = Load(); !read) return read.Failure();
+  QStringList lost;
+  for (const Row& row : before) {
+    const auto kept = [&row](const Row& now) { return now.shown == row.shown; };
+    if (row.Saved() || std::ranges::any_of(rows_, kept)) continue;
+    QStringList cells;
+    for (const GaugingField field : kGaugingFields) cells += TextOf(row.shown, field);
+    lost += cells.join(QStringLiteral(" | "));
+  }
+  error.reason = Message::Joined({error.reason, Message::Verbatim(lost.join(QStringLiteral("; ")))},
+                                 QStringLiteral(": "));
+  const Status rest = SaveUnsaved();
+  return rest ? error : rest.Failure();
+}
+
 Status GaugingTableModel::SaveUnsaved() {
   const std::vector<GaugingChange> changes = ChangesOfUnsaved();
   if (changes.empty()) return {};
-  if (const Status made = Make(changes); !made) return made;
+  if (const Status made = Make(changes); !made) return overtaken_ ? GiveWay(made.Failure()) : made;
   // As it stands in the register now: each row takes the key that it got.
   auto change = steps_.back().begin();
   for (Row& row : rows_) {
@@ -169,8 +196,7 @@ Status GaugingTableModel::Undo() {
   const std::vector<GaugingChange> back = TurnedRound(steps_.back());
   const Status made = Make(back, false);
   // What another came between can never be taken back; what was merely locked can be tried again.
-  const bool overtaken = !made && made.Failure().what.English() == Message(kNotSaved).English();
-  if (made || overtaken) steps_.pop_back();
+  if (made || overtaken_) steps_.pop_back();
   const Status read = Load();
   return made ? read : made;
 }

@@ -30,6 +30,8 @@ class GaugingTableModel : public QAbstractTableModel {
 
   /// Reads all gaugings; what is not saved yet stays.
   Status Load();
+  /// Looks the recording's levels up anew.
+  void LookUpLevels();
   /// True when others have changed the register since it was read.
   [[nodiscard]] bool IsOutdated() const;
   [[nodiscard]] int GaugingCount() const { return static_cast<int>(rows_.size()); }
@@ -72,6 +74,7 @@ class GaugingTableModel : public QAbstractTableModel {
   };
   /// Writes the changes as one step; an error that says so when another came between.
   Status Make(std::vector<GaugingChange> changes, bool isStep = true);
+  [[nodiscard]] Error GiveWay(Error error);
   [[nodiscard]] std::vector<GaugingChange> ChangesOfUnsaved() const;
   [[nodiscard]] QString Say(const Message& message) const { return message.In(language_); }
   [[nodiscard]] QVariant TextAt(const Row& row, GaugingField field) const;
@@ -86,6 +89,7 @@ class GaugingTableModel : public QAbstractTableModel {
   std::vector<Row> rows_;
   std::vector<std::vector<GaugingChange>> steps_;  ///< as they were made, the latest last
   qint64 version_ = 0;
+  bool overtaken_ = false;  ///< the last change met another one's
 };
 
 /// Sorts for the eye only; the empty row stays last.

@@ -30,6 +30,10 @@ RecordedLevels::RecordedLevels(QString dataDirectory, QString stationNumber)
     : folder_(std::move(dataDirectory)), station_(std::move(stationNumber)) {}
 RecordedLevels::~RecordedLevels() = default;
 
+void RecordedLevels::Forget() {
+  years_.clear();
+}
+
 const std::vector<StationSeries>& RecordedLevels::YearOf(int waterYear) {
   const auto [place, isNew] = years_.try_emplace(waterYear);
   if (!isNew) return place->second;
@@ -48,13 +52,21 @@ std::optional<double> RecordedLevels::At(DateTime time) {
   return std::nullopt;
 }
 
-std::vector<std::size_t> TakeRecordedLevels(std::vector<Gauging>& gaugings, RecordedLevels& levels) {
+void PutRecordedLevel(Gauging& gauging, double levelCm, LanguageChoice language) {
+  static constexpr Wording kSaid{u"[seviye kayıttan]", u"[level of the recording]"};
+  gauging.levelCm = levelCm;
+  gauging.remark = QStringLiteral("%1 %2").arg(gauging.remark, Message(kSaid).In(language)).trimmed();
+}
+
+std::vector<std::size_t> TakeRecordedLevels(std::vector<Gauging>& gaugings, RecordedLevels& levels,
+                                            LanguageChoice language) {
   std::vector<std::size_t> given;
   for (std::size_t i = 0; i < gaugings.size(); ++i) {
     Gauging& gauging = gaugings[i];
-    if (gauging.levelCm || !gauging.time) continue;
-    gauging.levelCm = levels.At(*gauging.time);
-    if (gauging.levelCm) given.push_back(i);
+    const auto level = gauging.time && !gauging.levelCm ? levels.At(*gauging.time) : std::nullopt;
+    if (!level) continue;
+    PutRecordedLevel(gauging, *level, language);
+    given.push_back(i);
   }
   return given;
 }

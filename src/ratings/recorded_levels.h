@@ -10,6 +10,7 @@
 
 #include "datafiles/gauging.h"
 #include "datafiles/reading.h"
+#include "platform/wording.h"
 
 namespace vesk {
 
@@ -30,6 +31,8 @@ class RecordedLevels {
 
   /// cm; nothing without a recording of that time.
   [[nodiscard]] std::optional<double> At(DateTime time);
+  /// Loads anew from here on: corrections may have been saved.
+  void Forget();
 
  private:
   const std::vector<StationSeries>& YearOf(int waterYear);
@@ -39,7 +42,11 @@ class RecordedLevels {
   std::map<int, std::vector<StationSeries>> years_;
 };
 
-/// Gives every gauging that has a time and no level the recording's; the places of those that got one.
-std::vector<std::size_t> TakeRecordedLevels(std::vector<Gauging>& gaugings, RecordedLevels& levels);
+/// Gives a gauging a level of the recording, and its remark says so: it goes wherever the gauging goes.
+void PutRecordedLevel(Gauging& gauging, double levelCm, LanguageChoice language);
+
+/// Gives one to every gauging that has a time and no level; the places of those that got one.
+std::vector<std::size_t> TakeRecordedLevels(std::vector<Gauging>& gaugings, RecordedLevels& levels,
+                                            LanguageChoice language);
 
 }  // namespace vesk

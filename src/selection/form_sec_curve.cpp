@@ -1,5 +1,4 @@
 // The rating curve of the loaded readings: choosing it, and what follows from it.
-#include <QDir>
 #include <QFileInfo>
 #include <QMenu>
 #include <QToolButton>
@@ -18,6 +17,7 @@
 #include "selection/review_grid_view.h"
 #include "shell/main_frame.h"
 #include "shell/run_values.h"
+#include "stations/station_curve.h"
 #include "stations/station_register.h"
 #include "tables/form5.h"
 
@@ -64,8 +64,7 @@ QString FormSec::StationCurve() const {
   const StationId station = StationOfCurve();
   if (station.IsEmpty()) return {};
   const auto facts = LookupStationFacts(run_.stationDatabasePath, station.Number());
-  if (!facts || facts->curve.isEmpty()) return {};
-  return QDir(QFileInfo(run_.stationDatabasePath).absolutePath()).absoluteFilePath(facts->curve);
+  return facts ? StationCurvePath(run_.stationDatabasePath, facts->curve) : QString();
 }
 
 /// The logs whose records keep what was chosen for the readings on the screen; empty without any.
@@ -168,7 +167,7 @@ void FormSec::OpenCurveWindow() {
   if (stored) {
     for (const StoredGauging& one : *stored) gaugings.push_back(one.gauging);
     RecordedLevels levels(run_.dataDirectory, number);
-    TakeRecordedLevels(gaugings, levels);
+    TakeRecordedLevels(gaugings, levels, run_.language.Choice());
   }
   auto* form = new FormAnahtar(frame_, number, curve_ ? curve_->Path() : QString(), gaugings);
   connect(form, &FormAnahtar::CurveSaved, this, [this](const QString& path) {

@@ -70,8 +70,9 @@ TEST_F(BatchGaugings, TakeMissingLevelsFromTheRecordingAndSaySo) {
             0);
   const Outcome out = Run({Text("gaugings"), Text("export"), Text("--levels-from"), folder_.path()});
   EXPECT_EQ(out.exit, 0);
-  EXPECT_EQ(out.Lines().value(2), Text("50,3,,01/10/2023 05:00,,,,1")) << out.out.toStdString();
-  EXPECT_EQ(out.Lines().value(3), Text("90,4,,01/10/2023 05:30,,,,1"));
+  EXPECT_EQ(out.Lines().value(2), Text("50,3,,01/10/2023 05:00,,,[level of the recording],1"))
+      << out.out.toStdString();
+  EXPECT_EQ(out.Lines().value(3), Text("90,4,,01/10/2023 05:30,,,[level of the recording],1"));
   EXPECT_TRUE(out.err.contains(Text("01/10/2023 05:30: 90 cm is the level of the recording")))
       << out.err.toStdString();
   EXPECT_TRUE(out.err.contains(Text("01/01/1990 05:00: no level")));
@@ -171,11 +172,16 @@ TEST_F(BatchGaugings, AnApprovalWithACurveBreaksWhenTheCurveChanges) {
   ASSERT_EQ(run("approve", {Text("--curve"), curve}).exit, 0);
   EXPECT_TRUE(run("readings").err.contains(Text("is approved")));
   EXPECT_TRUE(run("history", {Text("--approvals")}).out.contains(curve + u','));
+  ASSERT_EQ(run("approve", {Text("--curve"), Text("")}).exit, 0);
+  ASSERT_EQ(run("approve", {Text("--curve"), curve}).exit, 0);
   ASSERT_EQ(Write("E12001.dat", text + "\n"), curve);
   const QString said = run("readings").err;
   EXPECT_TRUE(said.contains(Text("no longer as it was approved")) &&
               said.contains(Text("E12001.dat has changed")))
       << said.toStdString();
+  ASSERT_TRUE(QFile::remove(curve));
+  EXPECT_EQ(run("approve", {Text("--withdraw"), Text("--curve"), curve}).exit, 0)
+      << "though the curve is gone";
 }
 
 }  // namespace

@@ -151,9 +151,14 @@ TEST_F(FormOlcumTest, AnothersChangeHoldsAndShows) {
   test::SqlHand(Path()).Do("UPDATE IstOlcum SET DebiM3s = 70");
   Select(0, 5);
   Type("Ayse");
-  EXPECT_TRUE(Message().text().contains(Text("başka biri"))) << Message().text().toStdString();
+  EXPECT_TRUE(Message().text().contains(Text("başka biri")) && Message().text().contains(Text("Ayse")))
+      << Message().text().toStdString();
   EXPECT_EQ(Stored()[0].gauging.dischargeM3s, 70);
   EXPECT_EQ(Stored()[0].gauging.party, QString());
+  EXPECT_EQ(Cell(0, 2), Text("70")) << "and shows";
+  Select(1, 2);
+  Type("8");
+  EXPECT_EQ(Stored().size(), 2U) << "what comes after is not held up";
 }
 
 TEST_F(FormOlcumTest, CatchmentAndCurveAreKeptWhenTheyCanBeUsed) {
@@ -174,6 +179,10 @@ TEST_F(FormOlcumTest, CatchmentAndCurveAreKeptWhenTheyCanBeUsed) {
   QTest::keyClicks(&area, Text("512,5"));
   QTest::keyClick(&area, Qt::Key_Return);
   file.setFocus();
+  QTest::keyClicks(&file, Text("../data/E12001.dat"));  // from the register's folder
+  QTest::keyClick(&file, Qt::Key_Return);
+  EXPECT_EQ(LookupStationFacts(Path(), Text("12001"))->curve, Text("../data/E12001.dat"));
+  file.selectAll();
   QTest::keyClicks(&file, path);
   QTest::keyClick(&file, Qt::Key_Return);
   EXPECT_EQ(*LookupStationFacts(Path(), Text("12001")), (StationFacts{.catchmentKm2 = 512.5, .curve = path}));
