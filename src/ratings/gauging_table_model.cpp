@@ -151,7 +151,14 @@ Error GaugingTableModel::GiveWay(Error error) {
 Status GaugingTableModel::SaveUnsaved() {
   const std::vector<GaugingChange> changes = ChangesOfUnsaved();
   if (changes.empty()) return {};
-  if (const Status made = Make(changes); !made) return overtaken_ ? GiveWay(made.Failure()) : made;
+  if (const Status made = Make(changes); !made) {
+    if (!overtaken_) return made;
+    if (!fromView_) return GiveWay(made.Failure());
+    // Behind the view, which still has to close its editor: the table is read anew.
+    QMetaObject::invokeMethod(
+        this, [this, error = made.Failure()] { Q_EMIT SaveFailed(GiveWay(error)); }, Qt::QueuedConnection);
+    return {};
+  }
   // As it stands in the register now: each row takes the key that it got.
   auto change = steps_.back().begin();
   for (Row& row : rows_) {
@@ -319,7 +326,10 @@ bool GaugingTableModel::setData(const QModelIndex& index, const QVariant& value,
     rows_[static_cast<std::size_t>(index.row())] = changed;
   }
   Q_EMIT dataChanged(this->index(index.row(), 0), this->index(index.row(), columnCount() - 1));
-  if (const Status saved = SaveUnsaved(); !saved) Q_EMIT SaveFailed(saved.Failure());
+  fromView_ = true;
+  const Status saved = SaveUnsaved();
+  fromView_ = false;
+  if (!saved) Q_EMIT SaveFailed(saved.Failure());
   return true;
 }
 

@@ -90,6 +90,7 @@ class GaugingTableModel : public QAbstractTableModel {
   std::vector<std::vector<GaugingChange>> steps_;  ///< as they were made, the latest last
   qint64 version_ = 0;
   bool overtaken_ = false;  ///< the last change met another one's
+  bool fromView_ = false;   ///< a view is about to close its editor
 };
 
 /// Sorts for the eye only; the empty row stays last.
