@@ -80,7 +80,11 @@ class Drawing {
     AxisTicks across, down;
     if (scales_.Logarithmic()) {
       across.values = LogTicks(x.low, x.high);
-      down.values = LogTicks(y.low, y.high);
+      // Round levels, though their distances from c are none: a level is what is read.
+      const double offset = scales_.OffsetCm();
+      down = LinearTicks(offset + std::pow(10, y.low), offset + std::pow(10, y.high), downMost);
+      for (double& level : down.values) level -= offset;
+      std::erase_if(down.values, [](double rise) { return rise <= 0; });
     } else {
       across = LinearTicks(x.low, x.high, acrossMost);
       down = LinearTicks(y.low, y.high, downMost);
@@ -108,8 +112,7 @@ class Drawing {
       const double levelCm = scales_.Logarithmic() ? value + scales_.OffsetCm() : value;
       if (top + letters_.height() > lastTop) continue;
       lastTop = top;
-      const QString text = scales_.Logarithmic() ? QString::number(levelCm, 'f', levelCm < 100 ? 1 : 0)
-                                                 : TickText(levelCm, down.decimals);
+      const QString text = TickText(levelCm, down.decimals);
       Text(QRectF(field.left() - letters_.averageCharWidth() * 10, top - letters_.height() / 2,
                   letters_.averageCharWidth() * 9.4, letters_.height()),
            Qt::AlignRight, text);

@@ -270,7 +270,6 @@ QWidget* FormAnahtar::CreateCurveTab() {
   connect(add, &QPushButton::clicked, this, &FormAnahtar::AddPeriod);
   connect(remove, &QPushButton::clicked, this, &FormAnahtar::RemovePeriod);
   auto* which = new QHBoxLayout;
-  which->addWidget(periods_, 1);
   which->addWidget(add);
   which->addWidget(remove);
   auto* form = new QFormLayout(page);
@@ -279,7 +278,10 @@ QWidget* FormAnahtar::CreateCurveTab() {
     field->setObjectName(QStringLiteral("Text%1").arg(i));
     fields_[static_cast<std::size_t>(i)] = field;
     connect(field, &QLineEdit::editingFinished, this, &FormAnahtar::TakeFields);
-    if (i == From) form->addRow(Say(Wording{u"Dönem:", u"Period:"}), which);
+    if (i == From) {
+      form->addRow(Say(Wording{u"Dönem:", u"Period:"}), periods_);
+      form->addRow(QString(), which);
+    }
     form->addRow(Say(kTitles[i]), field);
   }
   shifts_ = MakeTable(page, "GridKayma", Say(Wording{u"Kaymalar", u"Shifts"}),
