@@ -82,7 +82,7 @@ class Drawing {
       across.values = LogTicks(x.low, x.high);
       // Round levels, though their distances from c are none: a level is what is read.
       const double offset = scales_.OffsetCm();
-      down = LinearTicks(offset + std::pow(10, y.low), offset + std::pow(10, y.high), downMost);
+      down = LinearTicks(offset + std::pow(10, y.low), offset + std::pow(10, y.high), 4 * downMost);
       for (double& level : down.values) level -= offset;
       std::erase_if(down.values, [](double rise) { return rise <= 0; });
     } else {

@@ -326,6 +326,7 @@ void FormAnahtar::LayOut() {
   all->addWidget(halves, 1);
   all->addWidget(message_);
   const int letter = fontMetrics().averageCharWidth();
+  tabs_->setMinimumWidth(58 * letter);
   constexpr int kPlotLetters = 95, kTabLetters = 62, kLines = 38;
   resize(letter * (kPlotLetters + kTabLetters), fontMetrics().height() * kLines);
   halves->setSizes({letter * kPlotLetters, letter * kTabLetters});
