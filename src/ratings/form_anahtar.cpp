@@ -198,6 +198,8 @@ QWidget* FormAnahtar::CreateFitTab() {
                            Say(Wording{u"Std. hata", u"Std. error"}), Say(Wording{u"Alt sınır", u"Lower 95"}),
                            Say(Wording{u"Üst sınır", u"Upper 95"})});
   parameters_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  parameters_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  parameters_->horizontalHeader()->setStretchLastSection(true);
   auto* all = new QVBoxLayout(page);
   all->addLayout(choice);
   all->addWidget(proposal_);

@@ -25,7 +25,7 @@ namespace {
 constexpr QRgb kFaultColour = 0xB00000;
 
 QString Figure(double value) {
-  constexpr int kDigits = 5;
+  constexpr int kDigits = 4;
   return QString::number(value, 'g', kDigits);
 }
 

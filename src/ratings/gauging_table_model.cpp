@@ -3,6 +3,7 @@
 #include <QFont>
 
 #include <algorithm>
+#include <iterator>
 
 namespace vesk {
 namespace {
@@ -15,8 +16,9 @@ GaugingField FieldOf(int column) {
 
 std::vector<GaugingChange> TurnedRound(const std::vector<GaugingChange>& changes) {
   std::vector<GaugingChange> back;
-  for (auto change = changes.rbegin(); change != changes.rend(); ++change)
-    back.push_back({change->after, change->before});
+  std::transform(changes.rbegin(), changes.rend(), std::back_inserter(back), [](const GaugingChange& change) {
+    return GaugingChange{change.after, change.before};
+  });
   return back;
 }
 
