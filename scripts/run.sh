@@ -22,6 +22,11 @@ if [ ! -d "$sample" ]; then
   cp resources/IstSbl.mdb "$register"
   touch "$program/ilk.sil" # first run: the program writes its default settings
   "$bin/make_sample_data" --register "$register" --ratings "$data/Anahtar" "$data" >"$sample/files.txt"
+  if [ -n "$display" ]; then # the command line shows this step by itself
+    "$bin/vesk4-batch" gaugings import "$data/Anahtar/gaugings-12002.csv" --register "$register" --station 12002 >/dev/null
+    "$bin/vesk4-batch" station --register "$register" --station 12002 --catchment 812.5 \
+      --curve "$data/Anahtar/E12002.dat" >/dev/null
+  fi
   echo "Sample data: $data ($(wc -l <"$sample/files.txt") raw logger files)"
   echo "Program folder: $program"
 fi
