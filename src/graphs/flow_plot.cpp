@@ -151,8 +151,8 @@ class Maker {
 
   void MakeDuration() {
     plot_.high = 100;
-    plot_.belowCaption =
-        Say(Wording{u"Ulaşılan veya aşılan günler (yüzde)", u"Days reached or exceeded (per cent)"});
+    plot_.belowCaption = Say(Wording{u"Ulaşılan veya aşılan günler (yüzde; sıra / (n + 1))",
+                                     u"Days reached or exceeded (per cent; rank / (n + 1))"});
     const bool discharges = std::ranges::any_of(years_, [](const FlowYear& year) {
       return std::ranges::any_of(year.days, [](const DailyMean& day) { return day.m3s.has_value(); });
     });
