@@ -164,6 +164,35 @@ Result<bool> StationRegister::MakeGaugingChange(const QString& number, GaugingCh
   return true;
 }
 
+/// Within a transaction, behind a change of a station's number.
+Status StationRegister::MoveBelongings(const QString& from, const QString& to) {
+  const auto has = [this](const QString& table, const QString& number) -> Result<bool> {
+    QSqlQuery query(connection_->Database());
+    const Status run = connection_->Run(
+        query, QStringLiteral("SELECT 1 FROM %1 WHERE No = ? COLLATE NOCASE LIMIT 1").arg(table), {number},
+        kReadFailed);
+    if (!run) return run.Failure();
+    return query.next();
+  };
+  const auto other = has(QStringLiteral("IstNoAd"), from);
+  if (!other) return other.Failure();
+  if (from.isEmpty() || to.isEmpty() || *other) return {};
+  for (const char* table : {"IstSinir", "IstDebi", "IstOlcum"}) {
+    const auto present = connection_->HasTable(table);
+    if (!present) return present.Failure();
+    if (!*present) continue;
+    const auto taken = has(QLatin1String(table), to);
+    if (!taken) return taken.Failure();
+    if (*taken) continue;
+    QSqlQuery query(connection_->Database());
+    const Status moved =
+        connection_->Run(query, QStringLiteral("UPDATE %1 SET No = ? WHERE No = ?").arg(QLatin1String(table)),
+                         {to, from}, kWriteFailed);
+    if (!moved) return moved;
+  }
+  return {};
+}
+
 Result<std::optional<std::vector<GaugingChange>>> StationRegister::ChangeGaugings(
     const QString& number, std::vector<GaugingChange> changes) {
   for (const GaugingChange& change : changes) {

@@ -67,7 +67,13 @@ const QString& StationRegister::Path() const {
 Result<StationRegister> StationRegister::Open(const QString& path, Access access) {
   if (const Status checked = CheckFile(path); !checked) return checked.Failure();
   auto connection = std::make_unique<Connection>(path, access);
-  if (const Status opened = connection->Open(); !opened) return opened.Failure();
+  Status opened = connection->Open();
+  // What a killed writer left half done is taken back by the next one that may write, and until then nobody
+  // can read: so a reader lets one look at the file first.
+  if (!opened && access == Access::ReadOnly && QFile::exists(path + QStringLiteral("-journal"))) {
+    if (Connection(path, Access::ReadWrite).Open()) opened = connection->Open();
+  }
+  if (!opened) return opened.Failure();
   return StationRegister(std::move(connection));
 }
 
@@ -104,6 +110,9 @@ Result<std::optional<Station>> StationRegister::Change(const Station& read, Stat
                                       {text, read.key, read.storedNumber, read.storedName}, kWriteFailed);
   if (!run) return run.Failure();
   if (query.numRowsAffected() != 1) return std::optional<Station>();
+  if (field == StationField::Number) {
+    if (const Status moved = MoveBelongings(read.number, text); !moved) return moved.Failure();
+  }
   Result<std::optional<Station>> written = connection_->RowOf(read.key);
   if (!written) return written;
   if (const Status committed = transaction.Commit(); !committed) return committed.Failure();

@@ -75,8 +75,9 @@ class StationRegister {
   [[nodiscard]] Result<std::vector<Station>> Stations() const;
   /// Appends behind the last row; the new row as it is stored.
   Result<Station> Add(const QString& number, const QString& name);
-  /// Writes one field and no other. The row as it is stored then; nothing, and no change, when the row is
-  /// gone or no longer holds what was read.
+  /// Writes one field and no other; with a number that no other row has, its limits, gaugings, catchment and
+  /// curve go along, unless the new number has some already. The row as it is stored then; nothing, and no
+  /// change, when the row is gone or no longer holds what was read.
   Result<std::optional<Station>> Change(const Station& read, StationField field, const QString& text);
   /// Nothing, and no deletion, when the row is gone or no longer holds what was read.
   Result<std::optional<DeletedStation>> Delete(const Station& read);
@@ -116,6 +117,7 @@ class StationRegister {
 
  private:
   class Connection;
+  Status MoveBelongings(const QString& from, const QString& to);
   Result<bool> MakeGaugingChange(const QString& number, GaugingChange& change);
   explicit StationRegister(std::unique_ptr<Connection> connection);
   std::unique_ptr<Connection> connection_;

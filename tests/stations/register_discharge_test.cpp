@@ -1,11 +1,17 @@
 // Gaugings, catchments and curves in the register.
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QTemporaryDir>
+
+#include <unistd.h>
+
+#include <csignal>
 
 #include "datafiles/dates.h"
 #include "stations/register_maker.h"
 #include "stations/station_register.h"
+#include "support/other_process.h"
 
 namespace vesk {
 namespace {
@@ -109,6 +115,54 @@ TEST_F(RegisterDischarge, ARowThatIsNoGaugingIsNamed) {
   EXPECT_TRUE(Open().GaugingsOf(number_).Failure().English().contains(Text("2023-13-05")));
   test::SqlHand(path_).Do("UPDATE IstOlcum SET Zaman = NULL, DebiM3s = -1");
   EXPECT_FALSE(Open().GaugingsOf(number_));
+}
+
+// Its journal holds the pages as they were; a reader that may not write cannot put them back.
+TEST_F(RegisterDischarge, WhatAKilledWriterLeftHalfDoneKeepsNobodyFromReading) {
+  {
+    StationRegister stations = Open();
+    Add(stations, {GaugingAt("05/10/2023 14:30", 1)});
+  }
+  test::OtherProcess killed([this](test::OtherProcess::Signals&) {
+    test::SqlHand hand(path_);
+    hand.Do("PRAGMA cache_size = 2");
+    hand.Do("BEGIN");
+    hand.Do(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 3000) "
+        "INSERT INTO IstNoAd SELECT i, hex(zeroblob(200)) FROM n");
+    ::kill(::getpid(), SIGKILL);
+  });
+  EXPECT_EQ(killed.WaitForEnd(), -1);
+  ASSERT_TRUE(QFile::exists(path_ + Text("-journal"))) << "nothing was left half done";
+  const auto read = StationRegister::Open(path_, StationRegister::Access::ReadOnly);
+  ASSERT_TRUE(read) << read.Failure().English().toStdString();
+  EXPECT_EQ(read->GaugingsOf(number_)->size(), 1U);
+  EXPECT_EQ(read->Stations()->size(), 1U) << "all or none";
+}
+
+TEST_F(RegisterDischarge, ACorrectedNumberTakesItsGaugingsAlong) {
+  StationRegister stations = Open();
+  Add(stations, {GaugingAt("05/10/2023 14:30", 1), GaugingAt("06/10/2023 14:30", 2)});
+  ASSERT_TRUE(*stations.SetFacts(number_, {}, {.catchmentKm2 = 7}));
+  const auto renumber = [&stations](const QString& to) {
+    const auto changed = stations.Change(stations.Stations()->front(), StationField::Number, to);
+    EXPECT_TRUE(changed && *changed);
+  };
+  renumber(Text("12010"));
+  EXPECT_TRUE(stations.GaugingsOf(number_)->empty());
+  EXPECT_EQ(stations.GaugingsOf(Text("12010"))->size(), 2U);
+  EXPECT_EQ(stations.FactsOf(Text("12010"))->catchmentKm2, 7);
+  // Another row of the number, or a number with gaugings of its own: they stay where they are.
+  ASSERT_TRUE(stations.Add(Text("12010"), Text("the same once more")));
+  renumber(Text("12020"));
+  EXPECT_EQ(stations.GaugingsOf(Text("12010"))->size(), 2U);
+  ASSERT_TRUE(
+      stations.ChangeGaugings(Text("12020"), {{{}, StoredGauging{0, GaugingAt("01/01/2020 10:00", 9)}}}));
+  const auto second = stations.Stations()->back();
+  ASSERT_TRUE(stations.Change(second, StationField::Number, Text("12020")));
+  EXPECT_EQ(stations.GaugingsOf(Text("12010"))->size(), 2U);
+  EXPECT_EQ(stations.GaugingsOf(Text("12020"))->size(), 1U);
+  EXPECT_EQ(stations.FactsOf(Text("12020"))->catchmentKm2, 7) << "each table by itself";
 }
 
 TEST_F(RegisterDischarge, CatchmentAndCurveAreKeptUnlessAnotherChangedThem) {
