@@ -75,7 +75,10 @@ class Drawing {
     }
     constexpr double kFewMonths = 75, kFewDays = 16;
     const double days = (plot_.high - plot_.low) / kMinutesPerDay;
-    const int year = plot_.lines.empty() ? 2000 : plot_.lines.front().waterYear;
+    // Years over one another are dated by one that has a 29 February.
+    constexpr int kLeapYear = 2000;
+    const bool common = plot_.aligned || plot_.lines.empty();
+    const int year = common ? kLeapYear : plot_.lines.front().waterYear;
     for (double x = std::ceil(plot_.low / kMinutesPerDay) * kMinutesPerDay; x <= plot_.high;
          x += kMinutesPerDay) {
       const Day day = std::chrono::floor<std::chrono::days>(FlowTimeOf(plot_, year, x));
@@ -241,17 +244,21 @@ QByteArray CsvOf(const FlowPlot& plot) {
   return text;
 }
 
+/// Empty when it could not be drawn, for want of memory for example.
 QByteArray PictureOf(const QString& ending, const FlowPlot& plot, QSize size, int dotsPerInch) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
   constexpr double kUnits = 96;
   const QRectF all(QPointF(0, 0), QSizeF(size));
+  bool drawn = false;
   const auto draw = [&](QPaintDevice& device, double factor) {
-    QPainter painter(&device);
+    QPainter painter;
+    if (!painter.begin(&device)) return;
     painter.scale(factor, factor);
     painter.setFont(PageFont(kLabelSize + 1));
     DrawFlowPlot(painter, all, plot);
+    drawn = painter.end();
   };
   if (ending == QLatin1String("svg")) {
     QSvgGenerator svg;
@@ -272,9 +279,9 @@ QByteArray PictureOf(const QString& ending, const FlowPlot& plot, QSize size, in
     QImage image((QSizeF(size) * factor).toSize(), QImage::Format_RGB32);
     image.fill(Qt::white);
     draw(image, factor);
-    image.save(&buffer, "PNG");
+    drawn = drawn && image.save(&buffer, "PNG");
   }
-  return bytes;
+  return drawn ? bytes : QByteArray();
 }
 
 }  // namespace
@@ -292,7 +299,10 @@ Status WriteFlowPlot(const QString& path, const FlowPlot& plot, QSize size, int 
     return Error{kFailed, path,
                  Wording{u"beklenen .png, .pdf, .svg veya .csv ile biten bir ad",
                          u"expected a name ending in .png, .pdf, .svg or .csv"}};
-  return WriteWholeFile(path, PictureOf(ending, plot, size, dotsPerInch), kFailed);
+  const QByteArray picture = PictureOf(ending, plot, size, dotsPerInch);
+  if (picture.isEmpty())  // an older file stays as it is
+    return Error{kFailed, path, Wording{u"resim çizilemedi", u"the picture could not be drawn"}};
+  return WriteWholeFile(path, picture, kFailed);
 }
 
 }  // namespace vesk

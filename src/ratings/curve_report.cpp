@@ -180,6 +180,8 @@ Status WriteCurvePicture(const QString& path, const CurvePlot& plot, LanguageCho
                  Wording{u"beklenen .png, .pdf veya .svg ile biten bir ad",
                          u"expected a name ending in .png, .pdf or .svg"}};
   }
+  if (bytes.isEmpty())  // an older file stays as it is
+    return Error{kFailed, path, Wording{u"resim çizilemedi", u"the picture could not be drawn"}};
   return WriteWholeFile(path, bytes, kFailed);
 }
 
